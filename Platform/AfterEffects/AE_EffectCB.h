@@ -1,0 +1,52 @@
+/*
+ * Callbacks that the host hands over with every call, in PF_InData. Included by AE_Effect.h, which
+ * declares the types.
+ */
+/* Ahead of the guard: AE_Effect.h includes this header where its types are known. */
+#include "AE_Effect.h"
+
+#ifndef AE_EFFECT_CB_H
+#define AE_EFFECT_CB_H
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* Interaction with the host about parameters, progress and interruption. */
+typedef struct PF_InteractCallbacks {
+    /* Fills `param` with the parameter's value at a time. Each checkout has its checkin. */
+    PF_Err (*checkout_param)(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long what_time,
+                             A_long time_step, A_u_long time_scale, PF_ParamDef* param);
+    PF_Err (*checkin_param)(PF_ProgPtr effect_ref, PF_ParamDef* param);
+    /* Adds a parameter at `index`; -1 appends. The host copies `def`. */
+    PF_Err (*add_param)(PF_ProgPtr effect_ref, PF_ParamIndex index, PF_ParamDef* def);
+    /* Not PF_Err_NONE when the user has asked to stop. */
+    PF_Err (*abort)(PF_ProgPtr effect_ref);
+    PF_Err (*progress)(PF_ProgPtr effect_ref, A_long current, A_long total);
+} PF_InteractCallbacks;
+
+/* The host's C library, for effects that link none of their own. */
+typedef struct PF_ANSICallbacks {
+    A_long (*sprintf)(A_char* text, const A_char* format, ...);
+    A_char* (*strcpy)(A_char* destination, const A_char* source);
+} PF_ANSICallbacks;
+
+/* Utilities: handles and access to pixels. */
+typedef struct PF_UtilCallbacks {
+    PF_Handle (*host_new_handle)(A_HandleSize size);
+    void* (*host_lock_handle)(PF_Handle handle);
+    void (*host_unlock_handle)(PF_Handle handle);
+    void (*host_dispose_handle)(PF_Handle handle);
+    A_HandleSize (*host_get_handle_size)(PF_Handle handle);
+    PF_ANSICallbacks ansi;
+    /* The address of the world's first pixel, or of the pixel in `world` that `pixels` names where
+       it is not null. Null through `out` when the world has another depth. */
+    PF_Err (*get_pixel_data8)(PF_EffectWorld* world, PF_PixelPtr pixels, PF_Pixel8** out);
+    PF_Err (*get_pixel_data16)(PF_EffectWorld* world, PF_PixelPtr pixels, PF_Pixel16** out);
+} PF_UtilCallbacks;
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
