@@ -1,0 +1,12 @@
+#include "OpenGLAvailability.h"
+
+#include "EglDisplay.h"
+
+namespace Kerovane::Platform {
+
+std::optional<std::string> OpenGLProblem() {
+    const EglDisplayChoice& choice = ChosenEglDisplay();
+    return choice.display != nullptr ? std::nullopt : std::optional(choice.problem);
+}
+
+} // namespace Kerovane::Platform

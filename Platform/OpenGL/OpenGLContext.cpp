@@ -1,0 +1,57 @@
+#include "OpenGLContext.h"
+
+#include "EglDisplay.h"
+#include "HostContext.h"
+
+#include <EGL/egl.h>
+
+#include <atomic>
+
+namespace Kerovane::Platform {
+
+namespace {
+
+std::atomic<std::uint64_t> mNextId{1};
+
+/// What makeCurrent last made current on this thread. EGL is asked whether it still is.
+thread_local struct {
+    void* context = nullptr;
+    std::uint64_t id = 0;
+} mLastMadeCurrent;
+
+} // namespace
+
+OpenGLContext::OpenGLContext(const OpenGLContext* shareWith)
+    : mDisplay(ChosenEglDisplay().display), mContext(nullptr), mId(mNextId++) {
+    if (mDisplay != nullptr) {
+        mContext = CreateEglContext(mDisplay, shareWith != nullptr ? shareWith->mContext : nullptr);
+    }
+}
+
+OpenGLContext::~OpenGLContext() {
+    if (mContext != nullptr) {
+        eglDestroyContext(mDisplay, mContext);
+    }
+}
+
+bool OpenGLContext::isCurrent() const {
+    return mContext != nullptr && currentId() == mId;
+}
+
+void OpenGLContext::makeCurrent() const {
+    if (mContext == nullptr) {
+        // The host's context must not receive what is meant for this one.
+        ReleaseCurrentEglContext();
+        return;
+    }
+    if (eglMakeCurrent(mDisplay, EGL_NO_SURFACE, EGL_NO_SURFACE, mContext) == EGL_TRUE) {
+        mLastMadeCurrent = {.context = mContext, .id = mId};
+    }
+}
+
+std::uint64_t OpenGLContext::currentId() {
+    void* current = eglGetCurrentContext();
+    return current != nullptr && current == mLastMadeCurrent.context ? mLastMadeCurrent.id : 0;
+}
+
+} // namespace Kerovane::Platform

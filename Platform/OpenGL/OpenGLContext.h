@@ -1,0 +1,40 @@
+#pragma once
+
+#include <cstdint>
+
+namespace Kerovane::Platform {
+
+/** One OpenGL context of the effect's own: core profile, version 3.3 or above, no surface. */
+class OpenGLContext {
+public:
+    /**
+     * Makes a context that shares textures, buffers and programs with `shareWith` (null: with
+     * none). Where no driver gives one, the object stands for "no context": making it current
+     * leaves the thread without a context, so that GL calls go nowhere.
+     */
+    explicit OpenGLContext(const OpenGLContext* shareWith);
+    ~OpenGLContext();
+    OpenGLContext(const OpenGLContext&) = delete;
+    OpenGLContext& operator=(const OpenGLContext&) = delete;
+
+    bool isValid() const { return mContext != nullptr; }
+
+    /// Whether this context is current on the calling thread. False where it is not valid.
+    bool isCurrent() const;
+
+    /// Makes this context current on the calling thread, in place of any other EGL context.
+    void makeCurrent() const;
+
+    /// Names this context within the process; above 0 and never used again.
+    std::uint64_t id() const { return mId; }
+
+    /// The id of the context of this class that is current on the calling thread; 0 without one.
+    static std::uint64_t currentId();
+
+private:
+    void* mDisplay;
+    void* mContext;
+    std::uint64_t mId;
+};
+
+} // namespace Kerovane::Platform
