@@ -1,0 +1,259 @@
+#pragma once
+
+#include "Math/VectorFamily.h"
+
+#include <array>
+#include <type_traits>
+
+namespace Kerovane::Tesselune {
+
+/** A point or a size in the plane. Angles are in degrees, from the x axis towards the y axis. */
+class Vec2 : public PointFamily<Vec2> {
+public:
+    double x = 0.0;
+    double y = 0.0;
+
+    static constexpr std::array kComponents{&Vec2::x, &Vec2::y};
+
+    // Construction and assignment
+
+    constexpr Vec2() noexcept = default;
+    constexpr Vec2(double newX, double newY) noexcept : x(newX), y(newY) {}
+
+    constexpr void set(double newX, double newY) noexcept { *this = Vec2(newX, newY); }
+    constexpr void set(const Vec2& other) noexcept { *this = other; }
+    constexpr void setZero() noexcept { *this = Vec2(); }
+
+    /// Reads array[offset] and array[offset + 1]. A null array changes nothing.
+    constexpr void fromArray(const double* array, int offset) noexcept;
+
+    // Comparison, beside that of PointFamily
+
+    /// Whether the distance is below the tolerance, strictly.
+    static constexpr bool equalWithTolerance(double x1, double y1, double x2, double y2,
+                                             double tolerance) noexcept;
+    static constexpr bool equalWithTolerance(const Vec2& a, const Vec2& b,
+                                             double tolerance) noexcept;
+
+    /// Whether both components differ by less than 0.25, strictly.
+    static constexpr bool isDuplicate(const Vec2& a, const Vec2& b) noexcept;
+
+    /// Strictly within 1e-12 of 0: the number, or both components.
+    static constexpr bool negligible(double value) noexcept;
+    constexpr bool negligible() const noexcept { return negligible(x) && negligible(y); }
+    constexpr bool nonNegligible() const noexcept { return !negligible(); }
+
+    /// Parallel to the other, either way round, within a sine of 1e-12, inclusive. A zero vector
+    /// is collinear and orthogonal to every vector.
+    bool isCollinear(const Vec2& other) const noexcept;
+    /// At a right angle to the other within a cosine of 1e-12, inclusive.
+    bool isOrthogonal(const Vec2& other) const noexcept;
+
+    // Arithmetic, beside that of VectorFamily
+
+    /// The remainders of the components, each with the sign of this vector's, as fmod has it.
+    Vec2 modulo(const Vec2& other) const noexcept;
+    Vec2 operator%(const Vec2& other) const noexcept { return modulo(other); }
+
+    // Products
+
+    constexpr double dot(const Vec2& other) const noexcept { return x * other.x + y * other.y; }
+    constexpr double dotProduction(const Vec2& other) const noexcept { return dot(other); }
+    constexpr double cross(const Vec2& other) const noexcept { return x * other.y - y * other.x; }
+    /// The determinant a d - b c.
+    static constexpr double cross(double a, double b, double c, double d) noexcept {
+        return a * d - b * c;
+    }
+
+    // Length and distance
+
+    using PointFamily::normalize;
+    /// Scales the pair to length 1 in place; leaves it where its length is 1e-12 or less.
+    static void normalize(double* x, double* y) noexcept;
+
+    static constexpr double distanceSquared(const Vec2& a, const Vec2& b) noexcept {
+        return (a - b).lengthSquare();
+    }
+    /// From this point to its foot on the line through a and b. NaN where a equals b.
+    double distanceToLine(const Vec2& a, const Vec2& b) const noexcept;
+    /// From a to that foot; never negative. NaN where a equals b.
+    double lineProjectionLength(const Vec2& a, const Vec2& b) const noexcept;
+    /// This vector's part along `onto`; zero where `onto` is exactly zero.
+    constexpr Vec2 project(const Vec2& onto) const noexcept;
+
+    // Rotation and direction, in degrees. A rotation by exactly 0 changes no bit.
+
+    void rotate(double degrees) noexcept;
+    void rotateAround(double degrees, const Vec2& center) noexcept;
+    /// This point rotated about the centre, as a new value.
+    Vec2 rotateRound(double degrees, const Vec2& center) const noexcept;
+
+    /// In -180 to 180; 0 for the zero vector.
+    double getAngle() const noexcept;
+    /// Turns to the angle and keeps the length.
+    void setAngle(double degrees) noexcept;
+    /// Signed, from this vector to the other, in -180 to 180.
+    double angleBetween(const Vec2& other) const noexcept;
+
+    /// 1 to 4, counterclockwise with y upwards. Zero counts as positive.
+    constexpr int getQuadrant() const noexcept;
+    /// Whether a and b lie in opposite quadrants, or on axes that no one quadrant holds both of.
+    static constexpr bool oppositeQuadrant(const Vec2& a, const Vec2& b) noexcept;
+
+    /// A quarter turn from x towards y: (-y, x).
+    constexpr Vec2 normal() const noexcept { return {-y, x}; }
+    constexpr Vec2 perpindicularLeft() const noexcept { return normal(); }
+    constexpr Vec2 perpindicularRight() const noexcept { return {y, -x}; }
+    /// normal() in place.
+    constexpr void prepen() noexcept { *this = normal(); }
+
+    /// y / x: infinite or NaN where x is 0.
+    constexpr double slope() const noexcept { return y / x; }
+
+    /// Gives each component the other's sign, where zero counts as not positive.
+    constexpr void followSigns(const Vec2& other) noexcept;
+
+    // Picture coordinates: from the centre with y upwards, or from the top left with y downwards
+
+    static constexpr Vec2 centerToTopLefetPoint(const Vec2& point, const Vec2& size) noexcept {
+        return {point.x + size.x * 0.5, size.y * 0.5 - point.y};
+    }
+    static constexpr Vec2 topLeftToCenterPoint(const Vec2& point, const Vec2& size) noexcept {
+        return {point.x - size.x * 0.5, size.y * 0.5 - point.y};
+    }
+
+    // Lines and triangles
+
+    /// Twice the area of the triangle; positive where a, b, c turn from x towards y.
+    static constexpr double signedArea(const Vec2& a, const Vec2& b, const Vec2& c) noexcept {
+        return (b - a).cross(c - a);
+    }
+
+    /// Whether the line through a and b separates c from d. A point on the line counts as on the
+    /// side of negative area.
+    static constexpr bool intersecting(const Vec2& a, const Vec2& b, const Vec2& c,
+                                       const Vec2& d) noexcept;
+
+    /// Whether p points from b towards a: (a - b) . p > 0.
+    static constexpr bool anchorOutwardD(const Vec2& p, const Vec2& a, const Vec2& b) noexcept {
+        return (a - b).dot(p) > 0.0;
+    }
+    /// Negates p where it points from b towards a, or with `inward` where it does not. Tells
+    /// whether it did.
+    static constexpr bool anchorOutward(Vec2& p, const Vec2& a, const Vec2& b,
+                                        bool inward = false) noexcept;
+    static constexpr bool anchorInward(Vec2& p, const Vec2& a, const Vec2& b) noexcept {
+        return anchorOutward(p, a, b, true);
+    }
+
+    /**
+     * Intersects the segments a-b and c-d. `out` gets the point at t along a-b (0 at a, 1 at b),
+     * which is the point at u along c-d; t and u may be null. The result is
+     *
+     * - 1: the segments meet, ends included;
+     * - 3: their lines meet outside a-b; 4: outside c-d; 5: outside both;
+     * - 0: the lines are parallel; `out` is (0, 0), t and u are not written;
+     * - 2: the lines coincide; `out` is the middle of a-b, t and u are not written.
+     */
+    static constexpr int intersect(const Vec2& a, const Vec2& b, const Vec2& c, const Vec2& d,
+                                   Vec2& out, double* t, double* u) noexcept;
+};
+
+static_assert(std::is_trivially_copyable_v<Vec2> && std::is_standard_layout_v<Vec2>);
+static_assert(sizeof(Vec2) == 2 * sizeof(double));
+
+constexpr void Vec2::fromArray(const double* array, int offset) noexcept {
+    if (array != nullptr) {
+        set(array[offset], array[offset + 1]);
+    }
+}
+
+constexpr bool Vec2::equalWithTolerance(double x1, double y1, double x2, double y2,
+                                        double tolerance) noexcept {
+    return equalWithTolerance(Vec2(x1, y1), Vec2(x2, y2), tolerance);
+}
+
+constexpr bool Vec2::equalWithTolerance(const Vec2& a, const Vec2& b, double tolerance) noexcept {
+    return tolerance * tolerance > distanceSquared(a, b);
+}
+
+constexpr bool Vec2::isDuplicate(const Vec2& a, const Vec2& b) noexcept {
+    const auto isNear = [](double difference) { return -0.25 < difference && difference < 0.25; };
+    return isNear(b.x - a.x) && isNear(b.y - a.y);
+}
+
+constexpr bool Vec2::negligible(double value) noexcept {
+    return -Float::epsilon < value && value < Float::epsilon;
+}
+
+constexpr Vec2 Vec2::project(const Vec2& onto) const noexcept {
+    return onto.isZero() ? Vec2() : onto * (dot(onto) / onto.dot(onto));
+}
+
+constexpr int Vec2::getQuadrant() const noexcept {
+    if (x >= 0.0) {
+        return y >= 0.0 ? 1 : 4;
+    }
+    return y >= 0.0 ? 2 : 3;
+}
+
+constexpr bool Vec2::oppositeQuadrant(const Vec2& a, const Vec2& b) noexcept {
+    const auto sign = [](double value) { return (value > 0.0 ? 1 : 0) - (value < 0.0 ? 1 : 0); };
+    const bool sameSignOfY = sign(a.y) == sign(b.y);
+    if (sign(a.x) != sign(b.x) && (!sameSignOfY || sign(a.y) == 0)) {
+        return true;
+    }
+    return !sameSignOfY && (sign(a.x) == 0 || sign(b.x) == 0);
+}
+
+constexpr void Vec2::followSigns(const Vec2& other) noexcept {
+    const auto withSignOf = [](double value, double model) {
+        return (value > 0.0) != (model > 0.0) ? -value : value;
+    };
+    apply(withSignOf, other);
+}
+
+constexpr bool Vec2::intersecting(const Vec2& a, const Vec2& b, const Vec2& c,
+                                  const Vec2& d) noexcept {
+    return (signedArea(a, b, c) > 0.0) != (signedArea(a, b, d) > 0.0);
+}
+
+constexpr bool Vec2::anchorOutward(Vec2& p, const Vec2& a, const Vec2& b, bool inward) noexcept {
+    if (anchorOutwardD(p, a, b) != inward) {
+        return false;
+    }
+    p = p.negate();
+    return true;
+}
+
+constexpr int Vec2::intersect(const Vec2& a, const Vec2& b, const Vec2& c, const Vec2& d, Vec2& out,
+                              double* t, double* u) noexcept {
+    const Vec2 alongAB = b - a;
+    const Vec2 alongCD = d - c;
+    const double denominator = alongAB.cross(alongCD);
+    const double numeratorT = alongCD.cross(a - c);
+    const double numeratorU = alongAB.cross(a - c);
+    if (negligible(denominator)) {
+        const bool coincident = negligible(numeratorT) && negligible(numeratorU);
+        out = coincident ? (a + b) * 0.5 : Vec2();
+        return coincident ? 2 : 0;
+    }
+
+    const double atT = numeratorT / denominator;
+    const double atU = numeratorU / denominator;
+    if (t != nullptr) {
+        *t = atT;
+    }
+    if (u != nullptr) {
+        *u = atU;
+    }
+    out = alongAB * atT + a;
+
+    const auto isOutside = [](double position) { return position < 0.0 || position > 1.0; };
+    if (isOutside(atT)) {
+        return isOutside(atU) ? 5 : 3;
+    }
+    return isOutside(atU) ? 4 : 1;
+}
+
+} // namespace Kerovane::Tesselune
