@@ -1,0 +1,38 @@
+#include "Math/Vec4.h"
+
+#include <cmath>
+
+namespace Kerovane::Tesselune {
+
+double Vec4::lengthManhattan() const noexcept {
+    return std::abs(x) + std::abs(y) + std::abs(z) + std::abs(w);
+}
+
+Vec4 Vec4::lerp(const Vec4& a, const Vec4& b, double t) noexcept {
+    if (t == 0.0) {
+        return a;
+    }
+    if (t == 1.0) {
+        return b;
+    }
+    const double cosine = a.dot(b) / (a.length() * b.length());
+    if (cosine < 0.0) {
+        return lerp(a, b.negate(), t);
+    }
+
+    double weightA = 1.0 - t;
+    double weightB = t;
+    constexpr double kStraightLimit = 0.01F;
+    if (!(1.0 - cosine < kStraightLimit)) {
+        // The trigonometry is in single precision, the products are in double.
+        const double angle = std::acos(static_cast<float>(cosine));
+        const double perSine = 1.0F / std::sin(static_cast<float>(angle));
+        weightA = std::sin(static_cast<float>((1.0 - t) * angle)) * perSine;
+        weightB = std::sin(static_cast<float>(angle * t)) * perSine;
+    }
+    Vec4 result = a * weightA + b * weightB;
+    result.normalize();
+    return result;
+}
+
+} // namespace Kerovane::Tesselune

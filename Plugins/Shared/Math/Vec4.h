@@ -1,0 +1,75 @@
+#pragma once
+
+#include "Math/Vec3.h"
+#include "Math/VectorFamily.h"
+
+#include <array>
+#include <type_traits>
+
+namespace Kerovane::Tesselune {
+
+/** Four numbers: a homogeneous point, or a row or a column of a Mat4. */
+class Vec4 : public VectorFamily<Vec4> {
+public:
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+    double w = 0.0;
+
+    static constexpr std::array kComponents{&Vec4::x, &Vec4::y, &Vec4::z, &Vec4::w};
+
+    // Construction and assignment
+
+    constexpr Vec4() noexcept = default;
+    constexpr Vec4(const Vec3& xyz, double newW) noexcept : Vec4(xyz.x, xyz.y, xyz.z, newW) {}
+    constexpr Vec4(double newX, double newY, double newZ, double newW) noexcept
+        : x(newX), y(newY), z(newZ), w(newW) {}
+
+    constexpr void set(double newX, double newY, double newZ, double newW) noexcept;
+    constexpr void setZero() noexcept { *this = Vec4(); }
+
+    constexpr Vec3 getVec3() const noexcept { return {x, y, z}; }
+
+    // Comparison by distance, strict, unlike that of Vec2 and Vec3
+
+    friend constexpr bool operator==(const Vec4& a, const Vec4& b) noexcept { return a.equal(b); }
+    /// Whether the distance is below the tolerance, strictly.
+    constexpr bool equal(const Vec4& other, double tolerance = Float::epsilon) const noexcept;
+
+    // Arithmetic, beside that of VectorFamily
+
+    /// The reciprocals of the components.
+    constexpr Vec4 invert() const noexcept { return Vec4(1.0, 1.0, 1.0, 1.0) / *this; }
+
+    // Products and length
+
+    constexpr double dot(const Vec4& other) const noexcept;
+    /// The sum of the components' magnitudes.
+    double lengthManhattan() const noexcept;
+
+    // Interpolation
+
+    /**
+     * Along the arc between the directions of a and b, or of a and -b where these are nearer; the
+     * result has length 1. Exactly a at t = 0 and b at t = 1. The weights are in single precision.
+     * Where a or b has length 0, NaN.
+     */
+    static Vec4 lerp(const Vec4& a, const Vec4& b, double t) noexcept;
+};
+
+static_assert(std::is_trivially_copyable_v<Vec4> && std::is_standard_layout_v<Vec4>);
+static_assert(sizeof(Vec4) == 4 * sizeof(double));
+
+constexpr void Vec4::set(double newX, double newY, double newZ, double newW) noexcept {
+    *this = Vec4(newX, newY, newZ, newW);
+}
+
+constexpr bool Vec4::equal(const Vec4& other, double tolerance) const noexcept {
+    return (*this - other).lengthSquare() < tolerance * tolerance;
+}
+
+constexpr double Vec4::dot(const Vec4& other) const noexcept {
+    return x * other.x + y * other.y + z * other.z + w * other.w;
+}
+
+} // namespace Kerovane::Tesselune
