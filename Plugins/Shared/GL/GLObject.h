@@ -10,31 +10,25 @@ namespace Kerovane::Tesselune {
  * Owns one GL name, 0 while there is none, and deletes it at its end. The context in which the
  * object lives, or for shared kinds one of its share group, must be current then.
  */
-template <auto Generate, auto Delete>
-class GLObject {
+template <auto Delete>
+class GLName {
 public:
-    GLObject() = default;
-    explicit GLObject(unsigned int name) : mName(name) {}
-    ~GLObject() { reset(); }
-    GLObject(GLObject&& other) noexcept : mName(other.release()) {}
-    GLObject& operator=(GLObject&& other) noexcept {
+    GLName() = default;
+    explicit GLName(unsigned int name) : mName(name) {}
+    ~GLName() { reset(); }
+    GLName(GLName&& other) noexcept : mName(other.release()) {}
+    GLName& operator=(GLName&& other) noexcept {
         std::swap(mName, other.mName);
         return *this;
-    }
-
-    static GLObject generated() {
-        GLObject object;
-        Generate(1, &object.mName);
-        return object;
     }
 
     unsigned int name() const { return mName; }
     explicit operator bool() const { return mName != 0; }
 
+    /// Deletes the object now.
     void reset() {
         if (mName != 0) {
-            Delete(1, &mName);
-            mName = 0;
+            Delete(std::exchange(mName, 0U));
         }
     }
 
@@ -44,6 +38,27 @@ public:
 private:
     unsigned int mName = 0;
 };
+
+template <auto DeleteSeveral>
+void DeleteOne(unsigned int name) {
+    DeleteSeveral(1, &name);
+}
+
+/// The owner of a name of those kinds that GL generates and deletes by the array.
+template <auto GenerateSeveral, auto DeleteSeveral>
+class GLObject : public GLName<DeleteOne<DeleteSeveral>> {
+public:
+    using GLName<DeleteOne<DeleteSeveral>>::GLName;
+
+    static GLObject generated() {
+        unsigned int name = 0;
+        GenerateSeveral(1, &name);
+        return GLObject(name);
+    }
+};
+
+using GLProgram = GLName<gl::glDeleteProgram>;
+using GLShader = GLName<gl::glDeleteShader>;
 
 using GLBuffer = GLObject<gl::glGenBuffers, gl::glDeleteBuffers>;
 using GLRenderbuffer = GLObject<gl::glGenRenderbuffers, gl::glDeleteRenderbuffers>;

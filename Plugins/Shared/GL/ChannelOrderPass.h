@@ -1,0 +1,31 @@
+#pragma once
+
+#include "GL/FullPictureQuad.h"
+#include "GL/OpenglShader.h"
+
+#include <string>
+
+namespace Kerovane::Tesselune {
+
+/** What ScreenRender and BackgroundRender have in common: all but the fragment program. */
+class ChannelOrderPass {
+public:
+    /**
+     * Draws `texture` over the whole of the bound frame buffer's viewport. `multiplier16bit` is the
+     * frame's: 65535/32768 at 16 bits, else 1. Leaves the program in use.
+     */
+    void draw(unsigned int texture, float multiplier16bit);
+
+protected:
+    /// Makes no GL call.
+    explicit ChannelOrderPass(const std::string& fragment);
+
+    /// Deletes the GL objects; a context of their share group must be current.
+    ~ChannelOrderPass() = default;
+
+private:
+    FullPictureQuad mQuad;
+    OpenglShader mProgram;
+};
+
+} // namespace Kerovane::Tesselune

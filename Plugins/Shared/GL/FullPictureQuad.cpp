@@ -1,0 +1,33 @@
+#include "GL/FullPictureQuad.h"
+
+using namespace gl;
+
+namespace Kerovane::Tesselune {
+
+void FullPictureQuad::bind() {
+    GLVertexArray& vertexArray = mVertexArrays.current();
+    if (!vertexArray) {
+        vertexArray = GLVertexArray::generated();
+    }
+    glBindVertexArray(vertexArray.name());
+    const bool isNew = !mVertexBuffer;
+    if (isNew) {
+        mVertexBuffer = GLBuffer::generated();
+    }
+    glBindBuffer(GL_ARRAY_BUFFER, mVertexBuffer.name());
+    if (isNew) {
+        glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(mVertices.size_bytes()),
+                     mVertices.data(), GL_STATIC_DRAW);
+    }
+}
+
+void FullPictureQuad::draw() {
+    glDrawArrays(GL_TRIANGLES, 0, 6);
+}
+
+void FullPictureQuad::unbind() {
+    glBindVertexArray(0);
+    glBindBuffer(GL_ARRAY_BUFFER, 0);
+}
+
+} // namespace Kerovane::Tesselune

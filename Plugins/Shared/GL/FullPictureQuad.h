@@ -1,0 +1,34 @@
+#pragma once
+
+#include "GL/GLObject.h"
+#include "GL/PerContext.h"
+
+#include <span>
+
+namespace Kerovane::Tesselune {
+
+/**
+ * The vertices of a pass that draws the whole picture as one quad: a vertex buffer, uploaded once,
+ * and a vertex array in each context that draws.
+ */
+class FullPictureQuad {
+public:
+    /// Six vertices of the same number of floats each; the table must outlive the object.
+    explicit FullPictureQuad(std::span<const float> vertices) : mVertices(vertices) {}
+
+    /// Binds the vertex array and the buffer, and makes what does not exist yet.
+    void bind();
+
+    /// Draws the six vertices with the program in use.
+    static void draw();
+
+    /// Leaves no vertex array and no vertex buffer bound.
+    static void unbind();
+
+private:
+    std::span<const float> mVertices;
+    PerContext<GLVertexArray> mVertexArrays;
+    GLBuffer mVertexBuffer;
+};
+
+} // namespace Kerovane::Tesselune

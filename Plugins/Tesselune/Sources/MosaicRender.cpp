@@ -1,0 +1,156 @@
+#include "MosaicRender.h"
+
+#include "CheckedOutParam.h"
+#include "MosaicShaderManager.h"
+#include "ParamIndex.h"
+
+#include <array>
+#include <cmath>
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+/// v grows with y, so that the texture's first row is drawn at the bottom, where row 0 is read.
+constexpr std::array<float, 24> kPositions = {
+    // x, y, u, v
+    1.0F,  -1.0F, 1.0F, 0.0F, //
+    1.0F,  1.0F,  1.0F, 1.0F, //
+    -1.0F, 1.0F,  0.0F, 1.0F, //
+    -1.0F, 1.0F,  0.0F, 1.0F, //
+    -1.0F, -1.0F, 0.0F, 0.0F, //
+    1.0F,  -1.0F, 1.0F, 0.0F, //
+};
+constexpr int kStride = 4 * sizeof(float);
+constexpr std::uintptr_t kTextureCoordinatesOffset = 2 * sizeof(float);
+
+constexpr double kRadiansPerDegree = 0.017453292519943;
+
+double FromFixed(PF_Fixed value) {
+    return static_cast<double>(value) * 0x1p-16;
+}
+
+float Fraction(PF_Fixed percent) {
+    return static_cast<float>(FromFixed(percent) / 100.0);
+}
+
+/// Pixels of the picture at full resolution in pixels of the picture that is rendered.
+float Downsampled(const PF_InData& in_data, int pixels) {
+    return static_cast<float>(pixels) / static_cast<float>(in_data.downsample_x.den);
+}
+
+/// A cell's side in pixels; cells of no size become the finest ones that there are.
+float CellSide(float pixels) {
+    return std::isfinite(pixels) && pixels > 0.0F ? pixels : 1.0F;
+}
+
+} // namespace
+
+MosaicRender::MosaicRender() : mQuad(kPositions) {}
+
+MosaicRender::~MosaicRender() = default;
+
+PF_Err MosaicRender::preaprea(PF_InData* in_data, PF_OutData* /*out_data*/, int /*pluginId*/,
+                              PF_LayerDef* /*layer*/) {
+    PF_Err err = PF_Err_NONE;
+    const auto fetch = [in_data, &err](int index) { return CheckedOutParam(in_data, index, err); };
+
+    mParam.shapeType = fetch(kParamShapeType)->u.pd.value - 1;
+    mSize = std::trunc(Downsampled(*in_data, fetch(kParamSize)->u.sd.value));
+    mRatio = static_cast<float>(fetch(kParamRatio)->u.fs_d.value);
+    mSizeRandomLimit = Fraction(fetch(kParamSizeRandom)->u.fd.value);
+    mSizeLevel = fetch(kParamSizeLevel)->u.sd.value;
+    mSizeRandomSeed = fetch(kParamSizeRandomSeed)->u.sd.value;
+    mDissolveRandomSeed = fetch(kParamDissolveRandomSeed)->u.sd.value;
+    mFadePercent = Fraction(fetch(kParamDissolve)->u.fd.value);
+    mParam.transitionType = fetch(kParamTransitionType)->u.pd.value;
+    mDissolveTransitionPercent = Fraction(fetch(kParamTransitionProgress)->u.fd.value);
+    mLinearTransitionAngle = static_cast<float>(FromFixed(fetch(kParamDirection)->u.ad.value));
+    mDissolveFeather = Downsampled(*in_data, fetch(kParamFeather)->u.sd.value);
+    mParam.hasFeather = mDissolveFeather >= 1.0F;
+    mUseAlpha = fetch(kParamUseAlpha)->u.bd.value != 0;
+    return err;
+}
+
+void MosaicRender::draw(PF_LayerDef* layer, unsigned int texture, float multiplier) {
+    OpenglShader& shader = *MosaicShaderManager::GetShader(mParam);
+    shader.useProgram();
+    mQuad.bind();
+    shader.setAttribute2fv(kPositionLocation, nullptr, kStride);
+    shader.setAttribute2fv(kTextureCoordinatesLocation,
+                           reinterpret_cast<const float*>(kTextureCoordinatesOffset), kStride);
+    setUniforms(shader, *layer, texture, multiplier);
+    FullPictureQuad::draw();
+    shader.disableVertexAttributeArray(kPositionLocation);
+    shader.disableVertexAttributeArray(kTextureCoordinatesLocation);
+    FullPictureQuad::unbind();
+}
+
+void MosaicRender::setUniforms(OpenglShader& shader, const PF_LayerDef& layer, unsigned int texture,
+                               float multiplier) const {
+    const double width = layer.width;
+    const double height = layer.height;
+    shader.setUniformTexture("videoTexture", static_cast<int>(gl::GL_TEXTURE_2D),
+                             static_cast<int>(texture), 0);
+    shader.setUniform1f("multiplier16bit", multiplier);
+    shader.setUniform1f("fadePercent", mFadePercent);
+    shader.setUniform1f("sizeRandomSeed", static_cast<float>(mSizeRandomSeed));
+    shader.setUniform1f("dissolveRandomSeed", static_cast<float>(mDissolveRandomSeed));
+    shader.setUniform1f("dissolveTransitionPercent", mDissolveTransitionPercent);
+    shader.setUniform1f("linearTransitionAngle",
+                        static_cast<float>(mLinearTransitionAngle * kRadiansPerDegree));
+    CalculateLineTransitionCorner(&shader, mLinearTransitionAngle, Vec2(width, height),
+                                  "linearTransitionStartPoint", "linearTransitionCorner");
+    const double halfWidth = width * 0.5;
+    const double halfHeight = height * 0.5;
+    shader.setUniform1f("maxSideLength", static_cast<float>(std::sqrt(halfWidth * halfWidth +
+                                                                      halfHeight * halfHeight)));
+    shader.setUniform1f("sizeLevel", static_cast<float>(mSizeLevel));
+    shader.setUniform1f("sizeRandomLimit", mSizeRandomLimit);
+    shader.setUniform1f("dissolveFeather", mDissolveFeather);
+    shader.setUniform1f("useAlpha", mUseAlpha ? 1.0F : 0.0F);
+    setBlockSizes(shader);
+    shader.setUniform2f("texSize", static_cast<float>(layer.width),
+                        static_cast<float>(layer.height));
+}
+
+void MosaicRender::setBlockSizes(const OpenglShader& shader) const {
+    const float width = CellSide(mRatio * mSize);
+    const float height = CellSide(mSize);
+    const double largest = std::ldexp(1.0, mSizeLevel);
+    shader.setUniform2f("normalBlockSize", width, height);
+    shader.setUniform2f("maxBlockSize", static_cast<float>(width * largest),
+                        static_cast<float>(height * largest));
+}
+
+void CalculateLineTransitionCorner(OpenglShader* shader, float angle, const Vec2& size,
+                                   const std::string& startPointName,
+                                   const std::string& cornerName) {
+    float folded = std::fmod(angle, 360.0F);
+    if (folded < 0.0F) {
+        folded += 360.0F;
+    }
+    const auto w = static_cast<float>(size.x);
+    const auto h = static_cast<float>(size.y);
+    struct Quadrant {
+        float end; // degrees, exclusive
+        std::array<float, 2> startPoint;
+        std::array<float, 4> corners;
+    };
+    const Quadrant quadrants[] = {
+        {90.0F, {0.0F, 0.0F}, {0.0F, 0.0F, w, h}},
+        {180.0F, {w, 0.0F}, {w, 0.0F, 0.0F, h}},
+        {270.0F, {w, h}, {0.0F, 0.0F, w, h}},
+        {360.0F, {0.0F, h}, {w, 0.0F, 0.0F, h}},
+    };
+    for (const auto& [end, startPoint, corners] : quadrants) {
+        if (folded < end) {
+            shader->setUniform2f(startPointName, startPoint[0], startPoint[1]);
+            shader->setUniform4f(cornerName, corners[0], corners[1], corners[2], corners[3]);
+            return;
+        }
+    }
+    // A sum that single precision rounds to 360 belongs to no quadrant: the uniforms stay.
+}
+
+} // namespace Kerovane::Tesselune
