@@ -28,6 +28,8 @@ AEOpenGLContext::createNSContext(const Platform::OpenGLContext* shareContext) {
 
 void AEOpenGLContext::InitializeOpenGLBindings() {
     glbinding::Binding::initialize(false);
+    // Once the layer knows a context, the call above does nothing for the thread.
+    glbinding::Binding::useCurrentContext();
     if (Platform::OpenGLContext::currentId() == 0) {
         return; // nothing to report on
     }

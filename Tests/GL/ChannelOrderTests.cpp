@@ -1,0 +1,91 @@
+#include "GL/BackgroundRender.h"
+#include "GL/ScreenRender.h"
+
+#include "GLFixture.h"
+#include "Support/LiveGLObjects.h"
+
+#include <random>
+
+using namespace gl;
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+constexpr float k16bit = 65535.0F / 32768.0F;
+
+/** Draws passes from float texture to float texture, so that no target's precision interferes. */
+class ChannelOrderTest : public GLFixture {
+protected:
+    template <typename Pass>
+    static std::vector<Texel> Drawn(Pass& pass, const std::vector<Texel>& texels, int width,
+                                    float multiplier) {
+        const int height = static_cast<int>(texels.size()) / width;
+        const GLTexture source = FloatTexture(texels, width);
+        const GLTexture target = FloatTexture(std::vector<Texel>(texels.size()), width);
+        const GLFramebuffer frameBuffer = GLFramebuffer::generated();
+        glBindFramebuffer(GL_FRAMEBUFFER, frameBuffer.name());
+        glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, target.name(),
+                               0);
+        glViewport(0, 0, width, height);
+        pass.draw(source.name(), multiplier);
+        return BoundTexels(width, height);
+    }
+};
+
+TEST_F(ChannelOrderTest, ScreenRenderGivesTheHostItsPixels) {
+    struct {
+        Texel premultiplied;
+        float multiplier;
+        Texel host;
+    } const kCases[] = {
+        {{0.25F, 0.25F, 0.25F, 0.5F}, 1.0F, {0.5F, 0.5F, 0.5F, 0.5F}},
+        {{0.1F, 0.2F, 0.4F, 0.5F}, 1.0F, {0.5F, 0.2F, 0.4F, 0.8F}},
+        {{0.3F, 0.2F, 0.1F, 0.0F}, 1.0F, {0.0F, 0.0F, 0.0F, 0.0F}},
+        {{1.0F, 1.0F, 1.0F, 1.0F}, k16bit, {1 / k16bit, 1 / k16bit, 1 / k16bit, 1 / k16bit}},
+    };
+    ScreenRender pass;
+    for (const auto& [premultiplied, multiplier, host] : kCases) {
+        const Texel drawn = Drawn(pass, {premultiplied}, 1, multiplier)[0];
+        for (std::size_t channel = 0; channel < 4; ++channel) {
+            EXPECT_NEAR(drawn[channel], host[channel], 1e-6F) << "channel " << channel;
+        }
+    }
+}
+
+TEST_F(ChannelOrderTest, ScreenRenderUndoesBackgroundRenderAndFlipsNothing) {
+    std::mt19937 random(7);
+    std::uniform_real_distribution<float> channel(0.05F, 1.0F);
+    std::vector<Texel> host(6 * 4);
+    for (Texel& texel : host) {
+        texel = {channel(random), channel(random), channel(random), channel(random)};
+    }
+    BackgroundRender background;
+    ScreenRender screen;
+    for (const float multiplier : {1.0F, k16bit}) {
+        const auto there = Drawn(background, host, 6, multiplier);
+        const auto back = Drawn(screen, there, 6, multiplier);
+        for (std::size_t i = 0; i < host.size(); ++i) {
+            EXPECT_NEAR(there[i][3], host[i][0] * multiplier, 1e-6F) << "alpha of texel " << i;
+            EXPECT_NEAR(there[i][0], host[i][1] * host[i][0] * multiplier * multiplier, 1e-5F);
+            for (std::size_t c = 0; c < 4; ++c) {
+                EXPECT_NEAR(back[i][c], host[i][c], 1e-5F) << "texel " << i << " channel " << c;
+            }
+        }
+    }
+}
+
+TEST_F(ChannelOrderTest, KeepsItsObjectsFromDrawToDraw) {
+    ScreenRender pass;
+    const TestSupport::LiveGLObjects live;
+    Drawn(pass, {Texel{}}, 1, 1.0F);
+    const auto afterFirst = live.counts();
+    Drawn(pass, {Texel{}}, 1, 1.0F);
+    EXPECT_EQ(live.counts(), afterFirst);
+    EXPECT_EQ(afterFirst,
+              (std::map<std::string, int>{{"Buffers", 1}, {"Programs", 1}, {"VertexArrays", 1}}));
+}
+
+} // namespace
+
+} // namespace Kerovane::Tesselune

@@ -1,0 +1,162 @@
+#include "GL/AEOpenGLContextManager.h"
+#include "GL/SaveRestoreGLContextMac.h"
+
+#include "GLFixture.h"
+#include "Support/EglHost.h"
+#include "Support/GLCalls.h"
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+
+using namespace gl;
+using Kerovane::TestSupport::EglHost;
+using Kerovane::TestSupport::GLCalls;
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+int Occurrences(const std::string& text, const std::string& part) {
+    int count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+/** The contexts of the process, set up for a test. */
+class ContextManager : public testing::Test {
+protected:
+    ContextManager() { AEOpenGLContextManager::setupContextManager(); }
+    ~ContextManager() override { AEOpenGLContextManager::releaseContextManager(); }
+};
+
+TEST_F(ContextManager, GivesEveryThreadAContextOfItsOwnAndReportsEachOnce) {
+    testing::internal::CaptureStdout();
+    constexpr int kThreads = 4;
+    std::vector<AEOpenGLContext*> contexts(kThreads);
+    std::atomic<int> waiting = kThreads;
+    std::vector<std::jthread> threads;
+    for (AEOpenGLContext*& context : contexts) {
+        threads.emplace_back([&context, &waiting] {
+            --waiting;
+            while (waiting > 0) {
+            }
+            context = AEOpenGLContextManager::getCurrentRenderContext();
+            context->makeContextCurrent();
+            EXPECT_EQ(AEOpenGLContextManager::getCurrentRenderContext(), context);
+        });
+    }
+    threads.clear();
+    const std::string report = testing::internal::GetCapturedStdout();
+    std::ranges::sort(contexts);
+    EXPECT_EQ(std::ranges::adjacent_find(contexts), contexts.end());
+    EXPECT_EQ(Occurrences(report, "\nOpenGL Version:  "), kThreads);
+    EXPECT_EQ(Occurrences(report, " (gl.xml)\n\n"), kThreads) << report;
+}
+
+TEST_F(ContextManager, ReportsTheDriverInSixLines) {
+    testing::internal::CaptureStdout();
+    const AEOpenGLContext context(nullptr);
+    const std::string report = testing::internal::GetCapturedStdout();
+    const auto vendor = reinterpret_cast<const char*>(glGetString(GL_VENDOR));
+    const auto renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    EXPECT_EQ(report.find("\nOpenGL Version:  "), 0U);
+    EXPECT_NE(report.find(std::string("\nOpenGL Vendor:   ") + vendor + "\n"), std::string::npos);
+    EXPECT_NE(report.find(std::string("\nOpenGL Renderer: ") + renderer + "\nOpenGL Revision: "),
+              std::string::npos);
+    EXPECT_EQ(Occurrences(report, "\n"), 6);
+}
+
+TEST_F(ContextManager, SharesObjectsButNotVertexArrays) {
+    AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
+    const GLTexture texture = GLTexture::generated();
+    glBindTexture(GL_TEXTURE_2D, texture.name());
+    GLVertexArray vertexArray = GLVertexArray::generated();
+    glBindVertexArray(vertexArray.name());
+    glFinish();
+    std::jthread([&] {
+        AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
+        EXPECT_EQ(glIsTexture(texture.name()), GL_TRUE);
+        EXPECT_EQ(glIsVertexArray(vertexArray.name()), GL_FALSE);
+    }).join();
+}
+
+TEST_F(ContextManager, GivesANumberedThreadAContextAgainAfterASecondSetUp) {
+    AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
+    AEOpenGLContextManager::releaseContextManager();
+    EXPECT_EQ(AEOpenGLContextManager::getSharedDataContext(), nullptr);
+    AEOpenGLContextManager::releaseContextManager();
+    AEOpenGLContextManager::setupContextManager();
+    AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
+    int major = 0;
+    glGetIntegerv(GL_MAJOR_VERSION, &major);
+    EXPECT_GE(major, 3);
+}
+
+TEST_F(ContextManager, FlushesWhatASwitchLeavesUnlessItsFrameBufferIsIncomplete) {
+    const auto left = AEOpenGLContext::createNSContext(nullptr);
+    const auto entered = AEOpenGLContext::createNSContext(nullptr);
+    left->makeCurrent();
+    const GLFramebuffer incomplete = GLFramebuffer::generated();
+    struct {
+        unsigned int frameBuffer;
+        int flushes;
+    } const kCases[] = {{0, 1}, {incomplete.name(), 0}};
+    for (const auto& [frameBuffer, flushes] : kCases) {
+        left->makeCurrent();
+        glBindFramebuffer(GL_FRAMEBUFFER, frameBuffer);
+        const GLCalls calls;
+        AEOpenGLContext::makeCurrentFlush(*left);
+        EXPECT_EQ(calls.names(), std::vector<std::string>{}) << "it is current already";
+        AEOpenGLContext::makeCurrentFlush(*entered);
+        EXPECT_EQ(calls.count("glFlush"), flushes);
+        EXPECT_TRUE(entered->isCurrent());
+    }
+    left->makeCurrent();
+}
+
+class SavedContext : public ContextManager {};
+
+TEST_F(SavedContext, ComesBackWholeAndOnce) {
+    const EglHost host;
+    host.makeCurrent();
+    SaveRestoreGLContextMac saved;
+    AEOpenGLContext* const own = AEOpenGLContextManager::getCurrentRenderContext();
+    own->makeContextCurrent();
+    EXPECT_NE(Platform::CurrentEglBinding(), host.binding());
+    EXPECT_FALSE(saved.mRestored());
+    saved.restore();
+    EXPECT_TRUE(saved.mRestored());
+    EXPECT_EQ(Platform::CurrentEglBinding(), host.binding());
+    own->makeContextCurrent();
+    saved.restore();
+    EXPECT_NE(Platform::CurrentEglBinding(), host.binding());
+}
+
+TEST_F(SavedContext, ComesBackWhenAnExceptionPasses) {
+    const EglHost host;
+    host.makeCurrent();
+    try {
+        const SaveRestoreGLContextMac saved;
+        AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
+        throw 13;
+    } catch (int) {
+    }
+    EXPECT_EQ(Platform::CurrentEglBinding(), host.binding());
+}
+
+TEST_F(SavedContext, LeavesTheCurrentOneAloneWhereThereWasNone) {
+    Platform::ReleaseCurrentEglContext();
+    SaveRestoreGLContextMac saved;
+    AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
+    const Platform::EglBinding own = Platform::CurrentEglBinding();
+    saved.restore();
+    EXPECT_TRUE(saved.mRestored());
+    EXPECT_EQ(Platform::CurrentEglBinding(), own);
+}
+
+} // namespace
+
+} // namespace Kerovane::Tesselune

@@ -1,0 +1,206 @@
+#include "GL/OpenglShader.h"
+
+#include "GLFixture.h"
+#include "Support/GLCalls.h"
+#include "Support/LiveGLObjects.h"
+
+#include <algorithm>
+#include <functional>
+
+using namespace gl;
+using Kerovane::TestSupport::GLCalls;
+using Kerovane::TestSupport::LiveGLObjects;
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+const std::string kVertex = "#version 330\nin vec4 position; in vec4 weight;\n"
+                            "void main() { gl_Position = position + weight; }";
+const std::string kFragment = R"(#version 330
+uniform int i1; uniform ivec2 i2; uniform ivec3 i3; uniform ivec4 i4;
+uniform float f1; uniform vec2 f2; uniform vec3 f3; uniform vec4 f4; uniform sampler2D picture;
+out vec4 colour;
+void main() {
+    colour = vec4(i1 + i2.x + i3.x + i4.x) + f1 + f2.x + f3.x + f4 + texture(picture, vec2(0));
+}
+)";
+const std::string kUnlinkable = "#version 330\nvoid missing(); void main() { missing(); }";
+const std::string kBroken = "#version 330\nvoid main() { nonsense; }";
+
+using OpenglShaderTest = GLFixture;
+
+TEST_F(OpenglShaderTest, MakesNoGLCallBeforeItIsUsed) {
+    const GLCalls calls;
+    OpenglShader shader(kVertex, kFragment);
+    shader.addAttributeBinding("position", 0);
+    shader.setUniform1f("f1", 1.0F);
+    shader.setUniformTexture("picture", static_cast<int>(GL_TEXTURE_2D), 1, 0);
+    shader.setAttribute4fv("position", nullptr, 0);
+    shader.setAttribute4fv(0, nullptr, 0);
+    shader.disableVertexAttributeArray(0);
+    EXPECT_EQ(shader.getUniformLocation("f1"), -1);
+    EXPECT_EQ(calls.names(), std::vector<std::string>{});
+}
+
+TEST_F(OpenglShaderTest, ReportsAFailedBuildAtEveryUseAndLeavesNothingBehind) {
+    const std::string geometry = "#version 330\nlayout(points) in;\n"
+                                 "layout(points, max_vertices = 1) out;\nvoid main() {}";
+    struct {
+        std::string vertex, fragment, geometry, report;
+    } const kCases[] = {
+        {kBroken, kFragment, "", "Shader vert error:\n"},
+        {kVertex, kBroken, "", "Shader frag error:\n"},
+        {kVertex, kFragment, kBroken, "Shader geo error:\n"},
+        {kVertex, kUnlinkable, "", "Program error:\n"},
+        {kVertex, kUnlinkable, geometry, "Program error:\n"},
+    };
+    for (const auto& [vertex, fragment, geometrySource, report] : kCases) {
+        const LiveGLObjects live;
+        OpenglShader shader(vertex, fragment, geometrySource);
+        testing::internal::CaptureStdout();
+        shader.useProgram();
+        const std::string first = testing::internal::GetCapturedStdout();
+        testing::internal::CaptureStdout();
+        shader.useProgram();
+        EXPECT_EQ(testing::internal::GetCapturedStdout(), first);
+        EXPECT_EQ(first.substr(0, report.size()), report) << first;
+        EXPECT_GT(first.size(), report.size() + 1) << "the log is missing";
+        EXPECT_EQ(live.counts(), (std::map<std::string, int>{})) << report;
+    }
+}
+
+TEST_F(OpenglShaderTest, CutsALongLog) {
+    const std::string longText(2000, 'x');
+    OpenglShader shader(kVertex, "#version 330\n#error " + longText + "\nvoid main() {}");
+    testing::internal::CaptureStdout();
+    shader.useProgram();
+    const std::string report = testing::internal::GetCapturedStdout();
+    EXPECT_GT(std::ranges::count(report, 'x'), 400);
+    EXPECT_LE(report.size(), std::string("Shader frag error:\n\n").size() + 512);
+}
+
+TEST_F(OpenglShaderTest, HandsUniformsToTheProgram) {
+    OpenglShader shader(kVertex, kFragment);
+    shader.useProgram();
+    const int ints[] = {5, 6, 7, 8};
+    const float floats[] = {0.5F, 0.25F, -1.5F, 8.0F};
+    struct {
+        const char* name;
+        std::vector<float> expected;
+        std::function<void()> set;
+    } const kCases[] = {
+        {"i1", {1}, [&] { shader.setUniform1i("i1", 1); }},
+        {"i2", {1, 2}, [&] { shader.setUniform2i("i2", 1, 2); }},
+        {"i3", {1, 2, 3}, [&] { shader.setUniform3i("i3", 1, 2, 3); }},
+        {"i4", {1, 2, 3, 4}, [&] { shader.setUniform4i("i4", 1, 2, 3, 4); }},
+        {"i1", {5}, [&] { shader.setUniform1iv("i1", ints, 1); }},
+        {"i2", {5, 6}, [&] { shader.setUniform2iv("i2", ints, 1); }},
+        {"i3", {5, 6, 7}, [&] { shader.setUniform3iv("i3", ints, 1); }},
+        {"i4", {5, 6, 7, 8}, [&] { shader.setUniform4iv("i4", ints, 1); }},
+        {"f1", {1.5}, [&] { shader.setUniform1f("f1", 1.5F); }},
+        {"f2", {1.5, 2}, [&] { shader.setUniform2f("f2", 1.5F, 2.0F); }},
+        {"f3", {1.5, 2, 3}, [&] { shader.setUniform3f("f3", 1.5F, 2.0F, 3.0F); }},
+        {"f4", {1.5, 2, 3, 4}, [&] { shader.setUniform4f("f4", 1.5F, 2.0F, 3.0F, 4.0F); }},
+        {"f1", {0.5}, [&] { shader.setUniform1fv("f1", floats, 1); }},
+        {"f2", {0.5, 0.25}, [&] { shader.setUniform2fv("f2", floats, 1); }},
+        {"f3", {0.5, 0.25, -1.5}, [&] { shader.setUniform3fv("f3", floats, 1); }},
+        {"f4", {0.5, 0.25, -1.5, 8}, [&] { shader.setUniform4fv("f4", floats, 1); }},
+    };
+    int program = 0;
+    glGetIntegerv(GL_CURRENT_PROGRAM, &program);
+    for (const auto& [name, expected, set] : kCases) {
+        set();
+        std::vector<float> values(4);
+        glGetUniformfv(static_cast<GLuint>(program), shader.getUniformLocation(name),
+                       values.data());
+        values.resize(expected.size());
+        EXPECT_EQ(values, expected) << name;
+    }
+}
+
+TEST_F(OpenglShaderTest, IgnoresUniformsThatTheProgramLacks) {
+    OpenglShader shader(kVertex, kFragment);
+    shader.useProgram();
+    const GLCalls calls;
+    shader.setUniform1f("missing", 1.0F);
+    shader.setUniformTexture("missing", static_cast<int>(GL_TEXTURE_2D), 0, 3);
+    EXPECT_EQ(calls.count("glUniform1f"), 0);
+    EXPECT_EQ(calls.count("glUniform1i"), 0);
+    EXPECT_EQ(calls.count("glBindTexture"), 1) << "the texture is bound in every case";
+}
+
+TEST_F(OpenglShaderTest, BindsATextureToItsUnit) {
+    OpenglShader shader(kVertex, kFragment);
+    shader.useProgram();
+    const GLTexture texture = FloatTexture({Texel{}}, 1);
+    shader.setUniformTexture("picture", static_cast<int>(GL_TEXTURE_2D),
+                             static_cast<int>(texture.name()), 2);
+    int active = 0;
+    int bound = 0;
+    glGetIntegerv(GL_ACTIVE_TEXTURE, &active);
+    glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
+    EXPECT_EQ(active, static_cast<int>(GL_TEXTURE2));
+    EXPECT_EQ(bound, static_cast<int>(texture.name()));
+}
+
+TEST_F(OpenglShaderTest, KeepsTheFirstBindingOfAnAttribute) {
+    OpenglShader shader(kVertex, kFragment);
+    shader.addAttributeBinding("position", 5);
+    shader.addAttributeBinding("position", 2);
+    shader.addAttributeBinding("weight", 3);
+    shader.useProgram();
+    EXPECT_EQ(shader.getAttributeLocation("position"), 5);
+    EXPECT_EQ(shader.getAttributeLocation("weight"), 3);
+    EXPECT_EQ(shader.getAttributeLocation("missing"), -1);
+}
+
+TEST_F(OpenglShaderTest, DescribesAndDisablesAttributes) {
+    OpenglShader shader(kVertex, kFragment);
+    shader.addAttributeBinding("position", 4);
+    shader.useProgram();
+    const GLVertexArray vertexArray = GLVertexArray::generated();
+    const GLBuffer buffer = GLBuffer::generated();
+    glBindVertexArray(vertexArray.name());
+    glBindBuffer(GL_ARRAY_BUFFER, buffer.name());
+
+    const auto get = [](GLenum what) {
+        int value = 0;
+        glGetVertexAttribiv(4, what, &value);
+        return value;
+    };
+    struct {
+        int size;
+        GLenum type;
+        std::function<void()> set;
+    } const kCases[] = {
+        {1, GL_INT, [&] { shader.setAttribute1iv(4, nullptr, 32); }},
+        {1, GL_FLOAT, [&] { shader.setAttribute1fv(4, nullptr, 32); }},
+        {2, GL_FLOAT, [&] { shader.setAttribute2fv(4, nullptr, 32); }},
+        {3, GL_FLOAT, [&] { shader.setAttribute3fv(4, nullptr, 32); }},
+        {4, GL_FLOAT, [&] { shader.setAttribute4fv(4, nullptr, 32); }},
+        {1, GL_FLOAT, [&] { shader.setAttribute1fv("position", nullptr, 32); }},
+        {2, GL_FLOAT, [&] { shader.setAttribute2fv("position", nullptr, 32); }},
+        {3, GL_FLOAT, [&] { shader.setAttribute3fv("position", nullptr, 32); }},
+        {4, GL_FLOAT, [&] { shader.setAttribute4fv("position", nullptr, 32); }},
+    };
+    bool byName = false;
+    for (const auto& [size, type, set] : kCases) {
+        set();
+        EXPECT_EQ(get(GL_VERTEX_ATTRIB_ARRAY_ENABLED), 1);
+        EXPECT_EQ(get(GL_VERTEX_ATTRIB_ARRAY_SIZE), size);
+        EXPECT_EQ(get(GL_VERTEX_ATTRIB_ARRAY_TYPE), static_cast<int>(type));
+        EXPECT_EQ(get(GL_VERTEX_ATTRIB_ARRAY_STRIDE), 32);
+        byName = !byName;
+        if (byName) {
+            shader.disableVertexAttributeArray("position");
+        } else {
+            shader.disableVertexAttributeArray(4);
+        }
+        EXPECT_EQ(get(GL_VERTEX_ATTRIB_ARRAY_ENABLED), 0);
+    }
+}
+
+} // namespace
+
+} // namespace Kerovane::Tesselune

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "HostContext.h"
+
+namespace Kerovane::TestSupport {
+
+/** A host's own EGL context, with different surfaces for drawing and reading, on its display. */
+class EglHost {
+public:
+    EglHost();
+    ~EglHost();
+    EglHost(const EglHost&) = delete;
+    EglHost& operator=(const EglHost&) = delete;
+
+    void makeCurrent() const { Platform::MakeCurrent(mBinding); }
+    const Platform::EglBinding& binding() const { return mBinding; }
+
+private:
+    Platform::EglBinding mBinding;
+};
+
+} // namespace Kerovane::TestSupport
