@@ -1,0 +1,58 @@
+#pragma once
+
+#include "Host/EffectSession.h"
+#include "Host/Time.h"
+
+#include <filesystem>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace Kerovane::Host {
+
+/// What a frame has beside its pixels and parameter values.
+struct Frame {
+    Time time;
+    A_long timeStep = 1;                     ///< ticks of a frame
+    A_long downsample = 1;                   ///< the pixels are reduced so many times
+    PF_RationalScale pixelAspectRatio{1, 1}; ///< width over height of a pixel
+};
+
+/**
+ * An effect that is set up and renders: the module is loaded and set up by the constructor, set
+ * down and unloaded by the destructor. One for a module in a process; the instances that a user
+ * sees differ by the ParameterValues that they render with. Threads may share it: its operations
+ * run one after another, as effects of this kind want it.
+ *
+ * Operations throw Error where the effect returns an error or asks to display one.
+ */
+class Effect {
+public:
+    explicit Effect(const std::filesystem::path& module);
+    ~Effect();
+    Effect(const Effect&) = delete;
+    Effect& operator=(const Effect&) = delete;
+
+    /// By index, the input layer first.
+    const std::vector<Parameter>& parameters() const { return mSession.parameters(); }
+
+    /// As the effect packed it; AE_Effect.h has the macros that unpack it.
+    A_u_long version() const { return mVersion; }
+
+    /// The effect's about text, its lines separated by '\n'.
+    std::string about();
+
+    /// `output` has the depth and the size of `input`.
+    void render(const Frame& frame, const ParameterValues& values, const World& input,
+                World& output);
+
+private:
+    void check(PF_Err error, const char* doing) const;
+    void setUp();
+
+    std::mutex mMutex;
+    EffectSession mSession;
+    A_u_long mVersion = 0;
+};
+
+} // namespace Kerovane::Host

@@ -1,0 +1,84 @@
+#pragma once
+
+#include "AE_Effect.h"
+#include "Host/EffectModule.h"
+#include "Host/Parameter.h"
+#include "Host/ParameterValues.h"
+#include "Host/World.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace Kerovane::Host {
+
+/// What the effect has of the host's and has not given back.
+struct LiveCounts {
+    int suites = 0;        ///< references to suites, in the whole process
+    int handles = 0;       ///< of utilities and handle suite, in the whole process
+    int memoryHandles = 0; ///< of the memory suite, in the whole process
+    int checkouts = 0;     ///< parameters checked out of this session
+    int worlds = 0;        ///< made by the world suite for this session
+
+    bool operator==(const LiveCounts&) const = default;
+};
+
+/**
+ * The host's side of a loaded effect: the records that pass with every call, the callbacks behind
+ * them, and the parameters that the effect adds. It sends any command and none by itself; Effect
+ * sends them in the order of a life. One command at a time.
+ */
+class EffectSession {
+public:
+    /// Throws Error where the module can't be loaded.
+    explicit EffectSession(const std::filesystem::path& module);
+    ~EffectSession();
+    EffectSession(const EffectSession&) = delete;
+    EffectSession& operator=(const EffectSession&) = delete;
+
+    /**
+     * Sends one command and returns the effect's answer. Before it, the message and the display
+     * flag in outData() are cleared; flags, version and handles that the effect returns are kept as
+     * a host keeps them. What the effect throws passes through.
+     */
+    PF_Err call(PF_Cmd command, PF_ParamDef** params = nullptr, PF_LayerDef* output = nullptr);
+
+    /**
+     * Sends PF_Cmd_RENDER with the parameter list at inData()'s current time, the input layer
+     * first, after it has set inData()'s width and height from the input and the downsample
+     * factors.
+     */
+    PF_Err render(const World& input, World& output);
+
+    /// The records of the next call. Callbacks and the basic suite in them may be replaced.
+    PF_InData& inData() { return mInData; }
+    PF_OutData& outData() { return mOutData; }
+
+    /// By index, the input layer first. Emptied to that one when PF_Cmd_PARAMS_SETUP is sent.
+    const std::vector<Parameter>& parameters() const { return mParameters; }
+
+    /// What checkout_param answers with.
+    ParameterValues& values() { return mValues; }
+
+    LiveCounts liveCounts() const;
+
+    /// Why a callback last refused something of the effect, since the call began; else empty.
+    const std::string& refusal() const { return mRefusal; }
+
+private:
+    friend struct EffectCallbacks;
+
+    EffectModule mModule;
+    std::vector<Parameter> mParameters;
+    ParameterValues mValues;
+    PF_UtilCallbacks mUtilities;
+    PF_InData mInData{};
+    PF_OutData mOutData{};
+    const PF_LayerDef* mInput = nullptr; ///< of the render in progress
+    int mCheckouts = 0;
+    std::map<const void*, World> mWorlds; ///< by address of the pixels
+    std::string mRefusal;
+};
+
+} // namespace Kerovane::Host

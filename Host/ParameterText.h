@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Host/Parameter.h"
+
+#include <string>
+#include <string_view>
+
+namespace Kerovane::Host {
+
+/// A shown name as people type it: lower case, a hyphen for each run of other characters.
+/// "Size Random Seed" gives "size-random-seed".
+std::string TypedName(std::string_view shownName);
+
+/// "slider", "popup", ...: the word for a parameter's type.
+std::string_view TypeName(const Parameter& parameter);
+
+/// "percent", "degrees", or empty.
+std::string_view UnitName(const Parameter& parameter);
+
+/**
+ * The value that `text` names: a number, a popup's choice by typed name or by number, true or false
+ * for a checkbox. Throws Error, which tells what can be given, where `text` is none or lies outside
+ * the valid range.
+ */
+double ParseValue(const Parameter& parameter, std::string_view text);
+
+/// `value` as ParseValue reads it.
+std::string FormatValue(const Parameter& parameter, double value);
+
+} // namespace Kerovane::Host
