@@ -29,15 +29,12 @@ struct Frame {
 class Effect {
 public:
     explicit Effect(const std::filesystem::path& module);
-    ~Effect();
-    Effect(const Effect&) = delete;
-    Effect& operator=(const Effect&) = delete;
 
     /// By index, the input layer first.
     const std::vector<Parameter>& parameters() const { return mSession.parameters(); }
 
     /// As the effect packed it; AE_Effect.h has the macros that unpack it.
-    A_u_long version() const { return mVersion; }
+    A_u_long version() { return mSession.outData().my_version; }
 
     /// The effect's about text, its lines separated by '\n'.
     std::string about();
@@ -47,12 +44,21 @@ public:
                 World& output);
 
 private:
-    void check(PF_Err error, const char* doing) const;
-    void setUp();
+    /// From PF_Cmd_GLOBAL_SETUP to PF_Cmd_GLOBAL_SETDOWN.
+    class GlobalSetup {
+    public:
+        explicit GlobalSetup(EffectSession& session);
+        ~GlobalSetup();
+        GlobalSetup(const GlobalSetup&) = delete;
+        GlobalSetup& operator=(const GlobalSetup&) = delete;
+
+    private:
+        EffectSession& mSession;
+    };
 
     std::mutex mMutex;
     EffectSession mSession;
-    A_u_long mVersion = 0;
+    GlobalSetup mGlobalSetup;
 };
 
 } // namespace Kerovane::Host

@@ -7,7 +7,6 @@
 #include "Host/World.h"
 
 #include <filesystem>
-#include <map>
 #include <string>
 #include <vector>
 
@@ -19,7 +18,7 @@ struct LiveCounts {
     int handles = 0;       ///< of utilities and handle suite, in the whole process
     int memoryHandles = 0; ///< of the memory suite, in the whole process
     int checkouts = 0;     ///< parameters checked out of this session
-    int worlds = 0;        ///< made by the world suite for this session
+    int worlds = 0;        ///< made by the world suite, in the whole process
 
     bool operator==(const LiveCounts&) const = default;
 };
@@ -33,14 +32,13 @@ class EffectSession {
 public:
     /// Throws Error where the module can't be loaded.
     explicit EffectSession(const std::filesystem::path& module);
-    ~EffectSession();
     EffectSession(const EffectSession&) = delete;
     EffectSession& operator=(const EffectSession&) = delete;
 
     /**
-     * Sends one command and returns the effect's answer. Before it, the message and the display
-     * flag in outData() are cleared; flags, version and handles that the effect returns are kept as
-     * a host keeps them. What the effect throws passes through.
+     * Sends one command and returns the effect's answer. Nothing in the records is changed before
+     * or after; only the parameter list starts anew with PF_Cmd_PARAMS_SETUP. What the effect
+     * throws passes through.
      */
     PF_Err call(PF_Cmd command, PF_ParamDef** params = nullptr, PF_LayerDef* output = nullptr);
 
@@ -55,7 +53,7 @@ public:
     PF_InData& inData() { return mInData; }
     PF_OutData& outData() { return mOutData; }
 
-    /// By index, the input layer first. Emptied to that one when PF_Cmd_PARAMS_SETUP is sent.
+    /// By index, the input layer first.
     const std::vector<Parameter>& parameters() const { return mParameters; }
 
     /// What checkout_param answers with.
@@ -69,15 +67,17 @@ public:
 private:
     friend struct EffectCallbacks;
 
+    /// The parameter at `index` as checked out at a time; `index` is in range.
+    PF_ParamDef definitionAt(std::size_t index, Time time) const;
+
     EffectModule mModule;
     std::vector<Parameter> mParameters;
     ParameterValues mValues;
     PF_UtilCallbacks mUtilities;
     PF_InData mInData{};
     PF_OutData mOutData{};
-    const PF_LayerDef* mInput = nullptr; ///< of the render in progress
+    PF_LayerDef mInput{}; ///< of the last render
     int mCheckouts = 0;
-    std::map<const void*, World> mWorlds; ///< by address of the pixels
     std::string mRefusal;
 };
 

@@ -17,6 +17,9 @@ std::string_view TypeName(const Parameter& parameter);
 /// "percent", "degrees", or empty.
 std::string_view UnitName(const Parameter& parameter);
 
+/// What the parameter can be set to: "a whole number from 2 to 3000", "square or triangle".
+std::string AcceptedValues(const Parameter& parameter);
+
 /**
  * The value that `text` names: a number, a popup's choice by typed name or by number, true or false
  * for a checkbox. Throws Error, which tells what can be given, where `text` is none or lies outside
@@ -24,7 +27,7 @@ std::string_view UnitName(const Parameter& parameter);
  */
 double ParseValue(const Parameter& parameter, std::string_view text);
 
-/// `value` as ParseValue reads it.
+/// `value` in a form that ParseValue reads, to six digits where it isn't a whole number.
 std::string FormatValue(const Parameter& parameter, double value);
 
 } // namespace Kerovane::Host
