@@ -1,0 +1,99 @@
+#include "EffectFixture.h"
+#include "Support/LiveGLObjects.h"
+
+#include <array>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+
+namespace Kerovane::TestSupport {
+
+namespace {
+
+using Commands = EffectFixture;
+
+TEST_F(Commands, OfNoUseToTheEffectChangeNothing) {
+    for (const PF_Cmd command :
+         {static_cast<int>(PF_Cmd_UNUSED_0), static_cast<int>(PF_Cmd_SEQUENCE_SETUP),
+          static_cast<int>(PF_Cmd_SEQUENCE_RESETUP), static_cast<int>(PF_Cmd_SEQUENCE_FLATTEN),
+          static_cast<int>(PF_Cmd_SEQUENCE_SETDOWN), static_cast<int>(PF_Cmd_DO_DIALOG),
+          static_cast<int>(PF_Cmd_FRAME_SETUP), static_cast<int>(PF_Cmd_FRAME_SETDOWN),
+          static_cast<int>(PF_Cmd_USER_CHANGED_PARAM), static_cast<int>(PF_Cmd_UPDATE_PARAMS_UI),
+          static_cast<int>(PF_Cmd_EVENT), 1000, -1}) {
+        std::memset(&mSession.outData(), 0x5a, sizeof(PF_OutData));
+        const PF_OutData before = mSession.outData();
+        EXPECT_EQ(mSession.call(command), PF_Err_NONE) << command;
+        EXPECT_EQ(std::memcmp(&before, &mSession.outData(), sizeof before), 0) << command;
+    }
+    mSession.outData() = {};
+}
+
+TEST_F(Commands, AboutNamesTheEffectAndItsVersion) {
+    EXPECT_EQ(mSession.call(PF_Cmd_ABOUT), PF_Err_NONE);
+    EXPECT_STREQ(mSession.outData().return_msg, "Tesselune v1.0\rTesselune");
+}
+
+TEST_F(Commands, GlobalSetupDeclaresVersionAndFlags) {
+    mSession.outData().out_flags = PF_OutFlag_I_EXPAND_BUFFER;
+    mSession.outData().out_flags2 = PF_OutFlag2_FLOAT_COLOR_AWARE;
+    setUp();
+    EXPECT_EQ(mSession.outData().my_version, 524289U);
+    EXPECT_EQ(mSession.outData().out_flags, 33587202 | PF_OutFlag_I_EXPAND_BUFFER);
+    EXPECT_EQ(mSession.outData().out_flags2, 0);
+}
+
+TEST_F(Commands, GlobalSetdownFreesTheHandlesThatTheHostGave) {
+    const auto newHandle = mSession.inData().utils->host_new_handle;
+    const int before = mSession.liveCounts().handles;
+    PF_Handle global = newHandle(8);
+    mSession.inData().sequence_data = newHandle(8);
+    mSession.inData().global_data = global;
+    mSession.outData().sequence_data = mSession.inData().sequence_data;
+    mSession.outData().global_data = global;
+    setDown();
+    EXPECT_EQ(mSession.liveCounts().handles, before);
+    EXPECT_EQ(mSession.outData().sequence_data, nullptr);
+    EXPECT_EQ(mSession.outData().global_data, global) << "the effect leaves it to the host";
+    mSession.inData().sequence_data = nullptr;
+    mSession.inData().global_data = nullptr;
+}
+
+TEST_F(Commands, RenderIsRefusedBetweenSetDownAndSetUp) {
+    const Host::World input = SmoothPicture(40, 30, true);
+    const Host::World before = rendered(input);
+    for (int round = 0; round < 3; ++round) {
+        setDown();
+        setDown();
+        {
+            const LiveGLObjects live;
+            Host::World output(Host::Depth::Bits8, 40, 30);
+            EXPECT_EQ(mSession.render(input, output), PF_Err_BAD_CALLBACK_PARAM);
+            EXPECT_TRUE(live.counts().empty());
+            EXPECT_TRUE(SamePixels(output, Host::World(Host::Depth::Bits8, 40, 30)));
+        }
+        setUp();
+        EXPECT_TRUE(SamePixels(rendered(input), before)) << "round " << round;
+    }
+}
+
+TEST_F(Commands, SetDownWorksBeforeAnyFrame) {
+    setDown();
+    setUp();
+}
+
+TEST(Module, ExportsItsEntryAlone) {
+    const std::string command = std::string(NM) + " -D --defined-only " + TESSELUNE_MODULE;
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> output(popen(command.c_str(), "r"),
+                                                                 pclose);
+    ASSERT_NE(output, nullptr);
+    std::string symbols;
+    std::array<char, 256> line{};
+    while (std::fgets(line.data(), line.size(), output.get()) != nullptr) {
+        symbols += std::strrchr(line.data(), ' ') + 1;
+    }
+    EXPECT_EQ(symbols, "EntryPointFunc\n");
+}
+
+} // namespace
+
+} // namespace Kerovane::TestSupport

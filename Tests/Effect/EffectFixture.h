@@ -1,0 +1,56 @@
+#pragma once
+
+#include "Host/EffectSession.h"
+#include "Host/World.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string_view>
+
+namespace Kerovane::TestSupport {
+
+/** A test of the real module, loaded and set up, with the real GL behind it. */
+class EffectFixture : public testing::Test {
+protected:
+    EffectFixture();
+    ~EffectFixture() override;
+
+    void setUp();
+    void setDown();
+
+    /// Sets a parameter by its shown name, in the user's units.
+    void set(std::string_view name, double value);
+
+    /// The picture that the effect makes of `input` at its depth; the command must succeed.
+    Host::World rendered(const Host::World& input);
+
+    Host::EffectSession mSession;
+};
+
+using PixelAt = std::function<PF_Pixel8(int x, int y)>;
+
+Host::World Picture8(int width, int height, const PixelAt& pixelAt);
+
+/// Opaque, red is x and green is y, so that a cell's colour tells where it was read. Up to 256 a
+/// side.
+Host::World PositionPicture(int width, int height);
+
+/// Smooth in all channels, opaque or with a soft alpha.
+Host::World SmoothPicture(int width, int height, bool opaque);
+
+/// The same picture at another depth: 255 becomes the depth's white.
+Host::World AtDepth(const Host::World& picture8, Host::Depth depth);
+
+/// Back at 8 bits, rounded.
+Host::World At8Bits(const Host::World& picture);
+
+PF_Pixel8 PixelOf(const Host::World& picture8, int x, int y);
+
+/// Whether both have the same pixels, padding apart.
+bool SamePixels(const Host::World& a, const Host::World& b);
+
+/// The largest difference of a channel between two 8-bit pictures of one size.
+int LargestDifference(const Host::World& a, const Host::World& b);
+
+} // namespace Kerovane::TestSupport

@@ -1,0 +1,72 @@
+#pragma once
+
+#include "AE_EffectCBSuites.h"
+#include "Host/EffectSession.h"
+#include "SPBasic.h"
+
+#include <array>
+#include <optional>
+#include <string>
+
+namespace Kerovane::TestSupport {
+
+/// The host's calls that an effect makes while it renders or sets up.
+enum class HostCall {
+    AcquireSuite,
+    AddParam,
+    CheckoutParam,
+    CheckinParam,
+    GetPixelData8,
+    GetPixelData16,
+    GetPixelFormat,
+    Iterate,
+    NewHandle,
+    LockHandle,
+    Count
+};
+
+/** Puts itself between a session's host and the effect, and fails on demand. One at a time. */
+class FaultyHost {
+public:
+    static constexpr PF_Err kError = PF_Err_INTERNAL_STRUCT_DAMAGED;
+
+    explicit FaultyHost(Host::EffectSession& session);
+    ~FaultyHost();
+    FaultyHost(const FaultyHost&) = delete;
+    FaultyHost& operator=(const FaultyHost&) = delete;
+
+    /// Fails the `nth` call of that kind from now on, the first being 1, and no other.
+    void fail(HostCall call, int nth);
+
+    void refuseSuite(const std::string& name) { mRefusedSuite = name; }
+
+    /// Reports `format` as that of every world.
+    void reportFormat(PF_PixelFormat format) { mReportedFormat = format; }
+
+    /// Back to a host that does all it is asked for; the counts of calls start anew.
+    void recover();
+
+    int calls(HostCall call) const { return mCalls[static_cast<std::size_t>(call)]; }
+
+private:
+    struct Callbacks;
+
+    bool fails(HostCall call);
+
+    Host::EffectSession& mSession;
+    PF_InteractCallbacks mInteraction;
+    PF_UtilCallbacks* mUtilities;
+    SPBasicSuite* mBasicSuite;
+    PF_UtilCallbacks mFaultyUtilities;
+    SPBasicSuite mFaultyBasicSuite;
+    PF_WorldSuite2 mWorldSuite{};
+    PF_iterateFloatSuite1 mIterateSuite{};
+    PF_HandleSuite1 mHandleSuite{};
+    std::array<int, static_cast<std::size_t>(HostCall::Count)> mCalls{};
+    HostCall mFaultyCall = HostCall::Count;
+    int mNth = 0;
+    std::string mRefusedSuite;
+    std::optional<PF_PixelFormat> mReportedFormat;
+};
+
+} // namespace Kerovane::TestSupport

@@ -1,0 +1,97 @@
+#include "EffectFixture.h"
+#include "Support/LiveGLObjects.h"
+
+#include <fstream>
+#include <string>
+#include <thread>
+#include <unistd.h>
+
+namespace Kerovane::TestSupport {
+
+namespace {
+
+using Repeats = EffectFixture;
+
+/// This process's memory in use, in bytes.
+long ResidentBytes() {
+    std::ifstream file("/proc/self/statm");
+    long total = 0;
+    long resident = 0;
+    file >> total >> resident;
+    return resident * sysconf(_SC_PAGESIZE);
+}
+
+TEST_F(Repeats, LeaveNoGLObjectsBehindWhateverChanges) {
+    const LiveGLObjects live;
+    const auto frames = [this] {
+        for (const double shape : {1.0, 2.0}) {
+            for (const double transition : {1.0, 2.0, 3.0}) {
+                for (const double feather : {0.0, 9.0}) {
+                    set("Shape Type", shape);
+                    set("Transition Type", transition);
+                    set("Feather", feather);
+                    for (const Host::Depth depth :
+                         {Host::Depth::Bits8, Host::Depth::Bits16, Host::Depth::Float32}) {
+                        rendered(Host::World(depth, 24, 16));
+                    }
+                    rendered(Host::World(Host::Depth::Bits8, 8, 16));
+                }
+            }
+        }
+    };
+    frames();
+    const auto after = live.counts();
+    EXPECT_EQ(after.at("Programs"), 13) << "twelve variants and the closing pass";
+    frames();
+    EXPECT_EQ(live.counts(), after);
+}
+
+TEST_F(Repeats, LetMemoryAloneOverAThousandFrames) {
+    const Host::World input = SmoothPicture(64, 64, true);
+    const Host::World input32 = AtDepth(input, Host::Depth::Float32);
+    const auto frames = [&](int count) {
+        for (int frame = 0; frame < count; ++frame) {
+            set("Transition Progress", frame % 100);
+            rendered(frame % 2 == 0 ? input : input32);
+        }
+    };
+    frames(200);
+    const long before = ResidentBytes();
+    frames(1000);
+    EXPECT_LT(ResidentBytes() - before, 1 << 20) << "less than a kilobyte a frame";
+}
+
+TEST_F(Repeats, OnTwoThreadsInTurnGiveTheSamePictures) {
+    const Host::World input = SmoothPicture(80, 60, true);
+    const Host::World other = SmoothPicture(33, 70, true);
+    const Host::World expected = rendered(input);
+    const Host::World expectedOther = rendered(other);
+    for (int round = 0; round < 3; ++round) {
+        std::jthread([&] {
+            EXPECT_TRUE(SamePixels(rendered(input), expected));
+            EXPECT_TRUE(SamePixels(rendered(other), expectedOther));
+        }).join();
+        EXPECT_TRUE(SamePixels(rendered(other), expectedOther));
+        EXPECT_TRUE(SamePixels(rendered(input), expected));
+    }
+    std::jthread([this] { setDown(); }).join();
+    setUp();
+    EXPECT_TRUE(SamePixels(rendered(input), expected));
+}
+
+TEST(Module, CanBeLoadedAgain) {
+    for (int load = 0; load < 3; ++load) {
+        Host::EffectSession session(TESSELUNE_MODULE);
+        EXPECT_EQ(session.call(PF_Cmd_GLOBAL_SETUP), PF_Err_NONE);
+        EXPECT_EQ(session.call(PF_Cmd_PARAMS_SETUP), PF_Err_NONE);
+        const Host::World input = SmoothPicture(8, 8, true);
+        Host::World output(Host::Depth::Bits8, 8, 8);
+        EXPECT_EQ(session.render(input, output), PF_Err_NONE);
+        EXPECT_EQ(PixelOf(output, 4, 4).alpha, 255);
+        EXPECT_EQ(session.call(PF_Cmd_GLOBAL_SETDOWN), PF_Err_NONE);
+    }
+}
+
+} // namespace
+
+} // namespace Kerovane::TestSupport
