@@ -3,6 +3,9 @@
 #include <glbinding/gl/gl.h>
 
 #include <algorithm>
+#include <string_view>
+
+using namespace gl;
 
 namespace Kerovane::Tesselune {
 
@@ -10,11 +13,20 @@ namespace {
 
 constexpr int kSamples = 8;
 
+bool IsSoftwareRasteriser() {
+    const auto* const text = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    const std::string_view renderer = text != nullptr ? text : "";
+    return renderer.starts_with("llvmpipe") || renderer.starts_with("softpipe");
+}
+
 } // namespace
 
 int ColorSampleCount() {
+    if (IsSoftwareRasteriser()) {
+        return 0; // every sample costs memory traffic, and one full quad has no edge to smooth
+    }
     int limit = 0;
-    gl::glGetIntegerv(gl::GL_MAX_SAMPLES, &limit);
+    glGetIntegerv(GL_MAX_SAMPLES, &limit);
     return std::clamp(limit, 0, kSamples);
 }
 
