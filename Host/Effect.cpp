@@ -85,7 +85,7 @@ void SetFrame(const Frame& frame, const World& input, PF_InData& inData) {
     inData.width = input.width() * frame.downsample;
     inData.height = input.height() * frame.downsample;
     inData.extent_hint = input.layer().extent_hint;
-    inData.pixel_aspect_ratio = frame.pixelAspectRatio;
+    inData.pixel_aspect_ratio = input.layer().pix_aspect_ratio;
 }
 
 } // namespace

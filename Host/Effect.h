@@ -13,9 +13,8 @@ namespace Kerovane::Host {
 /// What a frame has beside its pixels and parameter values.
 struct Frame {
     Time time;
-    A_long timeStep = 1;                     ///< ticks of a frame
-    A_long downsample = 1;                   ///< the pixels are reduced so many times
-    PF_RationalScale pixelAspectRatio{1, 1}; ///< width over height of a pixel
+    A_long timeStep = 1;   ///< ticks of a frame
+    A_long downsample = 1; ///< the pixels are reduced so many times
 };
 
 /**

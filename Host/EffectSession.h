@@ -42,11 +42,8 @@ public:
      */
     PF_Err call(PF_Cmd command, PF_ParamDef** params = nullptr, PF_LayerDef* output = nullptr);
 
-    /**
-     * Sends PF_Cmd_RENDER with the parameter list at inData()'s current time, the input layer
-     * first, after it has set inData()'s width and height from the input and the downsample
-     * factors.
-     */
+    /// Sends PF_Cmd_RENDER with the parameter list at inData()'s current time, the input layer
+    /// first.
     PF_Err render(const World& input, World& output);
 
     /// The records of the next call. Callbacks and the basic suite in them may be replaced.

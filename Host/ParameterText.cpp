@@ -146,8 +146,7 @@ double ParseValue(const Parameter& parameter, std::string_view text) {
     const std::optional<double> value = Parse(parameter, text);
     if (!value || !parameter.valid.contains(*value) ||
         (parameter.takesWholeNumbers() && *value != std::floor(*value))) {
-        throw Error(fmt::format("{} takes {}, not '{}'", TypedName(parameter.displayName()),
-                                AcceptedValues(parameter), text));
+        throw Error(fmt::format("takes {}, not '{}'", AcceptedValues(parameter), text));
     }
     return *value;
 }

@@ -22,8 +22,8 @@ std::string AcceptedValues(const Parameter& parameter);
 
 /**
  * The value that `text` names: a number, a popup's choice by typed name or by number, true or false
- * for a checkbox. Throws Error, which tells what can be given, where `text` is none or lies outside
- * the valid range.
+ * for a checkbox. Where `text` is none or lies outside the valid range it throws Error, whose text
+ * stands behind the parameter's name: "takes square or triangle, not 'circle'".
  */
 double ParseValue(const Parameter& parameter, std::string_view text);
 

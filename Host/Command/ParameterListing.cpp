@@ -1,0 +1,119 @@
+#include "Host/Command/ParameterListing.h"
+
+#include "Host/Command/ParameterOptions.h"
+#include "Host/ParameterText.h"
+
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <array>
+
+namespace Kerovane::Host {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+using Row = std::array<std::string, 7>;
+
+std::string TableDefault(const Parameter& parameter) {
+    return parameter.hasValue() ? FormatValue(parameter, parameter.defaultValue) : "";
+}
+
+/// What can be set, with the slider's reach where that is less.
+std::string TableValues(const Parameter& parameter) {
+    if (!parameter.hasValue()) {
+        return "";
+    }
+    const Interval& slider = parameter.slider;
+    std::string values = AcceptedValues(parameter);
+    if (slider.min != parameter.valid.min || slider.max != parameter.valid.max) {
+        values += fmt::format(", slider from {:g} to {:g}", slider.min, slider.max);
+    }
+    return values;
+}
+
+Row TableRow(std::size_t index, const Parameter& parameter, const std::string& option) {
+    return {std::to_string(index),
+            parameter.type() == PF_Param_LAYER ? "" : std::to_string(parameter.id()),
+            std::string(TypeName(parameter)),
+            parameter.displayName(),
+            option.empty() ? "" : "--" + option,
+            TableDefault(parameter),
+            TableValues(parameter)};
+}
+
+/// A number as JSON, an integer where it is whole.
+Json Number(double value) {
+    const auto whole = static_cast<std::int64_t>(value);
+    return static_cast<double>(whole) == value ? Json(whole) : Json(value);
+}
+
+Json Range(const Interval& interval) {
+    return {{"min", Number(interval.min)}, {"max", Number(interval.max)}};
+}
+
+Json Choices(const Parameter& parameter) {
+    Json choices = Json::array();
+    for (std::size_t choice = 0; choice < parameter.choices.size(); ++choice) {
+        choices.push_back({{"value", choice + 1},
+                           {"name", parameter.choices[choice]},
+                           {"typed", TypedName(parameter.choices[choice])}});
+    }
+    return choices;
+}
+
+Json Entry(std::size_t index, const Parameter& parameter, const std::string& option) {
+    Json entry{{"index", index}, {"type", TypeName(parameter)}, {"name", parameter.name}};
+    if (parameter.type() != PF_Param_LAYER) {
+        entry["id"] = parameter.id();
+    }
+    if (!parameter.hasValue()) {
+        return entry;
+    }
+    entry["label"] = parameter.label;
+    entry["option"] = option;
+    entry["unit"] = UnitName(parameter);
+    entry["default"] = Number(parameter.defaultValue);
+    entry["valid"] = Range(parameter.valid);
+    entry["slider"] = Range(parameter.slider);
+    entry["precision"] = parameter.precision;
+    entry["choices"] = Choices(parameter);
+    entry["animatable"] = parameter.canVaryOverTime();
+    return entry;
+}
+
+} // namespace
+
+std::string ParameterTable(const std::vector<Parameter>& parameters) {
+    const std::vector<std::string> options = OptionNames(parameters);
+    std::vector<Row> rows{{"Index", "Id", "Type", "Name", "Option", "Default", "Values"}};
+    for (std::size_t index = 0; index < parameters.size(); ++index) {
+        rows.push_back(TableRow(index, parameters[index], options[index]));
+    }
+    std::string table;
+    for (const Row& row : rows) {
+        std::string line;
+        for (std::size_t column = 0; column < row.size(); ++column) {
+            const auto widest = std::ranges::max(
+                rows, {}, [column](const Row& other) { return other[column].size(); });
+            line += fmt::format("{:{}}  ", row[column], widest[column].size());
+        }
+        line.erase(line.find_last_not_of(' ') + 1);
+        table += line + '\n';
+    }
+    return table;
+}
+
+std::string ParameterJson(const std::vector<Parameter>& parameters) {
+    const std::vector<std::string> options = OptionNames(parameters);
+    Json list = Json::array();
+    for (std::size_t index = 0; index < parameters.size(); ++index) {
+        list.push_back(Entry(index, parameters[index], options[index]));
+    }
+    constexpr int kIndent = 2;
+    return Json{{"parameters", list}}.dump(kIndent, ' ', false, Json::error_handler_t::replace) +
+           '\n';
+}
+
+} // namespace Kerovane::Host

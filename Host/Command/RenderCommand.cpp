@@ -1,0 +1,68 @@
+#include "Host/Command/RenderCommand.h"
+
+#include "Host/Error.h"
+#include "Host/Pictures/PictureReader.h"
+#include "Host/Pictures/PictureWriter.h"
+#include "OpenGLAvailability.h"
+#include "OpenGLDescription.h"
+
+#include <CLI/Validators.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+
+namespace Kerovane::Host {
+
+namespace {
+
+/// Without OpenGL the effect draws nothing and reports nothing, so it is asked for beforehand.
+void CheckOpenGL(const World& input) {
+    if (const std::optional<std::string> problem = Platform::OpenGLProblem()) {
+        throw Error(fmt::format("cannot render: {}", *problem));
+    }
+    const std::optional<Platform::OpenGLDescription> driver = Platform::DescribeOpenGL();
+    const A_long side = std::max(input.width(), input.height());
+    if (driver && side > driver->largestSide) {
+        throw Error(fmt::format("cannot render: OpenGL here draws up to {} pixels a side, and the "
+                                "picture has {}",
+                                driver->largestSide, side));
+    }
+}
+
+} // namespace
+
+void RenderCommand::addTo(CLI::App& command) {
+    constexpr int kMaxDownsample = 64;
+    command.add_option("IN", mIn, "picture to read")->required();
+    command.add_option("OUT", mOut, "picture to write")->required();
+    command.add_option("--depth", mDepth, "bits of a channel: 8, 16 or 32 [that of IN]")
+        ->check(CLI::IsMember({8, 16, 32}))
+        ->type_name("");
+    command
+        .add_option("--downsample", mDownsample, "IN is reduced so many times, as in a preview [1]")
+        ->check(CLI::Range(1, kMaxDownsample))
+        ->type_name("");
+    command.footer(
+        "Example:\n  tesselune render photo.jpg cells.png --shape-type triangle --size 40");
+}
+
+void RenderCommand::addParametersTo(CLI::App& command, const Effect& effect) {
+    mParameters.addTo(command, effect.parameters());
+}
+
+void RenderCommand::run(Effect& effect) const {
+    const ParameterValues values = mParameters.values();
+    const PictureWriter writer(mOut);
+    const Picture picture =
+        ReadPicture(mIn, mDepth != 0 ? std::optional(static_cast<Depth>(mDepth)) : std::nullopt);
+    const World& input = picture.world;
+    CheckOpenGL(input);
+    World output(input.depth(), input.width(), input.height());
+    Frame frame;
+    frame.downsample = mDownsample;
+    effect.render(frame, values, input, output);
+    writer.write(output, picture.origin);
+}
+
+} // namespace Kerovane::Host

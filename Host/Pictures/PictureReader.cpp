@@ -1,0 +1,213 @@
+#include "Host/Pictures/PictureReader.h"
+
+#include "Host/Error.h"
+#include "Host/Pictures/PixelConversion.h"
+
+#include <OpenImageIO/imagebuf.h>
+#include <OpenImageIO/imagebufalgo.h>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <string>
+
+namespace Kerovane::Host {
+
+namespace {
+
+using OIIO::ImageSpec;
+using OIIO::TypeDesc;
+
+std::string FirstLine(const std::string& text) {
+    return text.substr(0, text.find('\n'));
+}
+
+/// Reads one file; its errors name it.
+class PictureFile {
+public:
+    explicit PictureFile(const std::filesystem::path& file) : mName(file.string()) {
+        ImageSpec wishes;
+        wishes.attribute("oiio:UnassociatedAlpha", 1);
+        mInput = OIIO::ImageInput::open(mName, &wishes);
+        if (mInput == nullptr) {
+            fail(FirstLine(OIIO::geterror()));
+        }
+        check();
+    }
+
+    const ImageSpec& spec() const { return mInput->spec(); }
+
+    std::string format() const { return mInput->format_name(); }
+
+    /// All channels of all pixels, in `Channel` values.
+    template <typename Channel>
+    std::unique_ptr<Channel[]> read() {
+        auto pixels = std::make_unique_for_overwrite<Channel[]>(
+            spec().image_pixels() * static_cast<std::size_t>(spec().nchannels));
+        if (!mInput->read_image(0, 0, 0, spec().nchannels, OIIO::BaseTypeFromC<Channel>::value,
+                                pixels.get())) {
+            fail(FirstLine(mInput->geterror()));
+        }
+        return pixels;
+    }
+
+    [[noreturn]] void fail(const std::string& reason) const {
+        throw Error(fmt::format("cannot read '{}': {}", mName, reason));
+    }
+
+private:
+    void check() const {
+        const ImageSpec& spec = this->spec();
+        if (spec.deep || spec.depth > 1) {
+            fail("it is not a flat picture");
+        }
+        if (std::min(spec.width, spec.height) < 1 ||
+            std::max(spec.width, spec.height) > World::kMaxSide) {
+            fail(fmt::format("its size of {} x {} is not within 1 to {} pixels a side", spec.width,
+                             spec.height, World::kMaxSide));
+        }
+        constexpr int kMaxChannels = 1024;
+        if (spec.nchannels < 1 || spec.nchannels > kMaxChannels) {
+            fail(fmt::format("it has {} channels", spec.nchannels));
+        }
+    }
+
+    std::string mName;
+    std::unique_ptr<OIIO::ImageInput> mInput;
+};
+
+Depth DepthOfFile(const ImageSpec& spec) {
+    switch (spec.format.basetype) {
+    case TypeDesc::UINT8:
+        return Depth::Bits8;
+    case TypeDesc::UINT16:
+        return Depth::Bits16;
+    default:
+        return Depth::Float32;
+    }
+}
+
+/// The colour channels by name, else the first three; a single one is grey.
+ChannelPlaces PlacesOf(const ImageSpec& spec) {
+    const int alpha = spec.alpha_channel;
+    const int red = spec.channelindex("R");
+    const int green = spec.channelindex("G");
+    const int blue = spec.channelindex("B");
+    if (red >= 0 && green >= 0 && blue >= 0) {
+        return {.red = red, .green = green, .blue = blue, .alpha = alpha};
+    }
+    const bool colour = spec.nchannels - (alpha >= 0 ? 1 : 0) >= 3;
+    const int first = alpha == 0 && spec.nchannels > 1 ? 1 : 0;
+    return {.red = first,
+            .green = first + (colour ? 1 : 0),
+            .blue = first + (colour ? 2 : 0),
+            .alpha = alpha};
+}
+
+bool IsPremultiplied(const PictureFile& file) {
+    // These formats have straight alpha, which their readers neither change nor mention.
+    const std::string format = file.format();
+    const bool straight = file.spec().get_int_attribute("oiio:UnassociatedAlpha") != 0 ||
+                          format == "bmp" || format == "ico" || format == "gif";
+    return file.spec().alpha_channel >= 0 && !straight;
+}
+
+/// Divides colour by alpha, but where that is 0: there is nothing to divide by, and none is seen.
+void Unpremultiply(float* pixel, std::size_t pixels, std::size_t stride, ChannelPlaces places) {
+    for (std::size_t i = 0; i < pixels; ++i, pixel += stride) {
+        const float alpha = pixel[places.alpha];
+        if (alpha == 0 || alpha == 1) {
+            continue;
+        }
+        pixel[places.red] /= alpha;
+        if (places.green != places.red) {
+            pixel[places.green] /= alpha;
+            pixel[places.blue] /= alpha;
+        }
+    }
+}
+
+/// Turns the pixels upright where the file says that they are stored otherwise, and `spec` with
+/// them.
+template <typename Channel>
+void Reorient(ImageSpec& spec, std::unique_ptr<Channel[]>& pixels) {
+    const int orientation = spec.get_int_attribute("Orientation", 1);
+    if (orientation == 1) {
+        return;
+    }
+    constexpr TypeDesc kType(OIIO::BaseTypeFromC<Channel>::value);
+    ImageSpec plain(spec.width, spec.height, spec.nchannels, kType);
+    plain.attribute("Orientation", orientation);
+    const OIIO::ImageBuf stored(plain, pixels.get());
+    const OIIO::ImageBuf upright = OIIO::ImageBufAlgo::reorient(stored);
+    auto turned = std::make_unique_for_overwrite<Channel[]>(
+        plain.image_pixels() * static_cast<std::size_t>(plain.nchannels));
+    upright.get_pixels(upright.roi(), kType, turned.get());
+    pixels = std::move(turned);
+    spec.width = spec.full_width = upright.spec().width;
+    spec.height = spec.full_height = upright.spec().height;
+    spec.x = spec.y = spec.full_x = spec.full_y = 0;
+    spec.attribute("Orientation", 1);
+}
+
+template <typename Channel, typename Pixel>
+void FillWorld(const Channel* pixels, const ImageSpec& spec, World& world) {
+    const auto stride = static_cast<std::size_t>(spec.nchannels);
+    const ChannelPlaces places = PlacesOf(spec);
+    for (A_long y = 0; y < world.height(); ++y) {
+        ReadRow(pixels, stride, places, world.row<Pixel>(y));
+        pixels += stride * static_cast<std::size_t>(spec.width);
+    }
+}
+
+template <typename Channel, typename Pixel>
+World ReadWorld(PictureFile& file, Depth depth, ImageSpec& spec) {
+    std::unique_ptr<Channel[]> pixels = file.read<Channel>();
+    if constexpr (std::same_as<Channel, float>) {
+        if (IsPremultiplied(file)) {
+            Unpremultiply(pixels.get(), spec.image_pixels(),
+                          static_cast<std::size_t>(spec.nchannels), PlacesOf(spec));
+        }
+    }
+    Reorient(spec, pixels);
+    World world(depth, spec.width, spec.height);
+    FillWorld<Channel, Pixel>(pixels.get(), spec, world);
+    return world;
+}
+
+World ReadWorld(PictureFile& file, Depth depth, ImageSpec& spec) {
+    // Premultiplied colour is divided before it is rounded to the layer's depth.
+    const bool inFloat = IsPremultiplied(file);
+    switch (depth) {
+    case Depth::Bits8:
+        return inFloat ? ReadWorld<float, PF_Pixel8>(file, depth, spec)
+                       : ReadWorld<std::uint8_t, PF_Pixel8>(file, depth, spec);
+    case Depth::Bits16:
+        return inFloat ? ReadWorld<float, PF_Pixel16>(file, depth, spec)
+                       : ReadWorld<std::uint16_t, PF_Pixel16>(file, depth, spec);
+    default:
+        return ReadWorld<float, PF_PixelFloat>(file, depth, spec);
+    }
+}
+
+PF_RationalScale PixelAspectRatio(const ImageSpec& spec) {
+    constexpr A_u_long kDenominator = 10000;
+    const float ratio = spec.get_float_attribute("PixelAspectRatio", 1);
+    if (!(ratio > 0.01F && ratio < 100)) {
+        return {.num = 1, .den = 1};
+    }
+    return {.num = static_cast<A_long>(std::lround(ratio * kDenominator)), .den = kDenominator};
+}
+
+} // namespace
+
+Picture ReadPicture(const std::filesystem::path& path, std::optional<Depth> depth) {
+    PictureFile file(path);
+    ImageSpec spec = file.spec();
+    World world = ReadWorld(file, depth.value_or(DepthOfFile(spec)), spec);
+    world.layer().pix_aspect_ratio = PixelAspectRatio(spec);
+    return {.world = std::move(world), .origin = std::move(spec)};
+}
+
+} // namespace Kerovane::Host

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "Host/Pictures/Picture.h"
+
+#include <filesystem>
+#include <optional>
+
+namespace Kerovane::Host {
+
+/**
+ * Reads the first picture of a file: grey or RGB, with or without alpha; other channels are left
+ * out. Layers have straight alpha, so premultiplied colour is divided by it. Colour values are not
+ * managed. A picture that is stored turned or mirrored comes upright.
+ *
+ * `depth`, where it is not given, follows the file: 8 bits for 8-bit files and below, 16 for 16-bit
+ * integers, 32 for everything else. Throws Error where the file can't be read as a picture.
+ */
+Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> depth = std::nullopt);
+
+} // namespace Kerovane::Host

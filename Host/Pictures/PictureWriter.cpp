@@ -1,0 +1,192 @@
+#include "Host/Pictures/PictureWriter.h"
+
+#include "Host/Error.h"
+#include "Host/Pictures/PixelConversion.h"
+#include "Host/Pictures/ReplacementFile.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <memory>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+namespace Kerovane::Host {
+
+namespace {
+
+using OIIO::ImageOutput;
+using OIIO::ImageSpec;
+using OIIO::TypeDesc;
+
+[[noreturn]] void Fail(const std::filesystem::path& target, std::string_view reason) {
+    throw Error(
+        fmt::format("cannot write '{}': {}", target.string(), reason.substr(0, reason.find('\n'))));
+}
+
+std::unique_ptr<ImageOutput> CreateOutput(const std::filesystem::path& target) {
+    std::unique_ptr<ImageOutput> output =
+        target.has_extension() ? ImageOutput::create(target.string()) : nullptr;
+    if (output == nullptr) {
+        OIIO::geterror();
+        Fail(target, fmt::format("'{}' is no extension of a picture format that can be written",
+                                 target.extension().string()));
+    }
+    return output;
+}
+
+/// Formats whose pixels are stored with straight alpha; the writers must not divide again.
+bool StoresStraightAlpha(const ImageOutput& output) {
+    static constexpr std::array<std::string_view, 7> kFormats{"bmp",   "gif",  "ico", "png",
+                                                              "targa", "tiff", "webp"};
+    return std::ranges::find(kFormats, output.format_name()) != kFormats.end();
+}
+
+TypeDesc FileType(Depth depth, const ImageSpec& origin, const ImageOutput& output) {
+    // Its integers are no colour, and a half holds any 8-bit value.
+    const bool floatsOnly = std::string_view(output.format_name()) == "openexr";
+    switch (depth) {
+    case Depth::Bits8:
+        return floatsOnly ? TypeDesc::HALF : TypeDesc::UINT8;
+    case Depth::Bits16:
+        return floatsOnly ? TypeDesc::FLOAT : TypeDesc::UINT16;
+    default:
+        return origin.format == TypeDesc::HALF ? TypeDesc::HALF : TypeDesc::FLOAT;
+    }
+}
+
+/// Whether an ICC profile describes RGB colour: grey pictures come out as RGB.
+bool IsRgbProfile(const OIIO::ParamValue& profile) {
+    constexpr std::size_t kColourSpaceOffset = 16;
+    constexpr std::string_view kRgb = "RGB ";
+    const std::string_view bytes(static_cast<const char*>(profile.data()),
+                                 static_cast<std::size_t>(profile.datasize()));
+    return bytes.size() > kColourSpaceOffset + kRgb.size() &&
+           bytes.substr(kColourSpaceOffset, kRgb.size()) == kRgb;
+}
+
+/// What `origin` says of the picture rather than of how its file held it.
+void CopyMetadata(const ImageSpec& origin, const ImageOutput& output, ImageSpec& spec) {
+    spec.extra_attribs = origin.extra_attribs;
+    spec.erase_attribute("(tiff|png|jpeg|openexr|dpx|targa|bmp|gif|webp|ico|pnm):.*");
+    spec.erase_attribute("oiio:(?!ColorSpace$).*");
+    spec.erase_attribute("thumbnail.*|planarconfig|textureformat|chunkCount|type|name");
+    if (std::string_view(output.format_name()) != "openexr") {
+        spec.erase_attribute("compression");
+    }
+    const OIIO::ParamValue* profile = spec.find_attribute("ICCProfile");
+    if (profile != nullptr && !IsRgbProfile(*profile)) {
+        spec.erase_attribute("ICCProfile");
+    }
+    if (output.supports("displaywindow")) {
+        spec.x = origin.x;
+        spec.y = origin.y;
+        spec.full_x = origin.full_x;
+        spec.full_y = origin.full_y;
+        spec.full_width = origin.full_width;
+        spec.full_height = origin.full_height;
+    }
+}
+
+ImageSpec FileSpec(const World& world, const ImageSpec& origin, const ImageOutput& output) {
+    const int channels = output.supports("alpha") ? 4 : 3;
+    ImageSpec spec(world.width(), world.height(), channels,
+                   FileType(world.depth(), origin, output));
+    CopyMetadata(origin, output, spec);
+    if (channels == 4 && StoresStraightAlpha(output)) {
+        spec.attribute("oiio:UnassociatedAlpha", 1);
+    }
+    return spec;
+}
+
+template <typename Channel>
+struct FilePixels {
+    static constexpr TypeDesc kType{OIIO::BaseTypeFromC<Channel>::value};
+    std::unique_ptr<Channel[]> rgba;
+};
+
+template <typename Channel, typename Pixel>
+FilePixels<Channel> StraightPixels(const World& world) {
+    const auto rowChannels = static_cast<std::size_t>(world.width()) * 4;
+    FilePixels<Channel> pixels{std::make_unique_for_overwrite<Channel[]>(
+        rowChannels * static_cast<std::size_t>(world.height()))};
+    Channel* row = pixels.rgba.get();
+    for (A_long y = 0; y < world.height(); ++y, row += rowChannels) {
+        WriteRow(world.row<Pixel>(y), row);
+    }
+    return pixels;
+}
+
+FilePixels<float> FloatPixels(const World& world) {
+    switch (world.depth()) {
+    case Depth::Bits8:
+        return StraightPixels<float, PF_Pixel8>(world);
+    case Depth::Bits16:
+        return StraightPixels<float, PF_Pixel16>(world);
+    default:
+        return StraightPixels<float, PF_PixelFloat>(world);
+    }
+}
+
+/// Premultiplied, which is also the picture over black. In floats, so that it is rounded only once.
+FilePixels<float> PremultipliedPixels(const World& world) {
+    FilePixels<float> pixels = FloatPixels(world);
+    float* end = pixels.rgba.get() + std::ptrdiff_t{world.width()} * world.height() * 4;
+    for (float* pixel = pixels.rgba.get(); pixel != end; pixel += 4) {
+        for (int channel = 0; channel < 3; ++channel) {
+            pixel[channel] *= pixel[3];
+        }
+    }
+    return pixels;
+}
+
+/// The stride lets a file of three channels leave the fourth out.
+template <typename Channel>
+bool WritePixels(ImageOutput& output, const FilePixels<Channel>& pixels) {
+    return output.write_image(FilePixels<Channel>::kType, pixels.rgba.get(), 4 * sizeof(Channel));
+}
+
+bool WriteWorld(ImageOutput& output, const World& world) {
+    if (!output.supports("alpha") || !StoresStraightAlpha(output)) {
+        return WritePixels(output, PremultipliedPixels(world));
+    }
+    switch (world.depth()) {
+    case Depth::Bits8:
+        return WritePixels(output, StraightPixels<std::uint8_t, PF_Pixel8>(world));
+    case Depth::Bits16:
+        return WritePixels(output, StraightPixels<std::uint16_t, PF_Pixel16>(world));
+    default:
+        return WritePixels(output, FloatPixels(world));
+    }
+}
+
+} // namespace
+
+PictureWriter::PictureWriter(std::filesystem::path target) : mTarget(std::move(target)) {
+    CreateOutput(mTarget);
+    if (std::filesystem::is_directory(mTarget)) {
+        Fail(mTarget, "it is a directory");
+    }
+    const std::filesystem::path parent = mTarget.parent_path();
+    const bool exists = std::filesystem::exists(mTarget);
+    if (access(parent.empty() ? "." : parent.c_str(), W_OK | X_OK) != 0 ||
+        (exists && access(mTarget.c_str(), W_OK) != 0)) {
+        Fail(mTarget, std::generic_category().message(errno));
+    }
+}
+
+void PictureWriter::write(const World& world, const ImageSpec& origin) const {
+    const std::unique_ptr<ImageOutput> output = CreateOutput(mTarget);
+    ReplacementFile file(mTarget);
+    if (!output->open(file.path().string(), FileSpec(world, origin, *output)) ||
+        !WriteWorld(*output, world) || !output->close()) {
+        Fail(mTarget, output->geterror());
+    }
+    file.takePlace();
+}
+
+} // namespace Kerovane::Host

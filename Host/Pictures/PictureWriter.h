@@ -1,0 +1,30 @@
+#pragma once
+
+#include "Host/Pictures/Picture.h"
+
+#include <filesystem>
+
+namespace Kerovane::Host {
+
+/**
+ * Writes one picture file, whole or not at all: the pixels go into a file beside the target, which
+ * takes the target's place at the end. What stood there before outlives a failure.
+ */
+class PictureWriter {
+public:
+    /// The format follows the target's extension. Throws Error where there is no such format or the
+    /// target can't be written; nothing is created yet.
+    explicit PictureWriter(std::filesystem::path target);
+
+    /**
+     * Writes `world` with the metadata of `origin` that still holds, as RGBA; as RGB over black
+     * where the format has no alpha. The file's depth is that of the world, half where `origin` is
+     * half, or the nearest that the format has. Throws Error where it fails.
+     */
+    void write(const World& world, const OIIO::ImageSpec& origin) const;
+
+private:
+    std::filesystem::path mTarget;
+};
+
+} // namespace Kerovane::Host

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace Kerovane::Platform {
+
+/** The driver that the effect's contexts come from, in its own words. */
+struct OpenGLDescription {
+    std::string vendor;
+    std::string renderer;
+    std::string version;
+    int largestSide = 0; ///< pixels of the widest or tallest picture that can be drawn
+};
+
+/**
+ * Asks a context made for the purpose; nothing where none can be had. The calling thread has no
+ * context current before it, and none after it.
+ */
+std::optional<OpenGLDescription> DescribeOpenGL();
+
+} // namespace Kerovane::Platform
