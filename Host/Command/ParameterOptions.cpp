@@ -30,28 +30,25 @@ void ParameterOptions::addTo(CLI::App& command, const std::vector<Parameter>& pa
         if (!parameter.hasValue()) {
             continue;
         }
-        const std::string option = "--" + names[index];
-        Given& given = mGiven[option];
-        given.parameter = &parameter;
-        command
-            .add_option(option, given.text,
-                        fmt::format("{} [{}]", AcceptedValues(parameter),
-                                    FormatValue(parameter, parameter.defaultValue)))
-            ->type_name("")
-            ->group("Parameters of the effect");
+        const std::string description = fmt::format("{} [{}]", AcceptedValues(parameter),
+                                                    FormatValue(parameter, parameter.defaultValue));
+        const CLI::Option* option = command.add_option("--" + names[index], description)
+                                        ->type_name("")
+                                        ->group("Parameters of the effect");
+        mOptions.push_back({.parameter = &parameter, .option = option});
     }
 }
 
 ParameterValues ParameterOptions::values() const {
     ParameterValues values;
-    for (const auto& [option, given] : mGiven) {
-        if (given.text.empty()) {
+    for (const auto& [parameter, option] : mOptions) {
+        if (option->empty()) {
             continue;
         }
         try {
-            values.set(given.parameter->id(), ParseValue(*given.parameter, given.text));
+            values.set(parameter->id(), ParseValue(*parameter, option->as<std::string>()));
         } catch (const Error& error) {
-            throw Error(fmt::format("{} {}", option, error.what()));
+            throw Error(fmt::format("{} {}", option->get_name(), error.what()));
         }
     }
     return values;

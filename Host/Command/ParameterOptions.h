@@ -5,7 +5,6 @@
 
 #include <CLI/App.hpp>
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -21,19 +20,19 @@ std::vector<std::string> OptionNames(const std::vector<Parameter>& parameters);
 /** Options of the command line that are made from an effect's parameters. */
 class ParameterOptions {
 public:
-    /// Adds them to `command`. `parameters` outlives this object.
+    /// Adds them to `command`, which together with `parameters` outlives this object.
     void addTo(CLI::App& command, const std::vector<Parameter>& parameters);
 
     /// What was given, once the line is parsed. Throws Error where a value can't be set.
     ParameterValues values() const;
 
 private:
-    struct Given {
+    struct ParameterOption {
         const Parameter* parameter;
-        std::string text;
+        const CLI::Option* option;
     };
 
-    std::map<std::string, Given> mGiven; ///< by option, with its hyphens
+    std::vector<ParameterOption> mOptions;
 };
 
 } // namespace Kerovane::Host

@@ -34,14 +34,17 @@ void CheckOpenGL(const World& input) {
 
 void RenderCommand::addTo(CLI::App& command) {
     constexpr int kMaxDownsample = 64;
-    command.add_option("IN", mIn, "picture to read")->required();
-    command.add_option("OUT", mOut, "picture to write")->required();
-    command.add_option("--depth", mDepth, "bits of a channel: 8, 16 or 32 [that of IN]")
-        ->check(CLI::IsMember({8, 16, 32}))
+    command.add_option("IN", mIn, "picture to read")->required()->type_name("");
+    command.add_option("OUT", mOut, "picture to write, its format as its extension says")
+        ->required()
+        ->type_name("");
+    command.add_option("--depth", mDepth, "bits of a channel: 8, 16 or 32 [as IN has]")
+        ->check(CLI::IsMember({8, 16, 32}).description(""))
         ->type_name("");
     command
-        .add_option("--downsample", mDownsample, "IN is reduced so many times, as in a preview [1]")
-        ->check(CLI::Range(1, kMaxDownsample))
+        .add_option("--downsample", mDownsample,
+                    "IN is a preview, reduced so many times: pixels in parameters follow [1]")
+        ->check(CLI::Range(1, kMaxDownsample).description(""))
         ->type_name("");
     command.footer(
         "Example:\n  tesselune render photo.jpg cells.png --shape-type triangle --size 40");

@@ -2,20 +2,20 @@
 #include "Host/Command/InstalledModule.h"
 #include "Host/Command/ParameterListing.h"
 #include "Host/Command/RenderCommand.h"
-#include "Host/Command/StandardOutput.h"
+#include "Host/Command/StandardStreams.h"
 #include "Host/Effect.h"
+#include "Host/Error.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <fmt/format.h>
 
-#include <cstdio>
 #include <exception>
 #include <filesystem>
 #include <new>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace {
 
@@ -29,9 +29,35 @@ struct Setting {
     void addTo(CLI::App& app) {
         app.add_option("--effect", module, "module of the effect [the installed one]")
             ->type_name("");
-        app.add_flag("--verbose", verbose, "pass the effect's own report on to standard error");
+        app.add_flag("--verbose", verbose, "pass on what the effect and libraries print");
     }
 };
+
+/// What to say of the first argument that nothing on the line takes.
+std::string Unexpected(const CLI::App& app) {
+    const std::string argument = app.remaining(true).front();
+    const char* kind = argument.starts_with('-')       ? "unknown option"
+                       : app.get_subcommands().empty() ? "unknown command"
+                                                       : "unexpected argument";
+    return fmt::format("{} '{}'; see tesselune --help", kind, argument);
+}
+
+/// Parses the line. Throws Error where it is wrong, CLI::Success where help or version is asked
+/// for.
+void Parse(CLI::App& app, int argc, char** argv) {
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success&) {
+        throw;
+    } catch (const CLI::ExtrasError&) {
+        throw Error(Unexpected(app));
+    } catch (const CLI::ArgumentMismatch& mismatch) {
+        const std::string text = mismatch.what();
+        throw Error(fmt::format("{} takes one value", text.substr(0, text.find(':'))));
+    } catch (const CLI::ParseError& error) {
+        throw Error(error.what());
+    }
+}
 
 Setting ReadSetting(int argc, char** argv) {
     Setting setting;
@@ -39,21 +65,21 @@ Setting ReadSetting(int argc, char** argv) {
     app.set_help_flag();
     app.allow_extras();
     setting.addTo(app);
-    app.parse(argc, argv);
+    Parse(app, argc, argv);
     return setting;
 }
 
-void Run(int argc, char** argv) {
+void Run(int argc, char** argv, StandardStreams& streams) {
     Setting setting = ReadSetting(argc, argv);
-    StandardOutput output(setting.verbose ? StandardOutput::Others::StandardError
-                                          : StandardOutput::Others::Nowhere);
+    if (setting.verbose) {
+        streams.showOthers();
+    }
     std::optional<Effect> effect;
     RenderCommand render;
     bool asJson = false;
 
     CLI::App app("Breaks pictures into cells.", "tesselune");
     app.set_version_flag("--version", "tesselune " TESSELUNE_VERSION);
-    app.require_subcommand(1);
     app.fallthrough();
     app.footer("Example:\n  tesselune render photo.jpg cells.png --size 40\n\n"
                "tesselune COMMAND --help tells more.");
@@ -68,48 +94,42 @@ void Run(int argc, char** argv) {
     CLI::App& paramsCommand = *app.add_subcommand("params", "List the effect's parameters");
     paramsCommand.add_flag("--json", asJson, "for programs");
     CLI::App& aboutCommand =
-        *app.add_subcommand("about", "Tell the effect's and the OpenGL driver's version");
+        *app.add_subcommand("about", "Tell the versions of the effect and of OpenGL");
 
     try {
-        app.parse(argc, argv);
+        Parse(app, argc, argv);
     } catch (const CLI::CallForHelp&) {
-        return output.print(app.help());
+        return streams.print(app.help());
     } catch (const CLI::CallForVersion&) {
-        return output.print(app.version() + '\n');
+        return streams.print(app.version() + '\n');
     }
 
     if (renderCommand.parsed()) {
-        render.run(*effect);
-        return;
+        return render.run(*effect);
     }
-    effect.emplace(setting.module);
     if (paramsCommand.parsed()) {
-        output.print(asJson ? ParameterJson(effect->parameters())
-                            : ParameterTable(effect->parameters()));
-    } else if (aboutCommand.parsed()) {
-        output.print(AboutText(*effect));
+        effect.emplace(setting.module);
+        return streams.print(asJson ? ParameterJson(effect->parameters())
+                                    : ParameterTable(effect->parameters()));
     }
-}
-
-int Fail(std::string message) {
-    for (char& character : message) {
-        if (static_cast<unsigned char>(character) < ' ') {
-            character = ' ';
-        }
+    if (aboutCommand.parsed()) {
+        effect.emplace(setting.module);
+        return streams.print(AboutText(*effect));
     }
-    std::fprintf(stderr, "tesselune: %s\n", message.c_str());
-    return 1;
+    throw Error("a command is needed: render, params or about; see tesselune --help");
 }
 
 } // namespace
 
 int main(int argc, char** argv) {
+    StandardStreams streams;
     try {
-        Run(argc, argv);
+        Run(argc, argv, streams);
         return 0;
     } catch (const std::bad_alloc&) {
-        return Fail("out of memory");
+        streams.complain("out of memory");
     } catch (const std::exception& error) {
-        return Fail(error.what());
+        streams.complain(error.what());
     }
+    return 1;
 }

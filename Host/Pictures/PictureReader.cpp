@@ -6,11 +6,14 @@
 #include <OpenImageIO/imagebuf.h>
 #include <OpenImageIO/imagebufalgo.h>
 #include <fmt/format.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
 #include <memory>
 #include <string>
+#include <system_error>
 
 namespace Kerovane::Host {
 
@@ -27,6 +30,12 @@ std::string FirstLine(const std::string& text) {
 class PictureFile {
 public:
     explicit PictureFile(const std::filesystem::path& file) : mName(file.string()) {
+        if (access(file.c_str(), R_OK) != 0) {
+            fail(std::generic_category().message(errno));
+        }
+        if (std::filesystem::is_directory(file)) {
+            fail("it is a directory");
+        }
         ImageSpec wishes;
         wishes.attribute("oiio:UnassociatedAlpha", 1);
         mInput = OIIO::ImageInput::open(mName, &wishes);

@@ -29,12 +29,14 @@ using OIIO::TypeDesc;
 }
 
 std::unique_ptr<ImageOutput> CreateOutput(const std::filesystem::path& target) {
-    std::unique_ptr<ImageOutput> output =
-        target.has_extension() ? ImageOutput::create(target.string()) : nullptr;
+    if (!target.has_extension()) {
+        Fail(target, "its name has no extension that tells the format");
+    }
+    std::unique_ptr<ImageOutput> output = ImageOutput::create(target.string());
     if (output == nullptr) {
-        OIIO::geterror();
-        Fail(target, fmt::format("'{}' is no extension of a picture format that can be written",
-                                 target.extension().string()));
+        OIIO::geterror(); // takes the message, which would stay for the next failure
+        Fail(target,
+             fmt::format("no picture format for '{}' can be written", target.extension().string()));
     }
     return output;
 }
@@ -97,6 +99,8 @@ ImageSpec FileSpec(const World& world, const ImageSpec& origin, const ImageOutpu
     ImageSpec spec(world.width(), world.height(), channels,
                    FileType(world.depth(), origin, output));
     CopyMetadata(origin, output, spec);
+    // Cells have hard borders, which a file with colour at half the resolution would smear.
+    spec.attribute("jpeg:subsampling", "4:4:4");
     if (channels == 4 && StoresStraightAlpha(output)) {
         spec.attribute("oiio:UnassociatedAlpha", 1);
     }
@@ -167,10 +171,10 @@ bool WriteWorld(ImageOutput& output, const World& world) {
 } // namespace
 
 PictureWriter::PictureWriter(std::filesystem::path target) : mTarget(std::move(target)) {
-    CreateOutput(mTarget);
     if (std::filesystem::is_directory(mTarget)) {
         Fail(mTarget, "it is a directory");
     }
+    CreateOutput(mTarget);
     const std::filesystem::path parent = mTarget.parent_path();
     const bool exists = std::filesystem::exists(mTarget);
     if (access(parent.empty() ? "." : parent.c_str(), W_OK | X_OK) != 0 ||

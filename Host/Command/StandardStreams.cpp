@@ -1,0 +1,57 @@
+#include "Host/Command/StandardStreams.h"
+
+#include "Host/Error.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <string>
+
+namespace Kerovane::Host {
+
+StandardStreams::StandardStreams() : mOutput(keep(STDOUT_FILENO)), mError(keep(STDERR_FILENO)) {
+    const int nowhere = open("/dev/null", O_RDWR | O_CLOEXEC);
+    if (nowhere >= 0) {
+        dup2(nowhere, STDOUT_FILENO);
+        dup2(nowhere, STDERR_FILENO);
+        if (nowhere > STDERR_FILENO) {
+            close(nowhere);
+        }
+    }
+}
+
+void StandardStreams::showOthers() {
+    if (mError != nullptr) {
+        dup2(fileno(mError.get()), STDOUT_FILENO);
+        dup2(fileno(mError.get()), STDERR_FILENO);
+    }
+}
+
+void StandardStreams::print(std::string_view text) {
+    if (mOutput == nullptr ||
+        std::fwrite(text.data(), 1, text.size(), mOutput.get()) != text.size() ||
+        std::fflush(mOutput.get()) != 0) {
+        throw Error("cannot write to standard output");
+    }
+}
+
+void StandardStreams::complain(std::string_view message) {
+    if (mError == nullptr) {
+        return;
+    }
+    std::string line = fmt::format("tesselune: {}", message);
+    std::ranges::replace_if(
+        line, [](unsigned char byte) { return byte < ' '; }, ' ');
+    std::fprintf(mError.get(), "%s\n", line.c_str());
+    std::fflush(mError.get());
+}
+
+StandardStreams::File StandardStreams::keep(int descriptor) {
+    // Above the standard descriptors, any of which may be closed.
+    const int own = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    return File(own >= 0 ? fdopen(own, "w") : nullptr);
+}
+
+} // namespace Kerovane::Host
