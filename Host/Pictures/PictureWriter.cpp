@@ -1,8 +1,9 @@
 #include "Host/Pictures/PictureWriter.h"
 
 #include "Host/Error.h"
+#include "Host/Pictures/MemoryFile.h"
 #include "Host/Pictures/PixelConversion.h"
-#include "Host/Pictures/ReplacementFile.h"
+#include "Host/Pictures/ReplaceFile.h"
 
 #include <fmt/format.h>
 #include <unistd.h>
@@ -184,13 +185,18 @@ PictureWriter::PictureWriter(std::filesystem::path target) : mTarget(std::move(t
 }
 
 void PictureWriter::write(const World& world, const ImageSpec& origin) const {
+    // In memory first: few of the formats' writers notice a full disk, and some end the process.
+    MemoryFile encoded;
     const std::unique_ptr<ImageOutput> output = CreateOutput(mTarget);
-    ReplacementFile file(mTarget);
-    if (!output->open(file.path().string(), FileSpec(world, origin, *output)) ||
+    if (!output->open(encoded.path().string(), FileSpec(world, origin, *output)) ||
         !WriteWorld(*output, world) || !output->close()) {
         Fail(mTarget, output->geterror());
     }
-    file.takePlace();
+    const std::span<const std::byte> content = encoded.content();
+    if (content.empty()) {
+        Fail(mTarget, "the format's writer produced nothing");
+    }
+    ReplaceFile(mTarget, content);
 }
 
 } // namespace Kerovane::Host

@@ -7,8 +7,8 @@
 namespace Kerovane::Host {
 
 /**
- * Writes one picture file, whole or not at all: the pixels go into a file beside the target, which
- * takes the target's place at the end. What stood there before outlives a failure.
+ * Writes one picture file, whole or not at all: what stood at the target before outlives a failure.
+ * The encoded file is held in memory meanwhile.
  */
 class PictureWriter {
 public:
