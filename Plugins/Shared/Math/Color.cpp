@@ -1,0 +1,51 @@
+#include "Math/Color.h"
+
+#include <sstream>
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+/// A channel as a whole number from 0 to 255, cut down; 0 for NaN.
+unsigned int toByte(double channel) {
+    return channel > 0.0 ? static_cast<unsigned int>(std::min(channel, 1.0) * 255.0) : 0U;
+}
+
+} // namespace
+
+Color::Color(const std::string& text) {
+    if (!text.starts_with('#')) {
+        return;
+    }
+    const std::string digits = text.substr(1);
+    const std::uint64_t value = std::stoull(digits, nullptr, 16);
+    switch (digits.size()) {
+    case 3:
+        *this = unpacked(value | 0xF000U, 4);
+        break;
+    case 4:
+        *this = unpacked(value, 4);
+        break;
+    case 6:
+        *this = unpacked(value | 0xFF000000U, 8);
+        break;
+    case 8:
+        *this = unpacked(value, 8);
+        break;
+    default:
+        break;
+    }
+}
+
+std::string Color::toHexString() const {
+    const bool isOpaque = mA >= 1.0;
+    std::ostringstream text;
+    text << '#' << std::hex << std::uppercase;
+    if (!isOpaque) {
+        text << toByte(mA);
+    }
+    text << toByte(mR) << toByte(mG) << toByte(mB);
+    return text.str();
+}
+
+} // namespace Kerovane::Tesselune
