@@ -22,13 +22,14 @@ Vec4 Vec4::lerp(const Vec4& a, const Vec4& b, double t) noexcept {
 
     double weightA = 1.0 - t;
     double weightB = t;
-    constexpr double kStraightLimit = 0.01F;
-    if (!(1.0 - cosine < kStraightLimit)) {
+    constexpr double kNearlyParallel = 0.01F;
+    const bool isArc = !(1.0 - cosine < kNearlyParallel);
+    if (isArc) {
         // The trigonometry is in single precision, the products are in double.
         const double angle = std::acos(static_cast<float>(cosine));
         const double perSine = 1.0F / std::sin(static_cast<float>(angle));
-        weightA = std::sin(static_cast<float>((1.0 - t) * angle)) * perSine;
-        weightB = std::sin(static_cast<float>(angle * t)) * perSine;
+        weightA = std::sin(static_cast<float>(weightA * angle)) * perSine;
+        weightB = std::sin(static_cast<float>(angle * weightB)) * perSine;
     }
     Vec4 result = a * weightA + b * weightB;
     result.normalize();

@@ -1,0 +1,77 @@
+#include "Math/Euler.h"
+
+#include "Math/Mat4.h"
+#include "Math/Quaternion.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+/// One angle and the terms of its arctangent.
+struct ArcTangent {
+    double Euler::*angle;
+    double numerator;
+    double denominator;
+
+    void assign(Euler& euler) const { euler.*angle = std::atan2(numerator, denominator); }
+};
+
+/// How the angles of one order come out of a matrix: the middle one from its sine, the outer ones
+/// from arctangents, or near a quarter turn one of them from another, with the other at 0.
+struct Extraction {
+    double Euler::*middle;
+    double sine;
+    ArcTangent outer;
+    ArcTangent inner;
+    ArcTangent atQuarterTurn;
+};
+
+} // namespace
+
+void Euler::setWithMat4(const Mat4& m, RotationOrder newOrder) noexcept {
+    order = newOrder == OrderUnset ? order : newOrder;
+    if (order < OrderXYZ || order > OrderZYX) {
+        return;
+    }
+
+    const Vec3 row1 = m.getRow(0).getVec3();
+    const Vec3 row2 = m.getRow(1).getVec3();
+    const Vec3 row3 = m.getRow(2).getVec3();
+    const auto [m11, m12, m13] = std::array{row1.x, row1.y, row1.z};
+    const auto [m21, m22, m23] = std::array{row2.x, row2.y, row2.z};
+    const auto [m31, m32, m33] = std::array{row3.x, row3.y, row3.z};
+    constexpr auto X = &Euler::x;
+    constexpr auto Y = &Euler::y;
+    constexpr auto Z = &Euler::z;
+    const Extraction extractions[] = {
+        {Y, m13, {X, -m23, m33}, {Z, -m12, m11}, {X, m32, m22}},  // OrderXYZ
+        {Z, m21, {X, -m23, m22}, {Y, -m31, m11}, {Y, m13, m33}},  // OrderYZX
+        {X, m32, {Y, -m31, m33}, {Z, -m12, m22}, {Z, m21, m11}},  // OrderZXY
+        {Z, m12, {X, m32, m22}, {Y, m13, m11}, {X, -m23, m33}},   // OrderXZY
+        {X, m23, {Y, -m13, m33}, {Z, -m21, m22}, {Y, -m31, m11}}, // OrderYXZ
+        {Y, m31, {X, m32, m33}, {Z, m21, m11}, {Z, -m12, m22}},   // OrderZYX
+    };
+    const Extraction& extraction = extractions[order - OrderXYZ];
+
+    *this = Euler(0.0, 0.0, 0.0, order);
+    this->*extraction.middle = std::asin(std::clamp(extraction.sine, -1.0, 1.0));
+    constexpr double kQuarterTurnSine = 0.999999F;
+    if (std::abs(extraction.sine) < kQuarterTurnSine) {
+        extraction.outer.assign(*this);
+        extraction.inner.assign(*this);
+    } else {
+        extraction.atQuarterTurn.assign(*this);
+    }
+}
+
+void Euler::setWithQuaternion(const Quaternion& q, RotationOrder newOrder) noexcept {
+    Mat4 m;
+    m.setWithQuaternion(q);
+    setWithMat4(m, newOrder);
+}
+
+} // namespace Kerovane::Tesselune

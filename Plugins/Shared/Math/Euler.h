@@ -1,0 +1,73 @@
+#pragma once
+
+#include "Math/Float.h"
+
+#include <cstdint>
+#include <type_traits>
+
+namespace Kerovane::Tesselune {
+
+class Mat4;
+class Quaternion;
+
+/** A rotation in space as three turns about the axes, in radians, and their order. */
+class Euler {
+public:
+    /// OrderXYZ is the product Rx Ry Rz, in which the turn about z applies first, and so on.
+    enum RotationOrder : std::int32_t {
+        OrderUnset = 0, ///< no order; as an argument: the order that the object holds
+        OrderXYZ = 1,
+        OrderYZX = 2,
+        OrderZXY = 3,
+        OrderXZY = 4,
+        OrderYXZ = 5,
+        OrderZYX = 6,
+    };
+
+    static constexpr RotationOrder mDefaultOrder = OrderXYZ;
+
+    double x = 0.0;
+    double y = 0.0;
+    double z = 0.0;
+    RotationOrder order = mDefaultOrder;
+
+    // Construction and assignment
+
+    constexpr Euler() noexcept = default;
+    /// The order is taken as it is, OrderUnset too.
+    constexpr Euler(double newX, double newY, double newZ, RotationOrder newOrder) noexcept
+        : x(newX), y(newY), z(newZ), order(newOrder) {}
+
+    constexpr void set(double newX, double newY, double newZ, RotationOrder newOrder) noexcept;
+
+    /**
+     * From the upper three by three, which must be a rotation alone. The middle angle is within a
+     * quarter turn either way; close to one, where the outer angles turn about one axis, one of
+     * these is 0.
+     *
+     * The middle angle's sign is the matrix element's own. So for OrderXYZ, OrderYZX and OrderZXY
+     * the angles give the matrix back, for OrderXZY and OrderZYX the middle one comes out
+     * negated, for OrderYXZ all three do. An unknown order is stored and the angles stay.
+     */
+    void setWithMat4(const Mat4& m, RotationOrder newOrder) noexcept;
+    /// The same from a quaternion of length 1.
+    void setWithQuaternion(const Quaternion& q, RotationOrder newOrder) noexcept;
+
+    // Comparison
+
+    /// Whether each angle differs by at most 1e-12, inclusive, and the orders are equal.
+    constexpr bool operator==(const Euler& other) const noexcept;
+};
+
+static_assert(std::is_trivially_copyable_v<Euler> && std::is_standard_layout_v<Euler>);
+
+constexpr void Euler::set(double newX, double newY, double newZ, RotationOrder newOrder) noexcept {
+    *this = Euler(newX, newY, newZ, newOrder == OrderUnset ? order : newOrder);
+}
+
+constexpr bool Euler::operator==(const Euler& other) const noexcept {
+    return Float::fuzzyEqual(x, other.x) && Float::fuzzyEqual(y, other.y) &&
+           Float::fuzzyEqual(z, other.z) && order == other.order;
+}
+
+} // namespace Kerovane::Tesselune

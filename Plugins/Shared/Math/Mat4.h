@@ -1,0 +1,422 @@
+#pragma once
+
+#include "Math/Affine.h"
+#include "Math/Vec3.h"
+#include "Math/Vec4.h"
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <type_traits>
+
+namespace Kerovane::Tesselune {
+
+class Quaternion;
+
+/**
+ * A transform of space: right-handed, angles in radians. Vectors are columns, so a point goes to
+ * M (x, y, z, 1), and in a product the right factor applies first. Elements are stored column by
+ * column: row r, column c at index 4 c + r, the translation at 12, 13 and 14.
+ */
+class Mat4 {
+public:
+    double mElements[16] = {
+        1.0, 0.0, 0.0, 0.0, //
+        0.0, 1.0, 0.0, 0.0, //
+        0.0, 0.0, 1.0, 0.0, //
+        0.0, 0.0, 0.0, 1.0,
+    };
+
+    // Construction and assignment
+
+    constexpr Mat4() noexcept = default;
+    /// The identity, or all zero.
+    explicit constexpr Mat4(bool identity) noexcept;
+    /// `columnMajor`: the numbers are in storage order; else row by row.
+    constexpr Mat4(double n0, double n1, double n2, double n3, double n4, double n5, double n6,
+                   double n7, double n8, double n9, double n10, double n11, double n12, double n13,
+                   double n14, double n15, bool columnMajor) noexcept;
+    /// The same from an array of sixteen.
+    constexpr Mat4(const double* array, bool columnMajor) noexcept;
+    /// `rows`: the vectors are the rows; else the columns.
+    constexpr Mat4(const Vec4& a, const Vec4& b, const Vec4& c, const Vec4& d, bool rows) noexcept;
+
+    /// Row by row.
+    constexpr void set(double n0, double n1, double n2, double n3, double n4, double n5, double n6,
+                       double n7, double n8, double n9, double n10, double n11, double n12,
+                       double n13, double n14, double n15) noexcept;
+    constexpr void setZero() noexcept { *this = Mat4(false); }
+    constexpr void setIdentity() noexcept { *this = Mat4(true); }
+    static constexpr Mat4 identity() noexcept { return Mat4(true); }
+
+    // Basic transforms: each replaces the whole matrix
+
+    constexpr void setTranslate(const Vec3& v) noexcept { setTranslate(v.x, v.y, v.z); }
+    constexpr void setTranslate(double x, double y, double z) noexcept;
+    constexpr void setScale(const Vec3& v) noexcept { setScale(v.x, v.y, v.z); }
+    constexpr void setScale(double x, double y, double z) noexcept;
+    /// About an axis of any length; a zero axis acts as (1, 0, 0). Right-handed.
+    void setRotation(double angle, const Vec3& axis) noexcept;
+    void setRotation(double angle, double x, double y, double z) noexcept;
+    void setXRotation(double angle) noexcept;
+    void setYRotation(double angle) noexcept;
+    void setZRotation(double angle) noexcept;
+    /// The quaternion is taken as it is, not scaled to length 1.
+    void setWithQuaternion(const Quaternion& q) noexcept;
+    /// Of the x and y of points; z stays.
+    constexpr void setWithAffine(const Affine& affine) noexcept;
+
+    // Projections: each replaces the whole matrix. They look along -z and map near and far to -1
+    // and 1. Limits that are equal give infinities or NaN.
+
+    /// `fovy`: the vertical angle of view. `aspect`: width by height.
+    void setPerspective(double fovy, double aspect, double near, double far) noexcept;
+    constexpr void setFrustum(double left, double right, double bottom, double top, double near,
+                              double far) noexcept;
+    /// Top comes before bottom, unlike in setFrustum.
+    constexpr void setOrtho(double left, double right, double top, double bottom, double near,
+                            double far) noexcept;
+
+    /**
+     * Replaces the upper three by three with an orientation whose z axis points from the target
+     * to the eye: not a view matrix, which would be its inverse. All other elements stay. Where
+     * eye and target are equal, z is (0, 0, 1). Where `up` lies along z, z is nudged by 1e-4
+     * along (0, 0, 1) and not scaled to length 1 again.
+     */
+    void setLookAt(const Vec3& eye, const Vec3& target, const Vec3& up) noexcept;
+    void setLookAt(double eyeX, double eyeY, double eyeZ, double targetX, double targetY,
+                   double targetZ, double upX, double upY, double upZ) noexcept;
+
+    /// From a layer of the host (origin top left, y down) to GL (origin in the middle, y up, z
+    /// reversed), both in pixels.
+    static constexpr Mat4 getAEToGLConversionMatrix(double width, double height) noexcept;
+
+    // Comparison
+
+    /// Whether each element differs by at most 1e-12, inclusive.
+    constexpr bool operator==(const Mat4& other) const noexcept;
+
+    // Element by element
+
+    constexpr void add(const Mat4& other) noexcept { add(*this, other, *this); }
+    constexpr void subtract(const Mat4& other) noexcept { subtract(*this, other, *this); }
+    static constexpr void add(const Mat4& a, const Mat4& b, Mat4& out) noexcept;
+    static constexpr void subtract(const Mat4& a, const Mat4& b, Mat4& out) noexcept;
+    constexpr Mat4 operator+(const Mat4& other) const noexcept;
+    constexpr Mat4 operator-(const Mat4& other) const noexcept;
+    constexpr Mat4 operator*(double factor) const noexcept;
+
+    // Access: rows and columns from 0 to 3
+
+    constexpr double at(int row, int column) const noexcept { return mElements[4 * column + row]; }
+    constexpr void setRow(int i, const Vec4& row) noexcept;
+    constexpr Vec4 getRow(int i) const noexcept;
+    constexpr void setColumn(int i, const Vec4& column) noexcept;
+    constexpr Vec4 getColumn(int i) const noexcept;
+    /// Sets the translation and nothing else.
+    constexpr void position(const Vec3& translation) noexcept;
+    /// What the matrix does to x and y at z = 0.
+    constexpr Affine getAffine() const noexcept;
+    /// The length of the longest of the three axes.
+    double getMaxScaleOnAxis() const noexcept;
+
+    // Transposition and inverse. `out` may be this matrix.
+
+    constexpr void setTranspose() noexcept { transpose(*this); }
+    constexpr void transpose(Mat4& out) const noexcept;
+    constexpr double determinant() const noexcept;
+    /// False, with the identity in `out`, where the determinant is exactly 0.
+    constexpr bool getInverse(Mat4& out) const noexcept;
+
+    // Product of matrices
+
+    /// this = this * other: the other applies first.
+    constexpr void mult(const Mat4& other) noexcept { mult(*this, other, *this); }
+    /// out = a * b. `out` may be a or b.
+    static constexpr void mult(const Mat4& a, const Mat4& b, Mat4& out) noexcept;
+    constexpr Mat4 operator*(const Mat4& other) const noexcept;
+
+    // Each of these steps applies before this matrix. The w of a Vec4 is not used.
+
+    constexpr void translate(double x, double y, double z) noexcept;
+    constexpr void translate(const Vec3& v) noexcept { translate(v.x, v.y, v.z); }
+    constexpr void translate(const Vec4& v) noexcept { translate(v.x, v.y, v.z); }
+    constexpr void scale(double x, double y, double z) noexcept;
+    constexpr void scale(const Vec3& v) noexcept { scale(v.x, v.y, v.z); }
+    constexpr void scale(const Vec4& v) noexcept { scale(v.x, v.y, v.z); }
+    void rotate(double angle, double x, double y, double z) noexcept;
+    void rotate(double angle, const Vec3& axis) noexcept;
+    void rotate(double angle, const Vec4& axis) noexcept { rotate(angle, axis.getVec3()); }
+    void rotateX(double angle) noexcept;
+    void rotateY(double angle) noexcept;
+    void rotateZ(double angle) noexcept;
+
+    // Product with vectors
+
+    constexpr Vec4 mult(const Vec4& v) const noexcept;
+    constexpr Vec4 operator*(const Vec4& v) const noexcept { return mult(v); }
+    /// As a point, without division by w.
+    constexpr Vec3 mult(const Vec3& v) const noexcept;
+    constexpr Vec3 operator*(const Vec3& v) const noexcept { return mult(v); }
+    /// As a direction.
+    constexpr Vec3 multWithoutTranslate(const Vec3& v) const noexcept;
+    /// As a point, divided by w.
+    constexpr Vec3 multAndProject(const Vec3& v) const noexcept;
+
+    // Composition and decomposition
+
+    /// Scales first, then rotates, then moves.
+    void compose(const Vec3& position, const Quaternion& q, const Vec3& scale) noexcept;
+
+    /// The same about an anchor, which goes to the position, as the host places a layer.
+    void compose(const Vec3& anchor, const Vec3& position, const Quaternion& q,
+                 const Vec3& scale) noexcept;
+
+    /**
+     * The inverse of compose, for a matrix without shear. A reflection goes into the scale of x
+     * alone; a scale of exactly 0 becomes 1e-6.
+     */
+    void decompose(Vec3& position, Quaternion& q, Vec3& scale) const noexcept;
+    void decompose(const Vec3& anchor, Vec3& position, Quaternion& q, Vec3& scale) const noexcept;
+
+private:
+    constexpr double& element(int row, int column) noexcept { return mElements[4 * column + row]; }
+
+    /// The signed determinant of what is left without the row and the column.
+    constexpr double cofactor(int row, int column) const noexcept;
+
+    /// Multiplies the upper three elements of each of the first three columns.
+    constexpr void scaleAxes(const Vec3& factors) noexcept;
+};
+
+static_assert(std::is_trivially_copyable_v<Mat4> && std::is_standard_layout_v<Mat4>);
+static_assert(sizeof(Mat4) == 16 * sizeof(double));
+
+constexpr Mat4::Mat4(bool identity) noexcept {
+    if (!identity) {
+        std::ranges::fill(mElements, 0.0);
+    }
+}
+
+constexpr Mat4::Mat4(double n0, double n1, double n2, double n3, double n4, double n5, double n6,
+                     double n7, double n8, double n9, double n10, double n11, double n12,
+                     double n13, double n14, double n15, bool columnMajor) noexcept
+    : mElements{n0, n1, n2, n3, n4, n5, n6, n7, n8, n9, n10, n11, n12, n13, n14, n15} {
+    if (!columnMajor) {
+        setTranspose();
+    }
+}
+
+constexpr Mat4::Mat4(const double* array, bool columnMajor) noexcept {
+    std::copy_n(array, std::size(mElements), mElements);
+    if (!columnMajor) {
+        setTranspose();
+    }
+}
+
+constexpr Mat4::Mat4(const Vec4& a, const Vec4& b, const Vec4& c, const Vec4& d,
+                     bool rows) noexcept {
+    setColumn(0, a);
+    setColumn(1, b);
+    setColumn(2, c);
+    setColumn(3, d);
+    if (rows) {
+        setTranspose();
+    }
+}
+
+constexpr void Mat4::set(double n0, double n1, double n2, double n3, double n4, double n5,
+                         double n6, double n7, double n8, double n9, double n10, double n11,
+                         double n12, double n13, double n14, double n15) noexcept {
+    *this = Mat4(n0, n1, n2, n3, n4, n5, n6, n7, n8, n9, n10, n11, n12, n13, n14, n15, false);
+}
+
+constexpr void Mat4::setTranslate(double x, double y, double z) noexcept {
+    setIdentity();
+    position({x, y, z});
+}
+
+constexpr void Mat4::setScale(double x, double y, double z) noexcept {
+    set(x, 0.0, 0.0, 0.0, //
+        0.0, y, 0.0, 0.0, //
+        0.0, 0.0, z, 0.0, //
+        0.0, 0.0, 0.0, 1.0);
+}
+
+constexpr void Mat4::setWithAffine(const Affine& affine) noexcept {
+    set(affine.a, affine.c, 0.0, affine.e, //
+        affine.b, affine.d, 0.0, affine.f, //
+        0.0, 0.0, 1.0, 0.0,                //
+        0.0, 0.0, 0.0, 1.0);
+}
+
+constexpr void Mat4::setFrustum(double left, double right, double bottom, double top, double near,
+                                double far) noexcept {
+    const double width = right - left;
+    const double height = top - bottom;
+    const double depth = far - near;
+    set(2.0 * near / width, 0.0, (right + left) / width, 0.0,       //
+        0.0, 2.0 * near / height, (top + bottom) / height, 0.0,     //
+        0.0, 0.0, -(near + far) / depth, -2.0 * far * near / depth, //
+        0.0, 0.0, -1.0, 0.0);
+}
+
+constexpr void Mat4::setOrtho(double left, double right, double top, double bottom, double near,
+                              double far) noexcept {
+    const double width = right - left;
+    const double height = top - bottom;
+    const double depth = far - near;
+    set(2.0 / width, 0.0, 0.0, -(right + left) / width,   //
+        0.0, 2.0 / height, 0.0, -(top + bottom) / height, //
+        0.0, 0.0, -2.0 / depth, -(near + far) / depth,    //
+        0.0, 0.0, 0.0, 1.0);
+}
+
+constexpr Mat4 Mat4::getAEToGLConversionMatrix(double width, double height) noexcept {
+    return {1.0, 0.0,  0.0,  -width * 0.5, //
+            0.0, -1.0, 0.0,  height * 0.5, //
+            0.0, 0.0,  -1.0, 0.0,          //
+            0.0, 0.0,  0.0,  1.0,          false};
+}
+
+constexpr bool Mat4::operator==(const Mat4& other) const noexcept {
+    return std::ranges::equal(mElements, other.mElements,
+                              [](double a, double b) { return Float::fuzzyEqual(a, b); });
+}
+
+constexpr void Mat4::add(const Mat4& a, const Mat4& b, Mat4& out) noexcept {
+    std::ranges::transform(a.mElements, b.mElements, out.mElements, std::plus());
+}
+
+constexpr void Mat4::subtract(const Mat4& a, const Mat4& b, Mat4& out) noexcept {
+    std::ranges::transform(a.mElements, b.mElements, out.mElements, std::minus());
+}
+
+constexpr Mat4 Mat4::operator+(const Mat4& other) const noexcept {
+    Mat4 sum;
+    add(*this, other, sum);
+    return sum;
+}
+
+constexpr Mat4 Mat4::operator-(const Mat4& other) const noexcept {
+    Mat4 difference;
+    subtract(*this, other, difference);
+    return difference;
+}
+
+constexpr Mat4 Mat4::operator*(double factor) const noexcept {
+    Mat4 scaled = *this;
+    for (double& element : scaled.mElements) {
+        element *= factor;
+    }
+    return scaled;
+}
+
+constexpr void Mat4::setRow(int i, const Vec4& row) noexcept {
+    element(i, 0) = row.x;
+    element(i, 1) = row.y;
+    element(i, 2) = row.z;
+    element(i, 3) = row.w;
+}
+
+constexpr Vec4 Mat4::getRow(int i) const noexcept {
+    return {at(i, 0), at(i, 1), at(i, 2), at(i, 3)};
+}
+
+constexpr void Mat4::setColumn(int i, const Vec4& column) noexcept {
+    element(0, i) = column.x;
+    element(1, i) = column.y;
+    element(2, i) = column.z;
+    element(3, i) = column.w;
+}
+
+constexpr Vec4 Mat4::getColumn(int i) const noexcept {
+    return {at(0, i), at(1, i), at(2, i), at(3, i)};
+}
+
+constexpr void Mat4::position(const Vec3& translation) noexcept {
+    translation.toArray(mElements, 12);
+}
+
+constexpr Affine Mat4::getAffine() const noexcept {
+    return {mElements[0], mElements[1], mElements[4], mElements[5], mElements[12], mElements[13]};
+}
+
+constexpr void Mat4::transpose(Mat4& out) const noexcept {
+    out = Mat4(getRow(0), getRow(1), getRow(2), getRow(3), false);
+}
+
+constexpr double Mat4::cofactor(int row, int column) const noexcept {
+    // In cyclic order the three rows that are left are an even permutation; so are the columns.
+    const auto left = [&](int i, int j) { return at((row + i) % 4, (column + j) % 4); };
+    const double minor = left(1, 1) * (left(2, 2) * left(3, 3) - left(2, 3) * left(3, 2)) -
+                         left(1, 2) * (left(2, 1) * left(3, 3) - left(2, 3) * left(3, 1)) +
+                         left(1, 3) * (left(2, 1) * left(3, 2) - left(2, 2) * left(3, 1));
+    return (row + column) % 2 == 0 ? minor : -minor;
+}
+
+constexpr double Mat4::determinant() const noexcept {
+    return at(0, 0) * cofactor(0, 0) + at(0, 1) * cofactor(0, 1) + at(0, 2) * cofactor(0, 2) +
+           at(0, 3) * cofactor(0, 3);
+}
+
+constexpr bool Mat4::getInverse(Mat4& out) const noexcept {
+    const double fullDeterminant = determinant();
+    if (fullDeterminant == 0.0) {
+        out.setIdentity();
+        return false;
+    }
+    Mat4 adjugate;
+    for (int i = 0; i < 4; ++i) {
+        adjugate.setRow(i, {cofactor(0, i), cofactor(1, i), cofactor(2, i), cofactor(3, i)});
+    }
+    out = adjugate * (1.0 / fullDeterminant);
+    return true;
+}
+
+constexpr void Mat4::mult(const Mat4& a, const Mat4& b, Mat4& out) noexcept {
+    out = Mat4(a.mult(b.getColumn(0)), a.mult(b.getColumn(1)), a.mult(b.getColumn(2)),
+               a.mult(b.getColumn(3)), false);
+}
+
+constexpr Mat4 Mat4::operator*(const Mat4& other) const noexcept {
+    Mat4 product;
+    mult(*this, other, product);
+    return product;
+}
+
+constexpr void Mat4::translate(double x, double y, double z) noexcept {
+    const Vec4 step = getColumn(0) * x + getColumn(1) * y + getColumn(2) * z;
+    setColumn(3, getColumn(3) + step);
+}
+
+constexpr void Mat4::scale(double x, double y, double z) noexcept {
+    setColumn(0, getColumn(0) * x);
+    setColumn(1, getColumn(1) * y);
+    setColumn(2, getColumn(2) * z);
+}
+
+constexpr void Mat4::scaleAxes(const Vec3& factors) noexcept {
+    const Vec4 fourthRow = getRow(3);
+    scale(factors);
+    setRow(3, fourthRow);
+}
+
+constexpr Vec4 Mat4::mult(const Vec4& v) const noexcept {
+    return getColumn(0) * v.x + getColumn(1) * v.y + getColumn(2) * v.z + getColumn(3) * v.w;
+}
+
+constexpr Vec3 Mat4::mult(const Vec3& v) const noexcept {
+    return mult(Vec4(v, 1.0)).getVec3();
+}
+
+constexpr Vec3 Mat4::multWithoutTranslate(const Vec3& v) const noexcept {
+    return mult(Vec4(v, 0.0)).getVec3();
+}
+
+constexpr Vec3 Mat4::multAndProject(const Vec3& v) const noexcept {
+    const Vec4 homogeneous = mult(Vec4(v, 1.0));
+    return homogeneous.getVec3() * (1.0 / homogeneous.w);
+}
+
+} // namespace Kerovane::Tesselune
