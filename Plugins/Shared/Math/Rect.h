@@ -1,0 +1,190 @@
+#pragma once
+
+#include "Math/Vec2.h"
+#include "Math/Vec4.h"
+
+#include <algorithm>
+#include <type_traits>
+
+namespace Kerovane::Tesselune {
+
+/**
+ * A rectangle along the axes, held as left, top, width and height in the four numbers of its
+ * base. The y axis runs downwards. Width and height may be negative; nothing puts them right.
+ */
+class Rect : public Vec4 {
+public:
+    // Construction and assignment
+
+    constexpr Rect() noexcept = default;
+    constexpr Rect(const Vec2& point, const Vec2& size) noexcept
+        : Rect(point.x, point.y, size.x, size.y) {}
+    constexpr Rect(double left, double top, double width, double height) noexcept
+        : Vec4(left, top, width, height) {}
+
+    // Comparison
+
+    /// Whether each of the four numbers differs by at most 1e-12, inclusive.
+    constexpr bool operator==(const Rect& other) const noexcept;
+
+    // Origin and size
+
+    constexpr Vec2 getPoint() const noexcept { return {x, y}; }
+    constexpr void setPoint(const Vec2& point) noexcept;
+    constexpr Vec2 getSize() const noexcept { return {z, w}; }
+    constexpr void setSize(const Vec2& size) noexcept;
+    constexpr double getArea() const noexcept { return z * w; }
+    /// Whether the width or the height is 0 or below.
+    constexpr bool isEmpty() const noexcept { return z <= 0.0 || w <= 0.0; }
+
+    // Edges
+
+    constexpr double getLeft() const noexcept { return x; }
+    constexpr double getTop() const noexcept { return y; }
+    constexpr double getRight() const noexcept { return x + z; }
+    constexpr double getBottom() const noexcept { return y + w; }
+    /// Moves the rectangle; the size stays.
+    constexpr void setLeft(double left) noexcept { x = left; }
+    constexpr void setTop(double top) noexcept { y = top; }
+    /// Changes the size; the edge opposite stays.
+    constexpr void setRight(double right) noexcept { z = right - x; }
+    constexpr void setBottom(float bottom) noexcept { w = bottom - y; }
+
+    // Centre; setting it moves the rectangle
+
+    constexpr double getCenterX() const noexcept { return x + z * 0.5; }
+    constexpr double getCenterY() const noexcept { return y + w * 0.5; }
+    constexpr Vec2 getCenter() const noexcept { return {getCenterX(), getCenterY()}; }
+    constexpr void setCenterX(double centerX) noexcept { x = centerX - z * 0.5; }
+    constexpr void setCenterY(double centerY) noexcept { y = centerY - w * 0.5; }
+    constexpr void setCenter(const Vec2& center) noexcept;
+
+    // Corners
+
+    constexpr Vec2 getTopLeft() const noexcept { return {getLeft(), getTop()}; }
+    constexpr Vec2 getTopRight() const noexcept { return {getRight(), getTop()}; }
+    constexpr Vec2 getBottomLeft() const noexcept { return {getLeft(), getBottom()}; }
+    constexpr Vec2 getBottomRight() const noexcept { return {getRight(), getBottom()}; }
+
+    // Relation to points and rectangles
+
+    /// Inclusive on all four edges.
+    constexpr bool containsRect(const Rect& other) const noexcept;
+    constexpr bool containsPoint(const Vec2& point) const noexcept;
+    /// Strict: rectangles that only share an edge don't intersect.
+    constexpr bool intersects(const Rect& other) const noexcept;
+    /// Inclusive: rectangles that only share an edge or a corner touch.
+    constexpr bool touches(const Rect& other) const noexcept;
+
+    // New rectangles
+
+    /// What the two have in common; its size is negative on an axis on which they are apart.
+    constexpr Rect intersect(const Rect& other) const noexcept;
+    /// The least rectangle around the two, also where either is empty.
+    constexpr Rect unite(const Rect& other) const noexcept;
+    /// Grown by d.x at left and right, by d.y at top and bottom.
+    constexpr Rect expand(const Vec2& d) const noexcept;
+    constexpr Rect expand(float d) const noexcept { return expand(Vec2(d, d)); }
+    /// Each side moves by (factor - 1) times the size, so the size becomes 2 factor - 1 times what
+    /// it was. The centre stays.
+    constexpr Rect scale(float factorX, float factorY) const noexcept;
+
+    // Growth to a point
+
+    /// Grows in place until the point lies on or in the rectangle.
+    constexpr void include(const Vec2& p) noexcept;
+    constexpr Rect getInclude(const Vec2& p) const noexcept;
+
+private:
+    /// Grows a span from `start`, `extent` long, to the value.
+    static constexpr void include(double& start, double& extent, double value) noexcept;
+};
+
+static_assert(std::is_trivially_copyable_v<Rect> && std::is_standard_layout_v<Rect>);
+static_assert(sizeof(Rect) == sizeof(Vec4));
+
+constexpr bool Rect::operator==(const Rect& other) const noexcept {
+    return getPoint() == other.getPoint() && getSize() == other.getSize();
+}
+
+constexpr void Rect::setPoint(const Vec2& point) noexcept {
+    x = point.x;
+    y = point.y;
+}
+
+constexpr void Rect::setSize(const Vec2& size) noexcept {
+    z = size.x;
+    w = size.y;
+}
+
+constexpr void Rect::setCenter(const Vec2& center) noexcept {
+    setCenterX(center.x);
+    setCenterY(center.y);
+}
+
+constexpr bool Rect::containsRect(const Rect& other) const noexcept {
+    return getLeft() <= other.getLeft() && other.getRight() <= getRight() &&
+           getTop() <= other.getTop() && other.getBottom() <= getBottom();
+}
+
+constexpr bool Rect::containsPoint(const Vec2& point) const noexcept {
+    return getLeft() <= point.x && point.x <= getRight() && getTop() <= point.y &&
+           point.y <= getBottom();
+}
+
+constexpr bool Rect::intersects(const Rect& other) const noexcept {
+    return getLeft() < other.getRight() && other.getLeft() < getRight() &&
+           getTop() < other.getBottom() && other.getTop() < getBottom();
+}
+
+constexpr bool Rect::touches(const Rect& other) const noexcept {
+    return getLeft() <= other.getRight() && other.getLeft() <= getRight() &&
+           getTop() <= other.getBottom() && other.getTop() <= getBottom();
+}
+
+constexpr Rect Rect::intersect(const Rect& other) const noexcept {
+    const double left = std::max(getLeft(), other.getLeft());
+    const double top = std::max(getTop(), other.getTop());
+    const double right = std::min(getRight(), other.getRight());
+    const double bottom = std::min(getBottom(), other.getBottom());
+    return {left, top, right - left, bottom - top};
+}
+
+constexpr Rect Rect::unite(const Rect& other) const noexcept {
+    const double left = std::min(getLeft(), other.getLeft());
+    const double top = std::min(getTop(), other.getTop());
+    const double right = std::max(getRight(), other.getRight());
+    const double bottom = std::max(getBottom(), other.getBottom());
+    return {left, top, right - left, bottom - top};
+}
+
+constexpr Rect Rect::expand(const Vec2& d) const noexcept {
+    return {getPoint() - d, getSize() + d * 2.0};
+}
+
+constexpr Rect Rect::scale(float factorX, float factorY) const noexcept {
+    return expand(Vec2(factorX * z - z, factorY * w - w));
+}
+
+constexpr void Rect::include(const Vec2& p) noexcept {
+    include(x, z, p.x);
+    include(y, w, p.y);
+}
+
+constexpr Rect Rect::getInclude(const Vec2& p) const noexcept {
+    Rect result = *this;
+    result.include(p);
+    return result;
+}
+
+constexpr void Rect::include(double& start, double& extent, double value) noexcept {
+    const double end = start + extent;
+    if (value < start) {
+        start = value;
+        extent = std::max(end, value) - value;
+    } else if (value > end) {
+        extent = value - start;
+    }
+}
+
+} // namespace Kerovane::Tesselune
