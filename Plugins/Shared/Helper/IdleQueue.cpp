@@ -1,0 +1,53 @@
+#include "Helper/IdleQueue.h"
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+/** Holds a semaphore of count 1 as a lock, for the length of a scope. */
+class SemaphoreLock {
+public:
+    explicit SemaphoreLock(Semaphore& semaphore) : mSemaphore(semaphore) { mSemaphore.wait(); }
+    ~SemaphoreLock() { mSemaphore.signal(); }
+    SemaphoreLock(const SemaphoreLock&) = delete;
+    SemaphoreLock& operator=(const SemaphoreLock&) = delete;
+
+private:
+    Semaphore& mSemaphore;
+};
+
+} // namespace
+
+IdleQueue::IdleQueue() : mLock(std::make_unique<Semaphore>(1U)) {}
+
+bool IdleQueue::hasTask() {
+    const SemaphoreLock lock(*mLock);
+    return !mQueue.empty();
+}
+
+void IdleQueue::async(const std::function<void()>& task) {
+    const SemaphoreLock lock(*mLock);
+    mQueue.push_back(task);
+}
+
+void IdleQueue::updateQueue() {
+    std::function<void()> task;
+    {
+        // Test and take in one turn of the lock: several threads may drive the queue.
+        const SemaphoreLock lock(*mLock);
+        if (mQueue.empty()) {
+            return;
+        }
+        task = mQueue.front();
+        mQueue.pop_front();
+    }
+    task();
+}
+
+void IdleQueue::clearAsyncQueue() {
+    // The queue is empty before the first task is destroyed, whose destructor may use the queue.
+    std::deque<std::function<void()>> dropped;
+    dropped.swap(mQueue);
+}
+
+} // namespace Kerovane::Tesselune
