@@ -1,0 +1,175 @@
+#include "MathTest.h"
+
+#include <functional>
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+Eigen::Matrix3d toEigen(const Affine& t) {
+    Eigen::Matrix3d m;
+    m << t.a, t.c, t.e, t.b, t.d, t.f, 0.0, 0.0, 1.0;
+    return m;
+}
+
+Affine toAffine(const Eigen::Matrix3d& m) {
+    return {m(0, 0), m(1, 0), m(0, 1), m(1, 1), m(0, 2), m(1, 2)};
+}
+
+} // namespace
+
+TEST(AffineConstruction, TakesColumnsAndStoresRows) {
+    EXPECT_EQ(numbers(Affine(1.0, 2.0, 3.0, 4.0, 5.0, 6.0)),
+              (Numbers{1.0, 3.0, 5.0, 2.0, 4.0, 6.0}));
+    EXPECT_TRUE(same(Affine(true), Affine(1.0, 0.0, 0.0, 1.0, 0.0, 0.0)));
+    EXPECT_TRUE(same(Affine(), Affine(true)));
+    EXPECT_TRUE(same(Affine(false), Affine(0.0, 0.0, 0.0, 0.0, 0.0, 0.0)));
+}
+
+TEST(AffineComparison, ToleratesTheLibrarysEpsilonInEachElement) {
+    for (double Affine::*element :
+         {&Affine::a, &Affine::b, &Affine::c, &Affine::d, &Affine::e, &Affine::f}) {
+        Affine t(false);
+        t.*element = 1e-12;
+        EXPECT_TRUE(t == Affine(false));
+        t.*element = 1.1e-12;
+        EXPECT_FALSE(t == Affine(false));
+    }
+}
+
+TEST(AffineSteps, ComeBeforeOrAfterAsTheySay) {
+    struct Step {
+        const char* name;
+        std::function<void(Affine&)> replace;
+        std::function<void(Affine&)> concatenate;
+    };
+    const double tangent = std::tan(30.0 * kPi / 180.0);
+    const Step steps[] = {
+        {"translate", [](Affine& t) { t.setTranslate(3.0, -4.0); },
+         [](Affine& t) { t.translate(3.0, -4.0); }},
+        {"scale", [](Affine& t) { t.setScale(2.0, -0.5); }, [](Affine& t) { t.scale(2.0, -0.5); }},
+        {"skewX", [](Affine& t) { t.setSkewX(30.0); }, [](Affine& t) { t.skewX(30.0); }},
+        {"skewY", [](Affine& t) { t.setSkewY(30.0); }, [](Affine& t) { t.skewY(30.0); }},
+        {"rotate", [](Affine& t) { t.setRotate(30.0); }, [](Affine& t) { t.rotate(30.0); }},
+    };
+    const Affine expected[] = {
+        {1.0, 0.0, 0.0, 1.0, 3.0, -4.0},
+        {2.0, 0.0, 0.0, -0.5, 0.0, 0.0},
+        {1.0, 0.0, tangent, 1.0, 0.0, 0.0},
+        {1.0, tangent, 0.0, 1.0, 0.0, 0.0},
+        {std::cos(kPi / 6.0), 0.5, -0.5, std::cos(kPi / 6.0), 0.0, 0.0},
+    };
+    Random random;
+    for (std::size_t i = 0; i < std::size(steps); ++i) {
+        Affine step = random.affine();
+        steps[i].replace(step);
+        EXPECT_TRUE(near(step, expected[i])) << steps[i].name;
+
+        const Affine before = random.affine();
+        Affine after = before;
+        steps[i].concatenate(after);
+        EXPECT_TRUE(near(after, toAffine(toEigen(before) * toEigen(step)))) << steps[i].name;
+    }
+}
+
+TEST(AffineProduct, AppliesTheOtherAfterOrBefore) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Affine t = random.affine();
+        const Affine o = random.affine();
+        Affine result = t;
+        result.multiply(o);
+        EXPECT_TRUE(near(result, toAffine(toEigen(o) * toEigen(t))));
+        result = t;
+        result.premultiply(o);
+        EXPECT_TRUE(near(result, toAffine(toEigen(t) * toEigen(o))));
+        result = t;
+        result.multiply(result);
+        EXPECT_TRUE(near(result, toAffine(toEigen(t) * toEigen(t))));
+    }
+}
+
+TEST(AffinePoints, MapAlikeInEveryForm) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Affine t = random.affine();
+        const Vec2 p = random.vec2();
+        const Eigen::Vector3d mapped = toEigen(t) * Eigen::Vector3d(p.x, p.y, 1.0);
+        const Vec2 expected = t.getTransform(p);
+        EXPECT_TRUE(near(expected, Vec2(mapped.x(), mapped.y())));
+        Vec2 q = p;
+        t.transform(q);
+        EXPECT_TRUE(same(q, expected));
+        q = p;
+        t.transform(q.x, q.y);
+        EXPECT_TRUE(same(q, expected));
+        q = p;
+        t.transform(q.x, q.y, &q.y, &q.x);
+        EXPECT_TRUE(same(q, Vec2(expected.y, expected.x)));
+    }
+}
+
+TEST(AffineLayer, TakesItsAnchorToItsPosition) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Vec2 anchor = random.vec2();
+        const Vec2 position = random.vec2();
+        const Vec2 scale = random.vec2();
+        const double degrees = random.number(-360.0, 360.0);
+        const Vec2 p = random.vec2();
+        Affine t;
+        t.set(anchor, position, scale, degrees);
+        EXPECT_TRUE(near(t.getTransform(anchor), position, 1e-11));
+        Vec2 expected = (p - anchor) * scale;
+        expected.rotate(degrees);
+        EXPECT_TRUE(near(t.getTransform(p), expected + position, 1e-11));
+    }
+}
+
+TEST(AffineInverse, UndoesTheTransform) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Affine t = random.affine();
+        Affine result = t.getInverse();
+        result.multiply(t);
+        EXPECT_TRUE(near(result, Affine(), 1e-9));
+        Affine inPlace = t;
+        EXPECT_TRUE(inPlace.inverse(inPlace));
+        EXPECT_TRUE(same(inPlace, t.getInverse()));
+    }
+}
+
+TEST(AffineInverse, RefusesDeterminantsWithinItsCoarseThreshold) {
+    struct Case {
+        double determinant;
+        bool isInvertible;
+    };
+    constexpr Case kCases[] = {{1e-6, true},     {-1e-6, true}, {0.5e-6, false},
+                               {-0.9e-6, false}, {0.0, false},  {2e-6, true}};
+    const Affine untouched(9.0, 9.0, 9.0, 9.0, 9.0, 9.0);
+    for (const auto& [determinant, isInvertible] : kCases) {
+        const Affine t(1.0, 0.0, 0.0, determinant, 5.0, 5.0);
+        Affine out = untouched;
+        EXPECT_EQ(t.inverse(out), isInvertible) << determinant;
+        EXPECT_EQ(out == untouched, !isInvertible) << determinant;
+        EXPECT_EQ(t.getInverse() == Affine(), !isInvertible) << determinant;
+    }
+}
+
+TEST(AffineScale, IsTheMeanOfTheRowsToFourDecimals) {
+    struct Case {
+        Affine t;
+        double scale;
+    };
+    constexpr Case kCases[] = {
+        {{1.23456, 0.0, 0.0, 1.23456, 8.0, 9.0}, 1.2346F}, // single precision, not 1.2346
+        {{3.0, 4.0, 0.0, 0.0, 0.0, 0.0}, 3.5F},            // rows 3 and 4; columns 5 and 0
+        {{0.0, 0.0, 3.0, 4.0, 0.0, 0.0}, 3.5F},
+        {{-2.0, 0.0, 0.0, 1.0, 0.0, 0.0}, 1.5F},
+    };
+    for (const auto& [t, scale] : kCases) {
+        EXPECT_EQ(t.averageScale(), scale) << testing::PrintToString(t);
+    }
+}
+
+} // namespace Kerovane::Tesselune

@@ -1,0 +1,93 @@
+#include "MathTest.h"
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+/// A random point of each type that can be a corner.
+template <typename Point>
+Point randomPoint(Random& random) {
+    return random.vector<Point>();
+}
+template <>
+Color randomPoint(Random& random) {
+    return {random.number(), random.number(), random.number(), random.number()};
+}
+
+} // namespace
+
+template <typename Point>
+class BarycentricTest : public testing::Test {};
+
+using CornerTypes = testing::Types<Vec2, Vec3, Vec4, Color>;
+TYPED_TEST_SUITE(BarycentricTest, CornerTypes);
+
+TYPED_TEST(BarycentricTest, FindsTheWeightsThatMadeThePoint) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const auto a = randomPoint<TypeParam>(random);
+        const auto b = randomPoint<TypeParam>(random);
+        const auto c = randomPoint<TypeParam>(random);
+        const double u = random.number(-1.0, 2.0);
+        const double v = random.number(-1.0, 2.0);
+        const Barycentric weights(u, v, 1.0 - u - v);
+        const TypeParam p = weights.interpolate(a, b, c);
+        EXPECT_TRUE(near(p, a * u + b * v + c * (1.0 - u - v)));
+        EXPECT_TRUE(near(Barycentric(a, b, c, p), weights, 1e-8)) << i;
+    }
+}
+
+TYPED_TEST(BarycentricTest, HasOneCornerAloneAtEachCorner) {
+    Random random;
+    const auto a = randomPoint<TypeParam>(random);
+    const auto b = randomPoint<TypeParam>(random);
+    const auto c = randomPoint<TypeParam>(random);
+    EXPECT_TRUE(near(Barycentric(a, b, c, a), Barycentric(1.0, 0.0, 0.0)));
+    EXPECT_TRUE(near(Barycentric(a, b, c, b), Barycentric(0.0, 1.0, 0.0)));
+    EXPECT_TRUE(near(Barycentric(a, b, c, c), Barycentric(0.0, 0.0, 1.0)));
+    EXPECT_TRUE(same(Barycentric(1.0, 0.0, 0.0).interpolate(a, b, c), a));
+}
+
+TEST(Barycentric, GivesAPointOffThePlaneTheWeightsOfItsFoot) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Vec3 a = random.vec3();
+        const Vec3 b = random.vec3();
+        const Vec3 c = random.vec3();
+        Vec3 normal = (b - a).cross(c - a);
+        normal.normalize();
+        const Vec3 foot = Barycentric(0.2, 0.3, 0.5).interpolate(a, b, c);
+        const Barycentric weights(a, b, c, foot + normal * random.number());
+        EXPECT_TRUE(near(weights, Barycentric(0.2, 0.3, 0.5), 1e-9));
+        EXPECT_TRUE(weights.isInside());
+    }
+}
+
+TEST(Barycentric, IsInsideInclusivelyWithoutAnUpperBoundOnTheLastWeight) {
+    struct Case {
+        Barycentric weights;
+        bool isInside;
+    };
+    constexpr double kBit = 1e-15;
+    constexpr Case kCases[] = {
+        {{0.5, 0.5, 0.0}, true},         {{0.0, 0.0, 1.0}, true},
+        {{1.0, 0.0, 0.0}, true},         {{0.0, 1.0, 0.0}, true},
+        {{0.5, 0.5, 7.0}, true},         {{-kBit, 0.5, 0.5}, false},
+        {{0.5, -kBit, 0.5}, false},      {{0.5, 0.5, -kBit}, false},
+        {{1.0 + kBit, 0.0, 0.0}, false}, {{0.0, 1.0 + kBit, 0.0}, false},
+        {{kNaN, 0.5, 0.5}, false},       {{0.5, 0.5, kNaN}, false},
+    };
+    for (const auto& [weights, isInside] : kCases) {
+        EXPECT_EQ(weights.isInside(), isInside) << testing::PrintToString(weights);
+    }
+}
+
+TEST(Barycentric, HasNothingInsideAFlatTriangle) {
+    for (const Vec2 p : {Vec2(1.0, 1.0), Vec2(0.0, 0.0), Vec2(5.0, -2.0)}) {
+        const Barycentric weights(Vec2(0.0, 0.0), Vec2(1.0, 1.0), Vec2(2.0, 2.0), p);
+        EXPECT_FALSE(std::isfinite(weights.u));
+        EXPECT_FALSE(weights.isInside());
+    }
+}
+
+} // namespace Kerovane::Tesselune

@@ -1,0 +1,237 @@
+#include "MathTest.h"
+
+namespace Kerovane::Tesselune {
+
+TEST(RectEdges, MoveTheRectangleOrChangeItsSize) {
+    struct Case {
+        void (*change)(Rect&);
+        Rect result;
+    };
+    constexpr Case kCases[] = {
+        {[](Rect& r) { r.setLeft(0.0); }, {0.0, 2.0, 10.0, 20.0}},
+        {[](Rect& r) { r.setTop(0.0); }, {1.0, 0.0, 10.0, 20.0}},
+        {[](Rect& r) { r.setRight(4.0); }, {1.0, 2.0, 3.0, 20.0}},
+        {[](Rect& r) { r.setRight(0.0); }, {1.0, 2.0, -1.0, 20.0}},
+        {[](Rect& r) { r.setBottom(4.5F); }, {1.0, 2.0, 10.0, 2.5}},
+        {[](Rect& r) {
+             r.setPoint({5.0, 6.0});
+         },
+         {5.0, 6.0, 10.0, 20.0}},
+        {[](Rect& r) {
+             r.setSize({5.0, 6.0});
+         },
+         {1.0, 2.0, 5.0, 6.0}},
+        {[](Rect& r) { r.setCenterX(0.0); }, {-5.0, 2.0, 10.0, 20.0}},
+        {[](Rect& r) { r.setCenterY(0.0); }, {1.0, -10.0, 10.0, 20.0}},
+        {[](Rect& r) {
+             r.setCenter({6.0, 12.0});
+         },
+         {1.0, 2.0, 10.0, 20.0}},
+    };
+    for (const auto& [change, result] : kCases) {
+        Rect r(Vec2(1.0, 2.0), Vec2(10.0, 20.0));
+        change(r);
+        EXPECT_TRUE(same(r, result));
+    }
+}
+
+TEST(RectEdges, ReadBackAsCornersAndCentre) {
+    constexpr Rect r(1.0, 2.0, 10.0, 20.0);
+    EXPECT_TRUE(same(r.getTopLeft(), Vec2(1.0, 2.0)));
+    EXPECT_TRUE(same(r.getTopRight(), Vec2(11.0, 2.0)));
+    EXPECT_TRUE(same(r.getBottomLeft(), Vec2(1.0, 22.0)));
+    EXPECT_TRUE(same(r.getBottomRight(), Vec2(11.0, 22.0)));
+    EXPECT_TRUE(same(r.getCenter(), Vec2(6.0, 12.0)));
+    EXPECT_EQ(r.getArea(), 200.0);
+}
+
+TEST(RectComparison, GoesByComponentUnlikeItsBase) {
+    constexpr Rect r(1e-12, -1e-12, 1e-12, 1e-12);
+    EXPECT_TRUE(r == Rect());
+    EXPECT_FALSE(static_cast<const Vec4&>(r) == Vec4());
+    EXPECT_TRUE(Rect(0.0, 0.0, 0.0, 1.1e-12) != Rect());
+}
+
+TEST(RectRelations, CountSharedEdgesAsTheySay) {
+    struct Case {
+        Rect other;
+        bool contains, intersects, touches;
+    };
+    constexpr Rect r(0.0, 0.0, 10.0, 10.0);
+    constexpr Case kCases[] = {
+        {{0.0, 0.0, 10.0, 10.0}, true, true, true},   {{2.0, 2.0, 8.0, 8.0}, true, true, true},
+        {{2.0, 2.0, 8.1, 1.0}, false, true, true},    {{2.0, -0.1, 1.0, 1.0}, false, true, true},
+        {{10.0, 0.0, 5.0, 5.0}, false, false, true},  {{-5.0, 0.0, 5.0, 5.0}, false, false, true},
+        {{0.0, -5.0, 5.0, 5.0}, false, false, true},  {{10.0, 10.0, 5.0, 5.0}, false, false, true},
+        {{10.1, 0.0, 5.0, 5.0}, false, false, false}, {{0.0, 10.1, 5.0, 5.0}, false, false, false},
+    };
+    for (const auto& [other, contains, intersects, touches] : kCases) {
+        EXPECT_EQ(r.containsRect(other), contains) << testing::PrintToString(other);
+        EXPECT_EQ(r.intersects(other), intersects) << testing::PrintToString(other);
+        EXPECT_EQ(other.intersects(r), intersects) << testing::PrintToString(other);
+        EXPECT_EQ(r.touches(other), touches) << testing::PrintToString(other);
+        EXPECT_EQ(!r.intersect(other).isEmpty(), intersects) << testing::PrintToString(other);
+    }
+    for (const Vec2 corner :
+         {r.getTopLeft(), r.getTopRight(), r.getBottomLeft(), r.getBottomRight()}) {
+        EXPECT_TRUE(r.containsPoint(corner));
+        EXPECT_FALSE(r.containsPoint(r.getCenter() + (corner - r.getCenter()) * 1.001));
+    }
+}
+
+TEST(RectCombination, GivesNewRectangles) {
+    constexpr Rect r(0.0, 0.0, 10.0, 10.0);
+    EXPECT_TRUE(same(r.intersect({5.0, -5.0, 10.0, 10.0}), Rect(5.0, 0.0, 5.0, 5.0)));
+    EXPECT_TRUE(same(r.intersect({20.0, 20.0, 5.0, 5.0}), Rect(20.0, 20.0, -10.0, -10.0)));
+    EXPECT_TRUE(same(r.unite({20.0, -5.0, 5.0, 5.0}), Rect(0.0, -5.0, 25.0, 15.0)));
+    EXPECT_TRUE(same(r.unite({20.0, 20.0, 0.0, 0.0}), Rect(0.0, 0.0, 20.0, 20.0)))
+        << "empty ones too";
+    EXPECT_TRUE(same(r.expand({1.0, -2.0}), Rect(-1.0, 2.0, 12.0, 6.0)));
+    EXPECT_TRUE(same(r.expand(0.5F), Rect(-0.5, -0.5, 11.0, 11.0)));
+    EXPECT_TRUE(same(r.scale(2.0F, 2.0F), Rect(-10.0, -10.0, 30.0, 30.0)));
+    EXPECT_TRUE(same(r.scale(1.0F, 1.0F), r));
+    EXPECT_TRUE(same(r.scale(0.5F, 0.5F), Rect(5.0, 5.0, 0.0, 0.0)));
+    for (const Rect& empty : {Rect(0.0, 0.0, 0.0, 1.0), Rect(0.0, 0.0, 1.0, -1.0), Rect()}) {
+        EXPECT_TRUE(empty.isEmpty());
+    }
+}
+
+TEST(RectInclusion, GrowsOnlyTowardsThePoint) {
+    struct Case {
+        Vec2 p;
+        Rect result;
+    };
+    constexpr Rect r(0.1, 0.0, 0.2, 10.0); // (0.1 + 0.2) - 0.1 is not 0.2
+    constexpr Case kCases[] = {
+        {{0.2, 5.0}, {0.1, 0.0, 0.2, 10.0}},   {{0.2, 12.0}, {0.1, 0.0, 0.2, 12.0}},
+        {{0.2, -2.0}, {0.1, -2.0, 0.2, 12.0}}, {{-1.9, 10.0}, {-1.9, 0.0, 2.2, 10.0}},
+        {{2.1, 0.0}, {0.1, 0.0, 2.0, 10.0}},
+    };
+    for (const auto& [p, result] : kCases) {
+        EXPECT_TRUE(near(r.getInclude(p), result, 1e-15));
+        Rect inPlace = r;
+        inPlace.include(p);
+        EXPECT_TRUE(same(inPlace, r.getInclude(p)));
+    }
+    EXPECT_TRUE(same(r.getInclude({0.2, 12.0}).getSize(), Vec2(0.2, 12.0)));
+    Rect inverted(0.0, 0.0, -5.0, 1.0);
+    inverted.include({-2.0, 0.5});
+    EXPECT_TRUE(inverted.containsPoint({-2.0, 0.5}));
+}
+
+constexpr double kLargest = 1.7976931348623157e308;
+constexpr double kSmallest = 2.2250738585072014e-308;
+
+TEST(Box3Emptiness, HasItsOwnValues) {
+    EXPECT_TRUE(same(Box3().min, Vec3(kLargest)));
+    EXPECT_TRUE(same(Box3().max, Vec3(kSmallest)));
+    struct Case {
+        Box3 box;
+        bool isEmpty;
+    };
+    constexpr Case kCases[] = {
+        {Box3(), true},
+        {{Vec3(0.0), Vec3(0.0)}, true},
+        {{Vec3(1.0), Vec3(1.0)}, false},
+        {{{0.0, 0.0, 1.0}, {0.0, 0.0, 1.0}}, false},
+        {{{0.0, 0.0, 1.0}, {1.0, 1.0, 0.9}}, true},
+        {{{1.1, 0.0, 0.0}, {1.0, 1.0, 1.0}}, true},
+    };
+    for (const auto& [box, isEmpty] : kCases) {
+        EXPECT_EQ(box.isEmpty(), isEmpty) << testing::PrintToString(box);
+    }
+}
+
+TEST(Box3Growth, DependsOnWhereItStarts) {
+    Box3 box;
+    box.expandByPoint({1.0, 2.0, 3.0});
+    EXPECT_TRUE(same(box, Box3({1.0, 2.0, 3.0}, {1.0, 2.0, 3.0})));
+
+    const Vec3 negative(-1.0, -2.0, -3.0);
+    box.makeEmpty();
+    box.expandByPoint(negative);
+    EXPECT_TRUE(same(box, Box3(negative, Vec3(kSmallest))))
+        << "no negative value exceeds the maximum";
+    box.setFromPoints(&negative, 1);
+    EXPECT_TRUE(same(box, Box3(negative, negative)));
+
+    const Vec3 points[] = {{1.0, 5.0, -3.0}, {-1.0, 6.0, 2.0}, {0.0, 4.0, 0.0}};
+    box.setFromPoints(points, 3);
+    EXPECT_TRUE(same(box, Box3({-1.0, 4.0, -3.0}, {1.0, 6.0, 2.0})));
+    const float numbersOfPoints[] = {1.0F, 5.0F, -3.0F, -1.0F, 6.0F, 2.0F, 0.0F, 4.0F};
+    box.setFromArray(numbersOfPoints, 6);
+    EXPECT_TRUE(same(box, Box3({-1.0, 5.0, -3.0}, {1.0, 6.0, 2.0})));
+    box.setFromArray(numbersOfPoints, 8);
+    EXPECT_TRUE(same(box, Box3({-1.0, 5.0, -3.0}, {1.0, 6.0, 2.0})));
+
+    for (const int count : {0, -3}) {
+        box.setFromArray(numbersOfPoints, count);
+        EXPECT_TRUE(same(box, Box3()));
+        box.setFromPoints(points, count);
+        EXPECT_TRUE(same(box, Box3()));
+    }
+    box.setFromPoints(nullptr, 3);
+    EXPECT_TRUE(same(box, Box3()));
+}
+
+TEST(Box3Shape, ComesFromCentreAndSize) {
+    Box3 box;
+    box.setFromCenterAndSize({1.0, 2.0, 3.0}, {2.0, 4.0, 6.0});
+    EXPECT_TRUE(same(box, Box3({0.0, 0.0, 0.0}, {2.0, 4.0, 6.0})));
+    EXPECT_TRUE(same(box.getCenter(), Vec3(1.0, 2.0, 3.0)));
+    EXPECT_TRUE(same(box.getSize(), Vec3(2.0, 4.0, 6.0)));
+    EXPECT_TRUE(same(box.getParameter({1.0, 6.0, -6.0}), Vec3(0.5, 1.5, -1.0)));
+    box.expandByVector({1.0, 0.0, -1.0});
+    EXPECT_TRUE(same(box, Box3({-1.0, 0.0, 1.0}, {3.0, 4.0, 5.0})));
+    box.expandByScalar(0.5F);
+    EXPECT_TRUE(same(box, Box3({-1.5, -0.5, 0.5}, {3.5, 4.5, 5.5})));
+    box.translate({0.5, 0.5, 0.5});
+    EXPECT_TRUE(same(box, Box3({-1.0, 0.0, 1.0}, {4.0, 5.0, 6.0})));
+    EXPECT_TRUE(box == Box3({-1.0, 0.0, 1.0 + 9e-13}, {4.0, 5.0, 6.0}));
+    EXPECT_FALSE(box == Box3({-1.0, 0.0, 1.0}, {4.0, 5.0, 6.0 + 2e-12}));
+}
+
+TEST(Box3Relations, AreInclusiveOnAllFaces) {
+    constexpr Box3 box({0.0, 0.0, 0.0}, {2.0, 4.0, 6.0});
+    for (double Vec3::*axis : Vec3::kComponents) {
+        Vec3 onFace = box.getCenter();
+        onFace.*axis = box.max.*axis;
+        Vec3 outside = onFace;
+        outside.*axis += 1e-9;
+        EXPECT_TRUE(box.containsPoint(onFace));
+        EXPECT_FALSE(box.containsPoint(outside));
+        EXPECT_TRUE(box.containsBox({box.getCenter(), onFace}));
+        EXPECT_FALSE(box.containsBox({box.getCenter(), outside}));
+        EXPECT_TRUE(box.intersectsBox({onFace, Vec3(9.0)}));
+        EXPECT_FALSE(box.intersectsBox({outside, Vec3(9.0)}));
+
+        Vec3 below = box.getCenter();
+        below.*axis = -3.0;
+        Vec3 clamped = below;
+        clamped.*axis = 0.0;
+        EXPECT_FALSE(box.containsPoint(below));
+        EXPECT_FALSE(box.intersectsBox({Vec3(-9.0), below}));
+        EXPECT_TRUE(same(box.clampPoint(below), clamped));
+        EXPECT_EQ(box.distanceToPoint(below), 3.0);
+    }
+    EXPECT_EQ(box.distanceToPoint(box.getCenter()), 0.0);
+    EXPECT_EQ(box.distanceToPoint({5.0, 8.0, 6.0}), 5.0);
+}
+
+TEST(Box3Combination, WorksInPlace) {
+    constexpr Box3 start({0.0, 0.0, 0.0}, {2.0, 4.0, 6.0});
+    Box3 box = start;
+    box.intersects({{1.0, -1.0, 5.0}, {9.0, 9.0, 9.0}});
+    EXPECT_TRUE(same(box, Box3({1.0, 0.0, 5.0}, {2.0, 4.0, 6.0})));
+    box.intersects({Vec3(20.0), Vec3(30.0)});
+    EXPECT_TRUE(same(box, Box3()));
+
+    box = start;
+    box.unionBox({{1.0, -1.0, 5.0}, {9.0, 3.0, 5.5}});
+    EXPECT_TRUE(same(box, Box3({0.0, -1.0, 0.0}, {9.0, 4.0, 6.0})));
+    box.set(Vec3(-2.0), Vec3(-1.0));
+    box.unionBox(Box3());
+    EXPECT_TRUE(same(box, Box3(Vec3(-2.0), Vec3(kSmallest))));
+}
+
+} // namespace Kerovane::Tesselune

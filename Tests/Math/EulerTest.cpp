@@ -1,0 +1,178 @@
+#include "MathTest.h"
+
+#include <array>
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+/// One order: its axes from left to right, and the axes whose angle comes back with its sign
+/// reversed, because the angle is the arcsine of the matrix element as it stands.
+struct OrderCase {
+    Euler::RotationOrder order;
+    int first, middle, last; ///< 0 for x, 1 for y, 2 for z
+    Vec3 signsBack;
+    int zeroAtQuarterTurn;
+};
+
+constexpr OrderCase kOrders[] = {
+    {Euler::OrderXYZ, 0, 1, 2, {1.0, 1.0, 1.0}, 2},
+    {Euler::OrderYZX, 1, 2, 0, {1.0, 1.0, 1.0}, 0},
+    {Euler::OrderZXY, 2, 0, 1, {1.0, 1.0, 1.0}, 1},
+    {Euler::OrderXZY, 0, 2, 1, {1.0, 1.0, -1.0}, 1},
+    {Euler::OrderYXZ, 1, 0, 2, {-1.0, -1.0, -1.0}, 2},
+    {Euler::OrderZYX, 2, 1, 0, {1.0, -1.0, 1.0}, 0},
+};
+
+double& component(Vec3& v, int i) {
+    return v.*Vec3::kComponents[static_cast<std::size_t>(i)];
+}
+
+/// The rotation by Eigen: three turns, the last axis first.
+Eigen::Quaterniond eigenRotation(Vec3 angles, const OrderCase& order) {
+    const auto turn = [&](int axis) {
+        return Eigen::AngleAxisd(component(angles, axis), Eigen::Vector3d::Unit(axis));
+    };
+    return turn(order.first) * turn(order.middle) * turn(order.last);
+}
+
+Mat4 matrix(const Vec3& angles, const OrderCase& order) {
+    return toMat4(Eigen::Affine3d(eigenRotation(angles, order)));
+}
+
+Vec3 anglesOf(const Euler& e) {
+    return {e.x, e.y, e.z};
+}
+
+} // namespace
+
+TEST(EulerConstruction, KnowsItsOrder) {
+    EXPECT_EQ(Euler().order, Euler::OrderXYZ);
+    EXPECT_EQ(Euler::mDefaultOrder, 1);
+    EXPECT_EQ(Euler(1.0, 2.0, 3.0, Euler::OrderUnset).order, Euler::OrderUnset);
+    Euler e(0.0, 0.0, 0.0, Euler::OrderZYX);
+    e.set(1.0, 2.0, 3.0, Euler::OrderUnset);
+    EXPECT_TRUE(same(e, Euler(1.0, 2.0, 3.0, Euler::OrderZYX)));
+    e.set(4.0, 5.0, 6.0, Euler::OrderYZX);
+    EXPECT_TRUE(same(e, Euler(4.0, 5.0, 6.0, Euler::OrderYZX)));
+    // In the order of their numbers, which is not that of the alphabet.
+    for (std::size_t i = 0; i < std::size(kOrders); ++i) {
+        EXPECT_EQ(kOrders[i].order, i + 1);
+    }
+}
+
+TEST(EulerComparison, ToleratesTheAnglesButNotTheOrder) {
+    const Euler e(1.0, 2.0, 3.0, Euler::OrderXYZ);
+    EXPECT_TRUE(e == Euler(1.0, 2.0 + 9e-13, 3.0, Euler::OrderXYZ));
+    EXPECT_TRUE(e != Euler(1.0, 2.0, 3.0 + 2e-12, Euler::OrderXYZ));
+    EXPECT_TRUE(e != Euler(1.0, 2.0, 3.0, Euler::OrderYZX));
+}
+
+TEST(EulerFromMatrix, GivesTheAnglesOfEachOrderWithTheSignsOfItsElements) {
+    Random random;
+    for (const OrderCase& order : kOrders) {
+        for (int i = 0; i < kTrials; ++i) {
+            Vec3 angles(random.number(-3.0, 3.0), random.number(-3.0, 3.0),
+                        random.number(-3.0, 3.0));
+            component(angles, order.middle) = random.number(-1.5, 1.5);
+            Euler e;
+            e.setWithMat4(matrix(angles, order), order.order);
+            EXPECT_EQ(e.order, order.order);
+            EXPECT_TRUE(near(anglesOf(e), angles * order.signsBack, 1e-11)) << order.order;
+        }
+    }
+}
+
+TEST(EulerFromMatrix, ZeroesOneAngleAtAQuarterTurn) {
+    Random random;
+    for (const OrderCase& order : kOrders) {
+        for (const double quarterTurn : {kPi / 2.0, -kPi / 2.0}) {
+            Vec3 angles = random.vec3();
+            component(angles, order.middle) = quarterTurn;
+            const Mat4 m = matrix(angles, order);
+            Euler e(9.0, 9.0, 9.0, order.order);
+            e.setWithMat4(m, Euler::OrderUnset);
+            Vec3 result = anglesOf(e);
+            EXPECT_EQ(component(result, order.zeroAtQuarterTurn), 0.0) << order.order;
+            // Here the middle angle alone may have its sign reversed.
+            component(result, order.middle) *= component(angles = order.signsBack, order.middle);
+            EXPECT_TRUE(near(matrix(result, order), m, 1e-7)) << order.order;
+        }
+    }
+}
+
+TEST(EulerFromMatrix, TreatsItsLimitAsAQuarterTurnAndClampsTheSine) {
+    constexpr double kLimit = 0.9999989867210388;
+    const auto zForSine = [](double sine) {
+        Mat4 m;
+        m.setRow(0, {0.5, -0.5, sine, 0.0});
+        Euler e;
+        e.setWithMat4(m, Euler::OrderXYZ);
+        return e.z;
+    };
+    EXPECT_EQ(zForSine(kLimit), 0.0);
+    EXPECT_EQ(zForSine(-kLimit), 0.0);
+    EXPECT_NEAR(zForSine(std::nextafter(kLimit, 0.0)), kPi / 4.0, 1e-15);
+
+    Mat4 beyond;
+    beyond.setRow(0, {0.0, 0.0, 1.0 + 1e-9, 0.0});
+    Euler e;
+    e.setWithMat4(beyond, Euler::OrderXYZ);
+    EXPECT_EQ(e.y, kPi / 2.0);
+}
+
+TEST(EulerFromMatrix, StoresAnUnknownOrderAndKeepsTheAngles) {
+    Random random;
+    for (const int order : {7, -1}) {
+        Euler e(1.0, 2.0, 3.0, Euler::OrderXYZ);
+        e.setWithMat4(random.mat4(), static_cast<Euler::RotationOrder>(order));
+        EXPECT_TRUE(same(e, Euler(1.0, 2.0, 3.0, static_cast<Euler::RotationOrder>(order))));
+    }
+    Euler unset(1.0, 2.0, 3.0, Euler::OrderUnset);
+    unset.setWithMat4(random.mat4(), Euler::OrderUnset);
+    EXPECT_TRUE(same(unset, Euler(1.0, 2.0, 3.0, Euler::OrderUnset)));
+}
+
+TEST(EulerFromQuaternion, AgreesWithTheWayOverTheMatrix) {
+    Random random;
+    for (const OrderCase& order : kOrders) {
+        const Quaternion q = random.rotation();
+        Mat4 m;
+        m.setWithQuaternion(q);
+        Euler overMatrix;
+        overMatrix.setWithMat4(m, order.order);
+        Euler e;
+        e.setWithQuaternion(q, order.order);
+        EXPECT_TRUE(same(e, overMatrix));
+    }
+}
+
+TEST(QuaternionFromEuler, IsTheProductOfTheTurnsInSinglePrecision) {
+    Random random;
+    for (const OrderCase& order : kOrders) {
+        for (int i = 0; i < kTrials; ++i) {
+            const Vec3 angles(random.number(-3.0, 3.0), random.number(-3.0, 3.0),
+                              random.number(-3.0, 3.0));
+            Quaternion q;
+            q.setWithEuler({angles.x, angles.y, angles.z, order.order});
+            EXPECT_TRUE(near(q, toQuaternion(eigenRotation(angles, order)), 1e-6)) << order.order;
+            for (const double part : numbers(q)) {
+                EXPECT_EQ(part, static_cast<float>(part));
+            }
+            Quaternion close;
+            close.setWithEuler({angles.x + 1e-16, angles.y, angles.z - 1e-16, order.order});
+            EXPECT_TRUE(close == q);
+        }
+    }
+}
+
+TEST(QuaternionFromEuler, IsAllZeroWithoutAnOrderAndUntouchedByAnUnknownOne) {
+    const Quaternion before(1.0, 2.0, 3.0, 4.0);
+    Quaternion q = before;
+    q.setWithEuler({1.0, 2.0, 3.0, static_cast<Euler::RotationOrder>(7)});
+    EXPECT_TRUE(same(q, before));
+    q.setWithEuler({1.0, 2.0, 3.0, Euler::OrderUnset});
+    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, 0.0, 0.0)));
+}
+
+} // namespace Kerovane::Tesselune

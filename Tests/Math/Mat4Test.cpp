@@ -1,0 +1,447 @@
+#include "MathTest.h"
+
+#include <glm/ext/matrix_clip_space.hpp>
+#include <glm/ext/matrix_transform.hpp>
+#include <glm/gtc/type_ptr.hpp>
+
+#include <functional>
+#include <numeric>
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+Mat4 fromGlm(const glm::dmat4& m) {
+    return {glm::value_ptr(m), true};
+}
+
+Mat4 translation(const Vec3& v) {
+    Mat4 m;
+    m.setTranslate(v);
+    return m;
+}
+
+Mat4 scaling(const Vec3& v) {
+    Mat4 m;
+    m.setScale(v);
+    return m;
+}
+
+Mat4 rotation(const Quaternion& q) {
+    Mat4 m;
+    m.setWithQuaternion(q);
+    return m;
+}
+
+} // namespace
+
+TEST(Mat4Construction, ReadsRowsOrColumns) {
+    double n[16];
+    std::iota(std::begin(n), std::end(n), 0.0);
+    const Vec4 v[] = {{0.0, 1.0, 2.0, 3.0},
+                      {4.0, 5.0, 6.0, 7.0},
+                      {8.0, 9.0, 10.0, 11.0},
+                      {12.0, 13.0, 14.0, 15.0}};
+    const Mat4 inColumns(n, true);
+    const Mat4 inRows(n, false);
+    EXPECT_EQ(numbers(inColumns), Numbers(std::begin(n), std::end(n)));
+    EXPECT_EQ(inColumns.at(1, 2), 9.0);
+    EXPECT_EQ(inRows.at(1, 2), 6.0);
+    EXPECT_TRUE(same(inRows, toMat4(toEigen(inColumns).transpose())));
+
+    EXPECT_TRUE(same(Mat4(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, true), inColumns));
+    EXPECT_TRUE(same(Mat4(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, false), inRows));
+    EXPECT_TRUE(same(Mat4(v[0], v[1], v[2], v[3], true), inRows));
+    EXPECT_TRUE(same(Mat4(v[0], v[1], v[2], v[3], false), inColumns));
+    Mat4 m;
+    m.set(0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15);
+    EXPECT_TRUE(same(m, inRows));
+    m.setTranspose();
+    EXPECT_TRUE(same(m, inColumns));
+    m.transpose(m);
+    EXPECT_TRUE(same(m, inRows));
+    m.setZero();
+    EXPECT_TRUE(same(m, Mat4(false)));
+    EXPECT_EQ(m.at(3, 3), 0.0);
+    m.setIdentity();
+    EXPECT_TRUE(same(m, toMat4(Eigen::Matrix4d::Identity())));
+    EXPECT_TRUE(same(Mat4(), Mat4::identity()));
+}
+
+TEST(Mat4Access, ReachesRowsColumnsAndTranslation) {
+    Random random;
+    const Mat4 original = random.mat4();
+    const Vec4 v(1.0, 2.0, 3.0, 4.0);
+    for (int i = 0; i < 4; ++i) {
+        Mat4 m = original;
+        m.setRow(i, v);
+        EXPECT_TRUE(same(m.getRow(i), v));
+        EXPECT_EQ(m.at(i, 1), 2.0);
+        m = original;
+        m.setColumn(i, v);
+        EXPECT_TRUE(same(m.getColumn(i), v));
+        EXPECT_EQ(m.at(1, i), 2.0);
+    }
+    Mat4 m = original;
+    m.position({1.0, 2.0, 3.0});
+    Mat4 expected = original;
+    expected.setColumn(3, {1.0, 2.0, 3.0, original.at(3, 3)});
+    EXPECT_TRUE(same(m, expected));
+}
+
+TEST(Mat4Comparison, ToleratesTheLibrarysEpsilonInEachElement) {
+    for (int i = 0; i < 16; ++i) {
+        Mat4 m(false);
+        m.mElements[i] = 1e-12;
+        EXPECT_TRUE(m == Mat4(false));
+        m.mElements[i] = -2e-12;
+        EXPECT_FALSE(m == Mat4(false));
+    }
+}
+
+TEST(Mat4Algebra, AgreesWithEigen) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Mat4 a = random.mat4();
+        const Mat4 b = random.mat4();
+        const Eigen::Matrix4d eigenA = toEigen(a);
+        const Eigen::Matrix4d eigenB = toEigen(b);
+
+        const Mat4 product = a * b;
+        EXPECT_TRUE(near(product, toMat4(eigenA * eigenB), 1e-11));
+        Mat4 out = a;
+        out.mult(b);
+        EXPECT_TRUE(same(out, product));
+        out = a;
+        Mat4::mult(out, b, out);
+        EXPECT_TRUE(same(out, product));
+        out = b;
+        Mat4::mult(a, out, out);
+        EXPECT_TRUE(same(out, product));
+
+        out = a;
+        out.add(b);
+        EXPECT_TRUE(same(out, toMat4(eigenA + eigenB)));
+        EXPECT_TRUE(same(out, a + b));
+        out = a;
+        out.subtract(b);
+        EXPECT_TRUE(same(out, toMat4(eigenA - eigenB)));
+        EXPECT_TRUE(same(out, a - b));
+        EXPECT_TRUE(same(a * 3.0, toMat4(eigenA * 3.0)));
+
+        EXPECT_NEAR(a.determinant(), eigenA.determinant(), 1e-9);
+        EXPECT_TRUE(a.getInverse(out));
+        EXPECT_TRUE(near(out, toMat4(eigenA.inverse()), 1e-9));
+        EXPECT_TRUE(near(a * out, Mat4(), 1e-9));
+        out = a;
+        EXPECT_TRUE(out.getInverse(out));
+        EXPECT_TRUE(near(out * a, Mat4(), 1e-9));
+        const Eigen::Matrix3d axes = eigenA.topLeftCorner<3, 3>();
+        EXPECT_DOUBLE_EQ(a.getMaxScaleOnAxis(), axes.colwise().norm().maxCoeff());
+    }
+}
+
+TEST(Mat4Algebra, ReportsASingularMatrixAndGivesTheIdentity) {
+    Random random;
+    for (int column = 0; column < 4; ++column) {
+        Mat4 m = random.mat4();
+        m.setColumn(column, Vec4());
+        Mat4 out = random.mat4();
+        EXPECT_FALSE(m.getInverse(out));
+        EXPECT_TRUE(same(out, Mat4()));
+    }
+}
+
+TEST(Mat4Vectors, TakePointsDirectionsAndProjections) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Mat4 m = random.mat4();
+        const Vec4 v = random.vec4();
+        const Eigen::Vector4d mapped = toEigen(m) * Eigen::Vector4d(v.x, v.y, v.z, v.w);
+        EXPECT_TRUE(near(m * v, Vec4(mapped.x(), mapped.y(), mapped.z(), mapped.w())));
+        EXPECT_TRUE(same(m.mult(v), m * v));
+
+        const Vec3 p = v.getVec3();
+        const Vec4 point = m * Vec4(p, 1.0);
+        EXPECT_TRUE(same(m * p, point.getVec3()));
+        EXPECT_TRUE(same(m.mult(p), point.getVec3()));
+        EXPECT_TRUE(near(m.multWithoutTranslate(p) + m.getColumn(3).getVec3(), m * p));
+        EXPECT_TRUE(near(m.multAndProject(p) * point.w, point.getVec3()));
+    }
+}
+
+TEST(Mat4Transforms, AgreeWithEigenAndReplaceTheWhole) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Vec3 v = random.vec3();
+        const double angle = random.number();
+        const auto about = [&](const Vec3& axis) {
+            return toMat4(Eigen::Affine3d(Eigen::AngleAxisd(angle, toEigen(axis).normalized())));
+        };
+        Mat4 m = random.mat4();
+        m.setTranslate(v.x, v.y, v.z);
+        EXPECT_TRUE(same(m, toMat4(Eigen::Affine3d(Eigen::Translation3d(toEigen(v))))));
+        m = random.mat4();
+        m.setScale(v.x, v.y, v.z);
+        EXPECT_TRUE(same(m, toMat4(Eigen::Affine3d(Eigen::Scaling(toEigen(v))))));
+        m = random.mat4();
+        m.setRotation(angle, v);
+        EXPECT_TRUE(near(m, about(v)));
+        m.setRotation(angle, v.x, v.y, v.z);
+        EXPECT_TRUE(near(m, about(v)));
+        m = random.mat4();
+        m.setXRotation(angle);
+        EXPECT_TRUE(near(m, about({1.0, 0.0, 0.0})));
+        m = random.mat4();
+        m.setYRotation(angle);
+        EXPECT_TRUE(near(m, about({0.0, 1.0, 0.0})));
+        m = random.mat4();
+        m.setZRotation(angle);
+        EXPECT_TRUE(near(m, about({0.0, 0.0, 1.0})));
+        m = random.mat4();
+        const Quaternion q = random.rotation();
+        m.setWithQuaternion(q);
+        EXPECT_TRUE(near(m, toMat4(Eigen::Affine3d(toEigen(q)))));
+    }
+    Mat4 aboutNothing;
+    aboutNothing.setRotation(0.5, Vec3());
+    Mat4 aboutX;
+    aboutX.setXRotation(0.5);
+    EXPECT_TRUE(aboutNothing == aboutX);
+}
+
+TEST(Mat4Transforms, DoNotScaleAQuaternionToLengthOne) {
+    EXPECT_EQ(rotation(Quaternion(2.0, 0.0, 0.0, 0.0)).at(1, 1), -7.0);
+}
+
+TEST(Mat4Transforms, EmbedThePlane) {
+    const Affine plane(1.0, 2.0, 3.0, 4.0, 5.0, 6.0);
+    Random random;
+    Mat4 m = random.mat4();
+    m.setWithAffine(plane);
+    const Vec2 p(7.0, 8.0);
+    EXPECT_TRUE(same(m * Vec3(p, 9.0), Vec3(plane.getTransform(p), 9.0)));
+    EXPECT_TRUE(same(m.getRow(2), Vec4(0.0, 0.0, 1.0, 0.0)));
+    EXPECT_TRUE(same(m.getRow(3), Vec4(0.0, 0.0, 0.0, 1.0)));
+    EXPECT_TRUE(same(m.getAffine(), plane));
+}
+
+TEST(Mat4Steps, ApplyBeforeTheMatrix) {
+    using Change = std::function<void(Mat4&)>;
+    struct Step {
+        const char* name;
+        std::vector<Change> spellings;
+        Change replace;
+    };
+    const Vec3 v(2.0, -3.0, 0.5);
+    const Vec4 v4(v, 99.0);
+    const Step steps[] = {
+        {"translate",
+         {[=](Mat4& m) { m.translate(v); }, [=](Mat4& m) { m.translate(v4); },
+          [=](Mat4& m) { m.translate(v.x, v.y, v.z); }},
+         [=](Mat4& m) { m.setTranslate(v); }},
+        {"scale",
+         {[=](Mat4& m) { m.scale(v); }, [=](Mat4& m) { m.scale(v4); },
+          [=](Mat4& m) { m.scale(v.x, v.y, v.z); }},
+         [=](Mat4& m) { m.setScale(v); }},
+        {"rotate",
+         {[=](Mat4& m) { m.rotate(0.7, v); }, [=](Mat4& m) { m.rotate(0.7, v4); },
+          [=](Mat4& m) { m.rotate(0.7, v.x, v.y, v.z); }},
+         [=](Mat4& m) { m.setRotation(0.7, v); }},
+        {"rotateX", {[](Mat4& m) { m.rotateX(0.7); }}, [](Mat4& m) { m.setXRotation(0.7); }},
+        {"rotateY", {[](Mat4& m) { m.rotateY(0.7); }}, [](Mat4& m) { m.setYRotation(0.7); }},
+        {"rotateZ", {[](Mat4& m) { m.rotateZ(0.7); }}, [](Mat4& m) { m.setZRotation(0.7); }},
+    };
+    Random random;
+    for (const auto& [name, spellings, replace] : steps) {
+        const Mat4 before = random.mat4(); // with a fourth row of its own
+        Mat4 step;
+        replace(step);
+        for (const Change& spelling : spellings) {
+            Mat4 after = before;
+            spelling(after);
+            EXPECT_TRUE(near(after, before * step)) << name;
+        }
+    }
+}
+
+TEST(Mat4Projection, AgreesWithGlm) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const double left = random.number(-5.0, -1.0);
+        const double right = random.number(1.0, 5.0);
+        const double bottom = random.number(-5.0, -1.0);
+        const double top = random.number(1.0, 5.0);
+        const double near = random.number(0.1, 1.0);
+        const double far = random.number(10.0, 100.0);
+        const double fovy = random.number(0.1, 3.0);
+        Mat4 m = random.mat4();
+        m.setPerspective(fovy, 1.5, near, far);
+        EXPECT_TRUE(Tesselune::near(m, fromGlm(glm::perspective(fovy, 1.5, near, far)), 1e-11));
+        EXPECT_EQ(m.at(3, 3), 0.0);
+        m = random.mat4();
+        m.setFrustum(left, right, bottom, top, near, far);
+        EXPECT_TRUE(Tesselune::near(m, fromGlm(glm::frustum(left, right, bottom, top, near, far))));
+        EXPECT_EQ(m.at(3, 3), 0.0);
+        m = random.mat4();
+        // On purpose top comes before bottom here, the reverse of GLM's order.
+        m.setOrtho(left, right, top, bottom, near, far);
+        EXPECT_TRUE(Tesselune::near(m, fromGlm(glm::ortho(left, right, bottom, top, near, far))));
+    }
+}
+
+TEST(Mat4LookAt, IsTheOrientationThatTheViewMatrixOfGlmInverts) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Vec3 eye = random.vec3();
+        const Vec3 target = random.vec3();
+        const Vec3 up = random.vec3();
+        const glm::dmat4 view =
+            glm::lookAt(glm::dvec3(eye.x, eye.y, eye.z), glm::dvec3(target.x, target.y, target.z),
+                        glm::dvec3(up.x, up.y, up.z));
+        const Mat4 before = random.mat4();
+        Mat4 expected = fromGlm(glm::transpose(view));
+        expected.setColumn(3, before.getColumn(3));
+        expected.setRow(3, before.getRow(3));
+
+        Mat4 m = before;
+        m.setLookAt(eye, target, up);
+        EXPECT_TRUE(near(m, expected));
+        Mat4 fromNumbers = before;
+        fromNumbers.setLookAt(eye.x, eye.y, eye.z, target.x, target.y, target.z, up.x, up.y, up.z);
+        EXPECT_TRUE(same(fromNumbers, m));
+    }
+}
+
+TEST(Mat4LookAt, FindsItsWayWithoutADirection) {
+    constexpr double kNudge = 9.999999747378752e-5;
+    struct Case {
+        Vec3 eye, up, x, y, z;
+    };
+    constexpr Case kCases[] = {
+        // eye at the target
+        {{}, {0.0, 1.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}},
+        // up along the view: z is nudged and keeps its greater length
+        {{0.0, 5.0, 0.0},
+         {0.0, 1.0, 0.0},
+         {1.0, 0.0, 0.0},
+         {0.0, kNudge, -1.0},
+         {0.0, 1.0, kNudge}},
+        // up along the view and the nudge: x takes the default of a zero vector
+        {{0.0, 0.0, 5.0},
+         {0.0, 0.0, 1.0},
+         {1.0, 0.0, 0.0},
+         {0.0, 1.0 + kNudge, 0.0},
+         {0.0, 0.0, 1.0 + kNudge}},
+    };
+    for (const auto& [eye, up, x, y, z] : kCases) {
+        Mat4 m;
+        m.setLookAt(eye, Vec3(), up);
+        EXPECT_TRUE(same(m, Mat4({x, 0.0}, {y, 0.0}, {z, 0.0}, {0.0, 0.0, 0.0, 1.0}, false)));
+    }
+}
+
+TEST(Mat4HostConversion, TakesLayerPointsToGl) {
+    struct Case {
+        Vec3 layer, gl;
+    };
+    constexpr Case kCases[] = {{{0.0, 0.0, 0.0}, {-50.0, 25.0, 0.0}},
+                               {{100.0, 50.0, 0.0}, {50.0, -25.0, 0.0}},
+                               {{50.0, 25.0, 7.0}, {0.0, 0.0, -7.0}}};
+    for (const auto& [layer, gl] : kCases) {
+        EXPECT_TRUE(same(Mat4::getAEToGLConversionMatrix(100.0, 50.0) * layer, gl));
+    }
+}
+
+TEST(Mat4Composition, ScalesThenRotatesThenMovesAboutAnAnchor) {
+    Random random;
+    int roundedCount = 0;
+    for (int i = 0; i < kTrials; ++i) {
+        const Vec3 anchor = random.vec3();
+        const Vec3 position = random.vec3();
+        const Quaternion q = random.rotation();
+        const Vec3 scale = random.vec3();
+        Mat4 m = random.mat4();
+        m.compose(position, q, scale);
+        EXPECT_TRUE(near(m, translation(position) * rotation(q) * scaling(scale)));
+        EXPECT_TRUE(same(m.getColumn(3), Vec4(position, 1.0)));
+
+        m = random.mat4();
+        m.compose(anchor, position, q, scale);
+        EXPECT_TRUE(near(m * anchor, position, 1e-11));
+        EXPECT_TRUE(near(m,
+                         translation(position) * rotation(q) *
+                             translation((anchor * scale).negate()) * scaling(scale),
+                         1e-11));
+
+        // The position goes by way of the anchor, which may cost its last bit.
+        const Vec3 scaled = anchor * scale;
+        Mat4 expected = translation(scaled + (position - scaled)) * rotation(q);
+        expected.translate(scaled.negate());
+        EXPECT_TRUE(same(m.getColumn(3), expected.getColumn(3)));
+        Mat4 direct = translation(position) * rotation(q);
+        direct.translate(scaled.negate());
+        roundedCount += same(m.getColumn(3), direct.getColumn(3)) ? 0 : 1;
+
+        m.compose(Vec3(), position, q, scale);
+        EXPECT_TRUE(same(m.getColumn(3), Vec4(position, 1.0)));
+    }
+    EXPECT_GT(roundedCount, 0);
+}
+
+TEST(Mat4Decomposition, UndoesTheComposition) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Vec3 anchor = random.vec3();
+        const Vec3 position = random.vec3();
+        const Quaternion q = random.rotation();
+        const Vec3 scale(random.number(0.1, 5.0), random.number(0.1, 5.0), random.number(0.1, 5.0));
+        Vec3 outPosition;
+        Vec3 outScale;
+        Quaternion outQ;
+        Mat4 m;
+        m.compose(position, q, scale);
+        m.decompose(outPosition, outQ, outScale);
+        EXPECT_TRUE(same(outPosition, position));
+        EXPECT_TRUE(near(outScale, scale));
+        EXPECT_NEAR(std::abs(outQ.dot(q)), 1.0, 1e-12);
+
+        m.compose(anchor, position, q, scale);
+        m.decompose(anchor, outPosition, outQ, outScale);
+        EXPECT_TRUE(near(outPosition, position, 1e-11));
+        EXPECT_TRUE(near(outScale, scale));
+        EXPECT_NEAR(std::abs(outQ.dot(q)), 1.0, 1e-12);
+    }
+}
+
+TEST(Mat4Decomposition, PutsAReflectionIntoXAndAZeroToAMillionth) {
+    struct Case {
+        Vec3 scale, result;
+    };
+    constexpr Case kCases[] = {
+        {{-2.0, 3.0, 4.0}, {-2.0, 3.0, 4.0}},   {{2.0, 3.0, -4.0}, {-2.0, 3.0, 4.0}},
+        {{-2.0, -3.0, -4.0}, {-2.0, 3.0, 4.0}}, {{-2.0, -3.0, 4.0}, {2.0, 3.0, 4.0}},
+        {{0.0, 3.0, 4.0}, {1e-6, 3.0, 4.0}},    {{2.0, 0.0, 0.0}, {2.0, 1e-6, 1e-6}},
+    };
+    for (const auto& [scale, result] : kCases) {
+        Vec3 outPosition;
+        Vec3 outScale;
+        Quaternion outQ;
+        scaling(scale).decompose(outPosition, outQ, outScale);
+        EXPECT_TRUE(same(outScale, result)) << testing::PrintToString(scale);
+    }
+
+    Random random;
+    const Quaternion q = random.rotation();
+    Mat4 mirrored;
+    mirrored.compose({1.0, 2.0, 3.0}, q, {2.0, -3.0, 4.0});
+    Vec3 position;
+    Vec3 scale;
+    Quaternion outQ;
+    mirrored.decompose(position, outQ, scale);
+    Mat4 again;
+    again.compose(position, outQ, scale);
+    EXPECT_TRUE(near(again, mirrored));
+}
+
+} // namespace Kerovane::Tesselune

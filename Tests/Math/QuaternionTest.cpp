@@ -1,0 +1,279 @@
+#include "MathTest.h"
+
+#include <algorithm>
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+Quaternion negated(const Quaternion& q) {
+    return {-q.x, -q.y, -q.z, -q.w};
+}
+
+/// Whether the two are the same rotation: q and -q are.
+testing::AssertionResult sameRotation(const Quaternion& a, const Quaternion& b,
+                                      double tolerance = 1e-12) {
+    return near(a, a.dot(b) < 0.0 ? negated(b) : b, tolerance);
+}
+
+Quaternion angleAxis(double angle, const Vec3& axis) {
+    return toQuaternion(Eigen::Quaterniond(Eigen::AngleAxisd(angle, toEigen(axis).normalized())));
+}
+
+} // namespace
+
+TEST(QuaternionConstruction, TakesNumbersAxisOrArray) {
+    EXPECT_TRUE(same(Quaternion(), Quaternion(0.0, 0.0, 0.0, 1.0)));
+    EXPECT_TRUE(same(Quaternion(5.0, 6.0, 7.0), Quaternion(5.0, 6.0, 7.0, 1.0)));
+    Quaternion q(1.0, 2.0, 3.0, 4.0);
+    q.set(5.0, 6.0, 7.0);
+    EXPECT_TRUE(same(q, Quaternion(5.0, 6.0, 7.0, 4.0)));
+    double array[6] = {};
+    q.toArray(array, 2);
+    EXPECT_EQ(Numbers(std::begin(array), std::end(array)), (Numbers{0.0, 0.0, 5.0, 6.0, 7.0, 4.0}));
+    q.setWithArray(array, 1);
+    EXPECT_TRUE(same(q, Quaternion(0.0, 5.0, 6.0, 7.0)));
+
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const double angle = random.number();
+        const Vec3 axis = random.direction();
+        EXPECT_TRUE(near(Quaternion(axis, angle), angleAxis(angle, axis)));
+        q.set(axis * random.number(0.1, 9.0), angle);
+        EXPECT_TRUE(near(q, angleAxis(angle, axis)));
+    }
+    const Quaternion unscaled(Vec3(2.0, 0.0, 0.0), kPi);
+    EXPECT_EQ(unscaled.x, 2.0);
+    q.set(Vec3(), 0.5);
+    EXPECT_TRUE(same(q, Quaternion(Vec3(1.0, 0.0, 0.0), 0.5)));
+}
+
+TEST(QuaternionComparison, IsExact) {
+    const Quaternion q(1.0, 2.0, 3.0, 4.0);
+    EXPECT_TRUE(q == Quaternion(1.0, 2.0, 3.0, 4.0));
+    for (double Quaternion::*part :
+         {&Quaternion::x, &Quaternion::y, &Quaternion::z, &Quaternion::w}) {
+        Quaternion other = q;
+        other.*part = std::nextafter(q.*part, 9.0);
+        EXPECT_TRUE(other != q);
+        other.*part = kNaN;
+        EXPECT_TRUE(other != other);
+    }
+}
+
+TEST(QuaternionProduct, AgreesWithEigenInBothOrders) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Quaternion a = random.rotation();
+        const Quaternion b = random.rotation();
+        const Quaternion expected = toQuaternion(toEigen(a) * toEigen(b));
+        Quaternion q = a;
+        q.multiply(b);
+        EXPECT_TRUE(near(q, expected));
+        q = b;
+        q.premultiply(a);
+        EXPECT_TRUE(near(q, expected));
+        q.multiplyQuaternions(a, b);
+        EXPECT_TRUE(near(q, expected));
+
+        const Vec3 v = random.vec3();
+        EXPECT_TRUE(near(Quaternion::quaternionMulVec3(a, v), toVec3(toEigen(a) * toEigen(v))));
+    }
+    Quaternion square(0.0, 0.0, 1.0, 0.0);
+    square.multiply(square);
+    EXPECT_TRUE(same(square, Quaternion(0.0, 0.0, 0.0, -1.0)));
+}
+
+TEST(QuaternionLength, BecomesOneAndZeroBecomesTheIdentity) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Quaternion q(random.number(), random.number(), random.number(), random.number());
+        EXPECT_DOUBLE_EQ(q.lengthSq(), toEigen(q).squaredNorm());
+        EXPECT_DOUBLE_EQ(q.length(), toEigen(q).norm());
+        Quaternion unit = q;
+        unit.normalize();
+        EXPECT_TRUE(near(unit, toQuaternion(toEigen(q).normalized())));
+        Quaternion inverse = q;
+        inverse.setInverse();
+        EXPECT_TRUE(near(inverse, toQuaternion(toEigen(q).conjugate().normalized())));
+        inverse.multiply(unit);
+        EXPECT_TRUE(near(inverse, Quaternion()));
+    }
+    Quaternion zero(0.0, 0.0, 0.0, 0.0);
+    zero.normalize();
+    EXPECT_TRUE(same(zero, Quaternion()));
+    Quaternion q(1.0, 2.0, 3.0, 4.0);
+    q.conjugate();
+    EXPECT_TRUE(same(q, Quaternion(-1.0, -2.0, -3.0, 4.0)));
+}
+
+TEST(QuaternionAngle, ComesInDegreesThoughItWentInInRadians) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Vec3 axis = random.direction();
+        const double angle = random.number(0.1, 6.1);
+        const Quaternion q(axis, angle);
+        EXPECT_NEAR(q.getRotationAngle(), angle * 180.0 / kPi, 1e-10);
+        EXPECT_TRUE(near(q.getRotationAxis(), axis, 1e-10));
+        EXPECT_NEAR(Quaternion(axis, kPi).getRotationAngle(), 180.0, 1e-12);
+    }
+    EXPECT_TRUE(std::isnan(Quaternion(0.0, 0.0, 0.0, 1.1).getRotationAngle()));
+    EXPECT_TRUE(same(Quaternion().getRotationAxis(), Vec3(0.0, 0.0, 1.0)));
+    // 1 - w w is 2.25e-12 for the greater angle and 0.25e-12 for the smaller.
+    EXPECT_TRUE(
+        near(Quaternion(Vec3(1.0, 0.0, 0.0), 3e-6).getRotationAxis(), Vec3(1.0, 0.0, 0.0), 1e-3));
+    EXPECT_TRUE(same(Quaternion(Vec3(1.0, 0.0, 0.0), 1e-6).getRotationAxis(), Vec3(0.0, 0.0, 1.0)));
+}
+
+TEST(QuaternionFromMatrix, TakesTheBranchOfTheLargestPart) {
+    enum Branch { FromTrace, FromX, FromY, FromZ };
+    struct Case {
+        double angle;
+        Vec3 axis;
+        Branch branch;
+    };
+    constexpr double kHalfTurn = kPi;
+    constexpr Case kCases[] = {
+        {0.5, {1.0, 2.0, 3.0}, FromTrace},   {2.0, {-1.0, 0.0, 0.0}, FromTrace},
+        {3.0, {5.0, 1.0, 2.0}, FromX},       {-3.0, {5.0, -1.0, 2.0}, FromX},
+        {3.0, {1.0, 5.0, 2.0}, FromY},       {-3.0, {1.0, 5.0, -2.0}, FromY},
+        {3.0, {1.0, 2.0, 5.0}, FromZ},       {-3.0, {-1.0, 2.0, 5.0}, FromZ},
+        {kHalfTurn, {1.0, 0.0, 0.0}, FromX}, {kHalfTurn, {0.0, 1.0, 0.0}, FromY},
+        {kHalfTurn, {0.0, 0.0, 1.0}, FromZ},
+    };
+    for (const auto& [angle, axis, branch] : kCases) {
+        const Eigen::Matrix3d rotation =
+            Eigen::AngleAxisd(angle, toEigen(axis).normalized()).toRotationMatrix();
+        Eigen::Index largest = 0;
+        rotation.diagonal().maxCoeff(&largest);
+        ASSERT_EQ(static_cast<Branch>(rotation.trace() > 0.0 ? 0 : 1 + largest), branch);
+
+        Quaternion q;
+        q.setWithMat4(toMat4(Eigen::Affine3d(rotation)));
+        EXPECT_TRUE(sameRotation(q, angleAxis(angle, axis)));
+        const double parts[] = {q.w, q.x, q.y, q.z};
+        EXPECT_GT(parts[branch], 0.0) << "the part that the branch starts from is positive";
+    }
+}
+
+TEST(QuaternionFromMatrix, BreaksTiesTowardsTheLaterAxis) {
+    // Half turns about diagonals, whose traces are exactly -1: two diagonal elements are equal.
+    struct Case {
+        Mat4 m;
+        Quaternion q;
+    };
+    const double half = std::sqrt(0.5);
+    const Case cases[] = {
+        {{0, 1, 0, 0, 1, 0, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1, false}, {half, half, 0.0, 0.0}},
+        {{0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, 0, 0, 0, 0, 1, false}, {-half, 0.0, half, 0.0}},
+        {{-1, 0, 0, 0, 0, 0, -1, 0, 0, -1, 0, 0, 0, 0, 0, 1, false}, {0.0, -half, half, 0.0}},
+    };
+    for (const auto& [m, expected] : cases) {
+        ASSERT_EQ(m.at(0, 0) + m.at(1, 1) + m.at(2, 2), -1.0);
+        Quaternion q;
+        q.setWithMat4(m);
+        EXPECT_TRUE(near(q, expected)) << "the sign tells the branch";
+    }
+}
+
+TEST(QuaternionFromMatrix, IsTheInverseOfTheMatrixFromIt) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Quaternion q = random.rotation();
+        Mat4 m;
+        m.setWithQuaternion(q);
+        Quaternion again;
+        again.setWithMat4(m);
+        EXPECT_TRUE(sameRotation(again, q));
+    }
+}
+
+TEST(QuaternionFromDirections, TurnsTheOneIntoTheOtherTheShortestWay) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Vec3 from = random.direction();
+        const Vec3 to = random.direction();
+        const Quaternion q(from, to);
+        EXPECT_TRUE(near(Quaternion::quaternionMulVec3(q, from), to, 1e-11));
+        EXPECT_NEAR(q.getRotationAngle() * kPi / 180.0, from.angleBetween(to), 1e-7);
+    }
+}
+
+TEST(QuaternionFromDirections, MakesAHalfTurnBetweenOpposites) {
+    struct Case {
+        Vec3 from;
+        Vec3 axis;
+    };
+    constexpr Case kCases[] = {
+        {{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}}, // |x| > |z|
+        {{0.8, 0.6, 0.0}, {-0.6, 0.8, 0.0}},
+        {{0.0, 0.0, 1.0}, {0.0, -1.0, 0.0}}, // |x| <= |z|
+        {{0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}},  // both 0
+    };
+    for (const auto& [from, axis] : kCases) {
+        const Quaternion q(from, from.negate());
+        EXPECT_TRUE(near(q, Quaternion(axis.x, axis.y, axis.z, 0.0)));
+        EXPECT_EQ(q.w, 0.0);
+        EXPECT_NEAR(axis.dot(from), 0.0, 1e-15);
+    }
+}
+
+TEST(QuaternionSlerp, FollowsTheShorterArcLikeEigen) {
+    Random random;
+    int oppositeCount = 0;
+    for (int i = 0; i < kTrials; ++i) {
+        const Quaternion a = random.rotation();
+        const Quaternion b = random.rotation();
+        const double t = random.number(0.0, 1.0);
+        Quaternion q = a;
+        q.slerp(b, t);
+        oppositeCount += a.dot(b) < 0.0 ? 1 : 0;
+        EXPECT_TRUE(sameRotation(q, toQuaternion(toEigen(a).slerp(t, toEigen(b)))));
+        EXPECT_GE(q.dot(a), 0.0) << "on the side of the start";
+        EXPECT_TRUE(same(Quaternion::lerp(a, b, t), q));
+    }
+    EXPECT_GT(oppositeCount, 0);
+}
+
+TEST(QuaternionSlerp, HasExactEndsAndStaysWhereBothAreOne) {
+    Random random;
+    const Quaternion a(0.0, 0.6, 0.0, 0.8);
+    const Quaternion b = random.rotation();
+    struct Case {
+        Quaternion to;
+        double t;
+        Quaternion result;
+    };
+    const Case cases[] = {
+        {b, 0.0, a},          {b, 1.0, b}, {negated(a), 1.0, negated(a)},
+        {negated(a), 0.0, a}, {a, 0.5, a}, {negated(a), 0.5, a},
+    };
+    ASSERT_GE(a.dot(a), 1.0);
+    for (const auto& [to, t, result] : cases) {
+        Quaternion q = a;
+        q.slerp(to, t);
+        EXPECT_TRUE(same(q, result)) << "t " << t;
+    }
+    EXPECT_TRUE(same(Quaternion::lerp(b, b, 0.3), b));
+}
+
+TEST(QuaternionSlerp, TakesTheMeanBetweenNearRotationsWhateverT) {
+    const auto aboutZ = [](double halfAngle) {
+        return Quaternion(0.0, 0.0, std::sin(halfAngle), std::cos(halfAngle));
+    };
+    const Quaternion near = aboutZ(0.0009);
+    const Quaternion far = aboutZ(0.0011);
+    ASSERT_LT(std::sqrt(1.0 - near.w * near.w), 0.001);
+    ASSERT_GT(std::sqrt(1.0 - far.w * far.w), 0.001);
+    Quaternion q;
+    q.slerp(near, 0.25);
+    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, near.z * 0.5, (1.0 + near.w) * 0.5)));
+    q = Quaternion();
+    q.slerp(negated(near), 0.25);
+    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, near.z * 0.5, (1.0 + near.w) * 0.5)));
+    q = Quaternion();
+    q.slerp(far, 0.25);
+    EXPECT_TRUE(Tesselune::near(q, aboutZ(0.25 * 0.0011)));
+}
+
+} // namespace Kerovane::Tesselune

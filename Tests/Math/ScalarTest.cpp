@@ -1,0 +1,63 @@
+#include "MathTest.h"
+
+#include "Math/Float.h"
+
+namespace Kerovane::Tesselune {
+
+TEST(FuzzyEqual, HoldsUpToAndAtItsTolerance) {
+    struct Case {
+        double a, b, tolerance;
+        bool isEqual;
+    };
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    constexpr Case kCases[] = {
+        {1.0, 1.5, 0.5, true},          {1.5, 1.0, 0.5, true},   {1.0, 1.5000001, 0.5, false},
+        {1.5000001, 1.0, 0.5, false},   {0.0, -0.0, 0.0, true},  {kNaN, kNaN, 1.0, false},
+        {kInfinity, 0.0, 1e300, false}, {0.0, 1.0, -2.0, false},
+    };
+    for (const auto& [a, b, tolerance, isEqual] : kCases) {
+        EXPECT_EQ(Float::fuzzyEqual(a, b, tolerance), isEqual) << a << ' ' << b << ' ' << tolerance;
+    }
+}
+
+TEST(CyclicDifference, TakesTheShorterWayRound) {
+    struct Case {
+        double a, b, difference;
+    };
+    constexpr Case kCases[] = {
+        {350.0, 10.0, -20.0}, {10.0, 350.0, 20.0}, {180.0, 0.0, 180.0}, {0.0, 180.0, -180.0},
+        {181.0, 0.0, -179.0}, {0.0, 181.0, 179.0}, {30.0, 10.0, 20.0},
+    };
+    for (const auto& [a, b, difference] : kCases) {
+        EXPECT_EQ(cyclicDifference(a, b, 360.0), difference) << a << " from " << b;
+    }
+}
+
+TEST(CyclicDifference, LeadsBackToTheStart) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const double period = random.number(0.5, 10.0);
+        const double a = random.number(0.0, period);
+        const double b = random.number(0.0, period);
+        const double step = cyclicDifference(a, b, period);
+        EXPECT_LE(std::abs(step), 0.5 * period);
+        EXPECT_NEAR(std::remainder(b + step - a, period), 0.0, 1e-12);
+    }
+}
+
+TEST(Range, SpansAllOrNothingOrWhatIsGiven) {
+    struct Case {
+        Range range;
+        int start, end;
+    };
+    constexpr Case kCases[] = {{Range(true), 0, 2147483647},
+                               {Range(false), 0, 0},
+                               {Range(7), 7, 0},
+                               {Range(-3, 5), -3, 5}};
+    for (const auto& [range, start, end] : kCases) {
+        EXPECT_EQ(range.start, start);
+        EXPECT_EQ(range.end, end);
+    }
+}
+
+} // namespace Kerovane::Tesselune

@@ -1,0 +1,308 @@
+#include "MathTest.h"
+
+namespace Kerovane::Tesselune {
+
+TEST(Vec2Construction, ReadsAnArrayAndLeavesItselfToNull) {
+    const double array[] = {1.0, 2.0, 3.0};
+    Vec2 v(8.0, 9.0);
+    v.fromArray(nullptr, 1);
+    EXPECT_TRUE(same(v, Vec2(8.0, 9.0)));
+    v.fromArray(array, 1);
+    EXPECT_TRUE(same(v, Vec2(2.0, 3.0)));
+    v.set(Vec2(4.0, 5.0));
+    EXPECT_TRUE(same(v, Vec2(4.0, 5.0)));
+}
+
+TEST(Vec2Comparison, IsStrictAtTheEdgesOfItsTolerances) {
+    EXPECT_TRUE(Vec2::equalWithTolerance(0.0, 0.0, 3.0, 4.0, 5.0001));
+    EXPECT_FALSE(Vec2::equalWithTolerance(Vec2(), Vec2(3.0, 4.0), 5.0));
+    EXPECT_FALSE(Vec2::equalWithTolerance({1.0, 1.0}, {1.0, 1.0}, 0.0));
+
+    EXPECT_TRUE(Vec2::isDuplicate({1.0, 1.0}, {1.2, 0.8}));
+    EXPECT_FALSE(Vec2::isDuplicate({1.0, 1.0}, {1.25, 1.0}));
+    EXPECT_FALSE(Vec2::isDuplicate({1.0, 1.0}, {1.0, 0.75}));
+
+    EXPECT_TRUE(Vec2::negligible(-9.9e-13));
+    EXPECT_FALSE(Vec2::negligible(1e-12));
+    EXPECT_TRUE(Vec2(9.9e-13, -9.9e-13).negligible());
+    EXPECT_TRUE(Vec2(9.9e-13, -1e-12).nonNegligible());
+}
+
+TEST(Vec2Comparison, FindsParallelsAndRightAnglesAtAnyLength) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Vec2 v = random.vec2();
+        const double factor = random.number() * 1e6;
+        EXPECT_TRUE(v.isCollinear(v * factor)) << i;
+        EXPECT_TRUE(v.isOrthogonal(v.normal() * factor)) << i;
+        Vec2 bent = v * factor;
+        bent.rotate(1e-9);
+        EXPECT_FALSE(v.isCollinear(bent)) << i;
+        EXPECT_FALSE(v.isOrthogonal(bent.normal())) << i;
+    }
+    // x o.x - y o.y would be zero here, the dot product is not.
+    EXPECT_FALSE(Vec2(1.0, 1.0).isOrthogonal({1.0, 1.0}));
+    EXPECT_TRUE(Vec2(1.0, 1.0).isOrthogonal({1.0, -1.0}));
+    EXPECT_TRUE(Vec2().isOrthogonal({1.0, 2.0}) && Vec2().isCollinear({1.0, 2.0}));
+}
+
+TEST(Vec2Arithmetic, TakesRemaindersWithTheSignOfTheDividend) {
+    EXPECT_TRUE(same(Vec2(5.5, -5.5) % Vec2(2.0, 2.0), Vec2(1.5, -1.5)));
+    EXPECT_TRUE(same(Vec2(5.5, -5.5).modulo({-2.0, -3.0}), Vec2(1.5, -2.5)));
+}
+
+TEST(Vec2Arithmetic, WorksInPlaceComponentByComponent) {
+    Vec2 v(1.0, 5.0);
+    v.getMin({2.0, 3.0});
+    EXPECT_TRUE(same(v, Vec2(1.0, 3.0)));
+    v.getMax({2.0, 1.0});
+    EXPECT_TRUE(same(v, Vec2(2.0, 3.0)));
+
+    struct Clamped {
+        Vec2 value, low, high, result;
+    };
+    constexpr Clamped kCases[] = {
+        {{-1.0, 5.0}, {0.0, 0.0}, {4.0, 4.0}, {0.0, 4.0}},
+        {{2.0, 0.0}, {0.0, 0.0}, {4.0, 4.0}, {2.0, 0.0}},
+        // Bounds the wrong way round: below low takes low, all else takes high at most.
+        {{2.0, 6.0}, {5.0, 5.0}, {3.0, 3.0}, {5.0, 3.0}},
+    };
+    for (const auto& [value, low, high, result] : kCases) {
+        Vec2 clamped = value;
+        clamped.clamp(low, high);
+        EXPECT_TRUE(same(clamped, result));
+    }
+}
+
+TEST(Vec2Arithmetic, FollowsSignsWithZeroAsNotPositive) {
+    struct Case {
+        Vec2 value, model, result;
+    };
+    constexpr Case kCases[] = {
+        {{1.0, -2.0}, {5.0, -5.0}, {1.0, -2.0}},
+        {{1.0, -2.0}, {-5.0, 5.0}, {-1.0, 2.0}},
+        {{1.0, -2.0}, {0.0, 0.0}, {-1.0, -2.0}},
+    };
+    for (const auto& [value, model, result] : kCases) {
+        Vec2 v = value;
+        v.followSigns(model);
+        EXPECT_TRUE(same(v, result));
+    }
+}
+
+TEST(Vec2Length, LeavesAPairAtZeroUnlikeAVector) {
+    struct Case {
+        double x, y, resultX, resultY;
+    };
+    constexpr Case kCases[] = {{0.0, 0.0, 0.0, 0.0},
+                               {1e-12, 0.0, 1e-12, 0.0},
+                               {0.0, -2e-12, 0.0, -1.0},
+                               {3.0, 4.0, 0.6, 0.8}};
+    for (auto [x, y, resultX, resultY] : kCases) {
+        Vec2::normalize(&x, &y);
+        EXPECT_DOUBLE_EQ(x, resultX);
+        EXPECT_DOUBLE_EQ(y, resultY);
+    }
+}
+
+TEST(Vec2Rotation, AgreesWithEigen) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const double degrees = random.number(-720.0, 720.0);
+        const Vec2 v = random.vec2();
+        const Vec2 center = random.vec2();
+        const Eigen::Vector2d expected =
+            Eigen::Rotation2Dd(degrees * kPi / 180.0) * Eigen::Vector2d(v.x, v.y);
+        Vec2 rotated = v;
+        rotated.rotate(degrees);
+        EXPECT_TRUE(near(rotated, Vec2(expected.x(), expected.y()), 1e-11));
+
+        const Vec2 aboutCenter = (v + center).rotateRound(degrees, center);
+        EXPECT_TRUE(near(aboutCenter, rotated + center, 1e-11));
+        Vec2 inPlace = v + center;
+        inPlace.rotateAround(degrees, center);
+        EXPECT_TRUE(same(inPlace, aboutCenter));
+    }
+}
+
+TEST(Vec2Rotation, ChangesNoBitAtZeroDegrees) {
+    const Vec2 v(0.1, 1e-17);
+    EXPECT_TRUE(same(v.rotateRound(0.0, {1e6, 1e6}), v));
+    EXPECT_FALSE(same(v.rotateRound(360.0, {1e6, 1e6}), v));
+}
+
+TEST(Vec2Rotation, CountsFourteenDigitsToTheRadian) {
+    Vec2 v(1.0, 0.0);
+    v.rotate(180.0);
+    EXPECT_NEAR(v.y, 180.0 * (kPi / 180.0 - 0.017453292519943), 1e-15);
+    EXPECT_GT(v.y, 1e-14) << "the full constant leaves 1.2e-16";
+}
+
+TEST(Vec2Angle, ComesBackAsItWasSet) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const double degrees = random.number(-179.9, 179.9);
+        const double turn = random.number(-179.9, 179.9);
+        Vec2 v = random.vec2();
+        const double length = v.length();
+        v.setAngle(degrees);
+        EXPECT_NEAR(v.getAngle(), degrees, 1e-10);
+        EXPECT_NEAR(v.length(), length, 1e-12);
+        Vec2 turned = v;
+        turned.rotate(turn);
+        EXPECT_NEAR(v.angleBetween(turned), turn, 1e-10);
+    }
+    EXPECT_EQ(Vec2().getAngle(), 0.0);
+    EXPECT_EQ(Vec2(-0.0, 0.0).getAngle(), 0.0);
+    EXPECT_EQ(Vec2(-1.0, 0.0).getAngle(), 180.0);
+}
+
+TEST(Vec2Direction, KnowsItsPerpendiculars) {
+    constexpr Vec2 v(3.0, 1.0);
+    EXPECT_TRUE(same(v.normal(), Vec2(-1.0, 3.0)));
+    EXPECT_TRUE(same(v.perpindicularLeft(), Vec2(-1.0, 3.0)));
+    EXPECT_TRUE(same(v.perpindicularRight(), Vec2(1.0, -3.0)));
+    Vec2 turned = v;
+    turned.prepen();
+    EXPECT_TRUE(same(turned, v.normal()));
+    EXPECT_EQ(v.cross(v.normal()), v.lengthSquare());
+    EXPECT_EQ(Vec2::cross(1.0, 2.0, 3.0, 5.0), -1.0);
+    EXPECT_EQ(v.slope(), 1.0 / 3.0);
+}
+
+TEST(Vec2Direction, CountsZeroAsPositiveForTheQuadrant) {
+    struct Case {
+        Vec2 v;
+        int quadrant;
+    };
+    constexpr Case kCases[] = {{{0.0, 0.0}, 1},  {{1.0, 1.0}, 1},   {{-1.0, 0.0}, 2},
+                               {{-1.0, 1.0}, 2}, {{-1.0, -1.0}, 3}, {{0.0, -1.0}, 4},
+                               {{1.0, -1.0}, 4}};
+    for (const auto& [v, quadrant] : kCases) {
+        EXPECT_EQ(v.getQuadrant(), quadrant) << testing::PrintToString(v);
+    }
+}
+
+TEST(Vec2Direction, TellsOppositeQuadrants) {
+    struct Case {
+        Vec2 a, b;
+        bool isOpposite;
+    };
+    constexpr Case kCases[] = {
+        {{1.0, 1.0}, {-1.0, -1.0}, true}, // both signs differ
+        {{1.0, 0.0}, {-1.0, 0.0}, true},  // x differs, a.y is zero
+        {{1.0, 0.0}, {-1.0, 1.0}, true},  // both differ, with a zero
+        {{1.0, 1.0}, {-1.0, 1.0}, false}, // y alike
+        {{1.0, 1.0}, {1.0, 1.0}, false},  // all alike
+        {{1.0, 1.0}, {1.0, -1.0}, false}, // y differs, x alike and not zero
+        {{0.0, 1.0}, {0.0, -1.0}, true},  // y differs, x alike at zero
+        {{1.0, 0.0}, {1.0, 0.0}, false},  // on one axis, the same way
+    };
+    for (const auto& [a, b, isOpposite] : kCases) {
+        EXPECT_EQ(Vec2::oppositeQuadrant(a, b), isOpposite)
+            << testing::PrintToString(a) << testing::PrintToString(b);
+    }
+}
+
+TEST(Vec2Direction, TurnsOutwardOrInward) {
+    constexpr Vec2 a(2.0, 1.0);
+    constexpr Vec2 b(0.0, 1.0);
+    struct Case {
+        Vec2 p;
+        bool inward, isNegated;
+    };
+    constexpr Case kCases[] = {
+        {{1.0, 5.0}, false, false}, {{-1.0, 5.0}, false, true}, {{0.0, 5.0}, false, true},
+        {{1.0, 5.0}, true, true},   {{-1.0, 5.0}, true, false}, {{0.0, 5.0}, true, false},
+    };
+    for (const auto& [p, inward, isNegated] : kCases) {
+        const Vec2 expected = isNegated ? p.negate() : p;
+        Vec2 turned = p;
+        EXPECT_EQ(Vec2::anchorOutward(turned, a, b, inward), isNegated);
+        EXPECT_TRUE(same(turned, expected));
+        turned = p;
+        EXPECT_EQ(inward ? Vec2::anchorInward(turned, a, b) : Vec2::anchorOutward(turned, a, b),
+                  isNegated);
+        EXPECT_TRUE(same(turned, expected));
+        EXPECT_EQ(Vec2::anchorOutwardD(p, a, b), p.x > 0.0);
+    }
+}
+
+TEST(Vec2Lines, ProjectAlongAndAcross) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const Vec2 a = random.vec2();
+        const Vec2 b = random.vec2();
+        const Vec2 p = random.vec2();
+        const Vec2 along = (p - a).project(b - a);
+        const Vec2 across = p - a - along;
+        EXPECT_NEAR(across.dot(b - a), 0.0, 1e-11);
+        EXPECT_NEAR(p.distanceToLine(a, b), across.length(), 1e-11);
+        EXPECT_NEAR(p.lineProjectionLength(a, b), along.length(), 1e-11);
+        EXPECT_NEAR(Vec2::signedArea(a, b, p),
+                    (b - a).length() * across.length() * ((b - a).cross(across) > 0.0 ? 1.0 : -1.0),
+                    1e-10);
+        EXPECT_DOUBLE_EQ(Vec2::distanceSquared(a, b), (b - a).lengthSquare());
+    }
+    EXPECT_TRUE(same(Vec2(1.0, 2.0).project(Vec2()), Vec2()));
+    EXPECT_EQ(Vec2(-3.0, 1.0).lineProjectionLength({0.0, 0.0}, {1.0, 0.0}), 3.0);
+    EXPECT_TRUE(std::isnan(Vec2(1.0, 2.0).distanceToLine({3.0, 3.0}, {3.0, 3.0})));
+}
+
+TEST(Vec2Lines, SeparatePoints) {
+    constexpr Vec2 a(0.0, 0.0);
+    constexpr Vec2 b(1.0, 0.0);
+    EXPECT_TRUE(Vec2::intersecting(a, b, {5.0, 1.0}, {5.0, -1.0})) << "beyond b, on its line";
+    EXPECT_FALSE(Vec2::intersecting(a, b, {0.0, 1.0}, {1.0, 1.0}));
+    EXPECT_TRUE(Vec2::intersecting(a, b, {0.0, 0.0}, {0.0, 1.0})) << "on the line is not above";
+    EXPECT_FALSE(Vec2::intersecting(a, b, {0.0, 0.0}, {0.0, -1.0}));
+}
+
+TEST(Vec2Lines, IntersectWithAReportOfWhere) {
+    struct Case {
+        Vec2 a, b, c, d;
+        int result;
+        Vec2 out;
+    };
+    constexpr Case kCases[] = {
+        {{0.0, 0.0}, {2.0, 2.0}, {0.0, 2.0}, {2.0, 0.0}, 1, {1.0, 1.0}},
+        {{0.0, 0.0}, {2.0, 0.0}, {2.0, -1.0}, {2.0, 1.0}, 1, {2.0, 0.0}}, // at the very end of a-b
+        {{0.0, 0.0}, {1.0, 0.0}, {2.0, -1.0}, {2.0, 1.0}, 3, {2.0, 0.0}},
+        {{0.0, 0.0}, {4.0, 0.0}, {2.0, 1.0}, {2.0, 2.0}, 4, {2.0, 0.0}},
+        {{0.0, 0.0}, {1.0, 0.0}, {2.0, 1.0}, {2.0, 2.0}, 5, {2.0, 0.0}},
+        {{0.0, 0.0}, {4.0, 0.0}, {1.0, 0.0}, {9.0, 0.0}, 2, {2.0, 0.0}},
+        {{0.0, 0.0}, {4.0, 0.0}, {0.0, 1.0}, {4.0, 1.0}, 0, {0.0, 0.0}},
+        {{3.0, 3.0}, {3.0, 3.0}, {3.0, 3.0}, {3.0, 3.0}, 2, {3.0, 3.0}},
+    };
+    for (const auto& [a, b, c, d, result, expected] : kCases) {
+        Vec2 out(kNaN, kNaN);
+        double t = -7.0;
+        double u = -7.0;
+        EXPECT_EQ(Vec2::intersect(a, b, c, d, out, &t, &u), result);
+        EXPECT_TRUE(same(out, expected)) << "result " << result;
+        if (result == 0 || result == 2) {
+            EXPECT_TRUE(t == -7.0 && u == -7.0) << "written at result " << result;
+        } else {
+            EXPECT_TRUE(near(Vec2::lerp(c, d, u), Vec2::lerp(a, b, t)));
+        }
+        EXPECT_EQ(Vec2::intersect(a, b, c, d, out, nullptr, nullptr), result);
+    }
+}
+
+TEST(Vec2PictureCoordinates, TakeTheCentreToTheTopLeftAndBack) {
+    constexpr Vec2 size(100.0, 50.0);
+    constexpr Vec2 point(10.0, 5.0);
+    constexpr Vec2 moved = Vec2::centerToTopLefetPoint(point, size);
+    EXPECT_TRUE(same(moved, Vec2(60.0, 20.0)));
+    EXPECT_TRUE(same(Vec2::topLeftToCenterPoint(moved, size), point));
+}
+
+TEST(Vec2Lerp, RunsStraightAndBeyond) {
+    constexpr Vec2 a(1.0, 2.0);
+    constexpr Vec2 b(3.0, -2.0);
+    EXPECT_TRUE(same(Vec2::lerp(a, b, 0.0), a));
+    EXPECT_TRUE(same(Vec2::lerp(a, b, 0.25), Vec2(1.5, 1.0)));
+    EXPECT_TRUE(same(Vec2::lerp(a, b, 2.0), Vec2(5.0, -6.0)));
+}
+
+} // namespace Kerovane::Tesselune

@@ -1,0 +1,155 @@
+#include "MathTest.h"
+
+#include <functional>
+
+namespace Kerovane::Tesselune {
+
+template <typename Vector>
+class VectorFamilyTest : public testing::Test {};
+
+using VectorTypes = testing::Types<Vec2, Vec3, Vec4>;
+TYPED_TEST_SUITE(VectorFamilyTest, VectorTypes);
+
+/// Every spelling of one operation, with a vector and with a number.
+template <typename Vector>
+struct Operation {
+    std::function<double(double, double)> ofNumbers;
+    std::vector<std::function<void(Vector&, const Vector&)>> inPlace;
+    std::vector<std::function<void(Vector&, double)>> inPlaceWithNumber;
+};
+
+template <typename Vector>
+std::vector<Operation<Vector>> operations() {
+    using V = Vector;
+    return {
+        {std::plus(),
+         {[](V& a, const V& b) { a.add(b); }, [](V& a, const V& b) { a += b; },
+          [](V& a, const V& b) { a = a + b; }},
+         {[](V& a, double b) { a.add(b); }, [](V& a, double b) { a += b; },
+          [](V& a, double b) { a = a + b; }}},
+        {std::minus(),
+         {[](V& a, const V& b) { a.sub(b); }, [](V& a, const V& b) { a -= b; },
+          [](V& a, const V& b) { a = a - b; }},
+         {[](V& a, double b) { a.sub(b); }, [](V& a, double b) { a -= b; },
+          [](V& a, double b) { a = a - b; }}},
+        {std::multiplies(),
+         {[](V& a, const V& b) { a.mult(b); }, [](V& a, const V& b) { a *= b; },
+          [](V& a, const V& b) { a = a * b; }},
+         {[](V& a, double b) { a.mult(b); }, [](V& a, double b) { a *= b; },
+          [](V& a, double b) { a = a * b; }}},
+        {std::divides(),
+         {[](V& a, const V& b) { a.divide(b); }, [](V& a, const V& b) { a /= b; },
+          [](V& a, const V& b) { a = a / b; }},
+         {[](V& a, double b) { a.divide(b); }, [](V& a, double b) { a /= b; },
+          [](V& a, double b) { a = a / b; }}},
+    };
+}
+
+TYPED_TEST(VectorFamilyTest, WorksComponentByComponentInEverySpelling) {
+    Random random;
+    const auto a = random.vector<TypeParam>();
+    const auto b = random.vector<TypeParam>();
+    const double number = random.number();
+    for (const auto& operation : operations<TypeParam>()) {
+        TypeParam expected;
+        TypeParam expectedWithNumber;
+        for (double TypeParam::*component : TypeParam::kComponents) {
+            expected.*component = operation.ofNumbers(a.*component, b.*component);
+            expectedWithNumber.*component = operation.ofNumbers(a.*component, number);
+        }
+        for (const auto& spelling : operation.inPlace) {
+            TypeParam result = a;
+            spelling(result, b);
+            EXPECT_TRUE(same(result, expected));
+        }
+        for (const auto& spelling : operation.inPlaceWithNumber) {
+            TypeParam result = a;
+            spelling(result, number);
+            EXPECT_TRUE(same(result, expectedWithNumber));
+        }
+    }
+}
+
+TYPED_TEST(VectorFamilyTest, InPlaceOperationsGiveNothing) {
+    TypeParam v;
+    static_assert(std::is_void_v<decltype(v.add(v))> && std::is_void_v<decltype(v += 1.0)>);
+    static_assert(std::is_void_v<decltype(v.divide(1.0))> && std::is_void_v<decltype(v /= v)>);
+    static_assert(std::is_void_v<decltype(v.setLength(1.0))>);
+    static_assert(std::is_void_v<decltype(v.normalize())>);
+}
+
+TYPED_TEST(VectorFamilyTest, MayBeItsOwnOperand) {
+    Random random;
+    auto v = random.vector<TypeParam>();
+    v /= v;
+    EXPECT_TRUE(same(v, TypeParam() + 1.0));
+}
+
+TYPED_TEST(VectorFamilyTest, NegatesACopy) {
+    Random random;
+    const auto v = random.vector<TypeParam>();
+    EXPECT_TRUE((v + v.negate()).isZero());
+    EXPECT_FALSE(v.isZero());
+}
+
+TYPED_TEST(VectorFamilyTest, IsZeroOnlyExactly) {
+    for (double TypeParam::*component : TypeParam::kComponents) {
+        TypeParam v;
+        v.*component = -0.0;
+        EXPECT_TRUE(v.isZero());
+        v.*component = std::numeric_limits<double>::denorm_min();
+        EXPECT_FALSE(v.isZero());
+    }
+}
+
+TYPED_TEST(VectorFamilyTest, KeepsItsDirectionAtANewLength) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const auto before = random.vector<TypeParam>();
+        auto v = before;
+        v.setLength(3.0);
+        EXPECT_NEAR(v.length(), 3.0, 1e-14);
+        EXPECT_NEAR(v.dot(before), 3.0 * before.length(), 1e-12);
+        EXPECT_DOUBLE_EQ(v.distance(before), std::abs((v - before).length()));
+        v.normalize();
+        EXPECT_NEAR(v.lengthSquare(), 1.0, 1e-14);
+    }
+}
+
+TYPED_TEST(VectorFamilyTest, PointsAlongXWhenZeroGetsALength) {
+    TypeParam v;
+    v.setLength(3.0);
+    EXPECT_TRUE(same(v, [] {
+        TypeParam along;
+        along.x = 3.0;
+        return along;
+    }()));
+    v.setZero();
+    v.normalize();
+    EXPECT_TRUE(same(v, [] {
+        TypeParam along;
+        along.x = 1.0;
+        return along;
+    }()));
+}
+
+/// Component by component and inclusive, against by distance and strict.
+TEST(Equality, DiffersBetweenTheVectorsByDesign) {
+    EXPECT_TRUE(Vec2(1e-13, 0.0) == Vec2());
+    EXPECT_TRUE(Vec2(1e-12, -1e-12) == Vec2());
+    EXPECT_TRUE(Vec2(0.0, 1.1e-12) != Vec2());
+    EXPECT_TRUE(Vec3(1e-12, -1e-12, 1e-12) == Vec3());
+    EXPECT_TRUE(Vec3(0.0, 0.0, -1.1e-12) != Vec3());
+    EXPECT_TRUE(Vec4(5e-13, 0.0, 0.0, 0.0) == Vec4());
+    EXPECT_TRUE(Vec4(1e-12, 0.0, 0.0, 0.0) != Vec4());
+    EXPECT_TRUE(Vec4(6e-13, 6e-13, 6e-13, 0.0) != Vec4());
+
+    EXPECT_TRUE(Vec2(0.5, -0.5).equal(Vec2(), 0.5));
+    EXPECT_FALSE(Vec2(0.5, -0.6).equal(Vec2(), 0.5));
+    EXPECT_TRUE(Vec3(0.5, -0.5, 0.5).equal(Vec3(), 0.5));
+    EXPECT_FALSE(Vec3(0.5, -0.5, 0.6).equal(Vec3(), 0.5));
+    EXPECT_FALSE(Vec4(0.5, 0.0, 0.0, 0.0).equal(Vec4(), 0.5));
+    EXPECT_TRUE(Vec4(0.49, 0.0, 0.0, 0.0).equal(Vec4(), 0.5));
+}
+
+} // namespace Kerovane::Tesselune
