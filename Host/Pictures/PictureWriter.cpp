@@ -49,15 +49,27 @@ bool StoresStraightAlpha(const ImageOutput& output) {
     return std::ranges::find(kFormats, output.format_name()) != kFormats.end();
 }
 
+/// The formats that hold floats; the others' writers would fall to 8 bits for them.
+bool StoresFloats(const ImageOutput& output) {
+    static constexpr std::array<std::string_view, 5> kFormats{"fits", "hdr", "openexr", "rla",
+                                                              "tiff"};
+    return std::ranges::find(kFormats, output.format_name()) != kFormats.end();
+}
+
+bool IsOpenExr(const ImageOutput& output) {
+    return std::string_view(output.format_name()) == "openexr";
+}
+
 TypeDesc FileType(Depth depth, const ImageSpec& origin, const ImageOutput& output) {
-    // Its integers are no colour, and a half holds any 8-bit value.
-    const bool floatsOnly = std::string_view(output.format_name()) == "openexr";
     switch (depth) {
-    case Depth::Bits8:
-        return floatsOnly ? TypeDesc::HALF : TypeDesc::UINT8;
+    case Depth::Bits8: // any 8-bit value fits into a half
+        return IsOpenExr(output) ? TypeDesc::HALF : TypeDesc::UINT8;
     case Depth::Bits16:
-        return floatsOnly ? TypeDesc::FLOAT : TypeDesc::UINT16;
+        return IsOpenExr(output) ? TypeDesc::FLOAT : TypeDesc::UINT16;
     default:
+        if (!StoresFloats(output)) {
+            return TypeDesc::UINT16;
+        }
         return origin.format == TypeDesc::HALF ? TypeDesc::HALF : TypeDesc::FLOAT;
     }
 }
@@ -72,18 +84,32 @@ bool IsRgbProfile(const OIIO::ParamValue& profile) {
            bytes.substr(kColourSpaceOffset, kRgb.size()) == kRgb;
 }
 
-/// What `origin` says of the picture rather than of how its file held it.
-void CopyMetadata(const ImageSpec& origin, const ImageOutput& output, ImageSpec& spec) {
-    spec.extra_attribs = origin.extra_attribs;
-    spec.erase_attribute("(tiff|png|jpeg|openexr|dpx|targa|bmp|gif|webp|ico|pnm):.*");
-    spec.erase_attribute("oiio:(?!ColorSpace$).*");
-    spec.erase_attribute("thumbnail.*|planarconfig|textureformat|chunkCount|type|name");
-    if (std::string_view(output.format_name()) != "openexr") {
-        spec.erase_attribute("compression");
+/// Whether an attribute tells how a file held its picture rather than something of the picture.
+bool DescribesTheFile(const OIIO::ParamValue& attribute, const ImageOutput& output) {
+    static constexpr std::array<std::string_view, 13> kPrefixes{
+        "bmp:", "dpx:", "gif:",   "ico:",      "jpeg:", "oiio:", "openexr:",
+        "png:", "pnm:", "targa:", "thumbnail", "tiff:", "webp:"};
+    static constexpr std::array<std::string_view, 4> kNames{"chunkCount", "name", "planarconfig",
+                                                            "type"};
+    const std::string_view name(attribute.name().c_str());
+    if (name == "oiio:ColorSpace") {
+        return false;
     }
-    const OIIO::ParamValue* profile = spec.find_attribute("ICCProfile");
-    if (profile != nullptr && !IsRgbProfile(*profile)) {
-        spec.erase_attribute("ICCProfile");
+    if (name == "compression") {
+        return !IsOpenExr(output);
+    }
+    if (name == "ICCProfile") {
+        return !IsRgbProfile(attribute);
+    }
+    return std::ranges::find(kNames, name) != kNames.end() ||
+           std::ranges::any_of(kPrefixes, [name](auto prefix) { return name.starts_with(prefix); });
+}
+
+void CopyMetadata(const ImageSpec& origin, const ImageOutput& output, ImageSpec& spec) {
+    for (const OIIO::ParamValue& attribute : origin.extra_attribs) {
+        if (!DescribesTheFile(attribute, output)) {
+            spec.extra_attribs.push_back(attribute);
+        }
     }
     if (output.supports("displaywindow")) {
         spec.x = origin.x;

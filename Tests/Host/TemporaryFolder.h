@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+/** A folder for one test, gone with it. */
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        std::string name = std::filesystem::temp_directory_path() / "tesselune-test-XXXXXX";
+        mPath = mkdtemp(name.data());
+    }
+    ~TemporaryFolder() { std::filesystem::remove_all(mPath); }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+
+    std::filesystem::path operator/(const std::filesystem::path& name) const {
+        return mPath / name;
+    }
+
+    std::vector<std::string> files() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(mPath)) {
+            names.push_back(entry.path().filename());
+        }
+        return names;
+    }
+
+private:
+    std::filesystem::path mPath;
+};
