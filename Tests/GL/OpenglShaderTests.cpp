@@ -119,6 +119,53 @@ TEST_F(OpenglShaderTest, HandsUniformsToTheProgram) {
     }
 }
 
+TEST_F(OpenglShaderTest, HandsMathValuesToTheProgram) {
+    OpenglShader shader(kVertex, "#version 330\nuniform mat3 affines[2]; uniform mat4 matrix;\n"
+                                 "uniform vec2 f2; uniform vec3 f3; uniform vec4 f4;\n"
+                                 "out vec4 colour;\n"
+                                 "void main() { colour = vec4(affines[0] * affines[1] * f3, f2.x)\n"
+                                 "    + matrix * f4; }");
+    shader.useProgram();
+    Affine affines[] = {Affine(1, 2, 3, 4, 5, 6), Affine(7, 8, 9, 10, 11, 12)};
+    const Mat4 matrix(1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, true);
+    Color color;
+    color.mR = 0.25;
+    color.mG = 0.5;
+    color.mB = 0.75;
+    color.mA = 1.0;
+    struct {
+        const char* name;
+        std::vector<float> expected;
+        std::function<void(const char*)> set;
+    } const kCases[] = {
+        {"f2", {0.1F, 2}, [&](auto name) { shader.setUniform2f(name, Vec2(0.1, 2)); }},
+        {"f3", {0.1F, 2, 3}, [&](auto name) { shader.setUniform3f(name, Vec3(0.1, 2, 3)); }},
+        {"f4", {0.1F, 2, 3, 4}, [&](auto name) { shader.setUniform4f(name, Vec4(0.1, 2, 3, 4)); }},
+        {"f4", {0.25, 0.5, 0.75, 1}, [&](auto name) { shader.setUniform4f(name, color); }},
+        {"affines[0]",
+         {1, 2, 0, 3, 4, 0, 5, 6, 1},
+         [&](auto) { shader.setUniformMatrix3f("affines", affines, 2); }},
+        {"affines[1]", {7, 8, 0, 9, 10, 0, 11, 12, 1}, [](auto) {}},
+        {"matrix",
+         {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16},
+         [&](auto name) { shader.setUniformMatrix4f(name, matrix, 1); }},
+    };
+    int program = 0;
+    glGetIntegerv(GL_CURRENT_PROGRAM, &program);
+    for (const auto& [name, expected, set] : kCases) {
+        set(name);
+        std::vector<float> values(16);
+        glGetUniformfv(static_cast<GLuint>(program), shader.getUniformLocation(name),
+                       values.data());
+        values.resize(expected.size());
+        EXPECT_EQ(values, expected) << name;
+    }
+    const GLCalls calls;
+    shader.setUniformMatrix3f("missing", affines, 2);
+    shader.setUniformMatrix4f("missing", matrix, 1);
+    EXPECT_EQ(calls.count("glUniformMatrix3fv") + calls.count("glUniformMatrix4fv"), 0);
+}
+
 TEST_F(OpenglShaderTest, IgnoresUniformsThatTheProgramLacks) {
     OpenglShader shader(kVertex, kFragment);
     shader.useProgram();

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <span>
+#include <vector>
 
 using namespace gl;
 
@@ -40,6 +42,10 @@ bool Link(const GLProgram& program) {
         std::printf("Program error:\n%s\n", InfoLog(program.name(), glGetProgramInfoLog).c_str());
     }
     return linked == 1;
+}
+
+float Narrowed(double value) {
+    return static_cast<float>(value);
 }
 
 /// Calls a GL uniform function on a uniform's location, unless there is no such uniform.
@@ -164,6 +170,49 @@ void OpenglShader::setUniform3fv(const std::string& name, const float* values, i
 
 void OpenglShader::setUniform4fv(const std::string& name, const float* values, int count) const {
     SetUniform(getUniformLocation(name), glUniform4fv, count, values);
+}
+
+void OpenglShader::setUniform2f(const std::string& name, const Vec2& value) const {
+    setUniform2f(name, Narrowed(value.x), Narrowed(value.y));
+}
+
+void OpenglShader::setUniform3f(const std::string& name, const Vec3& value) const {
+    setUniform3f(name, Narrowed(value.x), Narrowed(value.y), Narrowed(value.z));
+}
+
+void OpenglShader::setUniform4f(const std::string& name, const Vec4& value) const {
+    setUniform4f(name, Narrowed(value.x), Narrowed(value.y), Narrowed(value.z), Narrowed(value.w));
+}
+
+void OpenglShader::setUniform4f(const std::string& name, const Color& value) const {
+    setUniform4f(name, Narrowed(value.mR), Narrowed(value.mG), Narrowed(value.mB),
+                 Narrowed(value.mA));
+}
+
+void OpenglShader::setUniformMatrix3f(const std::string& name, Affine* matrices, int count) const {
+    const int location = getUniformLocation(name);
+    if (location == -1) {
+        return;
+    }
+    std::vector<float> columns;
+    columns.reserve(static_cast<std::size_t>(count) * 9);
+    for (const Affine& m : std::span(matrices, static_cast<std::size_t>(count))) {
+        for (const double element : {m.a, m.b, 0.0, m.c, m.d, 0.0, m.e, m.f, 1.0}) {
+            columns.push_back(Narrowed(element));
+        }
+    }
+    glUniformMatrix3fv(location, count, GL_FALSE, columns.data());
+}
+
+void OpenglShader::setUniformMatrix4f(const std::string& name, const Mat4& matrix,
+                                      int count) const {
+    const int location = getUniformLocation(name);
+    if (location == -1) {
+        return;
+    }
+    std::array<float, 16> columns{};
+    std::ranges::transform(matrix.mElements, columns.begin(), Narrowed);
+    glUniformMatrix4fv(location, count, GL_FALSE, columns.data());
 }
 
 void OpenglShader::setUniformTexture(const std::string& name, int target, int texture,

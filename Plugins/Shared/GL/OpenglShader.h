@@ -1,6 +1,12 @@
 #pragma once
 
 #include "GL/GLObject.h"
+#include "Math/Affine.h"
+#include "Math/Color.h"
+#include "Math/Mat4.h"
+#include "Math/Vec2.h"
+#include "Math/Vec3.h"
+#include "Math/Vec4.h"
 
 #include <map>
 #include <string>
@@ -58,6 +64,18 @@ public:
     void setUniform2fv(const std::string& name, const float* values, int count) const;
     void setUniform3fv(const std::string& name, const float* values, int count) const;
     void setUniform4fv(const std::string& name, const float* values, int count) const;
+
+    // Math values, narrowed to single precision.
+    void setUniform2f(const std::string& name, const Vec2& value) const;
+    void setUniform3f(const std::string& name, const Vec3& value) const;
+    void setUniform4f(const std::string& name, const Vec4& value) const;
+    void setUniform4f(const std::string& name, const Color& value) const;
+
+    /// `count` transforms of the plane, each as a mat3.
+    void setUniformMatrix3f(const std::string& name, Affine* matrices, int count) const;
+
+    /// One matrix; `count` must be 1.
+    void setUniformMatrix4f(const std::string& name, const Mat4& matrix, int count) const;
 
     /// Binds `texture` to texture unit `unit`, in every case, and points the sampler at the unit.
     void setUniformTexture(const std::string& name, int target, int texture, int unit) const;
