@@ -10,64 +10,54 @@ class VectorFamilyTest : public testing::Test {};
 using VectorTypes = testing::Types<Vec2, Vec3, Vec4>;
 TYPED_TEST_SUITE(VectorFamilyTest, VectorTypes);
 
-/// Every spelling of one operation, with a vector and with a number.
-template <typename Vector>
-struct Operation {
-    std::function<double(double, double)> ofNumbers;
-    std::vector<std::function<void(Vector&, const Vector&)>> inPlace;
-    std::vector<std::function<void(Vector&, double)>> inPlaceWithNumber;
-};
-
-template <typename Vector>
-std::vector<Operation<Vector>> operations() {
-    using V = Vector;
-    return {
-        {std::plus(),
-         {[](V& a, const V& b) { a.add(b); }, [](V& a, const V& b) { a += b; },
-          [](V& a, const V& b) { a = a + b; }},
-         {[](V& a, double b) { a.add(b); }, [](V& a, double b) { a += b; },
-          [](V& a, double b) { a = a + b; }}},
-        {std::minus(),
-         {[](V& a, const V& b) { a.sub(b); }, [](V& a, const V& b) { a -= b; },
-          [](V& a, const V& b) { a = a - b; }},
-         {[](V& a, double b) { a.sub(b); }, [](V& a, double b) { a -= b; },
-          [](V& a, double b) { a = a - b; }}},
-        {std::multiplies(),
-         {[](V& a, const V& b) { a.mult(b); }, [](V& a, const V& b) { a *= b; },
-          [](V& a, const V& b) { a = a * b; }},
-         {[](V& a, double b) { a.mult(b); }, [](V& a, double b) { a *= b; },
-          [](V& a, double b) { a = a * b; }}},
-        {std::divides(),
-         {[](V& a, const V& b) { a.divide(b); }, [](V& a, const V& b) { a /= b; },
-          [](V& a, const V& b) { a = a / b; }},
-         {[](V& a, double b) { a.divide(b); }, [](V& a, double b) { a /= b; },
-          [](V& a, double b) { a = a / b; }}},
+/// Checks the spellings of one operation with `other`, a vector or a number, where `expected` says
+/// what it gives for one component.
+template <typename Vector, typename Other, typename Expected, typename... Spellings>
+void checkSpellings(const Vector& v, const Other& other, Expected expected,
+                    Spellings... spellings) {
+    Vector result;
+    for (double Vector::*component : Vector::kComponents) {
+        if constexpr (std::is_same_v<Other, double>) {
+            result.*component = expected(v.*component, other);
+        } else {
+            result.*component = expected(v.*component, other.*component);
+        }
+    }
+    const auto check = [&](auto spelling) {
+        Vector changed = v;
+        spelling(changed, other);
+        EXPECT_TRUE(same(changed, result));
     };
+    (check(spellings), ...);
 }
 
 TYPED_TEST(VectorFamilyTest, WorksComponentByComponentInEverySpelling) {
     Random random;
-    const auto a = random.vector<TypeParam>();
-    const auto b = random.vector<TypeParam>();
-    const double number = random.number();
-    for (const auto& operation : operations<TypeParam>()) {
-        TypeParam expected;
-        TypeParam expectedWithNumber;
-        for (double TypeParam::*component : TypeParam::kComponents) {
-            expected.*component = operation.ofNumbers(a.*component, b.*component);
-            expectedWithNumber.*component = operation.ofNumbers(a.*component, number);
-        }
-        for (const auto& spelling : operation.inPlace) {
-            TypeParam result = a;
-            spelling(result, b);
-            EXPECT_TRUE(same(result, expected));
-        }
-        for (const auto& spelling : operation.inPlaceWithNumber) {
-            TypeParam result = a;
-            spelling(result, number);
-            EXPECT_TRUE(same(result, expectedWithNumber));
-        }
-    }
+    const auto v = random.vector<TypeParam>();
+    const auto checkAll = [&](const auto& other) {
+        checkSpellings(
+            v, other, std::plus(), [](auto& a, const auto& b) { a.add(b); },
+            [](auto& a, const auto& b) { a += b; }, [](auto& a, const auto& b) { a = a + b; });
+        checkSpellings(
+            v, other, std::minus(), [](auto& a, const auto& b) { a.sub(b); },
+            [](auto& a, const auto& b) { a -= b; }, [](auto& a, const auto& b) { a = a - b; });
+        checkSpellings(
+            v, other, std::multiplies(), [](auto& a, const auto& b) { a.mult(b); },
+            [](auto& a, const auto& b) { a *= b; }, [](auto& a, const auto& b) { a = a * b; });
+        checkSpellings(
+            v, other, std::divides(), [](auto& a, const auto& b) { a.divide(b); },
+            [](auto& a, const auto& b) { a /= b; }, [](auto& a, const auto& b) { a = a / b; });
+    };
+    checkAll(random.vector<TypeParam>());
+    checkAll(random.number());
+}
+
+TYPED_TEST(VectorFamilyTest, MayBeItsOwnOperand) {
+    Random random;
+    auto v = random.vector<TypeParam>();
+    const auto& itself = v;
+    v /= itself;
+    EXPECT_TRUE(same(v, TypeParam() + 1.0));
 }
 
 TYPED_TEST(VectorFamilyTest, InPlaceOperationsGiveNothing) {
@@ -76,13 +66,6 @@ TYPED_TEST(VectorFamilyTest, InPlaceOperationsGiveNothing) {
     static_assert(std::is_void_v<decltype(v.divide(1.0))> && std::is_void_v<decltype(v /= v)>);
     static_assert(std::is_void_v<decltype(v.setLength(1.0))>);
     static_assert(std::is_void_v<decltype(v.normalize())>);
-}
-
-TYPED_TEST(VectorFamilyTest, MayBeItsOwnOperand) {
-    Random random;
-    auto v = random.vector<TypeParam>();
-    v /= v;
-    EXPECT_TRUE(same(v, TypeParam() + 1.0));
 }
 
 TYPED_TEST(VectorFamilyTest, NegatesACopy) {

@@ -1,0 +1,143 @@
+#include "Helper/IdleQueue.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <new>
+#include <stdexcept>
+#include <thread>
+#include <vector>
+
+namespace Kerovane::Tesselune {
+
+TEST(IdleQueue, RunsOneTaskATurnOldestFirst) {
+    IdleQueue queue;
+    std::vector<int> run;
+    queue.updateQueue();
+    EXPECT_FALSE(queue.hasTask());
+
+    queue.async([&] { run.push_back(1); });
+    queue.async([&] { run.push_back(2); });
+    EXPECT_TRUE(queue.hasTask());
+    EXPECT_TRUE(run.empty());
+    queue.updateQueue();
+    EXPECT_EQ(run, (std::vector{1}));
+    EXPECT_TRUE(queue.hasTask());
+    queue.updateQueue();
+    EXPECT_EQ(run, (std::vector{1, 2}));
+    EXPECT_FALSE(queue.hasTask());
+}
+
+TEST(IdleQueue, LetsATaskUseIt) {
+    IdleQueue queue;
+    bool nextHasRun = false;
+    bool droppedHasRun = false;
+    queue.async([&] {
+        EXPECT_FALSE(queue.hasTask());
+        queue.async([&] { nextHasRun = true; });
+        EXPECT_TRUE(queue.hasTask());
+    });
+    queue.updateQueue();
+    EXPECT_FALSE(nextHasRun) << "waits for the next turn";
+    queue.updateQueue();
+    EXPECT_TRUE(nextHasRun);
+
+    queue.async([&] { queue.clearAsyncQueue(); });
+    queue.async([&] { droppedHasRun = true; });
+    queue.updateQueue();
+    queue.updateQueue();
+    EXPECT_FALSE(droppedHasRun);
+}
+
+TEST(IdleQueue, DropsTasksWithoutRunningThem) {
+    const auto token = std::make_shared<bool>(false);
+    const auto task = [token] { *token = true; };
+    {
+        IdleQueue queue;
+        queue.async(task);
+        queue.async(task);
+        const long heldByQueue = token.use_count();
+        queue.clearAsyncQueue();
+        EXPECT_LT(token.use_count(), heldByQueue) << "the tasks are destroyed at once";
+        EXPECT_FALSE(queue.hasTask());
+        queue.updateQueue();
+        queue.async(task);
+    }
+    EXPECT_EQ(token.use_count(), 2) << "the queue's end destroys the rest";
+    EXPECT_FALSE(*token);
+}
+
+TEST(IdleQueue, PassesExceptionsOnAndStaysUsable) {
+    IdleQueue queue;
+    bool lastHasRun = false;
+    queue.async([] { throw std::runtime_error("task"); });
+    queue.async(std::function<void()>());
+    queue.async([&] { lastHasRun = true; });
+    EXPECT_THROW(queue.updateQueue(), std::runtime_error);
+    EXPECT_THROW(queue.updateQueue(), std::bad_function_call);
+    queue.updateQueue();
+    EXPECT_TRUE(lastHasRun);
+}
+
+TEST(IdleQueue, FreesItsLockWhenATaskCannotBeCopied) {
+    struct Task {
+        int& copiesLeft;
+        explicit Task(int& copies) : copiesLeft(copies) {}
+        Task(const Task& other) : copiesLeft(other.copiesLeft) {
+            if (copiesLeft-- == 0) {
+                throw std::bad_alloc();
+            }
+        }
+        Task& operator=(const Task&) = delete;
+        ~Task() = default;
+        void operator()() const {}
+    };
+    int copiesLeft = 100;
+    const std::function<void()> task = Task(copiesLeft);
+    IdleQueue queue;
+
+    copiesLeft = 0;
+    EXPECT_THROW(queue.async(task), std::bad_alloc);
+    EXPECT_FALSE(queue.hasTask());
+
+    copiesLeft = 1;
+    queue.async(task);
+    EXPECT_THROW(queue.updateQueue(), std::bad_alloc);
+    EXPECT_TRUE(queue.hasTask()) << "the task stays in the queue";
+    copiesLeft = 1;
+    queue.updateQueue();
+    EXPECT_FALSE(queue.hasTask());
+}
+
+TEST(IdleQueue, LosesNoTaskAndRunsNoneTwiceAmongManyThreads) {
+    constexpr int kProducers = 4;
+    constexpr int kConsumers = 4;
+    constexpr int kTasksEach = 2500;
+    IdleQueue queue;
+    std::vector<std::atomic<int>> runs(static_cast<std::size_t>(kProducers * kTasksEach));
+    std::atomic<int> producing{kProducers};
+    {
+        std::vector<std::jthread> threads;
+        for (int producer = 0; producer < kProducers; ++producer) {
+            threads.emplace_back([&, producer] {
+                for (int i = 0; i < kTasksEach; ++i) {
+                    auto& run = runs[static_cast<std::size_t>(producer * kTasksEach + i)];
+                    queue.async([&run] { ++run; });
+                }
+                --producing;
+            });
+        }
+        for (int consumer = 0; consumer < kConsumers; ++consumer) {
+            threads.emplace_back([&] {
+                while (producing > 0 || queue.hasTask()) {
+                    queue.updateQueue();
+                }
+            });
+        }
+    }
+    EXPECT_FALSE(queue.hasTask());
+    EXPECT_TRUE(std::ranges::all_of(runs, [](const std::atomic<int>& run) { return run == 1; }));
+}
+
+} // namespace Kerovane::Tesselune

@@ -1,0 +1,150 @@
+#include "Helper/Semaphore.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <thread>
+#include <vector>
+
+namespace Kerovane::Tesselune {
+
+namespace {
+
+/// Long enough for a thread that may pass a wait to do so; too short only makes a test lenient.
+void giveOthersTime() {
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+}
+
+/// Whether one of some attempts succeeds: a thread may have been too slow to wait in the others.
+bool succeedsOnce(const std::function<bool()>& attempt) {
+    constexpr int kAttempts = 20;
+    for (int i = 0; i < kAttempts; ++i) {
+        if (attempt()) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/** Threads that wait once each, and how many of them have passed. */
+class Waiters {
+public:
+    Waiters(Semaphore& semaphore, int count) {
+        for (int i = 0; i < count; ++i) {
+            mThreads.emplace_back([this, &semaphore] {
+                semaphore.wait();
+                ++mPassed;
+            });
+        }
+    }
+
+    int passed() const { return mPassed; }
+
+    /// Returns when that many have passed.
+    void awaitPassed(int count) const {
+        while (mPassed < count) {
+            std::this_thread::yield();
+        }
+    }
+
+private:
+    std::atomic<int> mPassed{0};
+    std::vector<std::jthread> mThreads;
+};
+
+} // namespace
+
+TEST(Semaphore, LetsThroughAsManyWaitsAsItCounts) {
+    Semaphore semaphore(2);
+    Waiters waiters(semaphore, 8);
+    waiters.awaitPassed(2);
+    giveOthersTime();
+    EXPECT_EQ(waiters.passed(), 2);
+
+    semaphore.signal(0);
+    giveOthersTime();
+    EXPECT_EQ(waiters.passed(), 2);
+
+    semaphore.signal(3);
+    waiters.awaitPassed(5);
+    giveOthersTime();
+    EXPECT_EQ(waiters.passed(), 5);
+
+    semaphore.signal();
+    semaphore.signal(2);
+    waiters.awaitPassed(8);
+}
+
+TEST(Semaphore, KeepsSignalsForWaitsToCome) {
+    Semaphore semaphore(0);
+    semaphore.signal();
+    semaphore.signal(2);
+    semaphore.wait();
+    semaphore.wait();
+    semaphore.wait();
+    Waiters waiters(semaphore, 1);
+    giveOthersTime();
+    EXPECT_EQ(waiters.passed(), 0);
+    semaphore.signal();
+}
+
+TEST(Semaphore, WakesAllThatWaitAtOneCall) {
+    EXPECT_TRUE(succeedsOnce([] {
+        Semaphore semaphore(0);
+        Waiters waiters(semaphore, 8);
+        giveOthersTime();
+        semaphore.signalAll();
+        giveOthersTime();
+        const int passed = waiters.passed();
+        semaphore.signal(static_cast<unsigned int>(8 - passed));
+        return passed == 8;
+    }));
+}
+
+TEST(Semaphore, CountsNothingWhereNobodyWaitsToBeWoken) {
+    Semaphore semaphore(0);
+    semaphore.signalAll();
+    Waiters waiters(semaphore, 1);
+    giveOthersTime();
+    EXPECT_EQ(waiters.passed(), 0);
+    semaphore.signal();
+}
+
+TEST(Semaphore, WakesTheLastThatBeganToWaitFirst) {
+    EXPECT_TRUE(succeedsOnce([] {
+        Semaphore semaphore(0);
+        Waiters first(semaphore, 1);
+        giveOthersTime();
+        Waiters last(semaphore, 1);
+        giveOthersTime();
+        semaphore.signal();
+        giveOthersTime();
+        const bool lastWasFirst = last.passed() == 1 && first.passed() == 0;
+        semaphore.signal();
+        return lastWasFirst;
+    }));
+}
+
+TEST(Semaphore, ExcludesAllButOneAtACountOfOne) {
+    constexpr int kThreads = 4;
+    constexpr int kTurns = 5000;
+    Semaphore semaphore(1);
+    int unguarded = 0; // a data race and a lost count if two are inside at once
+    {
+        std::vector<std::jthread> threads;
+        for (int i = 0; i < kThreads; ++i) {
+            threads.emplace_back([&] {
+                for (int turn = 0; turn < kTurns; ++turn) {
+                    semaphore.wait();
+                    ++unguarded;
+                    semaphore.signal();
+                }
+            });
+        }
+    }
+    EXPECT_EQ(unguarded, kThreads * kTurns);
+}
+
+} // namespace Kerovane::Tesselune
