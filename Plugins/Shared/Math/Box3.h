@@ -60,13 +60,13 @@ public:
 
     constexpr void expandByPoint(const Vec3& p) noexcept;
     /// Grows by v at both ends of each axis.
-    constexpr void expandByVector(const Vec3& v) noexcept;
+    constexpr void expandByVector(const Vec3& v) noexcept { set(min - v, max + v); }
     constexpr void expandByScalar(float s) noexcept { expandByVector(Vec3(s)); }
     /// Becomes what the two have in common; the empty box where that is nothing.
     constexpr void intersects(const Box3& other) noexcept;
     /// Becomes the least box around the two.
     constexpr void unionBox(const Box3& other) noexcept;
-    constexpr void translate(const Vec3& v) noexcept;
+    constexpr void translate(const Vec3& v) noexcept { set(min + v, max + v); }
 };
 
 static_assert(std::is_trivially_copyable_v<Box3> && std::is_standard_layout_v<Box3>);
@@ -129,11 +129,6 @@ constexpr void Box3::expandByPoint(const Vec3& p) noexcept {
     max.getMax(p);
 }
 
-constexpr void Box3::expandByVector(const Vec3& v) noexcept {
-    min -= v;
-    max += v;
-}
-
 constexpr void Box3::intersects(const Box3& other) noexcept {
     min.getMax(other.min);
     max.getMin(other.max);
@@ -145,11 +140,6 @@ constexpr void Box3::intersects(const Box3& other) noexcept {
 constexpr void Box3::unionBox(const Box3& other) noexcept {
     min.getMin(other.min);
     max.getMax(other.max);
-}
-
-constexpr void Box3::translate(const Vec3& v) noexcept {
-    min += v;
-    max += v;
 }
 
 } // namespace Kerovane::Tesselune

@@ -97,7 +97,8 @@ public:
 
     /// 1 to 4, counterclockwise with y upwards. Zero counts as positive.
     constexpr int getQuadrant() const noexcept;
-    /// Whether a and b lie in opposite quadrants, or on axes that no one quadrant holds both of.
+    /// Whether a and b differ in the sign (negative, zero or positive) of x and of y, or of one of
+    /// them while the other is zero in both.
     static constexpr bool oppositeQuadrant(const Vec2& a, const Vec2& b) noexcept;
 
     /// A quarter turn from x towards y: (-y, x).
@@ -138,8 +139,8 @@ public:
     static constexpr bool anchorOutwardD(const Vec2& p, const Vec2& a, const Vec2& b) noexcept {
         return (a - b).dot(p) > 0.0;
     }
-    /// Negates p where it points from b towards a, or with `inward` where it does not. Tells
-    /// whether it did.
+    /// Turns p, by negation, to the side that anchorOutwardD names, or with `inward` to the other.
+    /// Tells whether it had to.
     static constexpr bool anchorOutward(Vec2& p, const Vec2& a, const Vec2& b,
                                         bool inward = false) noexcept;
     static constexpr bool anchorInward(Vec2& p, const Vec2& a, const Vec2& b) noexcept {
@@ -199,11 +200,12 @@ constexpr int Vec2::getQuadrant() const noexcept {
 
 constexpr bool Vec2::oppositeQuadrant(const Vec2& a, const Vec2& b) noexcept {
     const auto sign = [](double value) { return (value > 0.0 ? 1 : 0) - (value < 0.0 ? 1 : 0); };
-    const bool sameSignOfY = sign(a.y) == sign(b.y);
-    if (sign(a.x) != sign(b.x) && (!sameSignOfY || sign(a.y) == 0)) {
+    const bool differInX = sign(a.x) != sign(b.x);
+    const bool differInY = sign(a.y) != sign(b.y);
+    if (differInX && differInY) {
         return true;
     }
-    return !sameSignOfY && (sign(a.x) == 0 || sign(b.x) == 0);
+    return (differInX && sign(a.y) == 0) || (differInY && sign(a.x) == 0);
 }
 
 constexpr void Vec2::followSigns(const Vec2& other) noexcept {
