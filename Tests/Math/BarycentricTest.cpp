@@ -37,17 +37,6 @@ TYPED_TEST(BarycentricTest, FindsTheWeightsThatMadeThePoint) {
     }
 }
 
-TYPED_TEST(BarycentricTest, HasOneCornerAloneAtEachCorner) {
-    Random random;
-    const auto a = randomPoint<TypeParam>(random);
-    const auto b = randomPoint<TypeParam>(random);
-    const auto c = randomPoint<TypeParam>(random);
-    EXPECT_TRUE(near(Barycentric(a, b, c, a), Barycentric(1.0, 0.0, 0.0)));
-    EXPECT_TRUE(near(Barycentric(a, b, c, b), Barycentric(0.0, 1.0, 0.0)));
-    EXPECT_TRUE(near(Barycentric(a, b, c, c), Barycentric(0.0, 0.0, 1.0)));
-    EXPECT_TRUE(same(Barycentric(1.0, 0.0, 0.0).interpolate(a, b, c), a));
-}
-
 TEST(Barycentric, GivesAPointOffThePlaneTheWeightsOfItsFoot) {
     Random random;
     for (int i = 0; i < kTrials; ++i) {

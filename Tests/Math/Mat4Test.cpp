@@ -68,27 +68,6 @@ TEST(Mat4Construction, ReadsRowsOrColumns) {
     EXPECT_TRUE(same(Mat4(), Mat4::identity()));
 }
 
-TEST(Mat4Access, ReachesRowsColumnsAndTranslation) {
-    Random random;
-    const Mat4 original = random.mat4();
-    const Vec4 v(1.0, 2.0, 3.0, 4.0);
-    for (int i = 0; i < 4; ++i) {
-        Mat4 m = original;
-        m.setRow(i, v);
-        EXPECT_TRUE(same(m.getRow(i), v));
-        EXPECT_EQ(m.at(i, 1), 2.0);
-        m = original;
-        m.setColumn(i, v);
-        EXPECT_TRUE(same(m.getColumn(i), v));
-        EXPECT_EQ(m.at(1, i), 2.0);
-    }
-    Mat4 m = original;
-    m.position({1.0, 2.0, 3.0});
-    Mat4 expected = original;
-    expected.setColumn(3, {1.0, 2.0, 3.0, original.at(3, 3)});
-    EXPECT_TRUE(same(m, expected));
-}
-
 TEST(Mat4Comparison, ToleratesTheLibrarysEpsilonInEachElement) {
     for (int i = 0; i < 16; ++i) {
         Mat4 m(false);

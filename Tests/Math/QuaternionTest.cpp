@@ -176,18 +176,6 @@ TEST(QuaternionFromMatrix, BreaksTiesTowardsTheLaterAxis) {
     }
 }
 
-TEST(QuaternionFromMatrix, IsTheInverseOfTheMatrixFromIt) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
-        const Quaternion q = random.rotation();
-        Mat4 m;
-        m.setWithQuaternion(q);
-        Quaternion again;
-        again.setWithMat4(m);
-        EXPECT_TRUE(sameRotation(again, q));
-    }
-}
-
 TEST(QuaternionFromDirections, TurnsTheOneIntoTheOtherTheShortestWay) {
     Random random;
     for (int i = 0; i < kTrials; ++i) {

@@ -297,12 +297,4 @@ TEST(Vec2PictureCoordinates, TakeTheCentreToTheTopLeftAndBack) {
     EXPECT_TRUE(same(Vec2::topLeftToCenterPoint(moved, size), point));
 }
 
-TEST(Vec2Lerp, RunsStraightAndBeyond) {
-    constexpr Vec2 a(1.0, 2.0);
-    constexpr Vec2 b(3.0, -2.0);
-    EXPECT_TRUE(same(Vec2::lerp(a, b, 0.0), a));
-    EXPECT_TRUE(same(Vec2::lerp(a, b, 0.25), Vec2(1.5, 1.0)));
-    EXPECT_TRUE(same(Vec2::lerp(a, b, 2.0), Vec2(5.0, -6.0)));
-}
-
 } // namespace Kerovane::Tesselune
