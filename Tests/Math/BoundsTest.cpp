@@ -193,7 +193,7 @@ TEST(Box3Shape, ComesFromCentreAndSize) {
 
 TEST(Box3Relations, AreInclusiveOnAllFaces) {
     constexpr Box3 box({0.0, 0.0, 0.0}, {2.0, 4.0, 6.0});
-    for (double Vec3::*axis : Vec3::kComponents) {
+    for (double Vec3::*axis : kComponents<Vec3>) {
         Vec3 onFace = box.getCenter();
         onFace.*axis = box.max.*axis;
         Vec3 outside = onFace;

@@ -25,7 +25,7 @@ constexpr OrderCase kOrders[] = {
 };
 
 double& component(Vec3& v, int i) {
-    return v.*Vec3::kComponents[static_cast<std::size_t>(i)];
+    return v.*kComponents<Vec3>[static_cast<std::size_t>(i)];
 }
 
 /// The rotation by Eigen: three turns, the last axis first.

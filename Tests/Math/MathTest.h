@@ -16,6 +16,7 @@
 #include <Eigen/Geometry>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <iterator>
@@ -102,6 +103,16 @@ testing::AssertionResult same(const Value& a, const Value& b) {
     return near(a, b, 0.0);
 }
 
+/// The fields of each vector, in order.
+template <typename Vector>
+constexpr std::array<double Vector::*, 0> kComponents;
+template <>
+inline constexpr std::array kComponents<Vec2>{&Vec2::x, &Vec2::y};
+template <>
+inline constexpr std::array kComponents<Vec3>{&Vec3::x, &Vec3::y, &Vec3::z};
+template <>
+inline constexpr std::array kComponents<Vec4>{&Vec4::x, &Vec4::y, &Vec4::z, &Vec4::w};
+
 /** Values from a fixed seed: a failure comes again. */
 class Random {
 public:
@@ -129,7 +140,7 @@ public:
     template <typename Vector>
     Vector vector() {
         Vector v;
-        for (double Vector::*component : Vector::kComponents) {
+        for (double Vector::*component : kComponents<Vector>) {
             v.*component = number();
         }
         return v;

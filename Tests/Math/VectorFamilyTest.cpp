@@ -16,7 +16,7 @@ template <typename Vector, typename Other, typename Expected, typename... Spelli
 void checkSpellings(const Vector& v, const Other& other, Expected expected,
                     Spellings... spellings) {
     Vector result;
-    for (double Vector::*component : Vector::kComponents) {
+    for (double Vector::*component : kComponents<Vector>) {
         if constexpr (std::is_same_v<Other, double>) {
             result.*component = expected(v.*component, other);
         } else {
@@ -76,7 +76,7 @@ TYPED_TEST(VectorFamilyTest, NegatesACopy) {
 }
 
 TYPED_TEST(VectorFamilyTest, IsZeroOnlyExactly) {
-    for (double TypeParam::*component : TypeParam::kComponents) {
+    for (double TypeParam::*component : kComponents<TypeParam>) {
         TypeParam v;
         v.*component = -0.0;
         EXPECT_TRUE(v.isZero());

@@ -155,11 +155,7 @@ void Mat4::decompose(Vec3& position, Quaternion& q, Vec3& scale) const noexcept 
     if (determinant() < 0.0) {
         scale.x = -scale.x;
     }
-    for (double Vec3::*component : Vec3::kComponents) {
-        if (scale.*component == 0.0) {
-            scale.*component = 1e-6;
-        }
-    }
+    scale = Vec3::map([](double factor) { return factor == 0.0 ? 1e-6 : factor; }, scale);
     position = getColumn(3).getVec3();
 
     Mat4 rotation = *this;

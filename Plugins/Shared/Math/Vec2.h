@@ -2,7 +2,6 @@
 
 #include "Math/VectorFamily.h"
 
-#include <array>
 #include <type_traits>
 
 namespace Kerovane::Tesselune {
@@ -13,8 +12,6 @@ public:
     double x = 0.0;
     double y = 0.0;
 
-    static constexpr std::array kComponents{&Vec2::x, &Vec2::y};
-
     // Construction and assignment
 
     constexpr Vec2() noexcept = default;
@@ -22,12 +19,23 @@ public:
 
     constexpr void set(double newX, double newY) noexcept { *this = Vec2(newX, newY); }
     constexpr void set(const Vec2& other) noexcept { *this = other; }
-    constexpr void setZero() noexcept { *this = Vec2(); }
 
     /// Reads array[offset] and array[offset + 1]. A null array changes nothing.
     constexpr void fromArray(const double* array, int offset) noexcept;
 
-    // Comparison, beside that of PointFamily
+    /// The vector of what the function gives for each component of the others.
+    template <typename Function, typename... Vectors>
+    static constexpr Vec2 map(Function function, const Vectors&... vectors) {
+        return {function(vectors.x...), function(vectors.y...)};
+    }
+
+    // Comparison
+
+    /// Whether every component is exactly 0.
+    constexpr bool isZero() const noexcept { return x == 0.0 && y == 0.0; }
+
+    /// Whether each component differs by at most the tolerance, inclusive.
+    constexpr bool equal(const Vec2& other, double tolerance = Float::epsilon) const noexcept;
 
     /// Whether the distance is below the tolerance, strictly.
     static constexpr bool equalWithTolerance(double x1, double y1, double x2, double y2,
@@ -169,6 +177,10 @@ constexpr void Vec2::fromArray(const double* array, int offset) noexcept {
     }
 }
 
+constexpr bool Vec2::equal(const Vec2& other, double tolerance) const noexcept {
+    return Float::fuzzyEqual(x, other.x, tolerance) && Float::fuzzyEqual(y, other.y, tolerance);
+}
+
 constexpr bool Vec2::equalWithTolerance(double x1, double y1, double x2, double y2,
                                         double tolerance) noexcept {
     return equalWithTolerance(Vec2(x1, y1), Vec2(x2, y2), tolerance);
@@ -212,7 +224,7 @@ constexpr void Vec2::followSigns(const Vec2& other) noexcept {
     const auto withSignOf = [](double value, double model) {
         return (value > 0.0) != (model > 0.0) ? -value : value;
     };
-    apply(withSignOf, other);
+    *this = map(withSignOf, *this, other);
 }
 
 constexpr bool Vec2::intersecting(const Vec2& a, const Vec2& b, const Vec2& c,

@@ -3,7 +3,6 @@
 #include "Math/Vec2.h"
 #include "Math/VectorFamily.h"
 
-#include <array>
 #include <type_traits>
 
 namespace Kerovane::Tesselune {
@@ -18,8 +17,6 @@ public:
     double y = 0.0;
     double z = 0.0;
 
-    static constexpr std::array kComponents{&Vec3::x, &Vec3::y, &Vec3::z};
-
     // Construction and assignment
 
     constexpr Vec3() noexcept = default;
@@ -31,7 +28,6 @@ public:
     constexpr void set(double newX, double newY, double newZ) noexcept;
     /// Sets x at index 0, y at index 1, and z at any other.
     constexpr void set(int index, double value) noexcept;
-    constexpr void setZero() noexcept { *this = Vec3(); }
 
     /// Reads three numbers at array[offset].
     constexpr void fromArray(const double* array, int offset) noexcept;
@@ -39,6 +35,20 @@ public:
     constexpr void toArray(double* array, int offset) const noexcept;
 
     constexpr Vec2 getVec2() const noexcept { return {x, y}; }
+
+    /// The vector of what the function gives for each component of the others.
+    template <typename Function, typename... Vectors>
+    static constexpr Vec3 map(Function function, const Vectors&... vectors) {
+        return {function(vectors.x...), function(vectors.y...), function(vectors.z...)};
+    }
+
+    // Comparison
+
+    /// Whether every component is exactly 0.
+    constexpr bool isZero() const noexcept { return x == 0.0 && y == 0.0 && z == 0.0; }
+
+    /// Whether each component differs by at most the tolerance, inclusive.
+    constexpr bool equal(const Vec3& other, double tolerance = Float::epsilon) const noexcept;
 
     // Arithmetic, beside that of VectorFamily
 
@@ -115,6 +125,11 @@ constexpr void Vec3::toArray(double* array, int offset) const noexcept {
     array[offset] = x;
     array[offset + 1] = y;
     array[offset + 2] = z;
+}
+
+constexpr bool Vec3::equal(const Vec3& other, double tolerance) const noexcept {
+    return Float::fuzzyEqual(x, other.x, tolerance) && Float::fuzzyEqual(y, other.y, tolerance) &&
+           Float::fuzzyEqual(z, other.z, tolerance);
 }
 
 constexpr double Vec3::dot(const Vec3& other) const noexcept {

@@ -3,7 +3,6 @@
 #include "Math/Vec3.h"
 #include "Math/VectorFamily.h"
 
-#include <array>
 #include <type_traits>
 
 namespace Kerovane::Tesselune {
@@ -16,8 +15,6 @@ public:
     double z = 0.0;
     double w = 0.0;
 
-    static constexpr std::array kComponents{&Vec4::x, &Vec4::y, &Vec4::z, &Vec4::w};
-
     // Construction and assignment
 
     constexpr Vec4() noexcept = default;
@@ -26,14 +23,22 @@ public:
         : x(newX), y(newY), z(newZ), w(newW) {}
 
     constexpr void set(double newX, double newY, double newZ, double newW) noexcept;
-    constexpr void setZero() noexcept { *this = Vec4(); }
 
     constexpr Vec3 getVec3() const noexcept { return {x, y, z}; }
 
-    // Comparison by distance, strict, unlike that of Vec2 and Vec3
+    /// The vector of what the function gives for each component of the others.
+    template <typename Function, typename... Vectors>
+    static constexpr Vec4 map(Function function, const Vectors&... vectors) {
+        return {function(vectors.x...), function(vectors.y...), function(vectors.z...),
+                function(vectors.w...)};
+    }
 
-    friend constexpr bool operator==(const Vec4& a, const Vec4& b) noexcept { return a.equal(b); }
-    /// Whether the distance is below the tolerance, strictly.
+    // Comparison
+
+    /// Whether every component is exactly 0.
+    constexpr bool isZero() const noexcept { return x == 0.0 && y == 0.0 && z == 0.0 && w == 0.0; }
+
+    /// Whether the distance is below the tolerance, strictly; unlike that of Vec2 and Vec3.
     constexpr bool equal(const Vec4& other, double tolerance = Float::epsilon) const noexcept;
 
     // Arithmetic, beside that of VectorFamily
