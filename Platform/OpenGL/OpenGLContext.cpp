@@ -22,7 +22,7 @@ thread_local struct {
 } // namespace
 
 OpenGLContext::OpenGLContext(const OpenGLContext* shareWith)
-    : mDisplay(ChosenEglDisplay().display), mContext(nullptr), mId(mNextId++) {
+    : mDisplay(ChosenEglDisplay().display), mId(mNextId++) {
     if (mDisplay != nullptr) {
         mContext = CreateEglContext(mDisplay, shareWith != nullptr ? shareWith->mContext : nullptr);
     }

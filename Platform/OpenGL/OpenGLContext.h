@@ -33,7 +33,7 @@ public:
 
 private:
     void* mDisplay;
-    void* mContext;
+    void* mContext = nullptr;
     std::uint64_t mId;
 };
 

@@ -21,7 +21,6 @@ constexpr std::array<float, 30> kVertices = {
     1.0F,  -1.0F, 0.0F, 1.0F, 0.0F, //
 };
 constexpr int kStride = 5 * sizeof(float);
-constexpr std::uintptr_t kTextureCoordinatesOffset = 3 * sizeof(float);
 
 constexpr int kPositionLocation = 0;
 constexpr int kTextureCoordinatesLocation = 1;
@@ -37,9 +36,8 @@ ChannelOrderPass::ChannelOrderPass(const std::string& fragment)
 void ChannelOrderPass::draw(unsigned int texture, float multiplier16bit) {
     mProgram.useProgram();
     mQuad.bind();
-    mProgram.setAttribute3fv(kPositionLocation, nullptr, kStride);
-    mProgram.setAttribute2fv(kTextureCoordinatesLocation,
-                             reinterpret_cast<const float*>(kTextureCoordinatesOffset), kStride);
+    mProgram.setAttribute3fv(kPositionLocation, FullPictureQuad::offset(0), kStride);
+    mProgram.setAttribute2fv(kTextureCoordinatesLocation, FullPictureQuad::offset(3), kStride);
     mProgram.setUniformTexture("videoTexture", static_cast<int>(GL_TEXTURE_2D),
                                static_cast<int>(texture), 0);
     mProgram.setUniform1f("multiplier16bit", multiplier16bit);

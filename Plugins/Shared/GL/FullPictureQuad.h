@@ -3,6 +3,7 @@
 #include "GL/GLObject.h"
 #include "GL/PerContext.h"
 
+#include <cstdint>
 #include <span>
 
 namespace Kerovane::Tesselune {
@@ -21,6 +22,11 @@ public:
 
     /// Draws the six vertices with the program in use.
     static void draw();
+
+    /// Where in the buffer a vertex's float of that number first stands, for attribute setters.
+    static const float* offset(std::uintptr_t number) {
+        return reinterpret_cast<const float*>(number * sizeof(float)); // NOLINT(*-no-int-to-ptr)
+    }
 
     /// Leaves no vertex array and no vertex buffer bound.
     static void unbind();

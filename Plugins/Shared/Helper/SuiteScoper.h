@@ -32,7 +32,7 @@ public:
                                     message != nullptr ? message
                                                        : "Not able to acquire AEFX Suite.");
             }
-            throw kSuiteRefused;
+            throw int(kSuiteRefused);
         }
     }
 
@@ -40,7 +40,7 @@ public:
     SuiteScoper(SPBasicSuite* basic, const char* name, int version)
         : mBasicSuite(basic), mName(name), mVersion(version) {
         if (!acquire()) {
-            throw kSuiteRefused;
+            throw int(kSuiteRefused);
         }
     }
 

@@ -1,21 +1,25 @@
 #include "Common.h"
 
+#include <algorithm>
 #include <cstdarg>
 #include <cstdio>
-#include <cstring>
 
 namespace {
 
-constexpr std::size_t kTextLimit = 1024;
+constexpr int kTextLimit = 1024;
 
 } // namespace
 
+// NOLINTBEGIN(cert-dcl50-cpp, clang-analyzer-valist.Uninitialized)
 void KVPrint(const char* format, ...) {
     static char kText[kTextLimit + 1]; // and the newline
     std::va_list arguments;
     va_start(arguments, format);
-    std::vsnprintf(kText, kTextLimit, format, arguments);
+    const int length = std::vsnprintf(kText, kTextLimit, format, arguments);
     va_end(arguments);
-    std::strcat(kText, "\n");
-    std::fputs(kText, stderr);
+    char* const end = kText + std::clamp(length, 0, kTextLimit - 1);
+    end[0] = '\n';
+    end[1] = '\0';
+    static_cast<void>(std::fputs(kText, stderr));
 }
+// NOLINTEND(cert-dcl50-cpp, clang-analyzer-valist.Uninitialized)

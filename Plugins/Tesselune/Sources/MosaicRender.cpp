@@ -22,7 +22,6 @@ constexpr std::array<float, 24> kPositions = {
     1.0F,  -1.0F, 1.0F, 0.0F, //
 };
 constexpr int kStride = 4 * sizeof(float);
-constexpr std::uintptr_t kTextureCoordinatesOffset = 2 * sizeof(float);
 
 constexpr double kRadiansPerDegree = 0.017453292519943;
 
@@ -76,9 +75,8 @@ void MosaicRender::draw(PF_LayerDef* layer, unsigned int texture, float multipli
     OpenglShader& shader = *MosaicShaderManager::GetShader(mParam);
     shader.useProgram();
     mQuad.bind();
-    shader.setAttribute2fv(kPositionLocation, nullptr, kStride);
-    shader.setAttribute2fv(kTextureCoordinatesLocation,
-                           reinterpret_cast<const float*>(kTextureCoordinatesOffset), kStride);
+    shader.setAttribute2fv(kPositionLocation, FullPictureQuad::offset(0), kStride);
+    shader.setAttribute2fv(kTextureCoordinatesLocation, FullPictureQuad::offset(2), kStride);
     setUniforms(shader, *layer, texture, multiplier);
     FullPictureQuad::draw();
     shader.disableVertexAttributeArray(kPositionLocation);
