@@ -14,10 +14,21 @@ namespace {
 std::atomic<std::uint64_t> mNextId{1};
 
 /// What makeCurrent last made current on this thread. EGL is asked whether it still is.
-thread_local struct {
+struct LastMadeCurrent {
     void* context = nullptr;
     std::uint64_t id = 0;
-} mLastMadeCurrent;
+
+    bool isStill() const { return context != nullptr && context == eglGetCurrentContext(); }
+
+    /// A context that is current on a thread that has ended could never be freed.
+    ~LastMadeCurrent() {
+        if (isStill()) {
+            ReleaseCurrentEglContext();
+        }
+    }
+};
+
+thread_local LastMadeCurrent mLastMadeCurrent;
 
 } // namespace
 
@@ -45,13 +56,13 @@ void OpenGLContext::makeCurrent() const {
         return;
     }
     if (eglMakeCurrent(mDisplay, EGL_NO_SURFACE, EGL_NO_SURFACE, mContext) == EGL_TRUE) {
-        mLastMadeCurrent = {.context = mContext, .id = mId};
+        mLastMadeCurrent.context = mContext;
+        mLastMadeCurrent.id = mId;
     }
 }
 
 std::uint64_t OpenGLContext::currentId() {
-    void* current = eglGetCurrentContext();
-    return current != nullptr && current == mLastMadeCurrent.context ? mLastMadeCurrent.id : 0;
+    return mLastMadeCurrent.isStill() ? mLastMadeCurrent.id : 0;
 }
 
 } // namespace Kerovane::Platform

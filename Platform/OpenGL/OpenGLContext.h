@@ -22,7 +22,8 @@ public:
     /// Whether this context is current on the calling thread. False where it is not valid.
     bool isCurrent() const;
 
-    /// Makes this context current on the calling thread, in place of any other EGL context.
+    /// Makes this context current on the calling thread, in place of any other EGL context. It is
+    /// let go when the thread ends.
     void makeCurrent() const;
 
     /// Names this context within the process; above 0 and never used again.
