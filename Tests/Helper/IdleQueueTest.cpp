@@ -11,6 +11,25 @@
 
 namespace Kerovane::Tesselune {
 
+namespace {
+
+/** A task that can be copied only as often as there are copies left. */
+struct CopiesRunOut {
+    static inline int left = 100;
+
+    CopiesRunOut() = default;
+    CopiesRunOut(const CopiesRunOut& /*other*/) {
+        if (left-- == 0) {
+            throw std::bad_alloc();
+        }
+    }
+    CopiesRunOut& operator=(const CopiesRunOut&) = delete;
+    ~CopiesRunOut() = default;
+    void operator()() const {}
+};
+
+} // namespace
+
 TEST(IdleQueue, RunsOneTaskATurnOldestFirst) {
     IdleQueue queue;
     std::vector<int> run;
@@ -81,54 +100,41 @@ TEST(IdleQueue, PassesExceptionsOnAndStaysUsable) {
 }
 
 TEST(IdleQueue, FreesItsLockWhenATaskCannotBeCopied) {
-    struct Task {
-        int& copiesLeft;
-        explicit Task(int& copies) : copiesLeft(copies) {}
-        Task(const Task& other) : copiesLeft(other.copiesLeft) {
-            if (copiesLeft-- == 0) {
-                throw std::bad_alloc();
-            }
-        }
-        Task& operator=(const Task&) = delete;
-        ~Task() = default;
-        void operator()() const {}
-    };
-    int copiesLeft = 100;
-    const std::function<void()> task = Task(copiesLeft);
+    const std::function<void()> task = CopiesRunOut();
     IdleQueue queue;
-
-    copiesLeft = 0;
+    CopiesRunOut::left = 0;
     EXPECT_THROW(queue.async(task), std::bad_alloc);
     EXPECT_FALSE(queue.hasTask());
 
-    copiesLeft = 1;
+    CopiesRunOut::left = 1;
     queue.async(task);
     EXPECT_THROW(queue.updateQueue(), std::bad_alloc);
     EXPECT_TRUE(queue.hasTask()) << "the task stays in the queue";
-    copiesLeft = 1;
+    CopiesRunOut::left = 1;
     queue.updateQueue();
     EXPECT_FALSE(queue.hasTask());
 }
 
 TEST(IdleQueue, LosesNoTaskAndRunsNoneTwiceAmongManyThreads) {
-    constexpr int kProducers = 4;
-    constexpr int kConsumers = 4;
-    constexpr int kTasksEach = 2500;
+    constexpr std::size_t kProducers = 4;
+    constexpr std::size_t kConsumers = 4;
+    constexpr std::size_t kTasksEach = 2500;
     IdleQueue queue;
-    std::vector<std::atomic<int>> runs(static_cast<std::size_t>(kProducers * kTasksEach));
-    std::atomic<int> producing{kProducers};
+    std::vector<std::atomic<int>> runs(kProducers * kTasksEach);
+    std::atomic<std::size_t> producing{kProducers};
     {
         std::vector<std::jthread> threads;
-        for (int producer = 0; producer < kProducers; ++producer) {
+        threads.reserve(kProducers + kConsumers);
+        for (std::size_t producer = 0; producer < kProducers; ++producer) {
             threads.emplace_back([&, producer] {
-                for (int i = 0; i < kTasksEach; ++i) {
-                    auto& run = runs[static_cast<std::size_t>(producer * kTasksEach + i)];
+                for (std::size_t i = 0; i < kTasksEach; ++i) {
+                    std::atomic<int>& run = runs[producer * kTasksEach + i];
                     queue.async([&run] { ++run; });
                 }
                 --producing;
             });
         }
-        for (int consumer = 0; consumer < kConsumers; ++consumer) {
+        for (std::size_t consumer = 0; consumer < kConsumers; ++consumer) {
             threads.emplace_back([&] {
                 while (producing > 0 || queue.hasTask()) {
                     queue.updateQueue();

@@ -134,6 +134,7 @@ TEST(Semaphore, ExcludesAllButOneAtACountOfOne) {
     int unguarded = 0; // a data race and a lost count if two are inside at once
     {
         std::vector<std::jthread> threads;
+        threads.reserve(kThreads);
         for (int i = 0; i < kThreads; ++i) {
             threads.emplace_back([&] {
                 for (int turn = 0; turn < kTurns; ++turn) {
