@@ -154,6 +154,19 @@ TEST(QuaternionFromEuler, IsTheProductOfTheTurnsInSinglePrecision) {
     }
 }
 
+TEST(QuaternionFromEuler, NarrowsTheDoubleSinesBeforeItMultiplies) {
+    Random random;
+    for (int i = 0; i < kTrials; ++i) {
+        const double x = random.number(-3.0, 3.0);
+        const double y = random.number(-3.0, 3.0);
+        Quaternion q;
+        q.setWithEuler({x, y, 0.0, Euler::OrderXYZ});
+        const auto sineOfX = static_cast<float>(std::sin(x * 0.5));
+        const auto cosineOfY = static_cast<float>(std::cos(y * 0.5));
+        EXPECT_EQ(q.x, sineOfX * cosineOfY);
+    }
+}
+
 TEST(QuaternionFromEuler, IsAllZeroWithoutAnOrderAndUntouchedByAnUnknownOne) {
     const Quaternion before(1.0, 2.0, 3.0, 4.0);
     Quaternion q = before;

@@ -164,7 +164,7 @@ TEST(QuaternionFromMatrix, BreaksTiesTowardsTheLaterAxis) {
     };
     const double half = std::sqrt(0.5);
     const Case cases[] = {
-        {{0, 1, 0, 0, 1, 0, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1, false}, {half, half, 0.0, 0.0}},
+        {{0, -1, 0, 0, -1, 0, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1, false}, {-half, half, 0.0, 0.0}},
         {{0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, 0, 0, 0, 0, 1, false}, {-half, 0.0, half, 0.0}},
         {{-1, 0, 0, 0, 0, 0, -1, 0, 0, -1, 0, 0, 0, 0, 0, 1, false}, {0.0, -half, half, 0.0}},
     };
@@ -233,8 +233,13 @@ TEST(QuaternionSlerp, HasExactEndsAndStaysWhereBothAreOne) {
         Quaternion result;
     };
     const Case cases[] = {
-        {b, 0.0, a},          {b, 1.0, b}, {negated(a), 1.0, negated(a)},
-        {negated(a), 0.0, a}, {a, 0.5, a}, {negated(a), 0.5, a},
+        {b, 0.0, a},
+        {b, 1.0, b},
+        {negated(a), 1.0, negated(a)},
+        {negated(a), 0.0, a},
+        {a, 0.5, a},
+        {negated(a), 0.5, a},
+        {Quaternion(0.0, 9.0, 0.0, 9.0), 0.5, a}, // a cosine beyond 1
     };
     ASSERT_GE(a.dot(a), 1.0);
     for (const auto& [to, t, result] : cases) {
