@@ -55,9 +55,9 @@ public:
     // Interpolation
 
     /**
-     * Along the arc between the directions of a and b, or of a and -b where these are nearer; the
-     * result has length 1. Exactly a at t = 0 and b at t = 1. The weights are in single precision.
-     * Where a or b has length 0, NaN.
+     * By the weights of the arc between the directions of a and b, or of a and -b where these are
+     * nearer, in single precision. The result has length 1; the longer of the two pulls it more.
+     * Exactly a at t = 0 and b at t = 1. NaN between them where a or b has length 0.
      */
     static Vec4 lerp(const Vec4& a, const Vec4& b, double t) noexcept;
 };
