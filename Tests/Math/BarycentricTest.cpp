@@ -52,6 +52,13 @@ TEST(Barycentric, GivesAPointOffThePlaneTheWeightsOfItsFoot) {
     }
 }
 
+TEST(Barycentric, CountsAlphaAsAFourthDimension) {
+    const Color clear(0.0, 0.0, 0.0, 0.0);
+    const Barycentric weights(Color(0.0, 0.0, 0.0, 1.0), Color(0.0, 0.0, 1.0, 0.0), clear,
+                              Color(0.0, 0.0, 0.25, 0.5));
+    EXPECT_TRUE(same(weights, Barycentric(0.5, 0.25, 0.25)));
+}
+
 TEST(Barycentric, IsInsideInclusivelyWithoutAnUpperBoundOnTheLastWeight) {
     struct Case {
         Barycentric weights;
