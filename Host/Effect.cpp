@@ -40,7 +40,7 @@ std::string ReturnMessage(const PF_OutData& outData) {
 
 /// What there is to tell of a failed command, the most telling first.
 std::string Reason(EffectSession& session, PF_Err error) {
-    const std::string message = ReturnMessage(session.outData());
+    std::string message = ReturnMessage(session.outData());
     if (!message.empty()) {
         return message;
     }

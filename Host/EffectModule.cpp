@@ -8,8 +8,7 @@
 namespace Kerovane::Host {
 
 EffectModule::EffectModule(const std::filesystem::path& path)
-    : mLibrary(dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL)),
-      mEntry(nullptr) {
+    : mLibrary(dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL)) {
     if (mLibrary == nullptr) {
         throw Error(fmt::format("cannot load the effect: {}", dlerror()));
     }

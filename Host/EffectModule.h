@@ -22,7 +22,7 @@ private:
     };
 
     std::unique_ptr<void, Unload> mLibrary;
-    PF_EffectEntry mEntry;
+    PF_EffectEntry mEntry = nullptr;
 };
 
 } // namespace Kerovane::Host

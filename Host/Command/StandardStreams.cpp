@@ -44,8 +44,9 @@ void StandardStreams::complain(std::string_view message) {
     std::string line = fmt::format("tesselune: {}", message);
     std::ranges::replace_if(
         line, [](unsigned char byte) { return byte < ' '; }, ' ');
-    std::fprintf(mError.get(), "%s\n", line.c_str());
-    std::fflush(mError.get());
+    // Nothing is left to do where even this fails.
+    static_cast<void>(std::fputs((line + '\n').c_str(), mError.get()));
+    static_cast<void>(std::fflush(mError.get()));
 }
 
 StandardStreams::File StandardStreams::keep(int descriptor) {

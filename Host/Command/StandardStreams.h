@@ -27,7 +27,7 @@ public:
 
 private:
     struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
+        void operator()(std::FILE* file) const { static_cast<void>(std::fclose(file)); }
     };
     using File = std::unique_ptr<std::FILE, Close>;
 

@@ -211,10 +211,10 @@ PF_RationalScale PixelAspectRatio(const ImageSpec& spec) {
 
 } // namespace
 
-Picture ReadPicture(const std::filesystem::path& path, std::optional<Depth> depth) {
-    PictureFile file(path);
-    ImageSpec spec = file.spec();
-    World world = ReadWorld(file, depth.value_or(DepthOfFile(spec)), spec);
+Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> depth) {
+    PictureFile input(file);
+    ImageSpec spec = input.spec();
+    World world = ReadWorld(input, depth.value_or(DepthOfFile(spec)), spec);
     world.layer().pix_aspect_ratio = PixelAspectRatio(spec);
     return {.world = std::move(world), .origin = std::move(spec)};
 }

@@ -46,7 +46,8 @@ To Rescale(From value, double fromWhite, double toWhite) {
     } else {
         // Written so that what is not a number becomes 0.
         const double bounded = scaled > 0 ? (scaled < toWhite ? scaled : toWhite) : 0;
-        return static_cast<To>(bounded + 0.5);
+        const double raised = bounded + 0.5; // not negative, so that cutting it off rounds
+        return static_cast<To>(raised);
     }
 }
 

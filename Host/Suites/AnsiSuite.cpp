@@ -9,6 +9,7 @@ namespace Kerovane::Host {
 
 namespace {
 
+// NOLINTNEXTLINE(cert-dcl50-cpp): the contract asks for it
 A_long Sprintf(A_char* text, const A_char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);

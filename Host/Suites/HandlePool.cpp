@@ -1,11 +1,18 @@
 #include "Host/Suites/HandlePool.h"
 
+#include "Host/World.h"
+
 #include <new>
 #include <utility>
 
 namespace Kerovane::Host {
 
 PF_Handle HandlePool::make(A_HandleSize size) {
+    constexpr A_HandleSize kLargest =
+        A_HandleSize{World::kMaxSide} * World::kMaxSide * sizeof(PF_PixelFloat);
+    if (size > kLargest) {
+        return nullptr;
+    }
     // At least a byte, so that an empty block has an address too. Not cleared: the effect fills it.
     std::unique_ptr<std::byte[]> memory(new (std::nothrow) std::byte[size > 0 ? size : 1]);
     if (memory == nullptr) {

@@ -15,7 +15,8 @@ namespace Kerovane::Host {
  */
 class HandlePool {
 public:
-    /// A new block, its bytes undefined; null where there is no memory.
+    /// A new block, its bytes undefined; null where there is no memory or `size` is beyond the
+    /// pixels of the largest world.
     PF_Handle make(A_HandleSize size);
 
     /// The block; null for a handle that isn't alive.

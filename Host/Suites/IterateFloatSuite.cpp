@@ -29,7 +29,7 @@ PF_Rect CommonArea(const PF_Rect* area, const PF_EffectWorld& source,
 }
 
 PF_PixelFloat* Row(const PF_EffectWorld& world, A_long y) {
-    std::byte* start = reinterpret_cast<std::byte*>(world.data);
+    auto* start = reinterpret_cast<std::byte*>(world.data);
     return reinterpret_cast<PF_PixelFloat*>(start + std::ptrdiff_t{y} * world.rowbytes);
 }
 

@@ -57,12 +57,13 @@ protected:
     }
 
     /// With the fake effect, which shows `fault`.
-    Outcome runFake(Words arguments, const std::string& fault = "") {
+    Outcome runFake(Words arguments, const std::string& fault = "", Words environment = {}) {
         arguments.insert(arguments.begin(), {"--effect", FAKE_EFFECT});
-        return run(std::move(arguments), {"FAKE_EFFECT=" + fault});
+        environment.push_back("FAKE_EFFECT=" + fault);
+        return run(std::move(arguments), std::move(environment));
     }
 
-    void makePicture(const char* name, std::vector<float> pixel, TypeDesc type) {
+    void makePicture(const char* name, std::vector<float> pixel, const TypeDesc& type) {
         const int alpha = pixel.size() == 4 ? 3 : -1;
         RawPicture::of(std::move(pixel), type, alpha, 32, 24).write(mFolder / name);
     }
@@ -154,10 +155,10 @@ TEST_F(Command, TellsWhyTheEffectFailed) {
 TEST_F(Command, RefusesToRenderWithoutOpenGL) {
     makePicture("in.png", {1, 0, 0}, TypeDesc::UINT8);
     const Words noDriver{"__EGL_VENDOR_LIBRARY_FILENAMES=/nowhere"};
-    ExpectOneLine(run({"render", "in.png", "out.png"}, noDriver),
+    ExpectOneLine(runFake({"render", "in.png", "out.png"}, "", noDriver),
                   "cannot render: No OpenGL driver");
     EXPECT_EQ(mFolder.files(), std::vector<std::string>{"in.png"});
-    const Outcome about = run({"about"}, noDriver);
+    const Outcome about = runFake({"about"}, "", noDriver);
     EXPECT_EQ(about.status, 0);
     EXPECT_NE(about.output.find("OpenGL: none."), std::string::npos) << about.output;
 }
@@ -170,7 +171,7 @@ TEST_F(Command, KeepsTheEffectsReportOutOfItsOutput) {
     EXPECT_EQ(chatty.error, "");
     const Outcome verbose = runFake({"about", "--verbose"}, "chatty");
     EXPECT_EQ(verbose.output, quiet.output);
-    for (const char* report : {"fake effect on std::cout", "on stdout", "on stderr"}) {
+    for (const char* report : {"on stdout, flushed", "on stdout, left to exit", "on stderr"}) {
         EXPECT_NE(verbose.error.find(report), std::string::npos) << report;
     }
 }

@@ -12,14 +12,14 @@ class Session : public testing::Test {
 protected:
     Session() { mSession.call(PF_Cmd_PARAMS_SETUP); }
 
-    PF_Err add(A_long id, PF_ParamIndex index = -1) {
+    PF_Err add(A_long id, PF_ParamIndex index = -1) const {
         PF_ParamDef definition{};
         definition.uu.id = id;
         definition.param_type = PF_Param_CHECKBOX;
         return mIn.inter.add_param(mIn.effect_ref, index, &definition);
     }
 
-    PF_Err checkout(PF_ParamIndex index, A_long time, PF_ParamDef* param) {
+    PF_Err checkout(PF_ParamIndex index, A_long time, PF_ParamDef* param) const {
         return mIn.inter.checkout_param(mIn.effect_ref, index, time, 1, 24, param);
     }
 

@@ -6,10 +6,11 @@
 #include "AE_EffectCBSuites.h"
 #include "SPBasic.h"
 
-#include <cstdio>
+#include <cstddef>
 #include <cstdlib>
-#include <cstring>
+#include <fstream>
 #include <iostream>
+#include <sstream>
 #include <stdexcept>
 #include <string_view>
 
@@ -23,17 +24,21 @@ bool Shows(std::string_view fault) {
 }
 
 void Trace(PF_Cmd command) {
-    const char* path = std::getenv("FAKE_EFFECT_TRACE");
-    if (std::FILE* file = path != nullptr ? std::fopen(path, "a") : nullptr) {
-        std::fprintf(file, "%d ", command);
-        std::fclose(file);
+    if (const char* path = std::getenv("FAKE_EFFECT_TRACE")) {
+        std::ofstream(path, std::ios::app) << command << ' ';
     }
 }
 
-PF_Err Say(PF_OutData* out, const char* message, PF_Err error) {
-    std::snprintf(out->return_msg, sizeof out->return_msg, "%s", message);
+/// Into a buffer that is zero.
+template <std::size_t kSize>
+void Copy(std::string_view text, A_char (&buffer)[kSize]) {
+    text.copy(buffer, kSize - 1);
+}
+
+PF_Err Say(PF_OutData* out, std::string_view message) {
+    Copy(message, out->return_msg);
     out->out_flags |= PF_OutFlag_DISPLAY_ERROR_MESSAGE;
-    return error;
+    return PF_Err_NONE;
 }
 
 PF_Err GlobalSetup(PF_InData* in, PF_OutData* out) {
@@ -43,9 +48,9 @@ PF_Err GlobalSetup(PF_InData* in, PF_OutData* out) {
     out->my_version = PF_VERSION(2, 3, 4, PF_Stage_BETA, 5);
     out->global_data = in->utils->host_new_handle(16);
     if (Shows("chatty")) {
-        std::cout << "fake effect on std::cout, flushed at exit";
-        std::puts("fake effect on stdout");
-        std::fputs("fake effect on stderr\n", stderr);
+        std::cerr << "fake effect on stderr\n";
+        std::cout << "fake effect on stdout, flushed" << std::endl;
+        std::cout << "fake effect on stdout, left to exit";
     }
     return PF_Err_NONE;
 }
@@ -60,7 +65,7 @@ public:
     Definition(A_long id, PF_ParamType type, const char* name) {
         mDef.uu.id = Shows("disk id used twice") ? 7 : id;
         mDef.param_type = Shows("unknown type") ? PF_ParamType{PF_Param_COLOR} : type;
-        std::snprintf(mDef.name, sizeof mDef.name, "%s", name);
+        Copy(name, mDef.name);
     }
     PF_ParamDefUnion* operator->() { return &mDef.u; }
     PF_Err addTo(PF_InData* in) { return in->inter.add_param(in->effect_ref, -1, &mDef); }
@@ -105,12 +110,12 @@ PF_Err ParamsSetup(PF_InData* in, PF_OutData* out) {
 }
 
 PF_Err ReportFrame(PF_InData* in, PF_OutData* out) {
-    char text[PF_MAX_EFFECT_MSG_LEN + 1];
-    std::snprintf(text, sizeof text, "time %d/%u step %d downsample %d/%u size %dx%d aspect %d/%u",
-                  in->current_time, in->time_scale, in->time_step, in->downsample_x.num,
-                  in->downsample_y.den, in->width, in->height, in->pixel_aspect_ratio.num,
-                  in->pixel_aspect_ratio.den);
-    return Say(out, text, PF_Err_NONE);
+    std::ostringstream text;
+    text << "time " << in->current_time << '/' << in->time_scale << " step " << in->time_step
+         << " downsample " << in->downsample_x.num << '/' << in->downsample_y.den << " size "
+         << in->width << 'x' << in->height << " aspect " << in->pixel_aspect_ratio.num << '/'
+         << in->pixel_aspect_ratio.den;
+    return Say(out, text.str());
 }
 
 template <typename Pixel, typename Channel>
@@ -132,7 +137,7 @@ PF_Err Render(PF_InData* in, PF_OutData* out, PF_ParamDef** params, PF_LayerDef*
         return PF_Err_BAD_CALLBACK_PARAM;
     }
     if (Shows("render message")) {
-        return Say(out, "first line\rsecond line", PF_Err_NONE);
+        return Say(out, "first line\rsecond line");
     }
     if (Shows("render exception")) {
         throw std::runtime_error("thrown by the fake effect");
@@ -156,8 +161,9 @@ PF_Err Render(PF_InData* in, PF_OutData* out, PF_ParamDef** params, PF_LayerDef*
     in->inter.checkout_param(in->effect_ref, kInvert, in->current_time, in->time_step,
                              in->time_scale, &invert);
     for (A_long y = 0; y < output->height; ++y) {
-        const char* from = reinterpret_cast<const char*>(input.data) + y * input.rowbytes;
-        char* to = reinterpret_cast<char*>(output->data) + y * output->rowbytes;
+        const char* from =
+            reinterpret_cast<const char*>(input.data) + std::ptrdiff_t{y} * input.rowbytes;
+        char* to = reinterpret_cast<char*>(output->data) + std::ptrdiff_t{y} * output->rowbytes;
         const bool on = invert.u.bd.value != 0;
         if (format == PF_PixelFormat_ARGB32) {
             CopyRow<PF_Pixel8, A_u_char>(from, to, output->width, on, 255);
@@ -178,7 +184,7 @@ EntryPointFunc(PF_Cmd command, PF_InData* in, PF_OutData* out, PF_ParamDef* para
     Trace(command);
     switch (command) {
     case PF_Cmd_ABOUT:
-        std::strcpy(out->return_msg, "Fake\rAn effect for tests");
+        Copy("Fake\rAn effect for tests", out->return_msg);
         return PF_Err_NONE;
     case PF_Cmd_GLOBAL_SETUP:
         return GlobalSetup(in, out);

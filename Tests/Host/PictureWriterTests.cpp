@@ -156,7 +156,7 @@ TEST(ReplaceFile, LeavesTheTargetAndNothingElseWhereWritingFails) {
     const TemporaryFolder folder;
     std::ofstream(folder / "target") << "old";
     const std::vector<std::byte> content(100000);
-    std::signal(SIGXFSZ, SIG_IGN);
+    ASSERT_NE(std::signal(SIGXFSZ, SIG_IGN), SIG_ERR); // past the limit, write fails instead
     rlimit before{};
     getrlimit(RLIMIT_FSIZE, &before);
     const rlimit low{.rlim_cur = 4096, .rlim_max = before.rlim_max};
