@@ -39,7 +39,7 @@ std::string ReturnMessage(const PF_OutData& outData) {
 }
 
 /// What there is to tell of a failed command, the most telling first.
-std::string Reason(EffectSession& session, PF_Err error) {
+std::string Reason(const EffectSession& session, PF_Err error) {
     std::string message = ReturnMessage(session.outData());
     if (!message.empty()) {
         return message;

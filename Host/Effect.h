@@ -33,7 +33,7 @@ public:
     const std::vector<Parameter>& parameters() const { return mSession.parameters(); }
 
     /// As the effect packed it; AE_Effect.h has the macros that unpack it.
-    A_u_long version() { return mSession.outData().my_version; }
+    A_u_long version() const { return mSession.outData().my_version; }
 
     /// The effect's about text, its lines separated by '\n'.
     std::string about();

@@ -49,6 +49,7 @@ public:
     /// The records of the next call. Callbacks and the basic suite in them may be replaced.
     PF_InData& inData() { return mInData; }
     PF_OutData& outData() { return mOutData; }
+    const PF_OutData& outData() const { return mOutData; }
 
     /// By index, the input layer first.
     const std::vector<Parameter>& parameters() const { return mParameters; }

@@ -1,13 +1,17 @@
 #pragma once
 
 #include <stdexcept>
+#include <string>
 
 namespace Kerovane::Host {
+
+/// `text` with each control character, line ends among them, made a blank.
+std::string OneLine(std::string text);
 
 /** A failure that the user is told of. what() is one line, a sentence without its full stop. */
 class Error : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit Error(std::string text);
 };
 
 } // namespace Kerovane::Host

@@ -6,7 +6,6 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <string>
 
 namespace Kerovane::Host {
@@ -41,11 +40,9 @@ void StandardStreams::complain(std::string_view message) {
     if (mError == nullptr) {
         return;
     }
-    std::string line = fmt::format("tesselune: {}", message);
-    std::ranges::replace_if(
-        line, [](unsigned char byte) { return byte < ' '; }, ' ');
+    const std::string line = fmt::format("tesselune: {}\n", OneLine(std::string(message)));
     // Nothing is left to do where even this fails.
-    static_cast<void>(std::fputs((line + '\n').c_str(), mError.get()));
+    static_cast<void>(std::fputs(line.c_str(), mError.get()));
     static_cast<void>(std::fflush(mError.get()));
 }
 

@@ -22,10 +22,6 @@ namespace {
 using OIIO::ImageSpec;
 using OIIO::TypeDesc;
 
-std::string FirstLine(const std::string& text) {
-    return text.substr(0, text.find('\n'));
-}
-
 /// Reads one file; its errors name it.
 class PictureFile {
 public:
@@ -40,7 +36,7 @@ public:
         wishes.attribute("oiio:UnassociatedAlpha", 1);
         mInput = OIIO::ImageInput::open(mName, &wishes);
         if (mInput == nullptr) {
-            fail(FirstLine(OIIO::geterror()));
+            fail(OIIO::geterror());
         }
         check();
     }
@@ -56,7 +52,7 @@ public:
             spec().image_pixels() * static_cast<std::size_t>(spec().nchannels));
         if (!mInput->read_image(0, 0, 0, spec().nchannels, OIIO::BaseTypeFromC<Channel>::value,
                                 pixels.get())) {
-            fail(FirstLine(mInput->geterror()));
+            fail(mInput->geterror());
         }
         return pixels;
     }

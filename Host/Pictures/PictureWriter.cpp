@@ -25,8 +25,7 @@ using OIIO::ImageSpec;
 using OIIO::TypeDesc;
 
 [[noreturn]] void Fail(const std::filesystem::path& target, std::string_view reason) {
-    throw Error(
-        fmt::format("cannot write '{}': {}", target.string(), reason.substr(0, reason.find('\n'))));
+    throw Error(fmt::format("cannot write '{}': {}", target.string(), reason));
 }
 
 std::unique_ptr<ImageOutput> CreateOutput(const std::filesystem::path& target) {

@@ -10,7 +10,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -23,11 +22,6 @@ struct Outcome {
     std::string output;
     std::string error;
 };
-
-std::string ContentOf(const std::filesystem::path& file) {
-    std::ifstream stream(file);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
 
 /// Runs the command in a folder of the test's own, where its pictures stand too.
 class Command : public testing::Test {
@@ -52,8 +46,8 @@ protected:
         posix_spawn_file_actions_destroy(&actions);
         int status = 0;
         waitpid(child, &status, 0);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, ContentOf(mStreams / "out"),
-                ContentOf(mStreams / "err")};
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, mStreams.contentOf("out"),
+                mStreams.contentOf("err")};
     }
 
     /// With the fake effect, which shows `fault`.

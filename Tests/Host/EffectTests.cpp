@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 namespace Kerovane::Host {
@@ -25,10 +23,7 @@ protected:
     static void show(const char* fault) { setenv("FAKE_EFFECT", fault, 1); }
 
     /// The codes of the commands that the effect got, in order.
-    std::string commands() const {
-        std::ifstream file(mFolder / "trace");
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
+    std::string commands() const { return mFolder.contentOf("trace"); }
 
     TemporaryFolder mFolder;
     World mInput{Depth::Bits8, 4, 3};
@@ -93,7 +88,7 @@ TEST_F(FakeEffectTest, FailsToRenderWithOneClearText) {
     };
     constexpr Row kRows[] = {
         {"render error", "the effect failed at rendering: error 516 (bad callback parameter)"},
-        {"render message", "the effect failed at rendering: first line\rsecond line"},
+        {"render message", "the effect failed at rendering: first line second line"},
         {"render exception", "the effect failed at rendering: thrown by the fake effect"},
         {"render throws a number", "the effect failed at rendering: unknown exception"},
     };

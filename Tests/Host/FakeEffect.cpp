@@ -29,10 +29,9 @@ void Trace(PF_Cmd command) {
     }
 }
 
-/// Into a buffer that is zero.
 template <std::size_t kSize>
 void Copy(std::string_view text, A_char (&buffer)[kSize]) {
-    text.copy(buffer, kSize - 1);
+    buffer[text.copy(buffer, kSize - 1)] = '\0';
 }
 
 PF_Err Say(PF_OutData* out, std::string_view message) {

@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <csignal>
 #include <fstream>
-#include <iterator>
 
 namespace Kerovane::Host {
 namespace {
@@ -147,11 +146,6 @@ TEST_F(PictureWriterTest, RefusesTargetsBeforeThePictureIsMade) {
     EXPECT_EQ(mFolder.files(), std::vector<std::string>{"folder.png"});
 }
 
-std::string ContentOf(const std::filesystem::path& file) {
-    std::ifstream stream(file);
-    return {std::istreambuf_iterator<char>(stream), {}};
-}
-
 TEST(ReplaceFile, LeavesTheTargetAndNothingElseWhereWritingFails) {
     const TemporaryFolder folder;
     std::ofstream(folder / "target") << "old";
@@ -163,7 +157,7 @@ TEST(ReplaceFile, LeavesTheTargetAndNothingElseWhereWritingFails) {
     setrlimit(RLIMIT_FSIZE, &low);
     EXPECT_THROW(ReplaceFile(folder / "target", content), Error);
     setrlimit(RLIMIT_FSIZE, &before);
-    EXPECT_EQ(ContentOf(folder / "target"), "old");
+    EXPECT_EQ(folder.contentOf("target"), "old");
     EXPECT_EQ(folder.files(), std::vector<std::string>{"target"});
 }
 
@@ -173,7 +167,7 @@ TEST(ReplaceFile, KeepsALinkAndReplacesWhatItNames) {
     std::filesystem::create_symlink("named", folder / "link");
     ReplaceFile(folder / "link", std::as_bytes(std::span("new", 3)));
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
-    EXPECT_EQ(ContentOf(folder / "named"), "new");
+    EXPECT_EQ(folder.contentOf("named"), "new");
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -18,6 +20,11 @@ public:
 
     std::filesystem::path operator/(const std::filesystem::path& name) const {
         return mPath / name;
+    }
+
+    std::string contentOf(const std::string& name) const {
+        std::ifstream file(mPath / name);
+        return {std::istreambuf_iterator<char>(file), {}};
     }
 
     std::vector<std::string> files() const {
