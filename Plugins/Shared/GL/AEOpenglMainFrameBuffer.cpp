@@ -70,9 +70,8 @@ AEOpenglMainFrameBuffer::AEOpenglMainFrameBuffer()
     : mScreenRender(std::make_unique<ScreenRender>()) {}
 
 AEOpenglMainFrameBuffer* AEOpenglMainFrameBuffer::mainFrameBuffer() {
-    // Never deleted: at unload there may be no driver left to delete GL objects with.
-    static auto* const kSharedMainFrameBuffer = new AEOpenglMainFrameBuffer();
-    return kSharedMainFrameBuffer;
+    static NeverDestroyed<AEOpenglMainFrameBuffer> kSharedMainFrameBuffer;
+    return &*kSharedMainFrameBuffer;
 }
 
 void AEOpenglMainFrameBuffer::prepare(long width, long height, bool multisample) {

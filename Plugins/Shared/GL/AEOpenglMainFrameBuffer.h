@@ -3,6 +3,7 @@
 #include "GL/GLObject.h"
 #include "GL/PerContext.h"
 #include "GL/ScreenRender.h"
+#include "Helper/NeverDestroyed.h"
 #include "Math/Vec2.h"
 
 #include <map>
@@ -101,6 +102,7 @@ private:
         void release();
     };
 
+    friend class NeverDestroyed<AEOpenglMainFrameBuffer>;
     AEOpenglMainFrameBuffer();
 
     void makeMissingTargets();
