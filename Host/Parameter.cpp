@@ -72,11 +72,11 @@ void ReadFloatSlider(const PF_FloatSliderDef& slider, Parameter& parameter) {
 }
 
 void ReadAngle(const PF_AngleDef& angle, Parameter& parameter) {
-    using Limits = std::numeric_limits<PF_Fixed>;
+    constexpr Interval kWholeDegrees = {-32768, 32767}; // that fixed point can hold
     const bool unlimited = angle.valid_min == 0 && angle.valid_max == 0;
     parameter.defaultValue = FromFixed(angle.dephault);
-    parameter.valid = {FromFixed(unlimited ? Limits::min() : angle.valid_min),
-                       FromFixed(unlimited ? Limits::max() : angle.valid_max)};
+    parameter.valid = unlimited ? kWholeDegrees
+                                : Interval{FromFixed(angle.valid_min), FromFixed(angle.valid_max)};
     parameter.slider = parameter.valid;
     parameter.precision = 1;
 }

@@ -181,18 +181,28 @@ World ReadWorld(PictureFile& file, Depth depth, ImageSpec& spec) {
     return world;
 }
 
+/// Reads the channels as the file has them, so that they are rounded once: to the layer's depth.
+template <typename Pixel>
+World ReadPixels(PictureFile& file, Depth depth, ImageSpec& spec) {
+    constexpr unsigned char kFloat = TypeDesc::FLOAT;
+    switch (IsPremultiplied(file) ? kFloat : spec.format.basetype) {
+    case TypeDesc::UINT8:
+        return ReadWorld<std::uint8_t, Pixel>(file, depth, spec);
+    case TypeDesc::UINT16:
+        return ReadWorld<std::uint16_t, Pixel>(file, depth, spec);
+    default:
+        return ReadWorld<float, Pixel>(file, depth, spec);
+    }
+}
+
 World ReadWorld(PictureFile& file, Depth depth, ImageSpec& spec) {
-    // Premultiplied colour is divided before it is rounded to the layer's depth.
-    const bool inFloat = IsPremultiplied(file);
     switch (depth) {
     case Depth::Bits8:
-        return inFloat ? ReadWorld<float, PF_Pixel8>(file, depth, spec)
-                       : ReadWorld<std::uint8_t, PF_Pixel8>(file, depth, spec);
+        return ReadPixels<PF_Pixel8>(file, depth, spec);
     case Depth::Bits16:
-        return inFloat ? ReadWorld<float, PF_Pixel16>(file, depth, spec)
-                       : ReadWorld<std::uint16_t, PF_Pixel16>(file, depth, spec);
+        return ReadPixels<PF_Pixel16>(file, depth, spec);
     default:
-        return ReadWorld<float, PF_PixelFloat>(file, depth, spec);
+        return ReadPixels<PF_PixelFloat>(file, depth, spec);
     }
 }
 

@@ -92,7 +92,7 @@ TEST(ParameterValue, IsRoundedToItsTypeAndKeptValid) {
     EXPECT_EQ(DefinitionWithValue(Percentage(), 101).u.fd.value, 100 << 16);
     EXPECT_EQ(DefinitionWithValue(FloatSlider(), 0.123).u.fs_d.value, 0.123);
     EXPECT_EQ(DefinitionWithValue(Angle(), -45.5).u.ad.value, -2981888);
-    EXPECT_EQ(DefinitionWithValue(Angle(), 40000).u.ad.value, 2147483647);
+    EXPECT_EQ(DefinitionWithValue(Angle(), 40000).u.ad.value, 32767 * 65536);
     EXPECT_EQ(DefinitionWithValue(Checkbox(), 0).u.bd.value, 0);
     EXPECT_EQ(DefinitionWithValue(Popup(), 3).u.pd.value, 3);
 }
