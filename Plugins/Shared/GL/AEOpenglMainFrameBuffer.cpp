@@ -19,22 +19,27 @@ void SetParameter(GLenum parameter, GLenum value) {
     glTexParameteri(GL_TEXTURE_2D, parameter, static_cast<GLint>(value));
 }
 
-unsigned int CreateClearedTexture(GLenum internalFormat, const Vec2& size,
-                                  const TextureFilters& filters) {
+/// `pixels` holds four bytes a pixel, or is null for a texture of undefined content.
+unsigned int CreateTexture(GLenum internalFormat, const Vec2& size, const TextureFilters& filters,
+                           const void* pixels) {
     GLTexture texture = GLTexture::generated();
     glBindTexture(GL_TEXTURE_2D, texture.name());
     SetParameter(GL_TEXTURE_MIN_FILTER, filters.minification);
     SetParameter(GL_TEXTURE_MAG_FILTER, filters.magnification);
     SetParameter(GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);
     SetParameter(GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE);
-
-    // A float texture takes its zeros as bytes too.
-    const auto byteCount = static_cast<std::size_t>(size.x * size.y * 4.0);
-    const std::unique_ptr<void, decltype(&std::free)> zeros(std::calloc(byteCount, 1), std::free);
     glTexImage2D(GL_TEXTURE_2D, 0, internalFormat, static_cast<GLsizei>(size.x),
-                 static_cast<GLsizei>(size.y), 0, GL_RGBA, GL_UNSIGNED_BYTE, zeros.get());
+                 static_cast<GLsizei>(size.y), 0, GL_RGBA, GL_UNSIGNED_BYTE, pixels);
     glBindTexture(GL_TEXTURE_2D, 0);
     return texture.release();
+}
+
+/// A float texture takes its zeros as bytes too.
+unsigned int CreateClearedTexture(GLenum internalFormat, const Vec2& size,
+                                  const TextureFilters& filters) {
+    const auto byteCount = static_cast<std::size_t>(size.x * size.y * 4.0);
+    const std::unique_ptr<void, decltype(&std::free)> zeros(std::calloc(byteCount, 1), std::free);
+    return CreateTexture(internalFormat, size, filters, zeros.get());
 }
 
 TextureFilters FloatTextureFilters(bool linear, bool mipmap) {
@@ -184,7 +189,8 @@ unsigned int AEOpenglMainFrameBuffer::popRenderContext() {
     if (mRenderStack.empty()) {
         return 0;
     }
-    GLTexture picture(createRenderTexture(false));
+    // All of it is written below, so it need not be cleared.
+    GLTexture picture(CreateTexture(GL_RGBA, size(), {GL_LINEAR, GL_LINEAR}, nullptr));
     const auto width = static_cast<GLsizei>(mWidth);
     const auto height = static_cast<GLsizei>(mHeight);
     if (mMultisample) {
