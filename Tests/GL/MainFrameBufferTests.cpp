@@ -2,11 +2,11 @@
 #include "GL/AEOpenglMainFrameBuffer.h"
 
 #include "GLFixture.h"
-#include "HostContext.h"
 #include "Support/GLCalls.h"
 #include "Support/LiveGLObjects.h"
 
 #include <algorithm>
+#include <memory>
 #include <thread>
 
 using namespace gl;
@@ -41,6 +41,7 @@ protected:
     }
 
     AEOpenglMainFrameBuffer& mFrameBuffer = *AEOpenglMainFrameBuffer::mainFrameBuffer();
+    std::unique_ptr<AEOpenGLContext> mOtherContext; ///< as in the effect, it outlives the targets
 };
 
 TEST_F(MainFrameBuffer, KeepsItsTargetsWhileTheSizeStays) {
@@ -145,20 +146,18 @@ TEST_F(MainFrameBuffer, LeavesTheFinishedPictureBoundForReading) {
 }
 
 TEST_F(MainFrameBuffer, ServesASecondContextAndReturnsToTheFirst) {
-    const auto frame = [this](const Texel& color) {
-        mFrameBuffer.prepare(8, 4, true);
+    const auto frame = [this](const Texel& color, int width = 8) {
+        mFrameBuffer.prepare(width, 4, true);
         mFrameBuffer.beginDrawing();
         Fill(color);
         mFrameBuffer.endDrawing(1.0F);
-        return BoundTexels(8, 4);
+        return BoundTexels(width, 4);
     };
     const auto first = frame(kRed);
     std::jthread([&] {
-        AEOpenGLContext other(&mContext);
-        other.makeContextCurrent();
+        mOtherContext = std::make_unique<AEOpenGLContext>(&mContext);
         EXPECT_TRUE(AllAre(frame(kBlue), {1, 0, 0, 1}));
-        mFrameBuffer.prepare(4, 4, true);
-        Platform::ReleaseCurrentEglContext();
+        EXPECT_TRUE(AllAre(frame(kRed, 5), {1, 1, 0, 0})) << "in a size of its own";
     }).join();
     EXPECT_EQ(frame(kRed), first);
     EXPECT_TRUE(AllAre(first, {1, 1, 0, 0}));
