@@ -3,6 +3,10 @@
 #include "Support/EglHost.h"
 #include "Support/LiveGLObjects.h"
 
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
 namespace Kerovane::TestSupport {
 
 namespace {
@@ -131,6 +135,43 @@ TEST_F(Failures, OfAParameterEndTheListThere) {
         EXPECT_EQ(host.calls(HostCall::AddParam), nth);
         EXPECT_EQ(mSession.outData().num_params, 16);
     }
+}
+
+TEST_F(Failures, OfAHostToKeepItsRangesEndInAPicture) {
+    FaultyHost host(mSession);
+    set("Size Random", 100);
+    const Host::World picture = input(Depth::Bits8);
+    const Host::World expected = rendered(picture);
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    for (const A_long whole : {INT32_MIN, -1, 0, 6, 1000, INT32_MAX}) {
+        for (const double ratio : {-kInfinity, -1.0, 0.0, 1e-300, 1e300, kInfinity, std::nan("")}) {
+            for (const A_u_long denominator : {0U, 1U, 0xffffffffU}) {
+                mSession.inData().downsample_x.den = denominator;
+                host.distort([=](PF_ParamDef& param) {
+                    switch (param.param_type) {
+                    case PF_Param_SLIDER:
+                        param.u.sd.value = whole;
+                        break;
+                    case PF_Param_FIX_SLIDER:
+                        param.u.fd.value = whole;
+                        break;
+                    case PF_Param_ANGLE:
+                        param.u.ad.value = whole;
+                        break;
+                    case PF_Param_FLOAT_SLIDER:
+                        param.u.fs_d.value = ratio;
+                        break;
+                    default:
+                        break;
+                    }
+                });
+                EXPECT_EQ(renderResult(picture), PF_Err_NONE);
+            }
+        }
+    }
+    host.recover();
+    mSession.inData().downsample_x.den = 1;
+    EXPECT_TRUE(SamePixels(rendered(picture), expected));
 }
 
 TEST_F(Failures, OfACheckoutSkipThoseBehindItAndCheckInAll) {

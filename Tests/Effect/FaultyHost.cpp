@@ -29,9 +29,14 @@ struct FaultyHost::Callbacks {
 
     static PF_Err checkoutParam(PF_ProgPtr effect, PF_ParamIndex index, A_long time, A_long step,
                                 A_u_long scale, PF_ParamDef* param) {
-        return mHost->fails(HostCall::CheckoutParam)
-                   ? kError
-                   : interaction().checkout_param(effect, index, time, step, scale, param);
+        if (mHost->fails(HostCall::CheckoutParam)) {
+            return kError;
+        }
+        const PF_Err err = interaction().checkout_param(effect, index, time, step, scale, param);
+        if (mHost->mDistortion) {
+            mHost->mDistortion(*param);
+        }
+        return err;
     }
 
     /// The host takes the parameter back all the same.
@@ -145,6 +150,7 @@ void FaultyHost::recover() {
     fail(HostCall::Count, 0);
     mRefusedSuite.clear();
     mReportedFormat.reset();
+    mDistortion = nullptr;
 }
 
 bool FaultyHost::fails(HostCall call) {

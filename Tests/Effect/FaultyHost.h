@@ -5,8 +5,10 @@
 #include "SPBasic.h"
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace Kerovane::TestSupport {
 
@@ -43,6 +45,9 @@ public:
     /// Reports `format` as that of every world.
     void reportFormat(PF_PixelFormat format) { mReportedFormat = format; }
 
+    /// Changes what a checkout answers with.
+    void distort(std::function<void(PF_ParamDef&)> change) { mDistortion = std::move(change); }
+
     /// Back to a host that does all it is asked for; the counts of calls start anew.
     void recover();
 
@@ -67,6 +72,7 @@ private:
     int mNth = 0;
     std::string mRefusedSuite;
     std::optional<PF_PixelFormat> mReportedFormat;
+    std::function<void(PF_ParamDef&)> mDistortion;
 };
 
 } // namespace Kerovane::TestSupport

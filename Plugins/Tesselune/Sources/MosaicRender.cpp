@@ -4,6 +4,7 @@
 #include "MosaicShaderManager.h"
 #include "ParamIndex.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -24,6 +25,9 @@ constexpr std::array<float, 24> kPositions = {
 constexpr int kStride = 4 * sizeof(float);
 
 constexpr double kRadiansPerDegree = 0.017453292519943;
+
+/// Beyond any picture's size. The program searches level by level, and would go on for long.
+constexpr int kMostSizeLevels = 24;
 
 double FromFixed(PF_Fixed value) {
     return static_cast<double>(value) * 0x1p-16;
@@ -58,7 +62,7 @@ PF_Err MosaicRender::preaprea(PF_InData* in_data, PF_OutData* /*out_data*/, int 
     mSize = std::trunc(Downsampled(*in_data, fetch(kParamSize)->u.sd.value));
     mRatio = static_cast<float>(fetch(kParamRatio)->u.fs_d.value);
     mSizeRandomLimit = Fraction(fetch(kParamSizeRandom)->u.fd.value);
-    mSizeLevel = fetch(kParamSizeLevel)->u.sd.value;
+    mSizeLevel = std::min(fetch(kParamSizeLevel)->u.sd.value, kMostSizeLevels);
     mSizeRandomSeed = fetch(kParamSizeRandomSeed)->u.sd.value;
     mDissolveRandomSeed = fetch(kParamDissolveRandomSeed)->u.sd.value;
     mFadePercent = Fraction(fetch(kParamDissolve)->u.fd.value);
