@@ -83,7 +83,8 @@ TEST_F(ChannelOrderTest, KeepsItsObjectsFromDrawToDraw) {
     Drawn(pass, {Texel{}}, 1, 1.0F);
     EXPECT_EQ(live.counts(), afterFirst);
     EXPECT_EQ(afterFirst,
-              (std::map<std::string, int>{{"Buffers", 1}, {"Programs", 1}, {"VertexArrays", 1}}));
+              (std::map<std::string, int>{
+                  {"Buffers", 1}, {"Programs", 1}, {"Samplers", 1}, {"VertexArrays", 1}}));
 }
 
 } // namespace

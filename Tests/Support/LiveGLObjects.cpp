@@ -19,6 +19,7 @@ void ForEachArrayKind(Visitor visit) {
     visit("Buffers", Binding::GenBuffers, Binding::DeleteBuffers);
     visit("Framebuffers", Binding::GenFramebuffers, Binding::DeleteFramebuffers);
     visit("Renderbuffers", Binding::GenRenderbuffers, Binding::DeleteRenderbuffers);
+    visit("Samplers", Binding::GenSamplers, Binding::DeleteSamplers);
     visit("Textures", Binding::GenTextures, Binding::DeleteTextures);
     visit("VertexArrays", Binding::GenVertexArrays, Binding::DeleteVertexArrays);
 }

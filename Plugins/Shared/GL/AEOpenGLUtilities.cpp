@@ -4,10 +4,10 @@
 #include "GL/GLObject.h"
 #include "Helper/HostHandle.h"
 #include "Helper/SuiteScoper.h"
+#include "LargeBlock.h"
 
 #include <algorithm>
 #include <cstring>
-#include <memory>
 
 using namespace gl;
 
@@ -79,9 +79,10 @@ void UploadPixels(const PF_LayerDef* world, int rowLength, GLenum type, const vo
 void UploadFloatPixels(PF_InData* in_data, PF_LayerDef* input) {
     const auto count =
         static_cast<std::size_t>(input->width) * static_cast<std::size_t>(input->height);
-    const auto block = std::make_unique_for_overwrite<PF_PixelFloat[]>(count);
-    IterateFloat(in_data, input, nullptr, block.get(), CopyPixelFloatIn, input);
-    UploadPixels(input, input->width, GL_FLOAT, block.get());
+    const Platform::LargeBlock block(count * sizeof(PF_PixelFloat));
+    auto* const pixels = static_cast<PF_PixelFloat*>(block.data());
+    IterateFloat(in_data, input, nullptr, pixels, CopyPixelFloatIn, input);
+    UploadPixels(input, input->width, GL_FLOAT, pixels);
 }
 
 void CopyRowsOut(PF_InData* in_data, const std::byte* block, std::size_t blockRowBytes,

@@ -22,6 +22,8 @@ constexpr std::array<float, 30> kVertices = {
 };
 constexpr int kStride = 5 * sizeof(float);
 
+constexpr int kTextureUnit = 0;
+
 constexpr int kPositionLocation = 0;
 constexpr int kTextureCoordinatesLocation = 1;
 
@@ -39,12 +41,25 @@ void ChannelOrderPass::draw(unsigned int texture, float multiplier16bit) {
     mProgram.setAttribute3fv(kPositionLocation, FullPictureQuad::offset(0), kStride);
     mProgram.setAttribute2fv(kTextureCoordinatesLocation, FullPictureQuad::offset(3), kStride);
     mProgram.setUniformTexture("videoTexture", static_cast<int>(GL_TEXTURE_2D),
-                               static_cast<int>(texture), 0);
+                               static_cast<int>(texture), kTextureUnit);
     mProgram.setUniform1f("multiplier16bit", multiplier16bit);
+    bindNearestSampler();
     FullPictureQuad::draw();
+    glBindSampler(kTextureUnit, 0);
     mProgram.disableVertexAttributeArray(kPositionLocation);
     mProgram.disableVertexAttributeArray(kTextureCoordinatesLocation);
     FullPictureQuad::unbind();
+}
+
+/// Pixel for pixel, a filter would weigh every texel with 1 and its neighbours with 0.
+void ChannelOrderPass::bindNearestSampler() {
+    if (!mNearestSampler) {
+        mNearestSampler = GLSampler::generated();
+        for (const GLenum filter : {GL_TEXTURE_MIN_FILTER, GL_TEXTURE_MAG_FILTER}) {
+            glSamplerParameteri(mNearestSampler.name(), filter, static_cast<GLint>(GL_NEAREST));
+        }
+    }
+    glBindSampler(kTextureUnit, mNearestSampler.name());
 }
 
 } // namespace Kerovane::Tesselune

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "GL/FullPictureQuad.h"
+#include "GL/GLObject.h"
 #include "GL/OpenglShader.h"
 
 #include <string>
@@ -24,8 +25,11 @@ protected:
     ~ChannelOrderPass() = default;
 
 private:
+    void bindNearestSampler();
+
     FullPictureQuad mQuad;
     OpenglShader mProgram;
+    GLSampler mNearestSampler;
 };
 
 } // namespace Kerovane::Tesselune

@@ -62,6 +62,7 @@ using GLShader = GLName<gl::glDeleteShader>;
 
 using GLBuffer = GLObject<gl::glGenBuffers, gl::glDeleteBuffers>;
 using GLRenderbuffer = GLObject<gl::glGenRenderbuffers, gl::glDeleteRenderbuffers>;
+using GLSampler = GLObject<gl::glGenSamplers, gl::glDeleteSamplers>;
 using GLTexture = GLObject<gl::glGenTextures, gl::glDeleteTextures>;
 
 // These two kinds belong to one context and are not shared: hold them through PerContext.
