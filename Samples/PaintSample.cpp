@@ -194,7 +194,8 @@ int main(int argc, char* argv[]) {
             for (int sample = 0; sample < kSubsamples * kSubsamples; ++sample) {
                 const double x =
                     (column + (sample % kSubsamples + 0.5) / kSubsamples) / kWidth * kAspect;
-                const double y = (row + (sample / kSubsamples + 0.5) / kSubsamples) / kHeight;
+                const int line = sample / kSubsamples;
+                const double y = (row + (line + 0.5) / kSubsamples) / kHeight;
                 const Colour colour = Scene(x, y);
                 sum = {sum.r + colour.r, sum.g + colour.g, sum.b + colour.b};
                 coverage += Coverage(x, y);

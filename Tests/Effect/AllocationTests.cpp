@@ -102,8 +102,8 @@ TEST_F(Allocations, ThatFailInAFirstFrameDoNotSpoilTheNext) {
     Host::World output(Host::Depth::Bits8, 20, 10);
     const int failures = failEach(
         [this] {
-            setDown();
-            setUp();
+            globalSetdown();
+            globalSetup();
         },
         [&] { return mSession.render(input, output); },
         [&] {
@@ -120,11 +120,11 @@ TEST_F(Allocations, ThatFailInSetUpCanBeTriedAgain) {
     const Host::World input = SmoothPicture(20, 10, true);
     const Host::World expected = rendered(input);
     const int failures =
-        failEach([this] { setDown(); }, [this] { return mSession.call(PF_Cmd_GLOBAL_SETUP); },
+        failEach([this] { globalSetdown(); }, [this] { return mSession.call(PF_Cmd_GLOBAL_SETUP); },
                  [&] {
                      EXPECT_EQ(Platform::CurrentEglBinding(), hostContext.binding());
                      EXPECT_EQ(mSession.liveCounts(), Host::LiveCounts{});
-                     setUp();
+                     globalSetup();
                      EXPECT_TRUE(SamePixels(rendered(input), expected));
                  });
     EXPECT_GT(failures, 1);

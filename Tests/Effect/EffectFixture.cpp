@@ -23,10 +23,6 @@ void ConvertChannels(const Host::World& from, Host::World& to, Convert convert) 
     }
 }
 
-std::size_t RowSize(const Host::World& world) {
-    return static_cast<std::size_t>(world.width() * Host::BytesPerPixel(world.depth()));
-}
-
 A_u_char ToByte(double value) {
     return static_cast<A_u_char>(std::lround(std::clamp(value, 0.0, 255.0)));
 }
@@ -34,19 +30,19 @@ A_u_char ToByte(double value) {
 } // namespace
 
 EffectFixture::EffectFixture() : mSession(TESSELUNE_MODULE) {
-    setUp();
+    globalSetup();
     EXPECT_EQ(mSession.call(PF_Cmd_PARAMS_SETUP), PF_Err_NONE);
 }
 
 EffectFixture::~EffectFixture() {
-    setDown();
+    globalSetdown();
 }
 
-void EffectFixture::setUp() {
+void EffectFixture::globalSetup() {
     EXPECT_EQ(mSession.call(PF_Cmd_GLOBAL_SETUP), PF_Err_NONE);
 }
 
-void EffectFixture::setDown() {
+void EffectFixture::globalSetdown() {
     EXPECT_EQ(mSession.call(PF_Cmd_GLOBAL_SETDOWN), PF_Err_NONE);
 }
 
@@ -102,8 +98,8 @@ Host::World AtDepth(const Host::World& picture8, Host::Depth depth) {
         });
         break;
     case Host::Depth::Float32:
-        ConvertChannels<A_u_char, PF_FpShort>(picture8, converted,
-                                              [](A_u_char c) { return c / 255.0F; });
+        ConvertChannels<A_u_char, PF_FpShort>(
+            picture8, converted, [](A_u_char c) { return static_cast<float>(c) / 255.0F; });
         break;
     }
     return converted;
@@ -129,6 +125,11 @@ Host::World At8Bits(const Host::World& picture) {
 
 PF_Pixel8 PixelOf(const Host::World& picture8, int x, int y) {
     return picture8.row<PF_Pixel8>(y)[static_cast<std::size_t>(x)];
+}
+
+std::size_t RowSize(const Host::World& world) {
+    return static_cast<std::size_t>(world.width()) *
+           static_cast<std::size_t>(Host::BytesPerPixel(world.depth()));
 }
 
 bool SamePixels(const Host::World& a, const Host::World& b) {

@@ -16,8 +16,8 @@ protected:
     EffectFixture();
     ~EffectFixture() override;
 
-    void setUp();
-    void setDown();
+    void globalSetup();
+    void globalSetdown();
 
     /// Sets a parameter by its shown name, in the user's units.
     void set(std::string_view name, double value);
@@ -46,6 +46,9 @@ Host::World AtDepth(const Host::World& picture8, Host::Depth depth);
 Host::World At8Bits(const Host::World& picture);
 
 PF_Pixel8 PixelOf(const Host::World& picture8, int x, int y);
+
+/// Bytes of a row's pixels, without the padding.
+std::size_t RowSize(const Host::World& world);
 
 /// Whether both have the same pixels, padding apart.
 bool SamePixels(const Host::World& a, const Host::World& b);

@@ -112,7 +112,7 @@ TEST_F(Failures, OfTheSuitesOfGlobalCommandsGive516) {
     EXPECT_EQ(mSession.call(PF_Cmd_ABOUT), PF_Err_BAD_CALLBACK_PARAM);
     EXPECT_STREQ(mSession.outData().return_msg, "");
 
-    setDown();
+    globalSetdown();
     mSession.outData() = {};
     host.refuseSuite("AEGP Utility Suite");
     EXPECT_EQ(mSession.call(PF_Cmd_GLOBAL_SETUP), PF_Err_BAD_CALLBACK_PARAM);
@@ -121,7 +121,7 @@ TEST_F(Failures, OfTheSuitesOfGlobalCommandsGive516) {
     const Host::World picture = input(Depth::Bits8);
     EXPECT_EQ(renderResult(picture), PF_Err_BAD_CALLBACK_PARAM) << "there are no contexts";
     host.recover();
-    setUp();
+    globalSetup();
     EXPECT_EQ(mSession.liveCounts().suites, 0);
 }
 

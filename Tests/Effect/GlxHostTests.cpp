@@ -70,12 +70,12 @@ class GlxHostContext : public EffectFixture {};
 TEST_F(GlxHostContext, IsCurrentAgainWholeAfterEveryCommand) {
     const Host::World input = SmoothPicture(32, 32, true);
     const Host::World expected = rendered(input);
-    setDown();
+    globalSetdown();
     Platform::ReleaseCurrentEglContext();
 
     const GlxHost host;
     ASSERT_TRUE(host.isCurrent());
-    setUp();
+    globalSetup();
     EXPECT_TRUE(host.isCurrent()) << "after set-up";
     EXPECT_TRUE(SamePixels(rendered(input), expected));
     EXPECT_TRUE(host.isCurrent()) << "after a frame";
@@ -88,9 +88,9 @@ TEST_F(GlxHostContext, IsCurrentAgainWholeAfterEveryCommand) {
         EXPECT_EQ(mSession.render(input, output), PF_Err_BAD_CALLBACK_PARAM);
         EXPECT_TRUE(host.isCurrent()) << "after a failed frame";
     }
-    setDown();
+    globalSetdown();
     EXPECT_TRUE(host.isCurrent()) << "after set-down";
-    setUp();
+    globalSetup();
     EXPECT_TRUE(host.isCurrent()) << "after a second set-up";
 }
 

@@ -47,8 +47,8 @@ TEST_F(HostContext, ChangesNothingInThePicture) {
     const EglHost hostContext;
     hostContext.makeCurrent();
     EXPECT_TRUE(SamePixels(rendered(input), without));
-    setDown();
-    setUp();
+    globalSetdown();
+    globalSetup();
     EXPECT_TRUE(SamePixels(rendered(input), without));
 }
 

@@ -77,8 +77,8 @@ TEST_F(Repeats, OnTwoThreadsInTurnGiveTheSamePictures) {
         EXPECT_TRUE(SamePixels(rendered(other), expectedOther));
         EXPECT_TRUE(SamePixels(rendered(input), expected));
     }
-    std::jthread([this] { setDown(); }).join();
-    setUp();
+    std::jthread([this] { globalSetdown(); }).join();
+    globalSetup();
     EXPECT_TRUE(SamePixels(rendered(input), expected));
 }
 

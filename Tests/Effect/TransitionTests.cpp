@@ -21,9 +21,11 @@ constexpr int kRows = kHeight / kSize;
 
 /// The clamped centre of a cell, which decides when it goes.
 Point CentreOf(std::size_t cell) {
-    const auto column = static_cast<double>(cell % kColumns);
-    const auto row = static_cast<double>(cell / kColumns);
-    return Restrained({(column + 0.5) * kSize, (row + 0.5) * kSize}, kPicture);
+    const std::size_t column = cell % kColumns;
+    const std::size_t row = cell / kColumns;
+    return Restrained(
+        {(static_cast<double>(column) + 0.5) * kSize, (static_cast<double>(row) + 0.5) * kSize},
+        kPicture);
 }
 
 /** Cells in a grid, of which a frame removes some. */
@@ -47,8 +49,10 @@ protected:
         }
         for (int y = 0; y < kHeight; ++y) {
             for (int x = 0; x < kWidth; ++x) {
-                const auto cell = static_cast<std::size_t>(y / kSize * kColumns + x / kSize);
-                EXPECT_EQ(PixelOf(output, x, y).alpha, kept[cell] ? 255 : 0) << x << ", " << y;
+                const int cell = y / kSize * kColumns + x / kSize;
+                EXPECT_EQ(PixelOf(output, x, y).alpha,
+                          kept[static_cast<std::size_t>(cell)] ? 255 : 0)
+                    << x << ", " << y;
             }
         }
         return kept;
@@ -59,7 +63,7 @@ protected:
     Host::World mInput = SmoothPicture(kWidth, kHeight, true);
 };
 
-constexpr long kAll = kColumns * kRows;
+constexpr long kAll = long{kColumns} * kRows;
 
 TEST_F(Removal, StartsWithAllCellsAndEndsWithNone) {
     for (const Transition transition :

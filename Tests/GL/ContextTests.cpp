@@ -38,6 +38,7 @@ TEST_F(ContextManager, GivesEveryThreadAContextOfItsOwnAndReportsEachOnce) {
     std::vector<AEOpenGLContext*> contexts(kThreads);
     std::atomic<int> waiting = kThreads;
     std::vector<std::jthread> threads;
+    threads.reserve(kThreads);
     for (AEOpenGLContext*& context : contexts) {
         threads.emplace_back([&context, &waiting] {
             --waiting;
@@ -60,8 +61,8 @@ TEST_F(ContextManager, ReportsTheDriverInSixLines) {
     testing::internal::CaptureStdout();
     const AEOpenGLContext context(nullptr);
     const std::string report = testing::internal::GetCapturedStdout();
-    const auto vendor = reinterpret_cast<const char*>(glGetString(GL_VENDOR));
-    const auto renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
+    const auto* const vendor = reinterpret_cast<const char*>(glGetString(GL_VENDOR));
+    const auto* const renderer = reinterpret_cast<const char*>(glGetString(GL_RENDERER));
     EXPECT_EQ(report.find("\nOpenGL Version:  "), 0U);
     EXPECT_NE(report.find(std::string("\nOpenGL Vendor:   ") + vendor + "\n"), std::string::npos);
     EXPECT_NE(report.find(std::string("\nOpenGL Renderer: ") + renderer + "\nOpenGL Revision: "),
