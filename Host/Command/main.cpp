@@ -2,6 +2,7 @@
 #include "Host/Command/InstalledModule.h"
 #include "Host/Command/ParameterListing.h"
 #include "Host/Command/RenderCommand.h"
+#include "Host/Command/SheetCommand.h"
 #include "Host/Command/StandardStreams.h"
 #include "Host/Effect.h"
 #include "Host/Error.h"
@@ -76,6 +77,7 @@ void Run(int argc, char** argv, StandardStreams& streams) {
     }
     std::optional<Effect> effect;
     RenderCommand render;
+    SheetCommand sheet;
     bool asJson = false;
 
     CLI::App app("Breaks pictures into cells.", "tesselune");
@@ -90,6 +92,13 @@ void Run(int argc, char** argv, StandardStreams& streams) {
     renderCommand.preparse_callback([&](std::size_t) {
         effect.emplace(setting.module);
         render.addParametersTo(renderCommand, *effect);
+    });
+    CLI::App& sheetCommand =
+        *app.add_subcommand("sheet", "Show a picture under many settings on one page");
+    sheet.addTo(sheetCommand);
+    sheetCommand.preparse_callback([&](std::size_t) {
+        effect.emplace(setting.module);
+        sheet.addParametersTo(sheetCommand, *effect);
     });
     CLI::App& paramsCommand = *app.add_subcommand("params", "List the effect's parameters");
     paramsCommand.add_flag("--json", asJson, "for programs");
@@ -107,6 +116,9 @@ void Run(int argc, char** argv, StandardStreams& streams) {
     if (renderCommand.parsed()) {
         return render.run(*effect);
     }
+    if (sheetCommand.parsed()) {
+        return sheet.run(*effect);
+    }
     if (paramsCommand.parsed()) {
         effect.emplace(setting.module);
         return streams.print(asJson ? ParameterJson(effect->parameters())
@@ -116,7 +128,7 @@ void Run(int argc, char** argv, StandardStreams& streams) {
         effect.emplace(setting.module);
         return streams.print(AboutText(*effect));
     }
-    throw Error("a command is needed: render, params or about; see tesselune --help");
+    throw Error("a command is needed: render, sheet, params or about; see tesselune --help");
 }
 
 } // namespace
