@@ -1,6 +1,7 @@
 #include "Host/Command/SheetPlan.h"
 
 #include "Host/Command/ParameterOptions.h"
+#include "Host/Command/TypedChoices.h"
 #include "Host/Error.h"
 #include "Host/ParameterText.h"
 
@@ -26,14 +27,12 @@ const Parameter& ParameterOfOption(std::string_view option,
 }
 
 std::vector<std::string> AllChoices(std::string_view option, const Parameter& parameter) {
-    if (parameter.type() == PF_Param_CHECKBOX) {
-        return {"true", "false"};
-    }
-    if (parameter.type() != PF_Param_POPUP) {
+    const std::vector<std::string> choices = TypedChoices(parameter);
+    if (choices.empty()) {
         throw Error(fmt::format("--vary {0} needs values: --vary {0}={1},...", option,
                                 FormatValue(parameter, parameter.defaultValue)));
     }
-    return parameter.choices;
+    return choices;
 }
 
 std::vector<std::string> SplitAtCommas(std::string_view text) {

@@ -1,5 +1,8 @@
 #include "Host/Command/AboutText.h"
+#include "Host/Command/CommandOutline.h"
+#include "Host/Command/CompletionScript.h"
 #include "Host/Command/InstalledModule.h"
+#include "Host/Command/ManualPage.h"
 #include "Host/Command/ParameterListing.h"
 #include "Host/Command/RenderCommand.h"
 #include "Host/Command/SheetCommand.h"
@@ -105,6 +108,14 @@ void Run(int argc, char** argv, StandardStreams& streams) {
     CLI::App& aboutCommand =
         *app.add_subcommand("about", "Tell the versions of the effect and of OpenGL");
 
+    std::string shell;
+    CLI::App& completionCommand =
+        *app.add_subcommand("completion", "Print a script that completes the command in a shell");
+    completionCommand.add_option("SHELL", shell, "bash or zsh")->required()->type_name("");
+    completionCommand.footer("Example:\n  source <(tesselune completion bash)");
+    CLI::App& manualCommand = *app.add_subcommand("manual", "Print the manual page");
+    manualCommand.footer("Example:\n  tesselune manual | man -l -");
+
     try {
         Parse(app, argc, argv);
     } catch (const CLI::CallForHelp&) {
@@ -127,6 +138,18 @@ void Run(int argc, char** argv, StandardStreams& streams) {
     if (aboutCommand.parsed()) {
         effect.emplace(setting.module);
         return streams.print(AboutText(*effect));
+    }
+    const auto outline = [&] {
+        effect.emplace(setting.module);
+        render.addParametersTo(renderCommand, *effect);
+        sheet.addParametersTo(sheetCommand, *effect);
+        return Outline(app, effect->parameters());
+    };
+    if (completionCommand.parsed()) {
+        return streams.print(CompletionScript(shell, outline()));
+    }
+    if (manualCommand.parsed()) {
+        return streams.print(ManualPage(outline(), TESSELUNE_VERSION));
     }
     throw Error("a command is needed: render, sheet, params or about; see tesselune --help");
 }

@@ -191,11 +191,13 @@ TEST_F(Command, TellsTheEffectOfAPreview) {
 }
 
 TEST_F(Command, FindsTheEffectBesideItselfFromAnywhere) {
-    std::filesystem::create_directories(mFolder / "usr/bin");
-    std::filesystem::create_directories(mFolder / "usr/lib/tesselune");
-    std::filesystem::copy(TESSELUNE_COMMAND, mFolder / "usr/bin/tesselune");
-    std::filesystem::copy(FAKE_EFFECT, mFolder / "usr/lib/tesselune/Tesselune.so");
-    const Outcome outcome = run({"about"}, {}, (mFolder / "usr/bin/tesselune").c_str());
+    const std::filesystem::path bin = mFolder / "usr/bin";
+    const std::filesystem::path lib = (bin / TESSELUNE_MODULE_PATH).lexically_normal();
+    std::filesystem::create_directories(bin);
+    std::filesystem::create_directories(lib);
+    std::filesystem::copy(TESSELUNE_COMMAND, bin / "tesselune");
+    std::filesystem::copy(FAKE_EFFECT, lib / "Tesselune.so");
+    const Outcome outcome = run({"about"}, {}, (bin / "tesselune").c_str());
     EXPECT_EQ(outcome.output.find("Fake\nAn effect for tests\nVersion: 2.3.4 (beta, build 5)\n"),
               0U)
         << outcome.output << outcome.error;
