@@ -27,7 +27,7 @@ const Parameter& ParameterOfOption(std::string_view option,
 }
 
 std::vector<std::string> AllChoices(std::string_view option, const Parameter& parameter) {
-    const std::vector<std::string> choices = TypedChoices(parameter);
+    std::vector<std::string> choices = TypedChoices(parameter);
     if (choices.empty()) {
         throw Error(fmt::format("--vary {0} needs values: --vary {0}={1},...", option,
                                 FormatValue(parameter, parameter.defaultValue)));

@@ -11,7 +11,7 @@ namespace {
 class Completion : public Command {
 protected:
     void SetUp() override {
-        std::ofstream(mFolder / "photo.png");
+        makePicture("photo.png", {1, 0, 0}, OIIO::TypeDesc::UINT8);
         std::filesystem::create_directory(mFolder / "zsh");
         std::ofstream(mFolder / "tesselune") << run({"completion", "bash"}).output;
         std::ofstream(mFolder / "zsh/_tesselune") << run({"completion", "zsh"}).output;
