@@ -4,7 +4,7 @@ namespace Kerovane::Host {
 
 std::filesystem::path InstalledModule() {
     const std::filesystem::path bin = std::filesystem::read_symlink("/proc/self/exe").parent_path();
-    return bin.parent_path() / TESSELUNE_MODULE_DIRECTORY / "Tesselune.so";
+    return (bin / TESSELUNE_MODULE_PATH / "Tesselune.so").lexically_normal();
 }
 
 } // namespace Kerovane::Host

@@ -10,7 +10,8 @@
 namespace Kerovane::Host {
 
 std::vector<std::string> OptionNames(const std::vector<Parameter>& parameters) {
-    std::set<std::string> taken{"", "depth", "downsample", "effect", "help", "verbose", "version"};
+    std::set<std::string> taken{"",     "depth",   "downsample", "effect", "help",
+                                "vary", "verbose", "version",    "width"};
     std::vector<std::string> names;
     for (const Parameter& parameter : parameters) {
         std::string name = parameter.hasValue() ? TypedName(parameter.displayName()) : "";

@@ -1,7 +1,11 @@
 #include "Host/Command/AboutText.h"
+#include "Host/Command/CommandOutline.h"
+#include "Host/Command/CompletionScript.h"
 #include "Host/Command/InstalledModule.h"
+#include "Host/Command/ManualPage.h"
 #include "Host/Command/ParameterListing.h"
 #include "Host/Command/RenderCommand.h"
+#include "Host/Command/SheetCommand.h"
 #include "Host/Command/StandardStreams.h"
 #include "Host/Effect.h"
 #include "Host/Error.h"
@@ -76,6 +80,7 @@ void Run(int argc, char** argv, StandardStreams& streams) {
     }
     std::optional<Effect> effect;
     RenderCommand render;
+    SheetCommand sheet;
     bool asJson = false;
 
     CLI::App app("Breaks pictures into cells.", "tesselune");
@@ -91,10 +96,25 @@ void Run(int argc, char** argv, StandardStreams& streams) {
         effect.emplace(setting.module);
         render.addParametersTo(renderCommand, *effect);
     });
+    CLI::App& sheetCommand =
+        *app.add_subcommand("sheet", "Show a picture under many settings on one page");
+    sheet.addTo(sheetCommand);
+    sheetCommand.preparse_callback([&](std::size_t) {
+        effect.emplace(setting.module);
+        sheet.addParametersTo(sheetCommand, *effect);
+    });
     CLI::App& paramsCommand = *app.add_subcommand("params", "List the effect's parameters");
     paramsCommand.add_flag("--json", asJson, "for programs");
     CLI::App& aboutCommand =
         *app.add_subcommand("about", "Tell the versions of the effect and of OpenGL");
+
+    std::string shell;
+    CLI::App& completionCommand =
+        *app.add_subcommand("completion", "Print a script that completes the command in a shell");
+    completionCommand.add_option("SHELL", shell, "bash or zsh")->required()->type_name("");
+    completionCommand.footer("Example:\n  source <(tesselune completion bash)");
+    CLI::App& manualCommand = *app.add_subcommand("manual", "Print the manual page");
+    manualCommand.footer("Example:\n  tesselune manual | man -l -");
 
     try {
         Parse(app, argc, argv);
@@ -107,6 +127,9 @@ void Run(int argc, char** argv, StandardStreams& streams) {
     if (renderCommand.parsed()) {
         return render.run(*effect);
     }
+    if (sheetCommand.parsed()) {
+        return sheet.run(*effect);
+    }
     if (paramsCommand.parsed()) {
         effect.emplace(setting.module);
         return streams.print(asJson ? ParameterJson(effect->parameters())
@@ -116,7 +139,19 @@ void Run(int argc, char** argv, StandardStreams& streams) {
         effect.emplace(setting.module);
         return streams.print(AboutText(*effect));
     }
-    throw Error("a command is needed: render, params or about; see tesselune --help");
+    const auto outline = [&] {
+        effect.emplace(setting.module);
+        render.addParametersTo(renderCommand, *effect);
+        sheet.addParametersTo(sheetCommand, *effect);
+        return Outline(app, effect->parameters());
+    };
+    if (completionCommand.parsed()) {
+        return streams.print(CompletionScript(shell, outline()));
+    }
+    if (manualCommand.parsed()) {
+        return streams.print(ManualPage(outline(), TESSELUNE_VERSION));
+    }
+    throw Error("a command is needed: render, sheet, params or about; see tesselune --help");
 }
 
 } // namespace

@@ -1,12 +1,7 @@
-#include "RawPicture.h"
-#include "TemporaryFolder.h"
+#include "CommandFixture.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <fstream>
@@ -16,73 +11,6 @@
 namespace {
 
 using OIIO::TypeDesc;
-
-struct Outcome {
-    int status; ///< -1 where a signal ended it
-    std::string output;
-    std::string error;
-};
-
-/// Runs the command in a folder of the test's own, where its pictures stand too.
-class Command : public testing::Test {
-protected:
-    using Words = std::vector<std::string>;
-
-    Outcome run(Words arguments, Words environment = {}, const char* command = TESSELUNE_COMMAND) {
-        arguments.insert(arguments.begin(), command);
-        for (char** inherited = environ; *inherited != nullptr; ++inherited) {
-            environment.emplace_back(*inherited);
-        }
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addchdir_np(&actions, (mFolder / "").c_str());
-        constexpr int kFlags = O_WRONLY | O_CREAT | O_TRUNC;
-        posix_spawn_file_actions_addopen(&actions, 1, (mStreams / "out").c_str(), kFlags, 0600);
-        posix_spawn_file_actions_addopen(&actions, 2, (mStreams / "err").c_str(), kFlags, 0600);
-        pid_t child = 0;
-        EXPECT_EQ(posix_spawn(&child, command, &actions, nullptr, pointers(arguments).data(),
-                              pointers(environment).data()),
-                  0);
-        posix_spawn_file_actions_destroy(&actions);
-        int status = 0;
-        waitpid(child, &status, 0);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, mStreams.contentOf("out"),
-                mStreams.contentOf("err")};
-    }
-
-    /// With the fake effect, which shows `fault`.
-    Outcome runFake(Words arguments, const std::string& fault = "", Words environment = {}) {
-        arguments.insert(arguments.begin(), {"--effect", FAKE_EFFECT});
-        environment.push_back("FAKE_EFFECT=" + fault);
-        return run(std::move(arguments), std::move(environment));
-    }
-
-    void makePicture(const char* name, std::vector<float> pixel, const TypeDesc& type) {
-        const int alpha = pixel.size() == 4 ? 3 : -1;
-        RawPicture::of(std::move(pixel), type, alpha, 32, 24).write(mFolder / name);
-    }
-
-    static std::vector<char*> pointers(Words& words) {
-        std::vector<char*> pointers;
-        for (std::string& word : words) {
-            pointers.push_back(word.data());
-        }
-        pointers.push_back(nullptr);
-        return pointers;
-    }
-
-    TemporaryFolder mFolder;
-    TemporaryFolder mStreams;
-};
-
-/// What every failure has: one line on standard error that names the command, and status 1.
-void ExpectOneLine(const Outcome& outcome, const std::string& text) {
-    EXPECT_EQ(outcome.status, 1) << text;
-    EXPECT_EQ(outcome.output, "") << text;
-    EXPECT_EQ(std::ranges::count(outcome.error, '\n'), 1) << outcome.error;
-    EXPECT_EQ(outcome.error.find("tesselune: "), 0U) << outcome.error;
-    EXPECT_NE(outcome.error.find(text), std::string::npos) << outcome.error;
-}
 
 TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
     makePicture("in.png", {1, 0, 0}, TypeDesc::UINT8);
@@ -94,7 +22,7 @@ TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
         const char* text;
     };
     const Row rows[] = {
-        {{}, "a command is needed: render, params or about"},
+        {{}, "a command is needed: render, sheet, params or about"},
         {{"rendr", "in.png", "out.png"}, "unknown command 'rendr'"},
         {{"--frobnicate"}, "unknown option '--frobnicate'"},
         {{"render"}, "IN is required"},
@@ -263,11 +191,13 @@ TEST_F(Command, TellsTheEffectOfAPreview) {
 }
 
 TEST_F(Command, FindsTheEffectBesideItselfFromAnywhere) {
-    std::filesystem::create_directories(mFolder / "usr/bin");
-    std::filesystem::create_directories(mFolder / "usr/lib/tesselune");
-    std::filesystem::copy(TESSELUNE_COMMAND, mFolder / "usr/bin/tesselune");
-    std::filesystem::copy(FAKE_EFFECT, mFolder / "usr/lib/tesselune/Tesselune.so");
-    const Outcome outcome = run({"about"}, {}, (mFolder / "usr/bin/tesselune").c_str());
+    const std::filesystem::path bin = mFolder / "usr/bin";
+    const std::filesystem::path lib = (bin / TESSELUNE_MODULE_PATH).lexically_normal();
+    std::filesystem::create_directories(bin);
+    std::filesystem::create_directories(lib);
+    std::filesystem::copy(TESSELUNE_COMMAND, bin / "tesselune");
+    std::filesystem::copy(FAKE_EFFECT, lib / "Tesselune.so");
+    const Outcome outcome = run({"about"}, {}, (bin / "tesselune").c_str());
     EXPECT_EQ(outcome.output.find("Fake\nAn effect for tests\nVersion: 2.3.4 (beta, build 5)\n"),
               0U)
         << outcome.output << outcome.error;

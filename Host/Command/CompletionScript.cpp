@@ -1,0 +1,164 @@
+#include "Host/Command/CompletionScript.h"
+
+#include "Host/Command/Skeleton.h"
+#include "Host/Error.h"
+#include "Skeletons.h"
+
+#include <fmt/format.h>
+
+#include <map>
+#include <string_view>
+#include <vector>
+
+namespace Kerovane::Host {
+
+namespace {
+
+std::string Join(const std::vector<std::string>& words, std::string_view separator) {
+    std::string joined;
+    for (const std::string& word : words) {
+        joined += joined.empty() ? "" : separator;
+        joined += word;
+    }
+    return joined;
+}
+
+/// As one word of a shell.
+std::string Quoted(std::string_view text) {
+    std::string quoted = "'";
+    for (const char character : text) {
+        quoted += character == '\'' ? std::string("'\\''") : std::string(1, character);
+    }
+    return quoted + "'";
+}
+
+std::vector<std::string> CommandNames(const CommandOutline& outline) {
+    std::vector<std::string> names;
+    for (const CommandOutline& command : outline.commands) {
+        names.push_back(command.name);
+    }
+    return names;
+}
+
+/// Options of all commands that take a value, each once.
+std::map<std::string, OutlineOption> OptionsWithValues(const CommandOutline& outline) {
+    std::map<std::string, OutlineOption> options;
+    for (const OutlineOption& option : outline.options) {
+        if (option.takesValue) {
+            options.emplace(option.name, option);
+        }
+    }
+    for (const CommandOutline& command : outline.commands) {
+        options.merge(OptionsWithValues(command));
+    }
+    return options;
+}
+
+std::string BashBranch(std::string_view indent, const std::string& pattern,
+                       const std::string& words, bool files) {
+    return fmt::format("{}{}){}{} ;;\n", indent, pattern,
+                       words.empty() ? "" : " words=" + Quoted(words), files ? " files=yes" : "");
+}
+
+/// What can follow a command where no option waits for its value.
+std::string BashCommand(const std::string& pattern, const CommandOutline& command,
+                        const std::vector<OutlineOption>& general) {
+    constexpr std::string_view kIndent = "                ";
+    std::vector<std::string> words = CommandNames(command);
+    bool files = false;
+    for (const OutlineOption& argument : command.arguments) {
+        words.insert(words.end(), argument.words.begin(), argument.words.end());
+        files = files || argument.takesFile;
+    }
+    for (const std::vector<OutlineOption>& options : {command.options, general}) {
+        for (const OutlineOption& option : options) {
+            words.push_back(option.name);
+        }
+    }
+    return BashBranch(kIndent, pattern, ' ' + Join(words, " "), files);
+}
+
+/// One of `_arguments`' descriptions, in which brackets and colons have a meaning.
+std::string ZshDescription(std::string_view text) {
+    std::string escaped;
+    for (const char character : text) {
+        if (std::string_view("[]:\\").find(character) != std::string_view::npos) {
+            escaped += '\\';
+        }
+        escaped += character;
+    }
+    return escaped;
+}
+
+std::string ZshValue(const OutlineOption& option) {
+    return option.takesFile       ? "_files"
+           : option.words.empty() ? ""
+                                  : "(" + Join(option.words, " ") + ")";
+}
+
+/// The lines of a call of `_arguments` that stand for options and arguments.
+std::string ZshSpecs(std::string_view indent, const std::vector<OutlineOption>& options) {
+    std::string specs;
+    for (const OutlineOption& option : options) {
+        const bool argument = !option.name.starts_with("--");
+        const std::string spec =
+            argument ? fmt::format(":{}:{}", option.name, ZshValue(option))
+                     : fmt::format("{}{}[{}]{}", option.name, option.takesValue ? "=" : "",
+                                   ZshDescription(option.description),
+                                   option.takesValue ? ":value:" + ZshValue(option) : "");
+        specs += fmt::format("{}{} \\\n", indent, Quoted(spec));
+    }
+    return specs;
+}
+
+std::string ZshBranch(const CommandOutline& command, const std::vector<OutlineOption>& general) {
+    constexpr std::string_view kIndent = "                        ";
+    return fmt::format("                {})\n                    _arguments \\\n{}{}{}"
+                       "                        && return\n                    ;;\n",
+                       command.name, ZshSpecs(kIndent, command.options), ZshSpecs(kIndent, general),
+                       ZshSpecs(kIndent, command.arguments));
+}
+
+std::string BashCompletion(const CommandOutline& command) {
+    std::string values;
+    for (const auto& [name, option] : OptionsWithValues(command)) {
+        values += BashBranch("        ", name, Join(option.words, " "), option.takesFile);
+    }
+    std::string options;
+    for (const CommandOutline& subcommand : command.commands) {
+        options += BashCommand(subcommand.name, subcommand, command.options);
+    }
+    options += BashCommand("*", command, {});
+    return Fill(std::string(Skeletons::kCompletionBash),
+                {{"COMMANDS", Join(CommandNames(command), " | ")},
+                 {"VALUES", values},
+                 {"OPTIONS", options}});
+}
+
+std::string ZshCompletion(const CommandOutline& command) {
+    std::string commands;
+    std::string branches;
+    for (const CommandOutline& subcommand : command.commands) {
+        commands +=
+            fmt::format("        {}\n", Quoted(subcommand.name + ':' + subcommand.description));
+        branches += ZshBranch(subcommand, command.options);
+    }
+    return Fill(std::string(Skeletons::kCompletionZsh),
+                {{"COMMANDS", commands},
+                 {"OPTIONS", ZshSpecs("        ", command.options)},
+                 {"ARGUMENTS", branches}});
+}
+
+} // namespace
+
+std::string CompletionScript(std::string_view shell, const CommandOutline& command) {
+    if (shell == "bash") {
+        return BashCompletion(command);
+    }
+    if (shell == "zsh") {
+        return ZshCompletion(command);
+    }
+    throw Error(fmt::format("completion is for bash or zsh, not '{}'", shell));
+}
+
+} // namespace Kerovane::Host

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Host/Parameter.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Kerovane::Host {
+
+/// A value for a parameter, and how both are typed: "size 16".
+struct SheetSetting {
+    A_long id = 0;
+    double value = 0;
+    std::string text;
+};
+
+/// What a cell of the sheet sets; nothing for the original picture.
+using SheetCell = std::vector<SheetSetting>;
+
+/// What a contact sheet shows, row by row.
+using SheetPlan = std::vector<std::vector<SheetCell>>;
+
+/// The original, all shapes, all transitions and a ladder of their progress. Throws Error where
+/// the effect has no such parameters.
+SheetPlan Overview(const std::vector<Parameter>& parameters);
+
+/**
+ * A row or a grid of all values of one or two parameters, each given as "size=8,16,32", or as
+ * "shape-type" for all choices of a popup or checkbox. The first varies along the rows, the second
+ * from row to row. Throws Error where they are not one or two, or can't be varied so.
+ */
+SheetPlan Variations(const std::vector<std::string>& texts,
+                     const std::vector<Parameter>& parameters);
+
+} // namespace Kerovane::Host

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <string>
+
+namespace Kerovane::Host {
+
+/// `skeleton` with each "@NAME@" in it replaced by the text of that name, less the text's last line
+/// end: where a place stands on a line of its own, the skeleton has one.
+inline std::string Fill(std::string skeleton, const std::map<std::string, std::string>& texts) {
+    for (const auto& [name, text] : texts) {
+        const std::string place = '@' + name + '@';
+        const std::string lines = text.substr(0, text.size() - (text.ends_with('\n') ? 1 : 0));
+        for (std::size_t at = skeleton.find(place); at != std::string::npos;
+             at = skeleton.find(place, at + lines.size())) {
+            skeleton.replace(at, place.size(), lines);
+        }
+    }
+    return skeleton;
+}
+
+} // namespace Kerovane::Host

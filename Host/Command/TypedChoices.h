@@ -1,0 +1,13 @@
+#pragma once
+
+#include "Host/Parameter.h"
+
+#include <string>
+#include <vector>
+
+namespace Kerovane::Host {
+
+/// The words that a popup or a checkbox can be set to, as typed; none for other parameters.
+std::vector<std::string> TypedChoices(const Parameter& parameter);
+
+} // namespace Kerovane::Host

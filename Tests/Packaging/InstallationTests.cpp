@@ -1,0 +1,45 @@
+#include "CommandFixture.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// The build installed into the test's folder.
+class Installation : public Command {
+protected:
+    void SetUp() override {
+        const Outcome outcome =
+            run({"--install", BUILD_DIRECTORY}, {"DESTDIR=" + (mFolder / "root").string()}, CMAKE);
+        ASSERT_EQ(outcome.status, 0) << outcome.output << outcome.error;
+    }
+
+    fs::path root() const { return mFolder / (std::string("root") + INSTALL_PREFIX); }
+};
+
+TEST_F(Installation, PutsEverythingInItsUsualPlace) {
+    for (const char* file :
+         {"bin/tesselune", "share/man/man1/tesselune.1",
+          "share/bash-completion/completions/tesselune", "share/zsh/site-functions/_tesselune"}) {
+        EXPECT_TRUE(fs::is_regular_file(root() / file)) << file;
+        EXPECT_GT(fs::file_size(root() / file), 1000U) << file;
+    }
+}
+
+TEST_F(Installation, RendersFromAnywhere) {
+    makePicture("in.png", {0.8F, 0.4F, 0.2F, 1}, OIIO::TypeDesc::UINT8);
+    fs::create_symlink(root() / "bin/tesselune", mFolder / "link");
+    for (const fs::path& command : {root() / "bin/tesselune", mFolder / "link"}) {
+        const Outcome outcome = run({"render", "in.png", "out.png"}, {}, command.c_str());
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.output + outcome.error, "");
+        EXPECT_NEAR(RawPicture::read(mFolder / "out.png").firstPixel()[0], 0.8, 0.005);
+        fs::remove(mFolder / "out.png");
+    }
+}
+
+} // namespace
