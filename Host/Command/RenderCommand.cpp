@@ -1,36 +1,15 @@
 #include "Host/Command/RenderCommand.h"
 
-#include "Host/Error.h"
+#include "Host/Drawable.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
-#include "OpenGLAvailability.h"
-#include "OpenGLDescription.h"
 
 #include <CLI/Validators.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <optional>
 
 namespace Kerovane::Host {
-
-namespace {
-
-/// Without OpenGL the effect draws nothing and reports nothing, so it is asked for beforehand.
-void CheckOpenGL(const World& input) {
-    if (const std::optional<std::string> problem = Platform::OpenGLProblem()) {
-        throw Error(fmt::format("cannot render: {}", *problem));
-    }
-    const std::optional<Platform::OpenGLDescription> driver = Platform::DescribeOpenGL();
-    const A_long side = std::max(input.width(), input.height());
-    if (driver && side > driver->largestSide) {
-        throw Error(fmt::format("cannot render: OpenGL here draws up to {} pixels a side, and the "
-                                "picture has {}",
-                                driver->largestSide, side));
-    }
-}
-
-} // namespace
 
 void RenderCommand::addTo(CLI::App& command) {
     constexpr int kMaxDownsample = 64;
@@ -60,7 +39,7 @@ void RenderCommand::run(Effect& effect) const {
     const Picture picture =
         ReadPicture(mIn, mDepth != 0 ? std::optional(static_cast<Depth>(mDepth)) : std::nullopt);
     const World& input = picture.world;
-    CheckOpenGL(input);
+    CheckDrawable(input.width(), input.height());
     World output(input.depth(), input.width(), input.height());
     Frame frame;
     frame.downsample = mDownsample;
