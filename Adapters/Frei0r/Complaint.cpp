@@ -1,6 +1,6 @@
 #include "Complaint.h"
 
-#include <cstdio>
+#include <iostream>
 #include <mutex>
 #include <set>
 
@@ -11,7 +11,7 @@ void Complain(const std::string& text) {
     static std::set<std::string> complaints;
     const std::lock_guard lock(mutex);
     if (complaints.insert(text).second) {
-        std::fprintf(stderr, "tesselune: %s\n", text.c_str());
+        std::cerr << "tesselune: " + text + "\n";
     }
 }
 
