@@ -1,6 +1,6 @@
 #include "Host/Command/RenderCommand.h"
 
-#include "Host/Command/UsableOpenGL.h"
+#include "Host/Drawable.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
 
@@ -38,7 +38,7 @@ void RenderCommand::run(Effect& effect) const {
     const Picture picture =
         ReadPicture(mIn, mDepth != 0 ? std::optional(static_cast<Depth>(mDepth)) : std::nullopt);
     const World& input = picture.world;
-    CheckOpenGL(input);
+    CheckDrawable(input.width(), input.height());
     World output(input.depth(), input.width(), input.height());
     Frame frame;
     frame.downsample = mDownsample;

@@ -1,6 +1,6 @@
 #include "Host/Command/SheetCommand.h"
 
-#include "Host/Command/UsableOpenGL.h"
+#include "Host/Drawable.h"
 #include "Host/Error.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
@@ -86,7 +86,7 @@ void SheetCommand::run(Effect& effect) const {
     const PictureWriter writer(mOut);
     const Picture picture = ReadPicture(mIn);
     const World& input = picture.world;
-    CheckOpenGL(input);
+    CheckDrawable(input.width(), input.height());
     ContactSheet sheet = Layout(plan, input, mWidth);
     World output(input.depth(), input.width(), input.height());
     for (std::size_t row = 0; row < plan.size(); ++row) {

@@ -1,4 +1,4 @@
-#include "Host/Command/UsableOpenGL.h"
+#include "Host/Drawable.h"
 
 #include "Host/Error.h"
 #include "OpenGLAvailability.h"
@@ -8,20 +8,19 @@
 
 #include <algorithm>
 #include <optional>
-#include <string>
 
 namespace Kerovane::Host {
 
-void CheckOpenGL(const World& input) {
+void CheckDrawable(A_long width, A_long height) {
     if (const std::optional<std::string> problem = Platform::OpenGLProblem()) {
         throw Error(fmt::format("cannot render: {}", *problem));
     }
-    const std::optional<Platform::OpenGLDescription> driver = Platform::DescribeOpenGL();
-    const A_long side = std::max(input.width(), input.height());
-    if (driver && side > driver->largestSide) {
+    static const std::optional<Platform::OpenGLDescription> kDriver = Platform::DescribeOpenGL();
+    const A_long side = std::max(width, height);
+    if (kDriver && side > kDriver->largestSide) {
         throw Error(fmt::format("cannot render: OpenGL here draws up to {} pixels a side, and the "
                                 "picture has {}",
-                                driver->largestSide, side));
+                                kDriver->largestSide, side));
     }
 }
 

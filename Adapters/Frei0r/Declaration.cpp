@@ -1,0 +1,48 @@
+#include "Declaration.h"
+
+#include "Complaint.h"
+#include "Host/EffectSession.h"
+#include "Host/Error.h"
+#include "InstalledModule.h"
+
+#include <fmt/format.h>
+
+#include <exception>
+
+namespace Kerovane::Frei0r {
+
+namespace {
+
+std::vector<Control> ReadControls() {
+    Host::EffectSession session(InstalledModule());
+    if (const PF_Err error = session.call(PF_Cmd_PARAMS_SETUP)) {
+        throw Host::Error(fmt::format("the effect failed to declare its parameters: error {}; {}",
+                                      error, session.refusal()));
+    }
+    std::vector<Control> controls;
+    for (const Host::Parameter& parameter : session.parameters()) {
+        if (parameter.hasValue()) {
+            controls.emplace_back(parameter);
+        }
+    }
+    return controls;
+}
+
+std::vector<Control> ReadControlsOrComplain() {
+    try {
+        return ReadControls();
+    } catch (const std::exception& error) {
+        Complain(fmt::format("the filter has no parameters: {}", error.what()));
+        return {};
+    }
+}
+
+} // namespace
+
+const std::vector<Control>& DeclaredControls() {
+    static const std::vector<Control>& kControls =
+        *new std::vector<Control>(ReadControlsOrComplain()); // never destroyed
+    return kControls;
+}
+
+} // namespace Kerovane::Frei0r

@@ -1,0 +1,130 @@
+// The functions that hosts look up by name. Nothing is thrown out of them.
+
+#include "Complaint.h"
+#include "Declaration.h"
+#include "Frei0rInterface.h"
+#include "Instance.h"
+#include "RenderThread.h"
+
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <string>
+
+namespace Kerovane::Frei0r {
+
+namespace {
+
+/// What the process's instances share. The thread lives from the first frame to the last
+/// f0r_deinit; hosts call that once for each time that they loaded the module, or never.
+struct Process {
+    std::mutex mutex;
+    int loads = 0;
+    std::shared_ptr<RenderThread> renderThread;
+};
+
+Process& TheProcess() {
+    static Process& process = *new Process; // never destroyed: its thread may outlive exit()
+    return process;
+}
+
+std::shared_ptr<RenderThread> TheRenderThread() {
+    Process& process = TheProcess();
+    const std::lock_guard lock(process.mutex);
+    if (process.renderThread == nullptr) {
+        process.renderThread = std::make_shared<RenderThread>();
+    }
+    return process.renderThread;
+}
+
+Instance& InstanceOf(f0r_instance_t instance) {
+    return *static_cast<Instance*>(instance);
+}
+
+bool IsControl(int index) {
+    return index >= 0 && static_cast<std::size_t>(index) < DeclaredControls().size();
+}
+
+/// All controls are of types that frei0r passes as a double.
+double& PositionIn(f0r_param_t param) {
+    return *static_cast<double*>(param);
+}
+
+} // namespace
+
+} // namespace Kerovane::Frei0r
+
+using namespace Kerovane::Frei0r;
+
+int f0r_init() {
+    Process& process = TheProcess();
+    const std::lock_guard lock(process.mutex);
+    ++process.loads;
+    return 1;
+}
+
+void f0r_deinit() {
+    std::shared_ptr<RenderThread> last; // ends outside of the lock
+    Process& process = TheProcess();
+    const std::lock_guard lock(process.mutex);
+    if (process.loads > 0 && --process.loads == 0) {
+        last.swap(process.renderThread);
+    }
+}
+
+void f0r_get_plugin_info(f0r_plugin_info_t* info) {
+    *info = {.name = "Tesselune",
+             .author = "Kerovane",
+             .plugin_type = F0R_PLUGIN_TYPE_FILTER,
+             .color_model = F0R_COLOR_MODEL_RGBA8888,
+             .frei0r_version = FREI0R_MAJOR_VERSION,
+             .major_version = TESSELUNE_VERSION_MAJOR,
+             .minor_version = TESSELUNE_VERSION_MINOR,
+             .num_params = static_cast<int>(DeclaredControls().size()),
+             .explanation = "Breaks the picture into cells, squares or triangles, which can take "
+                            "random sizes, drop out and be swept away"};
+}
+
+void f0r_get_param_info(f0r_param_info_t* info, int index) {
+    if (IsControl(index)) {
+        const Control& control = DeclaredControls()[static_cast<std::size_t>(index)];
+        *info = {.name = control.name().c_str(),
+                 .type = control.type(),
+                 .explanation = control.explanation().c_str()};
+    }
+}
+
+f0r_instance_t f0r_construct(unsigned int width, unsigned int height) {
+    try {
+        return width > 0 && height > 0 ? new Instance(width, height) : nullptr;
+    } catch (const std::exception&) {
+        return nullptr;
+    }
+}
+
+void f0r_destruct(f0r_instance_t instance) {
+    delete static_cast<Instance*>(instance);
+}
+
+void f0r_set_param_value(f0r_instance_t instance, f0r_param_t param, int index) {
+    if (IsControl(index)) {
+        InstanceOf(instance).setPosition(static_cast<std::size_t>(index), PositionIn(param));
+    }
+}
+
+void f0r_get_param_value(f0r_instance_t instance, f0r_param_t param, int index) {
+    if (IsControl(index)) {
+        PositionIn(param) = InstanceOf(instance).position(static_cast<std::size_t>(index));
+    }
+}
+
+void f0r_update(f0r_instance_t instance, double time, const uint32_t* inframe, uint32_t* outframe) {
+    Instance& called = InstanceOf(instance);
+    const HostFrame frame = called.frameAt(inframe, outframe);
+    try {
+        called.update(time, frame, *TheRenderThread());
+    } catch (const std::exception& error) {
+        PassThrough(frame);
+        Complain(std::string("frames pass unchanged: ") + error.what());
+    }
+}

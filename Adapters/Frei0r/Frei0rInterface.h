@@ -1,0 +1,8 @@
+#pragma once
+
+// frei0r's header is plain C and says nothing of visibility.
+extern "C" {
+#pragma GCC visibility push(default)
+#include <frei0r.h>
+#pragma GCC visibility pop
+}

@@ -1,0 +1,68 @@
+#include "Instance.h"
+
+#include "Declaration.h"
+
+namespace Kerovane::Frei0r {
+
+namespace {
+
+Host::ParameterValues ValuesAt(const std::vector<double>& positions) {
+    const std::vector<Control>& controls = DeclaredControls();
+    Host::ParameterValues values;
+    for (std::size_t index = 0; index < controls.size(); ++index) {
+        values.set(controls[index].id(), controls[index].valueAt(positions[index]));
+    }
+    return values;
+}
+
+} // namespace
+
+Instance::Instance(std::size_t width, std::size_t height) : mWidth(width), mHeight(height) {
+    for (const Control& control : DeclaredControls()) {
+        mPositions.push_back(control.defaultPosition());
+    }
+}
+
+void Instance::setPosition(std::size_t control, double position) {
+    mPositions[control] = position;
+    mFrame.reset(); // what comes next is another frame
+}
+
+HostFrame Instance::frameAt(const std::uint32_t* in, std::uint32_t* out) const {
+    return {.width = mWidth, .height = mHeight, .in = in, .out = out};
+}
+
+void Instance::update(double time, const HostFrame& frame, RenderThread& renderThread) {
+    take(time, frame);
+    renderThread.run([&](FrameRenderer& renderer) { renderWith(frame, renderer); });
+}
+
+void Instance::take(double time, const HostFrame& slice) {
+    const std::lock_guard lock(mMutex);
+    const bool mayBeSliced = std::this_thread::get_id() != mMaker;
+    if (mayBeSliced && mFrame && mFrame->add(time, slice)) {
+        return;
+    }
+    mFrame.emplace(time, slice);
+    mRenderedSlices = 0;
+}
+
+void Instance::renderWith(const HostFrame& slice, FrameRenderer& renderer) {
+    std::unique_lock lock(mMutex);
+    const std::size_t slices = mFrame->sliceCount();
+    const std::optional<HostFrame> frame = mFrame->joined();
+    if (!frame) {
+        PassThrough(slice); // until the slices in between are there
+        return;
+    }
+    if (slices == mRenderedSlices) {
+        return; // along with another one
+    }
+    // Further slices may come meanwhile; they are rendered with these when it is their turn.
+    lock.unlock();
+    renderer.render(ValuesAt(mPositions), *frame);
+    lock.lock();
+    mRenderedSlices = slices;
+}
+
+} // namespace Kerovane::Frei0r

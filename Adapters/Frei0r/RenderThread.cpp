@@ -1,0 +1,91 @@
+#include "RenderThread.h"
+
+#include "SilentThread.h"
+
+#include <csignal>
+#include <utility>
+
+namespace Kerovane::Frei0r {
+
+namespace {
+
+/// The module knows one set-up in a process: a thread waits for the one before it to set down.
+std::mutex mEffectInUse;
+
+/// Blocks all signals on the calling thread for its life, for the threads that it starts: the
+/// host's handlers run on the host's own threads.
+class BlockedSignals {
+public:
+    BlockedSignals() {
+        sigset_t all;
+        sigfillset(&all);
+        pthread_sigmask(SIG_SETMASK, &all, &mBefore);
+    }
+    ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &mBefore, nullptr); }
+    BlockedSignals(const BlockedSignals&) = delete;
+    BlockedSignals& operator=(const BlockedSignals&) = delete;
+
+private:
+    sigset_t mBefore{};
+};
+
+} // namespace
+
+RenderThread::RenderThread() {
+    const BlockedSignals blocked;
+    mThread = std::thread([this] { work(); });
+}
+
+RenderThread::~RenderThread() {
+    {
+        const std::lock_guard lock(mMutex);
+        mEnding = true;
+    }
+    mChanged.notify_one();
+    mThread.join();
+}
+
+void RenderThread::run(const Task& task) {
+    Order order([&task, this] { task(renderer()); });
+    std::future<void> done = order.get_future();
+    {
+        const std::lock_guard lock(mMutex);
+        mOrders.push_back(std::move(order));
+    }
+    mChanged.notify_one();
+    done.get();
+}
+
+void RenderThread::work() {
+    const std::lock_guard inUse(mEffectInUse);
+    const SilentThread silent;
+    try {
+        mRenderer.emplace();
+    } catch (...) {
+        mProblem = std::current_exception();
+    }
+    while (std::optional<Order> order = nextOrder()) {
+        (*order)();
+    }
+    mRenderer.reset();
+}
+
+std::optional<RenderThread::Order> RenderThread::nextOrder() {
+    std::unique_lock lock(mMutex);
+    mChanged.wait(lock, [this] { return mEnding || !mOrders.empty(); });
+    if (mOrders.empty()) {
+        return std::nullopt;
+    }
+    Order order = std::move(mOrders.front());
+    mOrders.pop_front();
+    return order;
+}
+
+FrameRenderer& RenderThread::renderer() {
+    if (mProblem != nullptr) {
+        std::rethrow_exception(mProblem);
+    }
+    return *mRenderer;
+}
+
+} // namespace Kerovane::Frei0r

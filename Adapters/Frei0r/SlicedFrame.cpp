@@ -1,0 +1,45 @@
+#include "SlicedFrame.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace Kerovane::Frei0r {
+
+namespace {
+
+/// More than any host makes; what lies further apart belongs to different frames.
+constexpr std::ptrdiff_t kMaxSlices = 256;
+
+/// From one address to another in bytes, whether or not they lie in one array.
+std::ptrdiff_t Distance(const void* from, const void* to) {
+    return static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(to) -
+                                       reinterpret_cast<std::uintptr_t>(from));
+}
+
+} // namespace
+
+SlicedFrame::SlicedFrame(double time, const HostFrame& slice)
+    : mTime(time), mFirst(slice), mPlaces{0} {}
+
+bool SlicedFrame::add(double time, const HostFrame& slice) {
+    const auto sliceBytes = static_cast<std::ptrdiff_t>(slice.input().size_bytes());
+    const std::ptrdiff_t distance = Distance(mFirst.in, slice.in);
+    const bool fits = time == mTime && distance == Distance(mFirst.out, slice.out) &&
+                      distance % sliceBytes == 0 && std::abs(distance / sliceBytes) < kMaxSlices;
+    return fits && mPlaces.insert(distance / sliceBytes).second;
+}
+
+std::optional<HostFrame> SlicedFrame::joined() const {
+    const std::ptrdiff_t top = *mPlaces.begin();
+    const auto count = static_cast<std::ptrdiff_t>(mPlaces.size());
+    if (*mPlaces.rbegin() - top != count - 1) {
+        return std::nullopt;
+    }
+    const auto slicePixels = static_cast<std::ptrdiff_t>(mFirst.input().size());
+    return HostFrame{.width = mFirst.width,
+                     .height = mFirst.height * mPlaces.size(),
+                     .in = mFirst.in + top * slicePixels,
+                     .out = mFirst.out + top * slicePixels};
+}
+
+} // namespace Kerovane::Frei0r

@@ -1,0 +1,247 @@
+// The filter inside the programs of others, typed as their users type it, against the picture that
+// the command makes of the same frame.
+
+#include "Host/RawPicture.h"
+#include "Host/TemporaryFolder.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <fstream>
+#include <limits>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+constexpr int kWidth = 160;
+constexpr int kHeight = 96;
+constexpr int kFrames = 5;
+
+/// What the hosts' ways with pixels may cost, in levels of 255.
+constexpr double kTolerance = 2;
+
+/// The largest difference of a colour channel, in levels; pictures without alpha are opaque.
+double Difference(const RawPicture& one, const RawPicture& other) {
+    if (one.spec.width != other.spec.width || one.spec.height != other.spec.height) {
+        return std::numeric_limits<double>::infinity();
+    }
+    const auto channel = [](const RawPicture& picture, std::size_t pixel, int place) {
+        const auto channels = static_cast<std::size_t>(picture.spec.nchannels);
+        return place < picture.spec.nchannels
+                   ? picture.values[pixel * channels + static_cast<std::size_t>(place)]
+                   : 1.0F;
+    };
+    double difference = 0;
+    for (std::size_t pixel = 0; pixel < one.spec.image_pixels(); ++pixel) {
+        for (int place = 0; place < 4; ++place) {
+            difference = std::max(difference, 255.0 * std::abs(channel(one, pixel, place) -
+                                                               channel(other, pixel, place)));
+        }
+    }
+    return difference;
+}
+
+/// Where a test's clip stands, in_1.png to in_5.png, and everything that comes of it.
+class Hosts : public testing::Test {
+protected:
+    Hosts() {
+        setenv("FREI0R_PATH", FREI0R_FOLDER, 1);
+        setenv("GST_REGISTRY", (mFolder / "gst-registry").c_str(), 1);
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+        setenv("FFMPEG", FFMPEG_PROGRAM " -hide_banner -nostdin -y -loglevel error", 1);
+        setenv("MELT", MELT_PROGRAM " -silent -profile profile", 1);
+        setenv("GST_LAUNCH", GST_LAUNCH_PROGRAM " -q", 1);
+        setenv("PNG", "vcodec=png pix_fmt=rgb24", 1);
+        std::ofstream(mFolder / "profile") << fmt::format(
+            "description=test\nframe_rate_num=25\nframe_rate_den=1\nwidth={}\nheight={}\n"
+            "progressive=1\nsample_aspect_num=1\nsample_aspect_den=1\n"
+            "display_aspect_num=5\ndisplay_aspect_den=3\ncolorspace=601\n",
+            kWidth, kHeight);
+        run(fmt::format("$FFMPEG -f lavfi -i testsrc2=size={}x{}:rate=25 -frames:v {} in_%d.png",
+                        kWidth, kHeight, kFrames));
+    }
+
+    /// Runs a line of shell in the test's folder; it has to end well, and in a minute.
+    void run(const std::string& line) {
+        std::ofstream(mFolder / "line") << line << '\n';
+        const std::string command =
+            fmt::format("cd {} && timeout 60 sh -e ./line >out 2>err", (mFolder / "").string());
+        const int status = std::system(command.c_str());
+        ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0)
+            << line << "\nended with " << status << "\n"
+            << mFolder.contentOf("err");
+    }
+
+    /// What the filter wrote on standard error of the last run.
+    std::string complaints() const {
+        std::string lines;
+        std::istringstream error(mFolder.contentOf("err"));
+        for (std::string line; std::getline(error, line);) {
+            if (line.starts_with("tesselune: ")) {
+                lines += line + '\n';
+            }
+        }
+        return lines;
+    }
+
+    RawPicture picture(const std::string& name) { return RawPicture::read(mFolder / name); }
+
+    /// The command's picture of a frame, counted from 1.
+    RawPicture reference(int frame, const std::string& options) {
+        run(fmt::format("{} render in_{}.png reference.png {}", TESSELUNE_COMMAND, frame, options));
+        return picture("reference.png");
+    }
+
+    TemporaryFolder mFolder;
+};
+
+class Ffmpeg : public Hosts {};
+
+TEST_F(Ffmpeg, MakesTheCommandsPictures) {
+    struct Row {
+        const char* filter;
+        const char* options;
+    };
+    constexpr Row kRows[] = {
+        {"frei0r=tesselune", ""},
+        {"frei0r=tesselune:0|0.0441767", "--size 24"},
+        {"frei0r=tesselune:1|0.0441767|0.1991992|0.7|0.25|0.0024",
+         "--shape-type triangle --size 24 --ratio 2 --size-random 70 --size-level 2 "
+         "--size-random-seed 12"},
+        {"frei0r=tesselune:0|0.02|0.0990991|0|0.5|0|0.4|0.001|0|0|0.5|0|y",
+         "--size 12 --dissolve 40 --dissolve-random-seed 5"},
+        {"frei0r=tesselune:0|0.02|0.0990991|0|0.5|0|0|0|0|0.4|0.2|0.125|n",
+         "--size 12 --transition-progress 40 --feather 100 --direction 45 --use-alpha false"},
+        {"frei0r=tesselune:0|0.02|0.0990991|0|0.5|0|0|0|1|0.4|0.2",
+         "--size 12 --transition-type radial-out --transition-progress 40 --feather 100"},
+    };
+    for (const Row& row : kRows) {
+        run(fmt::format("$FFMPEG -i in_%d.png -vf '{}' out_%d.png", row.filter));
+        EXPECT_EQ(complaints(), "") << row.filter;
+        EXPECT_LE(Difference(picture("out_3.png"), reference(3, row.options)), kTolerance)
+            << row.filter;
+    }
+}
+
+TEST_F(Ffmpeg, RunsSeveralInAGraphOfThreads) {
+    run("$FFMPEG -filter_complex_threads 4 -i in_%d.png -filter_complex "
+        "'split=3[a][b][c];[a]frei0r=tesselune:0|0.02[x];[b]frei0r=tesselune:1|0.0441767[y];"
+        "[c]frei0r=tesselune:0|0.08,frei0r=tesselune:0|0.02[z]' "
+        "-map '[x]' x_%d.png -map '[y]' y_%d.png -map '[z]' z_%d.png");
+    run("$FFMPEG -i in_%d.png -vf 'frei0r=tesselune:0|0.08' -f image2 once_%d.png");
+    run(TESSELUNE_COMMAND " render once_3.png twice.png --size 12");
+    EXPECT_LE(Difference(picture("x_3.png"), reference(3, "--size 12")), kTolerance);
+    EXPECT_LE(Difference(picture("y_3.png"), reference(3, "--shape-type triangle --size 24")),
+              kTolerance);
+    EXPECT_LE(Difference(picture("z_3.png"), picture("twice.png")), kTolerance);
+}
+
+TEST_F(Ffmpeg, WritesAnUndisturbedVideoToStandardOutput) {
+    run("$FFMPEG -i in_1.png -vf frei0r=tesselune,format=rgba -f rawvideo -");
+    EXPECT_EQ(mFolder.contentOf("out").size(), std::size_t{4} * kWidth * kHeight);
+}
+
+TEST_F(Ffmpeg, PassesFramesOnWhereTheEffectCannotDraw) {
+    std::filesystem::create_directory(mFolder / "alone");
+    std::filesystem::copy(FREI0R_FOLDER "/tesselune.so", mFolder / "alone");
+    struct Row {
+        const char* environment;
+        const char* complaints;
+    };
+    constexpr Row kRows[] = {
+        {"__EGL_VENDOR_LIBRARY_FILENAMES=/nowhere",
+         "tesselune: frames pass unchanged: cannot render: No OpenGL driver could be initialised "
+         "through EGL.\n"},
+        {"FREI0R_PATH=alone", "cannot load the effect"},
+    };
+    for (const Row& row : kRows) {
+        run(fmt::format("{} $FFMPEG -i in_%d.png -vf 'frei0r=tesselune:0|0.5' out_%d.png",
+                        row.environment));
+        EXPECT_NE(complaints().find(row.complaints), std::string::npos) << complaints();
+        EXPECT_EQ(Difference(picture("out_5.png"), picture("in_5.png")), 0) << row.environment;
+    }
+}
+
+class Melt : public Hosts {};
+
+TEST_F(Melt, FollowsKeyframesHoweverItsThreadsShareTheWork) {
+    // Size goes from 12 pixels to 44 in four frames, Direction by its name from 0 to 90 degrees.
+    constexpr std::string_view kFilter =
+        "-filter frei0r.tesselune 1='0=0.0200803;4=0.0843373' 9=0.5 10=0 "
+        "Direction='0=0;4=0.25' 'Use Alpha=0'";
+    struct Row {
+        const char* name;
+        const char* filterThreads;
+        const char* consumerThreads;
+    };
+    constexpr Row kRows[] = {
+        {"one thread", "", "-1"},
+        {"four threads", "", "-4"},
+        {"as many slices as fit", "threads=0", "-1"},
+        {"two slices", "threads=2", "-1"},
+        {"slices on four threads", "threads=2", "-4"},
+    };
+    std::vector<RawPicture> expected;
+    for (int frame = 1; frame <= kFrames; ++frame) {
+        expected.push_back(reference(
+            1, fmt::format("--size {} --transition-progress 50 --feather 0 --direction {} "
+                           "--use-alpha false",
+                           12 + 8 * (frame - 1), 22.5 * (frame - 1))));
+    }
+    for (const Row& row : kRows) {
+        run(fmt::format("$MELT in_1.png out={} {} {} -consumer avformat:out_%d.png $PNG "
+                        "real_time={}",
+                        kFrames - 1, kFilter, row.filterThreads, row.consumerThreads));
+        EXPECT_EQ(complaints(), "") << row.name;
+        for (int frame = 1; frame <= kFrames; ++frame) {
+            EXPECT_LE(Difference(picture(fmt::format("out_{}.png", frame)),
+                                 expected[static_cast<std::size_t>(frame - 1)]),
+                      kTolerance)
+                << row.name << ", frame " << frame;
+        }
+    }
+}
+
+TEST_F(Melt, RunsSeveralFiltersOnSeveralThreads) {
+    run("$MELT in_2.png out=7 -filter frei0r.tesselune 1=0.08 -filter frei0r.tesselune 0=1 "
+        "1=0.0441767 -consumer avformat:out_%d.png $PNG real_time=-4");
+    run(TESSELUNE_COMMAND " render in_2.png once.png --size 42");
+    run(TESSELUNE_COMMAND " render once.png twice.png --shape-type triangle --size 24");
+    for (const int frame : {1, 4, 8}) {
+        EXPECT_LE(Difference(picture(fmt::format("out_{}.png", frame)), picture("twice.png")),
+                  kTolerance)
+            << frame;
+    }
+}
+
+TEST_F(Melt, ListsTheParametersAndStartsNoOpenGL) {
+    run("EGL_LOG_LEVEL=debug $MELT -query filter=frei0r.tesselune");
+    const std::string listing = mFolder.contentOf("out");
+    EXPECT_NE(listing.find("title: Transition Progress\n"), std::string::npos) << listing;
+    EXPECT_NE(listing.find("2 to 500 pixels: (pixels - 2) / 498"), std::string::npos);
+    EXPECT_EQ(mFolder.contentOf("err").find("libEGL"), std::string::npos);
+
+    run("EGL_LOG_LEVEL=debug $FFMPEG -i in_1.png -vf frei0r=tesselune out.png");
+    EXPECT_NE(mFolder.contentOf("err").find("libEGL"), std::string::npos) << "that tells nothing";
+}
+
+class GStreamer : public Hosts {};
+
+TEST_F(GStreamer, MakesTheCommandsPicture) {
+    run("$GST_LAUNCH filesrc location=in_4.png ! pngdec ! videoconvert ! "
+        "frei0r-filter-tesselune shape-type=1 size=0.0441767 size-random=0.7 use-alpha=false "
+        "dissolve=0.3 ! videoconvert ! pngenc ! filesink location=out.png");
+    EXPECT_EQ(complaints(), "");
+    EXPECT_LE(Difference(picture("out.png"),
+                         reference(4, "--shape-type triangle --size 24 --size-random 70 "
+                                      "--dissolve 30 --use-alpha false")),
+              kTolerance);
+}
+
+} // namespace

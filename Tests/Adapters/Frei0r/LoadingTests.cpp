@@ -1,0 +1,130 @@
+#include "AE_Effect.h"
+#include "Frei0rHost.h"
+#include "Support/EglHost.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <functional>
+#include <initializer_list>
+#include <memory>
+#include <string>
+
+namespace Kerovane::TestSupport {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kParametersOfFakeEffect = 6;
+
+/// An installation whose effect writes down the commands that it gets.
+class Loading : public testing::Test {
+protected:
+    Loading() { setenv("FAKE_EFFECT_TRACE", (mTraces / "trace").c_str(), 1); }
+    ~Loading() override { unsetenv("FAKE_EFFECT_TRACE"); }
+
+    std::string commands() const { return mTraces.contentOf("trace"); }
+
+    TemporaryFolder mTraces;
+    Installation mInstallation{FAKE_EFFECT};
+};
+
+std::string Commands(std::initializer_list<PF_Cmd> commands) {
+    std::string text;
+    for (const PF_Cmd command : commands) {
+        text += std::to_string(command) + ' ';
+    }
+    return text;
+}
+
+TEST_F(Loading, SetsTheEffectUpAtTheFirstFrame) {
+    const std::string asked = Commands({PF_Cmd_PARAMS_SETUP});
+    const std::string setUp = Commands({PF_Cmd_GLOBAL_SETUP, PF_Cmd_PARAMS_SETUP});
+    const std::string frame = Commands({PF_Cmd_RENDER});
+    const std::string setDown = Commands({PF_Cmd_GLOBAL_SETDOWN});
+    {
+        const Frei0rHost host(mInstallation.module());
+        ASSERT_EQ(host.info().num_params, kParametersOfFakeEffect);
+        Frei0rInstance(host, 720, 576).get(0); // as MLT reads the defaults
+        Frei0rInstance instance(host, 8, 8);
+        EXPECT_EQ(commands(), asked);
+        instance.rendered(MotleyPicture(8, 8));
+        EXPECT_EQ(commands(), asked + setUp + frame);
+        Frei0rInstance(host, 8, 8).rendered(MotleyPicture(8, 8));
+        EXPECT_EQ(commands(), asked + setUp + frame + frame);
+    }
+    EXPECT_EQ(commands(), asked + setUp + frame + frame + setDown);
+}
+
+TEST_F(Loading, KeepsTheEffectUntilTheLastOfSeveralLoadsIsGone) {
+    const Pixels input = MotleyPicture(8, 8);
+    const std::string setDown = Commands({PF_Cmd_GLOBAL_SETDOWN});
+    auto first = std::make_unique<Frei0rHost>(mInstallation.module());
+    auto second = std::make_unique<Frei0rHost>(mInstallation.module());
+    Frei0rInstance(*first, 8, 8).rendered(input);
+    first.reset();
+    Frei0rInstance(*second, 8, 8).rendered(input);
+    EXPECT_EQ(commands().find(setDown), std::string::npos);
+    second.reset();
+    EXPECT_TRUE(commands().ends_with(setDown));
+
+    const Frei0rHost again(mInstallation.module());
+    EXPECT_EQ(Frei0rInstance(again, 8, 8).rendered(input), input);
+}
+
+TEST_F(Loading, EndsInAnyOrder) {
+    const Pixels input = MotleyPicture(8, 8);
+    auto host = std::make_unique<Frei0rHost>(mInstallation.module());
+    Frei0rInstance late(*host, 8, 8);
+    EXPECT_EQ(late.rendered(input), input);
+    host->deinit();
+    EXPECT_EQ(late.rendered(input), input) << "after f0r_deinit";
+    host->deinit();
+    host->init();
+}
+
+TEST_F(Loading, FindsTheEffectWhereverTheHostWorks) {
+    const fs::path before = fs::current_path();
+    struct Row {
+        const char* name;
+        std::function<fs::path()> path; ///< to load, after whatever it takes
+    };
+    const TemporaryFolder links;
+    const Row rows[] = {
+        {"relative",
+         [&] {
+             fs::current_path(mInstallation.folder());
+             return fs::path("./lib/frei0r-1/tesselune.so");
+         }},
+        {"link",
+         [&] {
+             fs::create_symlink(mInstallation.module(), links / "tesselune.so");
+             return links / "tesselune.so";
+         }},
+    };
+    for (const Row& row : rows) {
+        const Installation fresh(FAKE_EFFECT);
+        const Frei0rHost host(row.path());
+        fs::current_path("/");
+        EXPECT_EQ(host.info().num_params, kParametersOfFakeEffect) << row.name;
+    }
+    fs::current_path(before);
+}
+
+TEST(HostsContext, StaysCurrent) {
+    const EglHost context;
+    context.makeCurrent();
+    {
+        const Frei0rHost host;
+        Frei0rInstance instance(host, 16, 16);
+        EXPECT_NE(instance.rendered(MotleyPicture(16, 16)), MotleyPicture(16, 16));
+        EXPECT_EQ(Platform::CurrentEglBinding(), context.binding());
+    }
+    EXPECT_EQ(Platform::CurrentEglBinding(), context.binding());
+}
+
+} // namespace
+
+} // namespace Kerovane::TestSupport

@@ -1,0 +1,164 @@
+// What a frame costs in ffmpeg: the filter, ffmpeg's own pixelize and frei0r's pixeliz0r, beside
+// the bare render command on the same frame. Rounds of one run each, so that what the machine does
+// otherwise meets all alike; the medians of the rounds are printed.
+
+#include "ChannelOrder.h"
+#include "Host/Effect.h"
+#include "Host/TemporaryFolder.h"
+#include "SilentThread.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <span>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace Kerovane;
+
+constexpr A_long kWidth = 1920;
+constexpr A_long kHeight = 1080;
+constexpr int kRounds = 9;
+constexpr int kFrames = 30;
+constexpr int kWarmUp = 5; ///< frames that are not counted
+
+double Median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::ranges::nth_element(values, middle);
+    return *middle;
+}
+
+void Run(const std::string& line) {
+    if (std::system(line.c_str()) != 0) {
+        throw std::runtime_error("failed: " + line);
+    }
+}
+
+class Measurement {
+public:
+    Measurement() {
+        setenv("FREI0R_PATH", FREI0R_FOLDER ":/usr/lib/frei0r-1", 1);
+        Run(fmt::format("{} -frames:v 1 -pix_fmt rgba -f rawvideo {}", source("error"),
+                        path("frame")));
+    }
+
+    /// Milliseconds of a frame in a filter of ffmpeg's that gets RGBA, as ffmpeg itself measures
+    /// it.
+    double inFfmpeg(const std::string& filter) const {
+        Run(fmt::format("{} -frames:v {} -vf format=rgba,bench=start,{},bench=stop -f null - 2>{}",
+                        source("info"), kFrames, filter, path("log")));
+        std::vector<double> times;
+        std::istringstream log(mFolder.contentOf("log"));
+        for (std::string line; std::getline(log, line);) {
+            const std::size_t found = line.find("] t:");
+            if (found != std::string::npos) {
+                times.push_back(1000 * std::stod(line.substr(found + 4)));
+            }
+        }
+        if (times.size() != kFrames) {
+            throw std::runtime_error(filter + " did not run:\n" + mFolder.contentOf("log"));
+        }
+        return Median({times.begin() + kWarmUp, times.end()});
+    }
+
+    /// Milliseconds of PF_Cmd_RENDER alone, on layers that are there already.
+    double bare() const {
+        Host::Effect effect(TESSELUNE_MODULE);
+        Host::World input(Host::Depth::Bits8, kWidth, kHeight, kWidth * 4);
+        Host::World output(Host::Depth::Bits8, kWidth, kHeight, kWidth * 4);
+        Frei0r::AlphaFirst(frame(), PixelsOf(input));
+        return timeOf([&] { effect.render({}, {}, input, output); });
+    }
+
+    /// Milliseconds of a frame's way from the host's order of channels to the effect's and back.
+    double channelOrder() const {
+        const std::vector<std::uint32_t> in = frame();
+        std::vector<std::uint32_t> layer(in.size());
+        std::vector<std::uint32_t> out(in.size());
+        return timeOf([&] {
+            Frei0r::AlphaFirst(in, layer);
+            Frei0r::AlphaLast(layer, out);
+        });
+    }
+
+private:
+    template <typename Frame>
+    static double timeOf(const Frame& frame) {
+        using Clock = std::chrono::steady_clock;
+        std::vector<double> times;
+        for (int i = 0; i < kFrames; ++i) {
+            const Clock::time_point start = Clock::now();
+            frame();
+            times.push_back(
+                std::chrono::duration<double, std::milli>(Clock::now() - start).count());
+        }
+        return Median({times.begin() + kWarmUp, times.end()});
+    }
+
+    static std::span<std::uint32_t> PixelsOf(Host::World& layer) {
+        const std::span<std::byte> bytes = layer.bytes();
+        return {reinterpret_cast<std::uint32_t*>(bytes.data()), bytes.size() / 4};
+    }
+
+    std::vector<std::uint32_t> frame() const {
+        const std::string bytes = mFolder.contentOf("frame");
+        std::vector<std::uint32_t> pixels(bytes.size() / 4);
+        std::memcpy(pixels.data(), bytes.data(), bytes.size());
+        return pixels;
+    }
+
+    static std::string source(const char* loglevel) {
+        return fmt::format("{} -hide_banner -nostdin -y -loglevel {} -f lavfi "
+                           "-i testsrc2=size={}x{}:rate=25",
+                           FFMPEG_PROGRAM, loglevel, kWidth, kHeight);
+    }
+    std::string path(const char* name) const { return (mFolder / name).string(); }
+
+    TemporaryFolder mFolder;
+};
+
+} // namespace
+
+int main() {
+    try {
+        const Frei0r::SilentThread silent; // of the effect's reports
+        const Measurement measurement;
+        std::vector<double> bare;
+        std::vector<double> tesselune;
+        std::vector<double> overhead;
+        std::vector<double> channelOrder;
+        std::vector<double> pixelize;
+        std::vector<double> pixeliz0r;
+        for (int round = 0; round < kRounds; ++round) {
+            bare.push_back(measurement.bare());
+            tesselune.push_back(measurement.inFfmpeg("frei0r=tesselune"));
+            overhead.push_back(100 * (tesselune.back() / bare.back() - 1));
+            channelOrder.push_back(measurement.channelOrder());
+            pixelize.push_back(measurement.inFfmpeg("pixelize=w=10:h=10"));
+            pixeliz0r.push_back(measurement.inFfmpeg("frei0r=pixeliz0r"));
+        }
+        const auto [least, most] = std::ranges::minmax(overhead);
+        fmt::print("{} rounds of {} frames of {} x {}, medians a frame:\n"
+                   "bare render command      {:7.2f} ms\n"
+                   "ffmpeg frei0r=tesselune  {:7.2f} ms\n"
+                   "  over the bare command  {:+7.1f} % ({:+.1f} to {:+.1f} in the rounds' pairs)\n"
+                   "  order of channels      {:7.2f} ms of it, both ways\n"
+                   "ffmpeg pixelize          {:7.2f} ms\n"
+                   "ffmpeg frei0r=pixeliz0r  {:7.2f} ms\n",
+                   kRounds, kFrames - kWarmUp, kWidth, kHeight, Median(bare), Median(tesselune),
+                   Median(overhead), least, most, Median(channelOrder), Median(pixelize),
+                   Median(pixeliz0r));
+        return 0;
+    } catch (const std::exception& error) {
+        fmt::print(stderr, "{}\n", error.what());
+        return 1;
+    }
+}

@@ -1,0 +1,192 @@
+#include "Frei0rHost.h"
+#include "Host/Effect.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <barrier>
+#include <bit>
+#include <numeric>
+#include <thread>
+#include <vector>
+
+namespace Kerovane::TestSupport {
+
+namespace {
+
+using Host::World;
+
+constexpr int kShapeType = 0;
+constexpr int kSize = 1;
+constexpr int kSizeRandom = 3;
+
+struct Settings {
+    double shape; ///< 0 square, 1 triangle
+    double size;  ///< pixels, from 2 to 500
+};
+
+void Set(Frei0rInstance& instance, const Settings& settings) {
+    instance.set(kShapeType, settings.shape);
+    instance.set(kSize, (settings.size - 2) / 498);
+    instance.set(kSizeRandom, 0.5);
+}
+
+/// What the effect makes of a picture without the adapter. Before any adapter's thread lives: one
+/// set-up of the effect in a process.
+Pixels Reference(const Pixels& input, A_long width, A_long height, const Settings& settings) {
+    using Bytes = std::array<A_u_char, 4>;
+    Host::Effect effect(TESSELUNE_MODULE);
+    Host::ParameterValues values;
+    const auto set = [&](std::string_view name, double value) {
+        values.set(Host::FindParameter(effect.parameters(), name)->id(), value);
+    };
+    set("Shape Type", settings.shape + 1);
+    set("Size", settings.size);
+    set("Size Random", 50);
+    World in(Host::Depth::Bits8, width, height);
+    World out(Host::Depth::Bits8, width, height);
+    auto from = input.begin();
+    for (A_long y = 0; y < height; ++y) {
+        for (PF_Pixel8& pixel : in.row<PF_Pixel8>(y)) {
+            const auto [red, green, blue, alpha] = std::bit_cast<Bytes>(*from++);
+            pixel = {.alpha = alpha, .red = red, .green = green, .blue = blue};
+        }
+    }
+    effect.render({}, values, in, out);
+    Pixels result;
+    for (A_long y = 0; y < height; ++y) {
+        for (const PF_Pixel8& pixel : out.row<PF_Pixel8>(y)) {
+            result.push_back(std::bit_cast<std::uint32_t>(
+                Bytes{pixel.red, pixel.green, pixel.blue, pixel.alpha}));
+        }
+    }
+    return result;
+}
+
+TEST(Frames, AreThoseOfTheEffectAtAnySize) {
+    struct Row {
+        unsigned width;
+        unsigned height;
+        Settings settings;
+    };
+    constexpr Row kRows[] = {
+        {8, 8, {0, 3}},    {1, 1, {0, 2}},     {13, 7, {1, 4}},
+        {720, 8, {1, 20}}, {8, 720, {0, 500}}, {2048, 64, {0, 17}},
+    };
+    for (const Row& row : kRows) {
+        const Pixels input = MotleyPicture(row.width, row.height);
+        const Pixels expected = Reference(input, static_cast<A_long>(row.width),
+                                          static_cast<A_long>(row.height), row.settings);
+        const Frei0rHost host;
+        Frei0rInstance instance(host, row.width, row.height);
+        Set(instance, row.settings);
+        EXPECT_EQ(instance.rendered(input), expected) << row.width << " x " << row.height;
+    }
+}
+
+/// A frame that is handed over in slices, as MLT does: from other threads than the instance's own.
+class Slicing : public testing::Test {
+protected:
+    static constexpr std::size_t kWidth = 48;
+    static constexpr std::size_t kHeight = 48;
+    static constexpr Settings kSettings{0, 12};
+
+    struct Frame {
+        explicit Frame(const Pixels& input) : in(input), out(input.size()) {}
+
+        void updateSlice(Frei0rInstance& instance, std::size_t place, std::size_t count) {
+            const std::size_t start = place * in.size() / count;
+            instance.update(0.04, &in[start], &out[start]);
+        }
+
+        Pixels in;
+        Pixels out;
+    };
+
+    const Pixels mInput = MotleyPicture(kWidth, kHeight);
+    const Pixels mExpected = Reference(mInput, kWidth, kHeight, kSettings);
+    const Frei0rHost mHost;
+};
+
+TEST_F(Slicing, ChangesNothingInAnyOrder) {
+    for (const std::size_t count : {1U, 2U, 3U, 4U}) {
+        std::vector<std::size_t> order(count);
+        std::iota(order.begin(), order.end(), 0U);
+        Frei0rInstance instance(mHost, kWidth, static_cast<unsigned>(kHeight / count));
+        Set(instance, kSettings);
+        do {
+            Frame frame(mInput);
+            std::thread([&] {
+                for (const std::size_t place : order) {
+                    frame.updateSlice(instance, place, count);
+                }
+            }).join();
+            EXPECT_EQ(frame.out, mExpected) << testing::PrintToString(order);
+        } while (std::ranges::next_permutation(order).found);
+    }
+}
+
+TEST_F(Slicing, ChangesNothingAtOnce) {
+    constexpr std::size_t kCount = 4;
+    Frei0rInstance instance(mHost, kWidth, kHeight / kCount);
+    Set(instance, kSettings);
+    std::array<Frame, 2> buffers{Frame(mInput), Frame(mInput)};
+    for (int repeat = 0; repeat < 10; ++repeat) {
+        Frame& frame = buffers[repeat % 2 == 0 ? 0 : 1]; // as hosts take turns with few
+        std::ranges::fill(frame.out, 0);
+        std::barrier start(kCount);
+        std::vector<std::thread> threads;
+        for (std::size_t place = 0; place < kCount; ++place) {
+            threads.emplace_back([&, place] {
+                start.arrive_and_wait();
+                frame.updateSlice(instance, place, kCount);
+            });
+        }
+        for (std::thread& thread : threads) {
+            thread.join();
+        }
+        EXPECT_EQ(frame.out, mExpected) << repeat;
+    }
+}
+
+TEST_F(Slicing, IsNotSeenInNeighbouringFramesOfTheInstancesOwnThread) {
+    Frei0rInstance instance(mHost, kWidth, kHeight);
+    Set(instance, kSettings);
+    Pixels in = mInput;
+    in.insert(in.end(), mInput.begin(), mInput.end());
+    Pixels out(in.size());
+    instance.update(0.04, in.data(), out.data());
+    instance.update(0.04, &in[mInput.size()], &out[mInput.size()]);
+    EXPECT_TRUE(std::ranges::equal(std::span(out).first(mInput.size()), mExpected));
+    EXPECT_TRUE(std::ranges::equal(std::span(out).last(mInput.size()), mExpected));
+}
+
+TEST(Instances, RenderAtOnceOnThreadsThatComeAndGo) {
+    constexpr std::array<Settings, 4> kSettings{{{0, 5}, {1, 9}, {0, 16}, {1, 30}}};
+    constexpr unsigned kSide = 64;
+    const Pixels input = MotleyPicture(kSide, kSide);
+    std::vector<Pixels> expected;
+    for (const Settings& settings : kSettings) {
+        expected.push_back(Reference(input, kSide, kSide, settings));
+    }
+    std::vector<std::thread> threads;
+    for (std::size_t i = 0; i < 3 * kSettings.size(); ++i) {
+        threads.emplace_back([&, i] {
+            const std::size_t which = i % kSettings.size();
+            const Frei0rHost host; // a load of its own, so that the last one out sets down
+            Frei0rInstance instance(host, kSide, kSide);
+            Set(instance, kSettings[which]);
+            for (int repeat = 0; repeat < 3; ++repeat) {
+                EXPECT_EQ(instance.rendered(input), expected[which]) << i;
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+}
+
+} // namespace
+
+} // namespace Kerovane::TestSupport
