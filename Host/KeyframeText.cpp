@@ -8,7 +8,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -27,24 +26,15 @@ std::vector<std::string_view> Split(std::string_view text, char separator) {
     return parts;
 }
 
-Interpolation DefaultInterpolation(const Parameter& parameter) {
-    return parameter.holdsBetweenKeys() ? Interpolation::Hold : Interpolation::Linear;
-}
-
 Interpolation ParseInterpolation(const Parameter& parameter, std::string_view text) {
-    constexpr std::array kAll{Interpolation::Linear, Interpolation::Hold, Interpolation::Smooth};
     std::vector<std::string> names;
-    for (const Interpolation interpolation : kAll) {
-        if (InterpolationName(interpolation) != text) {
-            names.emplace_back(InterpolationName(interpolation));
-            continue;
+    for (const Interpolation interpolation : Interpolations(parameter)) {
+        if (InterpolationName(interpolation) == text) {
+            return interpolation;
         }
-        if (parameter.holdsBetweenKeys() && interpolation != Interpolation::Hold) {
-            throw Error(fmt::format("holds between keys and can't be {}", text));
-        }
-        return interpolation;
+        names.emplace_back(InterpolationName(interpolation));
     }
-    throw Error(fmt::format("goes linear, hold or smooth from key to key, not '{}'{}", text,
+    throw Error(fmt::format("can go {} from key to key, not '{}'{}", fmt::join(names, ", "), text,
                             Suggestion(text, names)));
 }
 
@@ -59,7 +49,7 @@ Keyframe ParseKey(const Parameter& parameter, std::string_view text) {
     return {.frame = *frame,
             .value = ParseValue(parameter, fields[1]),
             .toNext = fields.size() == 3 ? ParseInterpolation(parameter, fields[2])
-                                         : DefaultInterpolation(parameter)};
+                                         : Interpolations(parameter).front()};
 }
 
 std::string ExactValue(const Parameter& parameter, double value) {
@@ -68,13 +58,23 @@ std::string ExactValue(const Parameter& parameter, double value) {
 
 std::string FormatKey(const Parameter& parameter, const Keyframe& key) {
     std::string text = fmt::format("{}:{}", key.frame, ExactValue(parameter, key.value));
-    if (key.toNext != DefaultInterpolation(parameter)) {
+    if (key.toNext != Interpolations(parameter).front()) {
         text += fmt::format(":{}", InterpolationName(key.toNext));
     }
     return text;
 }
 
 } // namespace
+
+std::vector<Interpolation> Interpolations(const Parameter& parameter) {
+    if (!parameter.canVaryOverTime()) {
+        return {};
+    }
+    if (parameter.holdsBetweenKeys()) {
+        return {Interpolation::Hold};
+    }
+    return {Interpolation::Linear, Interpolation::Hold, Interpolation::Smooth};
+}
 
 Keyframes ParseKeyframes(const Parameter& parameter, std::string_view text) {
     if (text.find(':') == std::string_view::npos) {

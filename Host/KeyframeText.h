@@ -5,8 +5,13 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Kerovane::Host {
+
+/// The ways that a parameter can go from key to key, the one that is meant by no word first; empty
+/// where it can't be animated.
+std::vector<Interpolation> Interpolations(const Parameter& parameter);
 
 /**
  * Reads what a parameter is set to: one value, "24", or keys FRAME:VALUE with blanks between,

@@ -2,6 +2,7 @@
 
 #include "Host/Command/ParameterOptions.h"
 #include "Host/JsonNumber.h"
+#include "Host/KeyframeText.h"
 #include "Host/ParameterText.h"
 
 #include <fmt/format.h>
@@ -58,6 +59,14 @@ Json Choices(const Parameter& parameter) {
     return choices;
 }
 
+Json InterpolationNames(const Parameter& parameter) {
+    Json names = Json::array();
+    for (const Interpolation interpolation : Interpolations(parameter)) {
+        names.push_back(InterpolationName(interpolation));
+    }
+    return names;
+}
+
 Json Entry(std::size_t index, const Parameter& parameter, const std::string& option) {
     Json entry{{"index", index}, {"type", TypeName(parameter)}, {"name", parameter.name}};
     if (parameter.type() != PF_Param_LAYER) {
@@ -75,7 +84,7 @@ Json Entry(std::size_t index, const Parameter& parameter, const std::string& opt
     entry["precision"] = parameter.precision;
     entry["choices"] = Choices(parameter);
     entry["animatable"] = parameter.canVaryOverTime();
-    entry["holds"] = parameter.holdsBetweenKeys();
+    entry["interpolations"] = InterpolationNames(parameter);
     return entry;
 }
 
@@ -84,12 +93,13 @@ std::string Text(const Json& json) {
     return json.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
 }
 
-std::string_view AnimationText(const Parameter& parameter) {
-    if (!parameter.canVaryOverTime()) {
-        return "no";
+std::string AnimationText(const Parameter& parameter) {
+    std::string text;
+    for (const Interpolation interpolation : Interpolations(parameter)) {
+        text += text.empty() ? "" : ", ";
+        text += InterpolationName(interpolation);
     }
-    return parameter.holdsBetweenKeys() ? "yes, holds between keys"
-                                        : "yes, linear between keys unless hold or smooth";
+    return text.empty() ? "none" : text;
 }
 
 } // namespace

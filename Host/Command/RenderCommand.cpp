@@ -80,6 +80,13 @@ void CheckTarget(const Shot& shot) {
     }
 }
 
+void CheckTimes(const Shot& shot, FrameRate rate) {
+    if (!shot.frames.empty()) {
+        rate.timeOf(shot.frames.front().number);
+        rate.timeOf(shot.frames.back().number);
+    }
+}
+
 /// So that where a file may not grow, or nobody listens any more, writing fails as it does on a
 /// full disk, and the process goes on.
 void LetWritingFail() {
@@ -145,6 +152,7 @@ int RenderCommand::run(Effect& effect, StandardStreams& streams, bool verbose) c
     const FrameRate rate = mShot.rate();
     const bool isShot = AsksForShot(request);
     const Shot shot = isShot ? PlanShot(request) : SinglePicture(request);
+    CheckTimes(shot, rate);
     CheckTarget(shot);
     FrameRenderer renderer(effect, settings, rate, mDownsample);
     std::optional<JsonLog> log;

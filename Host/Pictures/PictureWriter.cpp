@@ -125,6 +125,12 @@ ImageSpec FileSpec(const World& world, const ImageSpec& origin, const ImageOutpu
     ImageSpec spec(world.width(), world.height(), channels,
                    FileType(world.depth(), origin, output));
     CopyMetadata(origin, output, spec);
+    // In cells most rows repeat the one above. With that filter, and at this level, a file is as
+    // small as at the library's own level of 6 and takes less than half of the time.
+    constexpr int kFilterUp = 0x20;
+    constexpr int kLevel = 4;
+    spec.attribute("png:filter", kFilterUp);
+    spec.attribute("png:compressionLevel", kLevel);
     // Cells have hard borders, which a file with colour at half the resolution would smear.
     spec.attribute("jpeg:subsampling", "4:4:4");
     if (channels == 4 && StoresStraightAlpha(output)) {

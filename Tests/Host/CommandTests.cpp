@@ -1,88 +1,17 @@
-#include "RawPicture.h"
-#include "TemporaryFolder.h"
+#include "CommandFixture.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <nlohmann/json.hpp>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
 namespace {
 
 using OIIO::TypeDesc;
-
-struct Outcome {
-    int status; ///< -1 where a signal ended it
-    std::string output;
-    std::string error;
-};
-
-/// Runs the command in a folder of the test's own, where its pictures stand too.
-class Command : public testing::Test {
-protected:
-    using Words = std::vector<std::string>;
-
-    Outcome run(Words arguments, Words environment = {}, const char* command = TESSELUNE_COMMAND) {
-        arguments.insert(arguments.begin(), command);
-        for (char** inherited = environ; *inherited != nullptr; ++inherited) {
-            environment.emplace_back(*inherited);
-        }
-        posix_spawn_file_actions_t actions;
-        posix_spawn_file_actions_init(&actions);
-        posix_spawn_file_actions_addchdir_np(&actions, (mFolder / "").c_str());
-        constexpr int kFlags = O_WRONLY | O_CREAT | O_TRUNC;
-        posix_spawn_file_actions_addopen(&actions, 1, (mStreams / "out").c_str(), kFlags, 0600);
-        posix_spawn_file_actions_addopen(&actions, 2, (mStreams / "err").c_str(), kFlags, 0600);
-        pid_t child = 0;
-        EXPECT_EQ(posix_spawn(&child, command, &actions, nullptr, pointers(arguments).data(),
-                              pointers(environment).data()),
-                  0);
-        posix_spawn_file_actions_destroy(&actions);
-        int status = 0;
-        waitpid(child, &status, 0);
-        return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, mStreams.contentOf("out"),
-                mStreams.contentOf("err")};
-    }
-
-    /// With the fake effect, which shows `fault`.
-    Outcome runFake(Words arguments, const std::string& fault = "", Words environment = {}) {
-        arguments.insert(arguments.begin(), {"--effect", FAKE_EFFECT});
-        environment.push_back("FAKE_EFFECT=" + fault);
-        return run(std::move(arguments), std::move(environment));
-    }
-
-    void makePicture(const char* name, std::vector<float> pixel, const TypeDesc& type) {
-        const int alpha = pixel.size() == 4 ? 3 : -1;
-        RawPicture::of(std::move(pixel), type, alpha, 32, 24).write(mFolder / name);
-    }
-
-    static std::vector<char*> pointers(Words& words) {
-        std::vector<char*> pointers;
-        for (std::string& word : words) {
-            pointers.push_back(word.data());
-        }
-        pointers.push_back(nullptr);
-        return pointers;
-    }
-
-    TemporaryFolder mFolder;
-    TemporaryFolder mStreams;
-};
-
-/// What every failure has: one line on standard error that names the command, and status 1.
-void ExpectOneLine(const Outcome& outcome, const std::string& text) {
-    EXPECT_EQ(outcome.status, 1) << text;
-    EXPECT_EQ(outcome.output, "") << text;
-    EXPECT_EQ(std::ranges::count(outcome.error, '\n'), 1) << outcome.error;
-    EXPECT_EQ(outcome.error.find("tesselune: "), 0U) << outcome.error;
-    EXPECT_NE(outcome.error.find(text), std::string::npos) << outcome.error;
-}
 
 TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
     makePicture("in.png", {1, 0, 0}, TypeDesc::UINT8);
@@ -110,7 +39,23 @@ TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
         {{"render", "in.png", "out.png", "--depth-5", "four"},
          "--depth-5 takes one, number-two or 3rd, not 'four'"},
         {{"render", "in.png", "out.png", "--invert", "maybe"}, "--invert takes true or false"},
+        {{"render", "in.png", "out.png", "--amont-px", "1"}, "did you mean --amount-px?"},
+        {{"render", "in.png", "out.png", "--invert", "1:true 2"},
+         "--invert takes one value or keys"},
         {{"render", "in.png", "out.png", "--depth", "12"}, "--depth"},
+        {{"render", "in.png", "out.png", "--frames", "1-"}, "--frames takes frames like"},
+        {{"render", "in.png", "out.png", "--frames", "1-2"}, "'out.png' has no place"},
+        {{"render", "in.png", "out.png", "--frames", "2147483647"}, "beyond what a host's time"},
+        {{"render", "in.png", "out.png", "--fps", "0"}, "--fps takes frames a second"},
+        {{"render", "in.png", "out.png", "--missing", "skp"}, "not 'skp'; did you mean skip?"},
+        {{"render", "in.png", "out.png", "--max-frames-in-flight", "-1"}, "--max-frames-in-flight"},
+        {{"render", "in.png", "out.png", "--json-log", "missing/log"},
+         "cannot write 'missing/log'"},
+        {{"render", "in.png", "out.png", "--preset", "missing"}, "cannot read 'missing'"},
+        {{"render", "in.png", "out.png", "--preset", "text.png"}, "'text.png': is no JSON"},
+        {{"render", "in.png", "out.png", "--save-preset", "missing/p"}, "cannot write 'missing/p'"},
+        {{"render", "s.#.png", "out.#.png"}, "cannot read 's.#.png': no such file, and no frame"},
+        {{"params", "amount"}, "no parameter 'amount'; did you mean amount-px?"},
         {{"render", "in.png", "out.png", "--downsample", "0"}, "--downsample"},
         {{"render", "missing.png", "out.png"}, "cannot read 'missing.png': No such file"},
         {{"render", "text.png", "out.png"}, "cannot read 'text.png'"},
@@ -170,13 +115,16 @@ TEST_F(Command, KeepsTheEffectsReportOutOfItsOutput) {
     }
 }
 
+TEST_F(Command, TellsItsVersion) {
+    EXPECT_EQ(runFake({"--version"}).output.find("tesselune 1."), 0U);
+}
+
 TEST_F(Command, HelpsBriefly) {
     struct Row {
         Words arguments;
         const char* text;
     };
-    const Row rows[] = {{{"--version"}, "tesselune "},
-                        {{"--help"}, "tesselune render photo.jpg cells.png"},
+    const Row rows[] = {{{"--help"}, "tesselune render photo.jpg cells.png"},
                         {{"render", "--help"}, "--amount-px"},
                         {{"params", "--help"}, "--json"}};
     for (const Row& row : rows) {
@@ -184,7 +132,8 @@ TEST_F(Command, HelpsBriefly) {
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.error, "");
         EXPECT_NE(outcome.output.find(row.text), std::string::npos) << outcome.output;
-        EXPECT_LT(std::ranges::count(outcome.output, '\n'), 30);
+        EXPECT_LT(std::ranges::count(outcome.output, '\n'), 60);
+        EXPECT_NE(outcome.output.find("Example"), std::string::npos);
     }
 }
 
@@ -210,13 +159,44 @@ TEST_F(Command, ListsTheParametersForPeopleAndPrograms) {
                                 {"slider", {{"min", 0}, {"max", 50}}},
                                 {"precision", 0},
                                 {"choices", nlohmann::json::array()},
-                                {"animatable", true}};
+                                {"animatable", true},
+                                {"interpolations", {"linear", "hold", "smooth"}}};
     EXPECT_EQ(json[1], slider);
     EXPECT_EQ(json[2]["default"], 0.3);
     EXPECT_EQ(json[3]["unit"], "percent");
     EXPECT_EQ(json[5]["choices"][1]["typed"], "number-two");
     EXPECT_EQ(json[5]["option"], "depth-5") << "the command has a --depth of its own";
     EXPECT_EQ(json[8]["label"], "Invert");
+}
+
+TEST_F(Command, DescribesOneParameter) {
+    for (const char* name : {"depth-5", "Depth", "5"}) {
+        const std::string text = runFake({"params", name}).output;
+        EXPECT_NE(text.find("takes       one, number-two or 3rd\n"), std::string::npos) << text;
+        EXPECT_NE(text.find("animation   hold\n"), std::string::npos) << text;
+    }
+    const auto json = nlohmann::json::parse(runFake({"params", "turn", "--json"}).output);
+    EXPECT_EQ(json["unit"], "degrees");
+}
+
+TEST_F(Command, GivesAParameterAnotherOptionThanItsOwn) {
+    std::istringstream help(run({"render", "--help"}).output);
+    std::string names;
+    for (std::string line; std::getline(help, line) && line != "Parameters of the effect:";) {
+        const std::size_t start = line.find("--");
+        if (start <= 5) {
+            names += line.substr(start + 2, line.find(' ', start) - start - 2) + ' ';
+        }
+    }
+    EXPECT_NE(names.find("frames "), std::string::npos) << names;
+    const std::string json =
+        runFake({"params", "--json"}, "", {"FAKE_EFFECT_SWITCHES=" + names}).output;
+    for (const auto& parameter : nlohmann::json::parse(json)["parameters"]) {
+        if (parameter["index"] > 8) {
+            EXPECT_EQ(parameter["option"],
+                      parameter["name"].get<std::string>() + "-" + parameter["id"].dump());
+        }
+    }
 }
 
 TEST_F(Command, RendersAtTheFilesDepthOrAsTold) {

@@ -70,8 +70,8 @@ TEST(Keyframes, RefuseMalformedTextInOneClearLine) {
         {Percentage, "5:0 3:1", "has its key at frame 3 behind the one at 5"},
         {Percentage, ": ", "is no key"},
         {Popup, "1:linear 5:radial-inn", "not 'radial-inn'; did you mean radial-in"},
-        {Popup, "1:linear:smooth 5:2", "holds between keys and can't be smooth"},
-        {Seed, "1:0:linear 5:2", "holds between keys and can't be linear"},
+        {Popup, "1:linear:smooth 5:2", "can go hold from key to key, not 'smooth'"},
+        {Seed, "1:0:linear 5:2", "can go hold from key to key, not 'linear'"},
         {Slider, "1:0.5 2:3", "takes a whole number from -5 to 3000, not '0.5'"},
         {Constant, "1:0 2:3", "can't be animated"},
     };
