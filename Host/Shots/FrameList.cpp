@@ -65,7 +65,7 @@ FrameList ParseFrames(std::string_view text) {
         start = end + 1;
     }
     std::ranges::sort(frames);
-    frames.erase(std::ranges::unique(frames).begin(), frames.end());
+    frames.erase(std::unique(frames.begin(), frames.end()), frames.end());
     return frames;
 }
 

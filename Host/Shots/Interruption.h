@@ -1,9 +1,8 @@
 #pragma once
 
-#include <signal.h>
-
 #include <array>
 #include <atomic>
+#include <csignal>
 
 namespace Kerovane::Host {
 
