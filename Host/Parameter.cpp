@@ -146,6 +146,16 @@ bool Parameter::canVaryOverTime() const {
     return hasValue() && (definition.flags & PF_ParamFlag_CANNOT_TIME_VARY) == 0;
 }
 
+bool Parameter::holdsBetweenKeys() const {
+    // The interface has no mark for a seed but its name.
+    const bool isSeed = type() == PF_Param_SLIDER && name.ends_with("Seed");
+    return type() == PF_Param_POPUP || type() == PF_Param_CHECKBOX || isSeed;
+}
+
+bool Parameter::accepts(double value) const {
+    return valid.contains(value) && (!takesWholeNumbers() || value == std::floor(value));
+}
+
 Parameter MakeParameter(const PF_ParamDef& definition) {
     Parameter parameter;
     parameter.definition = definition;

@@ -41,6 +41,13 @@ struct Parameter {
     bool takesWholeNumbers() const;
     bool isPercent() const;
     bool canVaryOverTime() const;
+
+    /// Whether there is nothing between two of its values: choices, switches, and seeds, each of
+    /// which stands for a pattern of its own.
+    bool holdsBetweenKeys() const;
+
+    /// Whether it can be set to `value`.
+    bool accepts(double value) const;
 };
 
 /**

@@ -1,14 +1,15 @@
 #include "Host/ParameterText.h"
 
 #include "Host/Error.h"
+#include "Host/NearestNames.h"
+#include "Host/NumberText.h"
 
 #include <fmt/format.h>
 
 #include <array>
-#include <charconv>
-#include <cmath>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -29,13 +30,6 @@ constexpr std::array<std::pair<std::string_view, double>, 8> kCheckboxWords{{
 bool IsWordByte(char byte) {
     return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
            static_cast<unsigned char>(byte) >= 0x80;
-}
-
-std::optional<double> ParseNumber(std::string_view text) {
-    double number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    const bool whole = error == std::errc() && end == text.data() + text.size();
-    return whole && std::isfinite(number) ? std::optional(number) : std::nullopt;
 }
 
 std::optional<double> ParseChoice(const Parameter& parameter, std::string_view text) {
@@ -68,12 +62,21 @@ std::optional<double> Parse(const Parameter& parameter, std::string_view text) {
     }
 }
 
+std::vector<std::string> TypedChoices(const Parameter& parameter) {
+    std::vector<std::string> names;
+    for (const std::string& choice : parameter.choices) {
+        names.push_back(TypedName(choice));
+    }
+    return names;
+}
+
 std::string ChoiceList(const Parameter& parameter) {
     std::string list;
-    for (std::size_t choice = 0; choice < parameter.choices.size(); ++choice) {
-        const bool last = choice + 1 == parameter.choices.size();
+    const std::vector<std::string> names = TypedChoices(parameter);
+    for (std::size_t choice = 0; choice < names.size(); ++choice) {
+        const bool last = choice + 1 == names.size();
         list += choice == 0 ? "" : last ? " or " : ", ";
-        list += TypedName(parameter.choices[choice]);
+        list += names[choice];
     }
     return list;
 }
@@ -144,9 +147,9 @@ std::string AcceptedValues(const Parameter& parameter) {
 
 double ParseValue(const Parameter& parameter, std::string_view text) {
     const std::optional<double> value = Parse(parameter, text);
-    if (!value || !parameter.valid.contains(*value) ||
-        (parameter.takesWholeNumbers() && *value != std::floor(*value))) {
-        throw Error(fmt::format("takes {}, not '{}'", AcceptedValues(parameter), text));
+    if (!value || !parameter.accepts(*value)) {
+        throw Error(fmt::format("takes {}, not '{}'{}", AcceptedValues(parameter), text,
+                                Suggestion(text, TypedChoices(parameter))));
     }
     return *value;
 }

@@ -11,12 +11,16 @@ namespace Kerovane::Host {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> kFiles{"--effect", "IN", "OUT"};
+constexpr std::array<std::string_view, 6> kFiles{"--effect",      "--json-log", "--preset",
+                                                 "--save-preset", "IN",         "OUT"};
 
 /// The words of the command's own options, which CLI11 checks and doesn't tell.
 std::vector<std::string> WordsOf(std::string_view name) {
     if (name == "--depth") {
         return {"8", "16", "32"};
+    }
+    if (name == "--missing") {
+        return {"error", "skip", "hold"};
     }
     if (name == "SHELL") {
         return {"bash", "zsh"};

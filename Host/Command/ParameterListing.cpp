@@ -1,13 +1,15 @@
 #include "Host/Command/ParameterListing.h"
 
 #include "Host/Command/ParameterOptions.h"
+#include "Host/JsonNumber.h"
+#include "Host/KeyframeText.h"
 #include "Host/ParameterText.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <array>
+#include <string_view>
 
 namespace Kerovane::Host {
 
@@ -43,14 +45,8 @@ Row TableRow(std::size_t index, const Parameter& parameter, const std::string& o
             TableValues(parameter)};
 }
 
-/// A number as JSON, an integer where it is whole.
-Json Number(double value) {
-    const auto whole = static_cast<std::int64_t>(value);
-    return static_cast<double>(whole) == value ? Json(whole) : Json(value);
-}
-
 Json Range(const Interval& interval) {
-    return {{"min", Number(interval.min)}, {"max", Number(interval.max)}};
+    return {{"min", JsonNumber(interval.min)}, {"max", JsonNumber(interval.max)}};
 }
 
 Json Choices(const Parameter& parameter) {
@@ -61,6 +57,14 @@ Json Choices(const Parameter& parameter) {
                            {"typed", TypedName(parameter.choices[choice])}});
     }
     return choices;
+}
+
+Json InterpolationNames(const Parameter& parameter) {
+    Json names = Json::array();
+    for (const Interpolation interpolation : Interpolations(parameter)) {
+        names.push_back(InterpolationName(interpolation));
+    }
+    return names;
 }
 
 Json Entry(std::size_t index, const Parameter& parameter, const std::string& option) {
@@ -74,13 +78,28 @@ Json Entry(std::size_t index, const Parameter& parameter, const std::string& opt
     entry["label"] = parameter.label;
     entry["option"] = option;
     entry["unit"] = UnitName(parameter);
-    entry["default"] = Number(parameter.defaultValue);
+    entry["default"] = JsonNumber(parameter.defaultValue);
     entry["valid"] = Range(parameter.valid);
     entry["slider"] = Range(parameter.slider);
     entry["precision"] = parameter.precision;
     entry["choices"] = Choices(parameter);
     entry["animatable"] = parameter.canVaryOverTime();
+    entry["interpolations"] = InterpolationNames(parameter);
     return entry;
+}
+
+std::string Text(const Json& json) {
+    constexpr int kIndent = 2;
+    return json.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+std::string AnimationText(const Parameter& parameter) {
+    std::string text;
+    for (const Interpolation interpolation : Interpolations(parameter)) {
+        text += text.empty() ? "" : ", ";
+        text += InterpolationName(interpolation);
+    }
+    return text.empty() ? "none" : text;
 }
 
 } // namespace
@@ -111,9 +130,27 @@ std::string ParameterJson(const std::vector<Parameter>& parameters) {
     for (std::size_t index = 0; index < parameters.size(); ++index) {
         list.push_back(Entry(index, parameters[index], options[index]));
     }
-    constexpr int kIndent = 2;
-    return Json{{"parameters", list}}.dump(kIndent, ' ', false, Json::error_handler_t::replace) +
-           '\n';
+    return Text(Json{{"parameters", list}});
+}
+
+std::string ParameterJson(const std::vector<Parameter>& parameters, std::size_t index) {
+    return Text(Entry(index, parameters[index], OptionNames(parameters)[index]));
+}
+
+std::string ParameterDescription(const std::vector<Parameter>& parameters, std::size_t index) {
+    const Parameter& parameter = parameters[index];
+    const Row row = TableRow(index, parameter, OptionNames(parameters)[index]);
+    const auto& [place, id, type, name, option, standard, values] = row;
+    const std::string_view unit = UnitName(parameter);
+    return fmt::format("{}\n"
+                       "  option      {}\n"
+                       "  takes       {}\n"
+                       "  default     {}\n"
+                       "  unit        {}\n"
+                       "  animation   {}\n"
+                       "  type        {}, disk id {}, index {}\n",
+                       name, option, values, standard, unit.empty() ? "none" : unit,
+                       AnimationText(parameter), type, id, place);
 }
 
 } // namespace Kerovane::Host

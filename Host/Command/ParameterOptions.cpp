@@ -1,6 +1,8 @@
 #include "Host/Command/ParameterOptions.h"
 
 #include "Host/Error.h"
+#include "Host/KeyframeText.h"
+#include "Host/NearestNames.h"
 #include "Host/ParameterText.h"
 
 #include <fmt/format.h>
@@ -9,9 +11,20 @@
 
 namespace Kerovane::Host {
 
+namespace {
+
+/// The commands' own options: a parameter has the same option in all of them.
+std::set<std::string> OwnOptions() {
+    return {"",        "chunk",  "depth",   "downsample", "effect",
+            "fps",     "frames", "help",    "json-log",   "max-frames-in-flight",
+            "missing", "preset", "quiet",   "resume",     "save-preset",
+            "threads", "vary",   "verbose", "version",    "width"};
+}
+
+} // namespace
+
 std::vector<std::string> OptionNames(const std::vector<Parameter>& parameters) {
-    std::set<std::string> taken{"",     "depth",   "downsample", "effect", "help",
-                                "vary", "verbose", "version",    "width"};
+    std::set<std::string> taken = OwnOptions();
     std::vector<std::string> names;
     for (const Parameter& parameter : parameters) {
         std::string name = parameter.hasValue() ? TypedName(parameter.displayName()) : "";
@@ -22,6 +35,23 @@ std::vector<std::string> OptionNames(const std::vector<Parameter>& parameters) {
         names.push_back(std::move(name));
     }
     return names;
+}
+
+std::size_t IndexOfParameter(const std::vector<Parameter>& parameters, std::string_view name) {
+    const std::vector<std::string> options = OptionNames(parameters);
+    std::vector<std::string> names;
+    for (std::size_t index = 0; index < parameters.size(); ++index) {
+        const Parameter& parameter = parameters[index];
+        if (!parameter.hasValue()) {
+            continue;
+        }
+        if (name == options[index] || name == parameter.displayName() ||
+            name == std::to_string(parameter.id())) {
+            return index;
+        }
+        names.push_back(options[index]);
+    }
+    throw Error(fmt::format("no parameter '{}'{}", name, Suggestion(TypedName(name), names)));
 }
 
 void ParameterOptions::addTo(CLI::App& command, const std::vector<Parameter>& parameters) {
@@ -40,19 +70,20 @@ void ParameterOptions::addTo(CLI::App& command, const std::vector<Parameter>& pa
     }
 }
 
-ParameterValues ParameterOptions::values() const {
-    ParameterValues values;
+ParameterSettings ParameterOptions::settings() const {
+    ParameterSettings settings;
     for (const auto& [parameter, option] : mOptions) {
         if (option->empty()) {
             continue;
         }
         try {
-            values.set(parameter->id(), ParseValue(*parameter, option->as<std::string>()));
+            settings.emplace(parameter->id(),
+                             ParseKeyframes(*parameter, option->as<std::string>()));
         } catch (const Error& error) {
             throw Error(fmt::format("{} {}", option->get_name(), error.what()));
         }
     }
-    return values;
+    return settings;
 }
 
 } // namespace Kerovane::Host

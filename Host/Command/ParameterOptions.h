@@ -1,11 +1,13 @@
 #pragma once
 
 #include "Host/Parameter.h"
-#include "Host/ParameterValues.h"
+#include "Host/ParameterSettings.h"
 
 #include <CLI/App.hpp>
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Kerovane::Host {
@@ -17,14 +19,22 @@ namespace Kerovane::Host {
  */
 std::vector<std::string> OptionNames(const std::vector<Parameter>& parameters);
 
+/// The index of the parameter that a user calls `name`: its option, its shown name or its disk id.
+/// Throws Error where there is none.
+std::size_t IndexOfParameter(const std::vector<Parameter>& parameters, std::string_view name);
+
 /** Options of the command line that are made from an effect's parameters. */
 class ParameterOptions {
 public:
     /// Adds them to `command`, which together with `parameters` outlives this object.
     void addTo(CLI::App& command, const std::vector<Parameter>& parameters);
 
-    /// What was given, once the line is parsed. Throws Error where a value can't be set.
-    ParameterValues values() const;
+    /// What was given, once the line is parsed: values or keys over frames. Throws Error where one
+    /// can't be set.
+    ParameterSettings settings() const;
+
+    /// The same in time, at 24 frames a second.
+    ParameterValues values() const { return ValuesOverTime(settings(), FrameRate()); }
 
 private:
     struct ParameterOption {

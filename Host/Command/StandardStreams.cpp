@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <string>
@@ -37,13 +38,25 @@ void StandardStreams::print(std::string_view text) {
 }
 
 void StandardStreams::complain(std::string_view message) {
-    if (mError == nullptr) {
-        return;
+    draw(fmt::format("tesselune: {}\n", OneLine(std::string(message))));
+}
+
+void StandardStreams::draw(std::string_view text) {
+    if (mError != nullptr) {
+        // Nothing is left to do where even this fails.
+        static_cast<void>(std::fwrite(text.data(), 1, text.size(), mError.get()));
+        static_cast<void>(std::fflush(mError.get()));
     }
-    const std::string line = fmt::format("tesselune: {}\n", OneLine(std::string(message)));
-    // Nothing is left to do where even this fails.
-    static_cast<void>(std::fputs(line.c_str(), mError.get()));
-    static_cast<void>(std::fflush(mError.get()));
+}
+
+std::optional<int> StandardStreams::terminalColumns() const {
+    if (mError == nullptr || isatty(fileno(mError.get())) == 0) {
+        return std::nullopt;
+    }
+    constexpr int kUsualColumns = 80;
+    winsize size{};
+    const bool known = ioctl(fileno(mError.get()), TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
+    return known ? size.ws_col : kUsualColumns;
 }
 
 StandardStreams::File StandardStreams::keep(int descriptor) {

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 namespace Kerovane::Host {
@@ -21,6 +22,12 @@ public:
 
     /// To standard output. Throws Error where it can't be written.
     void print(std::string_view text);
+
+    /// To standard error as it is: what is drawn anew on a terminal.
+    void draw(std::string_view text);
+
+    /// Nothing where standard error is no terminal.
+    std::optional<int> terminalColumns() const;
 
     /// To standard error, as one line with the command's name before it.
     void complain(std::string_view message);

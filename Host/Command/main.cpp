@@ -4,11 +4,13 @@
 #include "Host/Command/InstalledModule.h"
 #include "Host/Command/ManualPage.h"
 #include "Host/Command/ParameterListing.h"
+#include "Host/Command/ParameterOptions.h"
 #include "Host/Command/RenderCommand.h"
 #include "Host/Command/SheetCommand.h"
 #include "Host/Command/StandardStreams.h"
 #include "Host/Effect.h"
 #include "Host/Error.h"
+#include "Host/NearestNames.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -20,6 +22,7 @@
 #include <new>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -33,17 +36,60 @@ struct Setting {
     void addTo(CLI::App& app) {
         app.add_option("--effect", module, "module of the effect [the installed one]")
             ->type_name("");
-        app.add_flag("--verbose", verbose, "pass on what the effect and libraries print");
+        app.add_flag("--verbose", verbose,
+                     "tell the time of each stage, and what the effect and libraries print");
+    }
+};
+
+/// The names of what may stand on the line once the given part of it is understood.
+std::vector<std::string> KnownNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* part = &app; part != nullptr;) {
+        for (const CLI::Option* option : part->get_options()) {
+            for (const std::string& name : option->get_lnames()) {
+                names.push_back("--" + name);
+            }
+        }
+        const std::vector<CLI::App*> chosen = part->get_subcommands();
+        part = chosen.empty() ? nullptr : chosen.front();
+    }
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(command->get_name());
+    }
+    return names;
+}
+
+/// `tesselune params [NAME]`
+struct ParamsCommand {
+    std::string name;
+    bool asJson = false;
+
+    void addTo(CLI::App& command) {
+        command.add_option("NAME", name, "one of them, by option, shown name or disk id")
+            ->type_name("");
+        command.add_flag("--json", asJson, "for programs");
+        command.footer("Example:\n  tesselune params size");
+    }
+
+    std::string text(const std::vector<Parameter>& parameters) const {
+        if (name.empty()) {
+            return asJson ? ParameterJson(parameters) : ParameterTable(parameters);
+        }
+        const std::size_t index = IndexOfParameter(parameters, name);
+        return asJson ? ParameterJson(parameters, index) : ParameterDescription(parameters, index);
     }
 };
 
 /// What to say of the first argument that nothing on the line takes.
 std::string Unexpected(const CLI::App& app) {
     const std::string argument = app.remaining(true).front();
-    const char* kind = argument.starts_with('-')       ? "unknown option"
-                       : app.get_subcommands().empty() ? "unknown command"
-                                                       : "unexpected argument";
-    return fmt::format("{} '{}'; see tesselune --help", kind, argument);
+    const bool isOption = argument.starts_with('-');
+    if (!isOption && !app.get_subcommands().empty()) {
+        return fmt::format("unexpected argument '{}'; see tesselune --help", argument);
+    }
+    const std::string name = argument.substr(0, argument.find('='));
+    return fmt::format("unknown {} '{}'{}; see tesselune --help", isOption ? "option" : "command",
+                       name, Suggestion(name, KnownNames(app)));
 }
 
 /// Parses the line. Throws Error where it is wrong, CLI::Success where help or version is asked
@@ -73,7 +119,8 @@ Setting ReadSetting(int argc, char** argv) {
     return setting;
 }
 
-void Run(int argc, char** argv, StandardStreams& streams) {
+/// Returns the exit status.
+int Run(int argc, char** argv, StandardStreams& streams) {
     Setting setting = ReadSetting(argc, argv);
     if (setting.verbose) {
         streams.showOthers();
@@ -81,7 +128,7 @@ void Run(int argc, char** argv, StandardStreams& streams) {
     std::optional<Effect> effect;
     RenderCommand render;
     SheetCommand sheet;
-    bool asJson = false;
+    ParamsCommand params;
 
     CLI::App app("Breaks pictures into cells.", "tesselune");
     app.set_version_flag("--version", "tesselune " TESSELUNE_VERSION);
@@ -90,7 +137,8 @@ void Run(int argc, char** argv, StandardStreams& streams) {
                "tesselune COMMAND --help tells more.");
     setting.addTo(app);
 
-    CLI::App& renderCommand = *app.add_subcommand("render", "Render a picture through the effect");
+    CLI::App& renderCommand =
+        *app.add_subcommand("render", "Render a picture or a sequence through the effect");
     render.addTo(renderCommand);
     renderCommand.preparse_callback([&](std::size_t) {
         effect.emplace(setting.module);
@@ -104,7 +152,7 @@ void Run(int argc, char** argv, StandardStreams& streams) {
         sheet.addParametersTo(sheetCommand, *effect);
     });
     CLI::App& paramsCommand = *app.add_subcommand("params", "List the effect's parameters");
-    paramsCommand.add_flag("--json", asJson, "for programs");
+    params.addTo(paramsCommand);
     CLI::App& aboutCommand =
         *app.add_subcommand("about", "Tell the versions of the effect and of OpenGL");
 
@@ -119,25 +167,29 @@ void Run(int argc, char** argv, StandardStreams& streams) {
     try {
         Parse(app, argc, argv);
     } catch (const CLI::CallForHelp&) {
-        return streams.print(app.help());
+        streams.print(app.help());
+        return 0;
     } catch (const CLI::CallForVersion&) {
-        return streams.print(app.version() + '\n');
+        streams.print(app.version() + '\n');
+        return 0;
     }
 
     if (renderCommand.parsed()) {
-        return render.run(*effect);
+        return render.run(*effect, streams, setting.verbose);
     }
     if (sheetCommand.parsed()) {
-        return sheet.run(*effect);
+        sheet.run(*effect);
+        return 0;
     }
     if (paramsCommand.parsed()) {
         effect.emplace(setting.module);
-        return streams.print(asJson ? ParameterJson(effect->parameters())
-                                    : ParameterTable(effect->parameters()));
+        streams.print(params.text(effect->parameters()));
+        return 0;
     }
     if (aboutCommand.parsed()) {
         effect.emplace(setting.module);
-        return streams.print(AboutText(*effect));
+        streams.print(AboutText(*effect));
+        return 0;
     }
     const auto outline = [&] {
         effect.emplace(setting.module);
@@ -146,10 +198,12 @@ void Run(int argc, char** argv, StandardStreams& streams) {
         return Outline(app, effect->parameters());
     };
     if (completionCommand.parsed()) {
-        return streams.print(CompletionScript(shell, outline()));
+        streams.print(CompletionScript(shell, outline()));
+        return 0;
     }
     if (manualCommand.parsed()) {
-        return streams.print(ManualPage(outline(), TESSELUNE_VERSION));
+        streams.print(ManualPage(outline(), TESSELUNE_VERSION));
+        return 0;
     }
     throw Error("a command is needed: render, sheet, params or about; see tesselune --help");
 }
@@ -159,8 +213,7 @@ void Run(int argc, char** argv, StandardStreams& streams) {
 int main(int argc, char** argv) {
     StandardStreams streams;
     try {
-        Run(argc, argv, streams);
-        return 0;
+        return Run(argc, argv, streams);
     } catch (const std::bad_alloc&) {
         streams.complain("out of memory");
     } catch (const std::exception& error) {

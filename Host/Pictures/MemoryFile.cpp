@@ -4,6 +4,7 @@
 
 #include <fmt/format.h>
 #include <sys/mman.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -45,10 +46,20 @@ std::span<const std::byte> MemoryFile::content() {
         return {};
     }
     mSize = static_cast<std::size_t>(status.st_size);
+    checkNotCut();
     void* mapped = mmap(nullptr, mSize, PROT_READ, MAP_SHARED, mDescriptor, 0);
     Check(mapped != MAP_FAILED);
     mMapped = mapped;
     return {static_cast<const std::byte*>(mMapped), mSize};
+}
+
+void MemoryFile::checkNotCut() const {
+    rlimit limit{};
+    Check(getrlimit(RLIMIT_FSIZE, &limit) == 0);
+    if (mSize >= limit.rlim_cur) {
+        errno = EFBIG;
+        Check(false);
+    }
 }
 
 } // namespace Kerovane::Host

@@ -7,8 +7,8 @@
 namespace Kerovane::Host {
 
 /**
- * A file in memory, for libraries that write to a file by name: it never meets a full disk. Gone
- * with the object.
+ * A file in memory, for libraries that write to a file by name: it never meets a full disk, only
+ * the limit that the process may have on the size of files. Gone with the object.
  */
 class MemoryFile {
 public:
@@ -22,10 +22,12 @@ public:
     std::filesystem::path path() const;
 
     /// What was written so far, until something more is. Asked once. Throws Error where it can't be
-    /// had.
+    /// had, or the limit cut it off.
     std::span<const std::byte> content();
 
 private:
+    void checkNotCut() const;
+
     int mDescriptor;
     void* mMapped = nullptr; ///< null until content() is asked for
     std::size_t mSize = 0;

@@ -14,6 +14,7 @@
 #include <memory>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace Kerovane::Host {
 
@@ -215,6 +216,13 @@ PF_RationalScale PixelAspectRatio(const ImageSpec& spec) {
     return {.num = static_cast<A_long>(std::lround(ratio * kDenominator)), .den = kDenominator};
 }
 
+/// As the picture stands upright.
+std::pair<A_long, A_long> SizeOf(const ImageSpec& spec) {
+    constexpr int kFirstOnItsSide = 5; // of the eight orientations
+    const bool onItsSide = spec.get_int_attribute("Orientation", 1) >= kFirstOnItsSide;
+    return onItsSide ? std::pair(spec.height, spec.width) : std::pair(spec.width, spec.height);
+}
+
 } // namespace
 
 Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> depth) {
@@ -223,6 +231,16 @@ Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> dept
     World world = ReadWorld(input, depth.value_or(DepthOfFile(spec)), spec);
     world.layer().pix_aspect_ratio = PixelAspectRatio(spec);
     return {.world = std::move(world), .origin = std::move(spec)};
+}
+
+bool HoldsPictureLike(const std::filesystem::path& file, const std::filesystem::path& other) {
+    const auto size = SizeOf(PictureFile(other).spec());
+    try {
+        const World world = ReadPicture(file).world;
+        return std::pair(world.width(), world.height()) == size;
+    } catch (const Error&) {
+        return false;
+    }
 }
 
 } // namespace Kerovane::Host

@@ -17,4 +17,10 @@ namespace Kerovane::Host {
  */
 Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> depth = std::nullopt);
 
+/**
+ * Whether `file` holds a whole picture, down to its last pixel, of the size that `other` has by its
+ * header. Throws Error where `other` can't be read as a picture.
+ */
+bool HoldsPictureLike(const std::filesystem::path& file, const std::filesystem::path& other);
+
 } // namespace Kerovane::Host

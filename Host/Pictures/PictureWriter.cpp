@@ -125,6 +125,12 @@ ImageSpec FileSpec(const World& world, const ImageSpec& origin, const ImageOutpu
     ImageSpec spec(world.width(), world.height(), channels,
                    FileType(world.depth(), origin, output));
     CopyMetadata(origin, output, spec);
+    // In cells most rows repeat the one above. With that filter, and at this level, a file is as
+    // small as at the library's own level of 6 and takes less than half of the time.
+    constexpr int kFilterUp = 0x20;
+    constexpr int kLevel = 4;
+    spec.attribute("png:filter", kFilterUp);
+    spec.attribute("png:compressionLevel", kLevel);
     // Cells have hard borders, which a file with colour at half the resolution would smear.
     spec.attribute("jpeg:subsampling", "4:4:4");
     if (channels == 4 && StoresStraightAlpha(output)) {
@@ -133,64 +139,63 @@ ImageSpec FileSpec(const World& world, const ImageSpec& origin, const ImageOutpu
     return spec;
 }
 
-template <typename Channel>
-struct FilePixels {
-    static constexpr TypeDesc kType{OIIO::BaseTypeFromC<Channel>::value};
-    std::unique_ptr<Channel[]> rgba;
-};
-
-template <typename Channel, typename Pixel>
-FilePixels<Channel> StraightPixels(const World& world) {
+/// Writes the picture in strips, so that it isn't in memory twice. `fill` makes a row of the file
+/// from the row of the given number.
+template <typename Channel, typename Fill>
+bool WriteStrips(ImageOutput& output, const World& world, Fill fill) {
+    constexpr A_long kStripRows = 256; // a whole number of the blocks that formats compress
+    constexpr TypeDesc kType{OIIO::BaseTypeFromC<Channel>::value};
     const auto rowChannels = static_cast<std::size_t>(world.width()) * 4;
-    FilePixels<Channel> pixels{std::make_unique_for_overwrite<Channel[]>(
-        rowChannels * static_cast<std::size_t>(world.height()))};
-    Channel* row = pixels.rgba.get();
-    for (A_long y = 0; y < world.height(); ++y, row += rowChannels) {
-        WriteRow(world.row<Pixel>(y), row);
+    const auto strip = std::make_unique_for_overwrite<Channel[]>(
+        rowChannels * static_cast<std::size_t>(std::min(kStripRows, world.height())));
+    const int top = output.spec().y;
+    for (A_long first = 0; first < world.height(); first += kStripRows) {
+        const A_long end = std::min(first + kStripRows, world.height());
+        Channel* row = strip.get();
+        for (A_long y = first; y < end; ++y, row += rowChannels) {
+            fill(y, row);
+        }
+        // The stride lets a file of three channels leave the fourth out.
+        if (!output.write_scanlines(top + first, top + end, 0, kType, strip.get(),
+                                    4 * sizeof(Channel))) {
+            return false;
+        }
     }
-    return pixels;
+    return true;
 }
 
-FilePixels<float> FloatPixels(const World& world) {
-    switch (world.depth()) {
-    case Depth::Bits8:
-        return StraightPixels<float, PF_Pixel8>(world);
-    case Depth::Bits16:
-        return StraightPixels<float, PF_Pixel16>(world);
-    default:
-        return StraightPixels<float, PF_PixelFloat>(world);
-    }
+template <typename Channel, typename Pixel>
+bool WriteStraight(ImageOutput& output, const World& world) {
+    return WriteStrips<Channel>(
+        output, world, [&world](A_long y, Channel* row) { WriteRow(world.row<Pixel>(y), row); });
 }
 
 /// Premultiplied, which is also the picture over black. In floats, so that it is rounded only once.
-FilePixels<float> PremultipliedPixels(const World& world) {
-    FilePixels<float> pixels = FloatPixels(world);
-    float* end = pixels.rgba.get() + std::ptrdiff_t{world.width()} * world.height() * 4;
-    for (float* pixel = pixels.rgba.get(); pixel != end; pixel += 4) {
-        for (int channel = 0; channel < 3; ++channel) {
-            pixel[channel] *= pixel[3];
+template <typename Pixel>
+bool WritePremultiplied(ImageOutput& output, const World& world) {
+    return WriteStrips<float>(output, world, [&world](A_long y, float* row) {
+        WriteRow(world.row<Pixel>(y), row);
+        const float* end = row + std::ptrdiff_t{world.width()} * 4;
+        for (float* pixel = row; pixel != end; pixel += 4) {
+            for (int channel = 0; channel < 3; ++channel) {
+                pixel[channel] *= pixel[3];
+            }
         }
-    }
-    return pixels;
-}
-
-/// The stride lets a file of three channels leave the fourth out.
-template <typename Channel>
-bool WritePixels(ImageOutput& output, const FilePixels<Channel>& pixels) {
-    return output.write_image(FilePixels<Channel>::kType, pixels.rgba.get(), 4 * sizeof(Channel));
+    });
 }
 
 bool WriteWorld(ImageOutput& output, const World& world) {
-    if (!output.supports("alpha") || !StoresStraightAlpha(output)) {
-        return WritePixels(output, PremultipliedPixels(world));
-    }
+    const bool straight = output.supports("alpha") && StoresStraightAlpha(output);
     switch (world.depth()) {
     case Depth::Bits8:
-        return WritePixels(output, StraightPixels<std::uint8_t, PF_Pixel8>(world));
+        return straight ? WriteStraight<std::uint8_t, PF_Pixel8>(output, world)
+                        : WritePremultiplied<PF_Pixel8>(output, world);
     case Depth::Bits16:
-        return WritePixels(output, StraightPixels<std::uint16_t, PF_Pixel16>(world));
+        return straight ? WriteStraight<std::uint16_t, PF_Pixel16>(output, world)
+                        : WritePremultiplied<PF_Pixel16>(output, world);
     default:
-        return WritePixels(output, FloatPixels(world));
+        return straight ? WriteStraight<float, PF_PixelFloat>(output, world)
+                        : WritePremultiplied<PF_PixelFloat>(output, world);
     }
 }
 

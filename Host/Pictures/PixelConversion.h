@@ -40,6 +40,11 @@ struct ChannelPlaces {
 /// white where `To` is an integer.
 template <typename To, typename From>
 To Rescale(From value, double fromWhite, double toWhite) {
+    if constexpr (std::same_as<To, From>) {
+        if (fromWhite == toWhite) {
+            return value;
+        }
+    }
     const double scaled = static_cast<double>(value) * (toWhite / fromWhite);
     if constexpr (std::floating_point<To>) {
         return static_cast<To>(scaled);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -38,7 +39,23 @@ TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
         {{"render", "in.png", "out.png", "--depth-5", "four"},
          "--depth-5 takes one, number-two or 3rd, not 'four'"},
         {{"render", "in.png", "out.png", "--invert", "maybe"}, "--invert takes true or false"},
+        {{"render", "in.png", "out.png", "--amont-px", "1"}, "did you mean --amount-px?"},
+        {{"render", "in.png", "out.png", "--invert", "1:true 2"},
+         "--invert takes one value or keys"},
         {{"render", "in.png", "out.png", "--depth", "12"}, "--depth"},
+        {{"render", "in.png", "out.png", "--frames", "1-"}, "--frames takes frames like"},
+        {{"render", "in.png", "out.png", "--frames", "1-2"}, "'out.png' has no place"},
+        {{"render", "in.png", "out.png", "--frames", "2147483647"}, "beyond what a host's time"},
+        {{"render", "in.png", "out.png", "--fps", "0"}, "--fps takes frames a second"},
+        {{"render", "in.png", "out.png", "--missing", "skp"}, "not 'skp'; did you mean skip?"},
+        {{"render", "in.png", "out.png", "--max-frames-in-flight", "-1"}, "--max-frames-in-flight"},
+        {{"render", "in.png", "out.png", "--json-log", "missing/log"},
+         "cannot write 'missing/log'"},
+        {{"render", "in.png", "out.png", "--preset", "missing"}, "cannot read 'missing'"},
+        {{"render", "in.png", "out.png", "--preset", "text.png"}, "'text.png': is no JSON"},
+        {{"render", "in.png", "out.png", "--save-preset", "missing/p"}, "cannot write 'missing/p'"},
+        {{"render", "s.#.png", "out.#.png"}, "cannot read 's.#.png': no such file, and no frame"},
+        {{"params", "amount"}, "no parameter 'amount'; did you mean amount-px?"},
         {{"render", "in.png", "out.png", "--downsample", "0"}, "--downsample"},
         {{"render", "missing.png", "out.png"}, "cannot read 'missing.png': No such file"},
         {{"render", "text.png", "out.png"}, "cannot read 'text.png'"},
@@ -98,13 +115,16 @@ TEST_F(Command, KeepsTheEffectsReportOutOfItsOutput) {
     }
 }
 
+TEST_F(Command, TellsItsVersion) {
+    EXPECT_EQ(runFake({"--version"}).output.find("tesselune 1."), 0U);
+}
+
 TEST_F(Command, HelpsBriefly) {
     struct Row {
         Words arguments;
         const char* text;
     };
-    const Row rows[] = {{{"--version"}, "tesselune "},
-                        {{"--help"}, "tesselune render photo.jpg cells.png"},
+    const Row rows[] = {{{"--help"}, "tesselune render photo.jpg cells.png"},
                         {{"render", "--help"}, "--amount-px"},
                         {{"params", "--help"}, "--json"}};
     for (const Row& row : rows) {
@@ -112,7 +132,8 @@ TEST_F(Command, HelpsBriefly) {
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.error, "");
         EXPECT_NE(outcome.output.find(row.text), std::string::npos) << outcome.output;
-        EXPECT_LT(std::ranges::count(outcome.output, '\n'), 30);
+        EXPECT_LT(std::ranges::count(outcome.output, '\n'), 60);
+        EXPECT_NE(outcome.output.find("Example"), std::string::npos);
     }
 }
 
@@ -138,13 +159,44 @@ TEST_F(Command, ListsTheParametersForPeopleAndPrograms) {
                                 {"slider", {{"min", 0}, {"max", 50}}},
                                 {"precision", 0},
                                 {"choices", nlohmann::json::array()},
-                                {"animatable", true}};
+                                {"animatable", true},
+                                {"interpolations", {"linear", "hold", "smooth"}}};
     EXPECT_EQ(json[1], slider);
     EXPECT_EQ(json[2]["default"], 0.3);
     EXPECT_EQ(json[3]["unit"], "percent");
     EXPECT_EQ(json[5]["choices"][1]["typed"], "number-two");
     EXPECT_EQ(json[5]["option"], "depth-5") << "the command has a --depth of its own";
     EXPECT_EQ(json[8]["label"], "Invert");
+}
+
+TEST_F(Command, DescribesOneParameter) {
+    for (const char* name : {"depth-5", "Depth", "5"}) {
+        const std::string text = runFake({"params", name}).output;
+        EXPECT_NE(text.find("takes       one, number-two or 3rd\n"), std::string::npos) << text;
+        EXPECT_NE(text.find("animation   hold\n"), std::string::npos) << text;
+    }
+    const auto json = nlohmann::json::parse(runFake({"params", "turn", "--json"}).output);
+    EXPECT_EQ(json["unit"], "degrees");
+}
+
+TEST_F(Command, GivesAParameterAnotherOptionThanItsOwn) {
+    std::istringstream help(run({"render", "--help"}).output);
+    std::string names;
+    for (std::string line; std::getline(help, line) && line != "Parameters of the effect:";) {
+        const std::size_t start = line.find("--");
+        if (start <= 5) {
+            names += line.substr(start + 2, line.find(' ', start) - start - 2) + ' ';
+        }
+    }
+    EXPECT_NE(names.find("frames "), std::string::npos) << names;
+    const std::string json =
+        runFake({"params", "--json"}, "", {"FAKE_EFFECT_SWITCHES=" + names}).output;
+    for (const auto& parameter : nlohmann::json::parse(json)["parameters"]) {
+        if (parameter["index"] > 8) {
+            EXPECT_EQ(parameter["option"],
+                      parameter["name"].get<std::string>() + "-" + parameter["id"].dump());
+        }
+    }
 }
 
 TEST_F(Command, RendersAtTheFilesDepthOrAsTold) {

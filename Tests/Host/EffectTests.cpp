@@ -1,6 +1,6 @@
 #include "Host/Effect.h"
-#include "Host/Error.h"
 
+#include "ErrorText.h"
 #include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -29,16 +29,6 @@ protected:
     World mInput{Depth::Bits8, 4, 3};
     World mOutput{Depth::Bits8, 4, 3, 20};
 };
-
-template <typename Action>
-std::string ErrorOf(Action action) {
-    try {
-        action();
-        return "";
-    } catch (const Error& error) {
-        return error.what();
-    }
-}
 
 TEST_F(FakeEffectTest, IsSetUpRendersAndIsSetDown) {
     int handles = 0;

@@ -1,18 +1,22 @@
 // An effect for tests of hosts. It copies the picture, inverted if asked. The environment variable
 // FAKE_EFFECT names one fault that it shows; FAKE_EFFECT_TRACE a file that it writes each command
-// to.
+// to; FAKE_EFFECT_SWITCHES adds a
+// checkbox for each of the names in it.
 
 #include "AE_Effect.h"
 #include "AE_EffectCBSuites.h"
 #include "SPBasic.h"
 
+#include <chrono>
 #include <cstddef>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
+#include <string>
 #include <string_view>
+#include <thread>
 
 namespace {
 
@@ -73,6 +77,18 @@ private:
     PF_ParamDef mDef{};
 };
 
+PF_Err AddSwitches(PF_InData* in, PF_OutData* out) {
+    const char* names = std::getenv("FAKE_EFFECT_SWITCHES");
+    std::istringstream words(names != nullptr ? names : "");
+    for (std::string name; words >> name; ++out->num_params) {
+        if (const PF_Err error =
+                Definition(100 + out->num_params, PF_Param_CHECKBOX, name.c_str()).addTo(in)) {
+            return error;
+        }
+    }
+    return PF_Err_NONE;
+}
+
 PF_Err ParamsSetup(PF_InData* in, PF_OutData* out) {
     out->num_params = Shows("parameter left out") ? kCount + 1 : kCount;
     Definition amount(kAmount, PF_Param_SLIDER, "Amount (px)");
@@ -105,7 +121,7 @@ PF_Err ParamsSetup(PF_InData* in, PF_OutData* out) {
             return error;
         }
     }
-    return PF_Err_NONE;
+    return AddSwitches(in, out);
 }
 
 PF_Err ReportFrame(PF_InData* in, PF_OutData* out) {
@@ -143,6 +159,9 @@ PF_Err Render(PF_InData* in, PF_OutData* out, PF_ParamDef** params, PF_LayerDef*
     }
     if (Shows("render throws a number")) {
         throw 13;
+    }
+    if (Shows("slow")) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
     }
     if (Shows("report frame")) {
         return ReportFrame(in, out);

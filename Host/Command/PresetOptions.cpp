@@ -1,0 +1,60 @@
+#include "Host/Command/PresetOptions.h"
+
+#include "Host/Error.h"
+#include "Host/Pictures/ReplaceFile.h"
+#include "Host/Preset.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <fstream>
+#include <iterator>
+#include <span>
+#include <string>
+#include <system_error>
+
+namespace Kerovane::Host {
+
+namespace {
+
+std::string ContentOf(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::string content{std::istreambuf_iterator<char>(file), {}};
+    if (!file) {
+        throw Error(fmt::format("cannot read '{}': {}", path.string(),
+                                std::generic_category().message(errno)));
+    }
+    return content;
+}
+
+} // namespace
+
+void PresetOptions::addTo(CLI::App& command) {
+    command.add_option("--preset", mToLoad, "file with parameters; options win over it")
+        ->type_name("")
+        ->group("Presets");
+    command.add_option("--save-preset", mToSave, "file to keep the parameters in")
+        ->type_name("")
+        ->group("Presets");
+}
+
+ParameterSettings PresetOptions::load(const Effect& effect) const {
+    if (mToLoad.empty()) {
+        return {};
+    }
+    const std::string content = ContentOf(mToLoad);
+    try {
+        return ParsePreset(effect.parameters(), content);
+    } catch (const Error& error) {
+        throw Error(fmt::format("'{}': {}", mToLoad.string(), error.what()));
+    }
+}
+
+void PresetOptions::save(const Effect& effect, const ParameterSettings& settings) const {
+    if (!mToSave.empty()) {
+        const std::string preset = FormatPreset(effect.parameters(), effect.version(), settings);
+        ReplaceFile(mToSave, std::as_bytes(std::span(preset)));
+    }
+}
+
+} // namespace Kerovane::Host

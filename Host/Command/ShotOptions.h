@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Host/FrameRate.h"
+#include "Host/Shots/ShotRenderer.h"
+
+#include <CLI/App.hpp>
+
+#include <cstddef>
+#include <filesystem>
+#include <string>
+
+namespace Kerovane::Host {
+
+/** Options of the command line that say which frames are rendered, and how. */
+class ShotOptions {
+public:
+    ShotOptions();
+
+    void addTo(CLI::App& command);
+
+    /// Each throws Error where an option's value is none.
+    ShotRequest request(const std::filesystem::path& input,
+                        const std::filesystem::path& output) const;
+    ShotSetting setting() const;
+    FrameRate rate() const;
+
+private:
+    std::string mFrames;
+    std::string mRate = "24";
+    std::string mMissing = "error";
+    std::string mChunk = "1/1";
+    int mDepth = 0; ///< 0: that of the file
+    std::size_t mThreads;
+    std::size_t mInFlight = 0; ///< 0: as many as keep the threads busy
+    bool mResume = false;
+};
+
+} // namespace Kerovane::Host

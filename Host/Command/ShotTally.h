@@ -1,0 +1,54 @@
+#pragma once
+
+#include "Host/Shots/ShotRenderer.h"
+
+#include <chrono>
+#include <cstddef>
+#include <map>
+#include <string>
+#include <utility>
+
+namespace Kerovane::Host {
+
+/** What has become of a shot's frames so far. */
+class ShotTally {
+public:
+    explicit ShotTally(std::size_t frames) : mFrames(frames) {}
+
+    void add(const ShotFrame& frame, const FrameReport& report);
+
+    std::size_t frames() const { return mFrames; }
+    std::size_t ended() const { return mRendered + mKept + mFailed.size(); }
+    bool hasFailures() const { return !mFailed.empty(); }
+
+    /// Frames rendered in a second, since the beginning.
+    double rate() const;
+
+    /// What is left to do at that rate; 0 while it isn't known.
+    double secondsLeft() const;
+
+    /// "12 frames rendered in 3.4 s, 3.5 a second; 2 kept".
+    std::string summary() const;
+
+    /// The seconds of all frames in each stage, and of one in the middle.
+    std::string stages() const;
+
+    /// "2 frames failed: 1003, 1010".
+    std::string failures() const;
+
+    /// Which sizes the frames have, and where; empty where they have the same.
+    std::string sizes() const;
+
+private:
+    double elapsed() const;
+
+    std::size_t mFrames;
+    std::size_t mRendered = 0;
+    std::size_t mKept = 0;
+    FrameList mFailed;
+    StageSeconds mSeconds; ///< of rendered frames
+    std::map<std::pair<A_long, A_long>, A_long> mFirstOfSize;
+    std::chrono::steady_clock::time_point mStart = std::chrono::steady_clock::now();
+};
+
+} // namespace Kerovane::Host

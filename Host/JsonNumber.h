@@ -1,0 +1,16 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <cstdint>
+
+namespace Kerovane::Host {
+
+/// A number as JSON, an integer where it is whole.
+inline nlohmann::ordered_json JsonNumber(double value) {
+    const auto whole = static_cast<std::int64_t>(value);
+    return static_cast<double>(whole) == value ? nlohmann::ordered_json(whole)
+                                               : nlohmann::ordered_json(value);
+}
+
+} // namespace Kerovane::Host

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string_view>
+#include <vector>
+
+namespace Kerovane::Host {
+
+/// How a value goes from one key to the next.
+enum class Interpolation {
+    Linear,
+    Hold,  ///< it stays until the next key
+    Smooth ///< it leaves slowly and arrives slowly: 3 t^2 - 2 t^3 of the way at t of the time
+};
+
+/// "linear", "hold" or "smooth".
+std::string_view InterpolationName(Interpolation interpolation);
+
+struct Keyframe {
+    double frame = 0;
+    double value = 0;
+    Interpolation toNext = Interpolation::Linear;
+
+    bool operator==(const Keyframe&) const = default;
+};
+
+/** A value over frames. Before the first key it has the first's value, after the last the last's.
+ */
+class Keyframes {
+public:
+    /// The same value at all frames.
+    explicit Keyframes(double value);
+
+    /// Throws Error where there is no key or their frames don't grow from key to key.
+    explicit Keyframes(std::vector<Keyframe> keys);
+
+    double at(double frame) const;
+
+    /// At least one.
+    const std::vector<Keyframe>& keys() const { return mKeys; }
+
+    bool operator==(const Keyframes&) const = default;
+
+private:
+    std::vector<Keyframe> mKeys;
+};
+
+} // namespace Kerovane::Host

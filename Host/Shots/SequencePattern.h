@@ -1,0 +1,39 @@
+#pragma once
+
+#include "Host/Shots/FrameList.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Kerovane::Host {
+
+/**
+ * The name of a numbered file with a place for the number: '#' for four digits and '@' for one,
+ * added up where they stand together ("shot.#.png", "shot.@@@.tif"), or "%04d" and "%d". A number
+ * with more digits takes the room that it needs.
+ */
+class SequencePattern {
+public:
+    /// Nothing where the file's name has no such place. Throws Error where it has several.
+    static std::optional<SequencePattern> parse(const std::filesystem::path& pattern);
+
+    std::filesystem::path pathOf(A_long frame) const;
+
+    /// The frames whose files there are. Throws Error where the folder can't be read.
+    FrameList framesOnDisk() const;
+
+private:
+    /// The frame whose file has that name.
+    std::optional<A_long> frameOf(std::string_view fileName) const;
+
+    std::string nameOf(A_long frame) const;
+
+    std::filesystem::path mFolder; ///< may be empty
+    std::string mBefore;
+    std::string mBehind;
+    int mDigits = 0; ///< at least so many, with zeros in front
+};
+
+} // namespace Kerovane::Host

@@ -1,0 +1,119 @@
+#include "Host/Shots/Shot.h"
+
+#include "Host/Error.h"
+#include "Host/Shots/SequencePattern.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace Kerovane::Host {
+
+namespace {
+
+/// A name with a place for a number may all the same be that of a picture: "photo@2x.png".
+std::optional<SequencePattern> InputPattern(const std::filesystem::path& input) {
+    return std::filesystem::exists(input) ? std::nullopt : SequencePattern::parse(input);
+}
+
+/// The pictures that a shot is made of.
+class ShotInput {
+public:
+    explicit ShotInput(const std::filesystem::path& input)
+        : mPath(input), mPattern(InputPattern(input)) {
+        if (mPattern) {
+            mOnDisk = mPattern->framesOnDisk();
+        }
+        if (mPattern && mOnDisk.empty()) {
+            throw Error(fmt::format("cannot read '{}': no such file, and no frame of such a "
+                                    "sequence",
+                                    input.string()));
+        }
+    }
+
+    FrameList allFrames() const {
+        if (!mPattern) {
+            throw Error("--frames is needed where the input is one picture");
+        }
+        return FramesBetween(mOnDisk.front(), mOnDisk.back());
+    }
+
+    bool has(A_long frame) const { return !mPattern || std::ranges::binary_search(mOnDisk, frame); }
+
+    std::filesystem::path pathOf(A_long frame) const {
+        return mPattern ? mPattern->pathOf(frame) : mPath;
+    }
+
+    std::filesystem::path heldPath(A_long frame) const {
+        const auto later = std::ranges::upper_bound(mOnDisk, frame);
+        return pathOf(later == mOnDisk.begin() ? *later : *std::prev(later));
+    }
+
+private:
+    std::filesystem::path mPath;
+    std::optional<SequencePattern> mPattern;
+    FrameList mOnDisk;
+};
+
+class ShotOutput {
+public:
+    ShotOutput(const std::filesystem::path& output, std::size_t frames)
+        : mPath(output), mPattern(SequencePattern::parse(output)) {
+        if (!mPattern && frames > 1) {
+            throw Error(fmt::format("'{}' has no place for the frame's number, like # or %04d",
+                                    output.string()));
+        }
+    }
+
+    std::filesystem::path pathOf(A_long frame) const {
+        return mPattern ? mPattern->pathOf(frame) : mPath;
+    }
+
+private:
+    std::filesystem::path mPath;
+    std::optional<SequencePattern> mPattern;
+};
+
+/// In place, a frame that is held would meet its picture before or after it is rendered.
+void CheckNotInPlace(const Shot& shot) {
+    for (const ShotFrame& frame : shot.frames) {
+        if (frame.input.lexically_normal() == frame.output.lexically_normal()) {
+            throw Error(fmt::format("'{}' is input and output; a sequence can't be rendered in "
+                                    "place",
+                                    frame.output.string()));
+        }
+    }
+}
+
+} // namespace
+
+bool AsksForShot(const ShotRequest& request) {
+    return request.frames || InputPattern(request.input);
+}
+
+Shot PlanShot(const ShotRequest& request) {
+    const ShotInput input(request.input);
+    const FrameList all = request.frames ? *request.frames : input.allFrames();
+    const ShotOutput output(request.output, all.size());
+    Shot shot;
+    for (const A_long frame : FramesOf(request.chunk, all)) {
+        const bool there = input.has(frame);
+        if (!there) {
+            shot.missing.push_back(frame);
+        }
+        if (there || request.missing == MissingFrames::Hold) {
+            shot.frames.push_back({.number = frame,
+                                   .input = there ? input.pathOf(frame) : input.heldPath(frame),
+                                   .output = output.pathOf(frame)});
+        }
+    }
+    if (!shot.missing.empty() && request.missing == MissingFrames::Error) {
+        throw Error(fmt::format("'{}' lacks the frames {}; --missing skip or --missing hold goes "
+                                "on without them",
+                                request.input.string(), FormatFrames(shot.missing)));
+    }
+    CheckNotInPlace(shot);
+    return shot;
+}
+
+} // namespace Kerovane::Host

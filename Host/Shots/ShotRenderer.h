@@ -1,0 +1,57 @@
+#pragma once
+
+#include "Host/Shots/Pipeline.h"
+#include "Host/Shots/Shot.h"
+#include "Host/World.h"
+
+#include <atomic>
+#include <functional>
+#include <optional>
+#include <string>
+
+namespace Kerovane::Host {
+
+/// Spent in each stage, without waiting for the others.
+struct StageSeconds {
+    double read = 0;
+    double render = 0;
+    double write = 0;
+};
+
+enum class FrameEnding {
+    Rendered,
+    Kept, ///< its file was there and whole
+    Failed
+};
+
+struct FrameReport {
+    FrameEnding ending = FrameEnding::Failed;
+    std::string reason; ///< of a failure, one line
+    StageSeconds seconds;
+    A_long width = 0; ///< pixels; 0 where the input can't be read
+    A_long height = 0;
+};
+
+struct ShotSetting {
+    PipelineLimits limits;
+    std::optional<Depth> depth; ///< else that of each file
+    bool resume = false;        ///< keep the outputs that are there and whole
+};
+
+struct ShotCallbacks {
+    /// Draws a frame; on the calling thread. A std::exception that it throws fails the frame.
+    std::function<void(const ShotFrame&, const World& input, World& output)> render;
+
+    /// Once for each frame that began, as it ends; from any thread, one call at a time.
+    std::function<void(const ShotFrame&, const FrameReport&)> ended;
+};
+
+/**
+ * Renders each frame of a shot: its files are read, drawn and written on several threads at a time,
+ * and no file comes to stand half written. A frame that fails leaves its target as it was and the
+ * others go on. Once `stop` is true no further frame begins.
+ */
+void RenderShot(const std::vector<ShotFrame>& frames, const ShotSetting& setting,
+                const ShotCallbacks& callbacks, const std::atomic<bool>& stop);
+
+} // namespace Kerovane::Host
