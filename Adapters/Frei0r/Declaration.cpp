@@ -13,7 +13,14 @@ namespace Kerovane::Frei0r {
 
 namespace {
 
+/// Keeps the effect's module loaded for the rest of the process, as this one is: it would leave
+/// memory behind with every unloading.
+void PinEffect() {
+    [[maybe_unused]] static const auto& module = *new Host::EffectModule(InstalledModule());
+}
+
 std::vector<Control> ReadControls() {
+    PinEffect();
     Host::EffectSession session(InstalledModule());
     if (const PF_Err error = session.call(PF_Cmd_PARAMS_SETUP)) {
         throw Host::Error(fmt::format("the effect failed to declare its parameters: error {}; {}",

@@ -8,6 +8,11 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
+/// Mesa's part of EGL, if it is there, stays loaded beyond exit(): it is unloaded before leaks are
+/// looked for otherwise, and what its globals hold looks lost.
+[[maybe_unused]] const void* const kMesa =
+    dlopen("libEGL_mesa.so.0", RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
+
 template <typename Function>
 void Find(void* library, const char* name, Function& function) {
     function = reinterpret_cast<Function>(dlsym(library, name));

@@ -167,6 +167,7 @@ TEST(Instances, RenderAtOnceOnThreadsThatComeAndGo) {
     constexpr unsigned kSide = 64;
     const Pixels input = MotleyPicture(kSide, kSide);
     std::vector<Pixels> expected;
+    expected.reserve(kSettings.size());
     for (const Settings& settings : kSettings) {
         expected.push_back(Reference(input, kSide, kSide, settings));
     }
