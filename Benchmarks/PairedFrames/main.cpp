@@ -107,7 +107,7 @@ void RequireSamePicture(const Worlds& one, const Worlds& other) {
 /// Fewer rounds for larger pictures: each round costs in proportion to the pixels.
 int RoundsFor(const PictureSize& size, int rounds) {
     constexpr double kFullHd = 1920.0 * 1080.0;
-    constexpr double kFewest = 7;
+    constexpr double kFewest = 5;
     const double share = kFullHd / (static_cast<double>(size.width) * size.height);
     return static_cast<int>(std::clamp(rounds * share, kFewest, 3.0 * rounds));
 }
