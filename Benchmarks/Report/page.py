@@ -17,6 +17,8 @@ BEGIN, END = "<!-- figures: begin -->", "<!-- figures: end -->"
 PICTURES = "pictures/performance"
 COLOURS = {"effect": "#b5543f", "bare": "#7a8b99", "memcpy": "#c9b458", "rival": "#5d7f8f"}
 FULL_HD = 1920 * 1080
+STAGES = ["begin drawing", "upload", "draw", "resolve", "screen pass", "read-back"]  # in order
+PARAMETERS = ["Size 2", "Size 10", "Size 50", "Size 500", "5 levels"]
 
 
 def output_of(*command):
@@ -109,11 +111,10 @@ def plot_sizes(plain, folder):
 
 
 def plot_stages(stages, folder):
-    names = ["begin drawing", "upload", "draw", "resolve", "screen pass", "read-back"]
     figure, axes = plt.subplots(figsize=(9, 2.4))
     for position, bits in enumerate((32, 16, 8)):
         start = 0.0
-        for index, name in enumerate(names):
+        for index, name in enumerate(STAGES):
             key = f"Stage/{name}/{bits} bits" if name != "draw" else "Stage/draw/squares/0 levels"
             width = stages[key][0]
             axes.barh(position, width, left=start, color=f"C{index}",
@@ -218,16 +219,17 @@ def figures(reports, folder):
         for row in floors
     ]  # fmt: skip
     parameter_rows = [
-        [row["shape"], *(f"{1 / each['cpu_ratio']['median']:.2f}" for each in row["sides"].values())]
+        [row["shape"],
+         *(f"{1 / row['sides'][name]['cpu_ratio']['median']:.2f}" for name in PARAMETERS)]
         for row in parameters
-    ]
+    ]  # fmt: skip
     stage_rows = [
         [name.removeprefix("Stage/"), number(cpu), number(wall)]
-        for name, (cpu, wall) in stages.items() if not name.startswith("Math/")
+        for name, (cpu, wall) in sorted(stages.items()) if not name.startswith("Math/")
     ]  # fmt: skip
     math_rows = [
         [name.removeprefix("Math/"), number(cpu * 1e6)]
-        for name, (cpu, _) in stages.items() if name.startswith("Math/")
+        for name, (cpu, _) in sorted(stages.items()) if name.startswith("Math/")
     ]  # fmt: skip
 
     return "\n".join([
@@ -242,7 +244,7 @@ def figures(reports, folder):
                "Effect over bare", "The same in wall time"], floor_rows),
         "## Parameters\n",
         "Times the cost at the defaults, at 1920 x 1080 and 8 bits:\n",
-        table(["Shape", *parameters[0]["sides"]], parameter_rows),
+        table(["Shape", *PARAMETERS], parameter_rows),
         "## Stages\n",
         f"![the stages of a frame]({PICTURES}/stages.svg)\n",
         table(["Stage", "Processor time, ms", "Wall time, ms"], stage_rows),
