@@ -1,0 +1,74 @@
+#pragma once
+
+#include "GL/AEOpenGLContext.h"
+#include "GL/GLObject.h"
+#include "Host/World.h"
+#include "MosaicShaderManager.h"
+
+#include <memory>
+
+namespace Kerovane::Benchmarks {
+
+/// What tells one measured frame from another; all else is as the effect's defaults are.
+struct Cells {
+    int shapeType = 0;       ///< 0 square, 1 triangle
+    int size = 10;           ///< pixels
+    int levels = 3;          ///< Size Level
+    double sizeRandom = 0.0; ///< percent
+};
+
+/**
+ * The floor that the effect's frame is measured against: the GL calls that the frame consists of,
+ * in its order, and the copies between the host's rows and a tight block, with nothing around them.
+ * The mosaic program is the effect's own, so that both draw the same picture with the same
+ * arithmetic. One sample a pixel, as a software rasteriser gets it.
+ */
+class BareFrame {
+public:
+    /// Makes a context of its own and leaves it current.
+    explicit BareFrame(const Cells& cells);
+
+    /// The context must be current.
+    ~BareFrame();
+
+    BareFrame(const BareFrame&) = delete;
+    BareFrame& operator=(const BareFrame&) = delete;
+
+    void makeCurrent() { mContext.makeContextCurrent(); }
+
+    /// `output` has the depth and the size of `input`. The context must be current.
+    void render(const Host::World& input, Host::World& output);
+
+private:
+    struct Layout;
+    struct Quad {
+        Tesselune::GLVertexArray vertexArray;
+        Tesselune::GLBuffer vertices;
+    };
+
+    void fitTargets(int width, int height);
+    void openTarget();
+    unsigned int upload(const Host::World& input, const Layout& layout) const;
+    void drawMosaic(unsigned int texture, float multiplier) const;
+    unsigned int resolve();
+    void drawScreenPass(unsigned int texture, float multiplier) const;
+    void download(Host::World& output, const Layout& layout) const;
+
+    Tesselune::AEOpenGLContext mContext{nullptr};
+    Cells mCells;
+    std::unique_ptr<Tesselune::OpenglShader> mMosaicShader;
+    std::unique_ptr<Tesselune::OpenglShader> mScreenShader;
+    unsigned int mMosaicProgram = 0;
+    unsigned int mScreenProgram = 0;
+    Quad mMosaicQuad;
+    Quad mScreenQuad;
+    Tesselune::GLFramebuffer mDrawBuffer;
+    Tesselune::GLFramebuffer mResolveBuffer;
+    Tesselune::GLFramebuffer mOutputBuffer;
+    Tesselune::GLRenderbuffer mTarget;
+    Tesselune::GLRenderbuffer mOutput;
+    int mWidth = 0;
+    int mHeight = 0;
+};
+
+} // namespace Kerovane::Benchmarks

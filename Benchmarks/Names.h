@@ -1,0 +1,23 @@
+#pragma once
+
+#include "Host/World.h"
+
+#include <array>
+#include <string>
+
+namespace Kerovane::Benchmarks {
+
+inline constexpr std::array kDepths = {Host::Depth::Bits8, Host::Depth::Bits16,
+                                       Host::Depth::Float32};
+
+/// As part of a benchmark's name: "16 bits".
+inline std::string BitsName(Host::Depth depth) {
+    return std::to_string(static_cast<int>(depth)) + " bits";
+}
+
+/// "squares" for the shape type 0, "triangles" for 1.
+inline std::string ShapeName(int shapeType) {
+    return shapeType == 0 ? "squares" : "triangles";
+}
+
+} // namespace Kerovane::Benchmarks

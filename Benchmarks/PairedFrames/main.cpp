@@ -1,0 +1,266 @@
+// Compares frames by turns in one process: the effect with its floors, the effect with itself under
+// other parameters, or two builds of the effect.
+
+#include "BareFrame/BareFrame.h"
+#include "BenchmarkPicture.h"
+#include "EffectFrame.h"
+#include "HostContext.h"
+#include "Names.h"
+#include "PairedTiming.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cstring>
+#include <fstream>
+#include <iostream>
+#include <stdexcept>
+
+namespace Kerovane::Benchmarks {
+
+namespace {
+
+using nlohmann::json;
+
+struct PictureSize {
+    int width;
+    int height;
+};
+
+/// What the command line says.
+struct Settings {
+    std::string module = TESSELUNE_MODULE;
+    std::string base;
+    std::string report;
+    int rounds = 21;
+    bool small = false;
+};
+
+int Bits(Host::Depth depth) {
+    return static_cast<int>(depth);
+}
+
+/// A picture and where it goes.
+struct Worlds {
+    Worlds(Host::Depth depth, const PictureSize& size)
+        : input(BenchmarkPicture(depth, size.width, size.height)),
+          output(depth, size.width, size.height) {}
+
+    Host::World input;
+    Host::World output;
+};
+
+/// The render command of `effect` on `worlds`, which outlive the side, without a host's context.
+Side EffectSide(std::string name, Host::Effect& effect, const Cells& cells, Worlds& worlds) {
+    return {.name = std::move(name),
+            .prepare = [] { Platform::ReleaseCurrentEglContext(); },
+            .frame =
+                [&effect, &worlds, values = ValuesOf(cells, effect.parameters())] {
+                    effect.render({}, values, worlds.input, worlds.output);
+                }};
+}
+
+json ToJson(const Estimate& estimate) {
+    return {{"median", estimate.median}, {"low", estimate.low}, {"high", estimate.high}};
+}
+
+/// Times the sides and reports them, with the ratios of the first to each of the others.
+json Compare(const std::vector<Side>& sides, int rounds) {
+    const std::vector<Times> times = TimeInTurn(sides, rounds);
+    json row;
+    for (std::size_t index = 0; index < sides.size(); ++index) {
+        json& side = row["sides"][sides[index].name];
+        side["wall_ms"] = ToJson(EstimateMedian(times[index].wall));
+        side["cpu_ms"] = ToJson(EstimateMedian(times[index].cpu));
+        side["wall_ratio"] = ToJson(EstimateRatio(times[0].wall, times[index].wall));
+        side["cpu_ratio"] = ToJson(EstimateRatio(times[0].cpu, times[index].cpu));
+    }
+    return row;
+}
+
+json Described(json row, const Worlds& worlds, const Cells& cells) {
+    row["width"] = worlds.input.width();
+    row["height"] = worlds.input.height();
+    row["bits"] = Bits(worlds.input.depth());
+    row["shape"] = ShapeName(cells.shapeType);
+    row["size"] = cells.size;
+    row["levels"] = cells.sizeRandom > 0 ? cells.levels : 0;
+    std::cerr << fmt::format("{} x {}, {} bits, {}:", worlds.input.width(), worlds.input.height(),
+                             Bits(worlds.input.depth()), ShapeName(cells.shapeType));
+    for (const auto& [name, side] : row["sides"].items()) {
+        std::cerr << fmt::format("  {} {:.2f} ms", name, side["cpu_ms"]["median"].get<double>());
+    }
+    std::cerr << '\n';
+    return row;
+}
+
+void RequireSamePicture(const Worlds& one, const Worlds& other) {
+    const auto a = one.output.bytes();
+    const auto b = other.output.bytes();
+    if (std::memcmp(a.data(), b.data(), a.size()) != 0) {
+        throw std::runtime_error("the compared frames differ, so their times say nothing");
+    }
+}
+
+/// Fewer rounds for larger pictures: each round costs in proportion to the pixels.
+int RoundsFor(const PictureSize& size, int rounds) {
+    constexpr double kFullHd = 1920.0 * 1080.0;
+    constexpr double kFewest = 5;
+    const double share = kFullHd / (static_cast<double>(size.width) * size.height);
+    return static_cast<int>(std::clamp(rounds * share, kFewest, 3.0 * rounds));
+}
+
+/// The effect against the bare frame and against a copy of the bytes.
+json CompareWithFloor(Host::Effect& effect, Host::Depth depth, const PictureSize& size,
+                      const Cells& cells, int rounds) {
+    Worlds ofEffect(depth, size);
+    Worlds ofBareFrame(depth, size);
+    std::vector<std::byte> copy(ofEffect.input.bytes().size());
+    BareFrame bareFrame(cells);
+    const std::vector<Side> sides = {
+        EffectSide("effect", effect, cells, ofEffect),
+        {.name = "bare",
+         .prepare = [&] { bareFrame.makeCurrent(); },
+         .frame = [&] { bareFrame.render(ofBareFrame.input, ofBareFrame.output); }},
+        {.name = "memcpy",
+         .prepare = [] {},
+         .frame = [&] { std::memcpy(copy.data(), ofEffect.input.bytes().data(), copy.size()); }},
+    };
+    json row = Described(Compare(sides, RoundsFor(size, rounds)), ofEffect, cells);
+    RequireSamePicture(ofEffect, ofBareFrame);
+    bareFrame.makeCurrent();
+    return row;
+}
+
+json CompareWithFloors(Host::Effect& effect, const Settings& settings) {
+    const std::vector<PictureSize> sizes =
+        settings.small
+            ? std::vector<PictureSize>{{640, 360}, {1920, 1080}}
+            : std::vector<PictureSize>{{640, 360}, {1920, 1080}, {3840, 2160}, {7680, 4320}};
+    json rows = json::array();
+    for (const PictureSize& size : sizes) {
+        for (const Host::Depth depth : kDepths) {
+            rows.push_back(CompareWithFloor(effect, depth, size, Cells{}, settings.rounds));
+        }
+    }
+    constexpr PictureSize kFullHd = {1920, 1080};
+    for (const int shape : {0, 1}) {
+        const Cells fiveLevels{.shapeType = shape, .levels = 5, .sizeRandom = 100};
+        rows.push_back(
+            CompareWithFloor(effect, Host::Depth::Bits8, kFullHd, fiveLevels, settings.rounds));
+    }
+    return rows;
+}
+
+/// The effect at its defaults against itself under other parameters.
+json CompareParameters(Host::Effect& effect, const Settings& settings) {
+    constexpr PictureSize kFullHd = {1920, 1080};
+    json rows = json::array();
+    for (const int shape : {0, 1}) {
+        const Cells plain{.shapeType = shape};
+        Worlds worlds(Host::Depth::Bits8, kFullHd);
+        std::vector<Side> sides;
+        const auto add = [&](std::string name, Cells cells) {
+            cells.shapeType = shape;
+            sides.push_back(EffectSide(std::move(name), effect, cells, worlds));
+        };
+        add("Size 10", {});
+        add("Size 2", {.size = 2});
+        add("Size 50", {.size = 50});
+        add("Size 500", {.size = 500});
+        add("5 levels", {.levels = 5, .sizeRandom = 100});
+        rows.push_back(Described(Compare(sides, settings.rounds), worlds, plain));
+    }
+    return rows;
+}
+
+/// One build of the effect against another.
+json CompareModules(Host::Effect& effect, Host::Effect& base, const Settings& settings) {
+    json rows = json::array();
+    for (const Host::Depth depth : kDepths) {
+        constexpr PictureSize kFullHd = {1920, 1080};
+        Worlds ofEffect(depth, kFullHd);
+        Worlds ofBase(depth, kFullHd);
+        const std::vector<Side> sides = {EffectSide("effect", effect, Cells{}, ofEffect),
+                                         EffectSide("base", base, Cells{}, ofBase)};
+        rows.push_back(Described(Compare(sides, settings.rounds), ofEffect, Cells{}));
+    }
+    return rows;
+}
+
+/// Prints a line a row and the verdict. True where the effect is slower than its base.
+bool ReportVerdict(const json& rows) {
+    constexpr double kTolerance = 1.01;
+    bool isSlower = false;
+    for (const json& row : rows) {
+        const json& base = row["sides"]["base"];
+        std::cout << fmt::format("{:2} bits:", row["bits"].get<int>());
+        for (const auto& [key, label] :
+             {std::pair{"cpu_ratio", "processor time"}, std::pair{"wall_ratio", "wall time"}}) {
+            const json& ratio = base[key];
+            isSlower = isSlower || ratio["low"].get<double>() > kTolerance;
+            std::cout << fmt::format("  {} x {:.3f} ({:.3f} to {:.3f})", label,
+                                     ratio["median"].get<double>(), ratio["low"].get<double>(),
+                                     ratio["high"].get<double>());
+        }
+        std::cout << '\n';
+    }
+    std::cout << (isSlower ? "The render command is slower than the base beyond the noise.\n"
+                           : "The render command is not slower than the base beyond the noise.\n");
+    return isSlower;
+}
+
+void Write(const json& report, const std::string& file) {
+    if (file.empty()) {
+        return;
+    }
+    std::ofstream stream(file);
+    stream << report.dump(1) << '\n';
+    if (!stream.flush()) {
+        throw std::runtime_error("cannot write " + file);
+    }
+}
+
+int Run(int argc, char** argv) {
+    Settings settings;
+    CLI::App app("Times frames by turns in one process.");
+    app.add_option("--module", settings.module, "the effect")->check(CLI::ExistingFile);
+    app.add_option("--rounds", settings.rounds, "rounds at 1920 x 1080")
+        ->check(CLI::Range(3, 10000));
+    app.add_option("--report", settings.report, "JSON file to write");
+    app.require_subcommand(1);
+    CLI::App* floors = app.add_subcommand("floors", "against bare GL calls and a memory copy");
+    floors->add_flag("--small", settings.small, "leave the pictures beyond 1920 x 1080 out");
+    CLI::App* parameters = app.add_subcommand("parameters", "against other parameters");
+    CLI::App* modules = app.add_subcommand("modules", "against another build of the effect");
+    modules->add_option("BASE", settings.base, "the other build's module")
+        ->required()
+        ->check(CLI::ExistingFile);
+    CLI11_PARSE(app, argc, argv);
+
+    Host::Effect effect(settings.module);
+    if (*modules) {
+        Host::Effect base(settings.base);
+        const json rows = CompareModules(effect, base, settings);
+        Write(rows, settings.report);
+        return ReportVerdict(rows) ? 1 : 0;
+    }
+    Write(*parameters ? CompareParameters(effect, settings) : CompareWithFloors(effect, settings),
+          settings.report);
+    return 0;
+}
+
+} // namespace
+
+} // namespace Kerovane::Benchmarks
+
+int main(int argc, char** argv) {
+    try {
+        return Kerovane::Benchmarks::Run(argc, argv);
+    } catch (const std::exception& error) {
+        std::cerr << "PairedFrames: " << error.what() << '\n';
+        return 2;
+    }
+}

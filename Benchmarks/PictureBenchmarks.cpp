@@ -1,0 +1,99 @@
+// The headless host's frame from file to file, and what it is made of.
+
+#include "BenchmarkPicture.h"
+#include "EffectFrame.h"
+#include "Host/Pictures/PictureReader.h"
+#include "Host/Pictures/PictureWriter.h"
+#include "Names.h"
+#include "Suites.h"
+
+#include <benchmark/benchmark.h>
+
+#include <unistd.h>
+
+#include <filesystem>
+
+namespace Kerovane::Benchmarks {
+
+namespace {
+
+constexpr A_long kWidth = 1920;
+constexpr A_long kHeight = 1080;
+
+/// A picture file of the depth in a folder of its own, which goes with the object.
+class PictureFiles {
+public:
+    explicit PictureFiles(Host::Depth depth)
+        : mFolder(std::filesystem::temp_directory_path() /
+                  ("tesselune-benchmark-" + std::to_string(::getpid()))) {
+        std::filesystem::create_directories(mFolder);
+        const auto type =
+            depth == Host::Depth::Bits8 ? OIIO::TypeDesc::UINT8 : OIIO::TypeDesc::UINT16;
+        Host::PictureWriter(input()).write(BenchmarkPicture(depth, kWidth, kHeight),
+                                           OIIO::ImageSpec(kWidth, kHeight, 4, type));
+    }
+
+    ~PictureFiles() {
+        std::error_code ignored;
+        std::filesystem::remove_all(mFolder, ignored);
+    }
+
+    PictureFiles(const PictureFiles&) = delete;
+    PictureFiles& operator=(const PictureFiles&) = delete;
+
+    std::filesystem::path input() const { return mFolder / "input.png"; }
+    std::filesystem::path output() const { return mFolder / "output.png"; }
+
+private:
+    std::filesystem::path mFolder;
+};
+
+void Read(benchmark::State& state, Host::Depth depth) {
+    const PictureFiles files(depth);
+    for ([[maybe_unused]] auto _ : state) {
+        benchmark::DoNotOptimize(Host::ReadPicture(files.input()));
+    }
+}
+
+/// Writes what the effect makes of the picture, which packs better than the picture itself.
+void Write(benchmark::State& state, Host::Depth depth) {
+    const PictureFiles files(depth);
+    const Host::Picture picture = Host::ReadPicture(files.input());
+    Host::World output(depth, picture.world.width(), picture.world.height());
+    Host::Effect(TESSELUNE_MODULE).render({}, {}, picture.world, output);
+    const Host::PictureWriter writer(files.output());
+    for ([[maybe_unused]] auto _ : state) {
+        writer.write(output, picture.origin);
+    }
+}
+
+void FileToFile(benchmark::State& state, Host::Depth depth) {
+    const PictureFiles files(depth);
+    Host::Effect effect(TESSELUNE_MODULE);
+    const Host::PictureWriter writer(files.output());
+    for ([[maybe_unused]] auto _ : state) {
+        const Host::Picture picture = Host::ReadPicture(files.input());
+        Host::World output(depth, picture.world.width(), picture.world.height());
+        effect.render({}, {}, picture.world, output);
+        writer.write(output, picture.origin);
+    }
+}
+
+} // namespace
+
+void RegisterPictureBenchmarks() {
+    for (const Host::Depth depth : {Host::Depth::Bits8, Host::Depth::Bits16}) {
+        const auto add = [depth](const std::string& name, auto function) {
+            benchmark::RegisterBenchmark(("PNG/" + name + '/' + BitsName(depth)).c_str(), function,
+                                         depth)
+                ->MeasureProcessCPUTime()
+                ->UseRealTime()
+                ->Unit(benchmark::kMillisecond);
+        };
+        add("read", Read);
+        add("write", Write);
+        add("file to file", FileToFile);
+    }
+}
+
+} // namespace Kerovane::Benchmarks

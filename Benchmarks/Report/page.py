@@ -1,0 +1,277 @@
+#!/usr/bin/env python3
+"""Draws the plots of Docs/performance.md and refreshes the figures between its markers."""
+
+import argparse
+import datetime
+import json
+import pathlib
+import re
+import subprocess
+
+import matplotlib
+
+matplotlib.use("svg")
+import matplotlib.pyplot as plt  # noqa: E402: the backend comes first
+
+BEGIN, END = "<!-- figures: begin -->", "<!-- figures: end -->"
+PICTURES = "pictures/performance"
+COLOURS = {"effect": "#b5543f", "bare": "#7a8b99", "memcpy": "#c9b458", "rival": "#5d7f8f"}
+FULL_HD = 1920 * 1080
+STAGES = ["begin drawing", "upload", "draw", "resolve", "screen pass", "read-back"]  # in order
+PARAMETERS = ["Size 2", "Size 10", "Size 50", "Size 500", "5 levels"]
+
+
+def output_of(*command):
+    return subprocess.run(command, capture_output=True, text=True, check=True).stdout
+
+
+def machine():
+    """What the figures were measured on, as a list of (name, value)."""
+    cpu = dict(re.findall(r"^([^:\n]+):\s*(.+)$", output_of("lscpu"), re.MULTILINE))
+    memory = re.search(r"MemTotal:\s+(\d+)", pathlib.Path("/proc/meminfo").read_text())[1]
+    system = re.search(r'PRETTY_NAME="(.*)"', pathlib.Path("/etc/os-release").read_text())[1]
+    mesa = output_of("dpkg-query", "-W", "-f=${Version}", "libgl1-mesa-dri")
+    return [
+        ("Processor", f"{cpu['Model name']}, {cpu['CPU(s)']} threads seen"),
+        ("Caches", f"L2 {cpu.get('L2 cache', 'unknown')}, L3 {cpu.get('L3 cache', 'unknown')}"),
+        ("Memory", f"{int(memory) / 2**20:.0f} GiB"),
+        ("System", f"{system}, Linux {output_of('uname', '-r').strip()}"),
+        ("OpenGL", f"Mesa {mesa}"),
+        ("Commit", output_of("git", "rev-parse", "--short", "HEAD").strip()
+         + (" with changes" if output_of("git", "status", "--porcelain", "-uno") else "")),
+        ("Day", datetime.date.today().isoformat()),
+    ]  # fmt: skip
+
+
+def table(header, rows):
+    lines = [header, ["---"] + ["---:"] * (len(header) - 1), *rows]
+    return "\n".join("| " + " | ".join(map(str, line)) + " |" for line in lines) + "\n"
+
+
+def number(value):
+    return f"{value:.3g}" if value < 100 else f"{value:.0f}"
+
+
+def ratio(estimate):
+    return f"{estimate['median']:.2f} ({estimate['low']:.2f} to {estimate['high']:.2f})"
+
+
+def side(row, name, value="median", clock="cpu_ms"):
+    return row["sides"][name][clock][value]
+
+
+def size_of(row):
+    return f"{row['width']} x {row['height']}"
+
+
+def pixels(row):
+    return row["width"] * row["height"]
+
+
+def stage_times(benchmarks):
+    """Median processor and wall time in milliseconds by the benchmark's bare name."""
+    factor = {"ns": 1e-6, "us": 1e-3, "ms": 1.0}
+    times = {}
+    for entry in benchmarks["benchmarks"]:
+        if entry.get("aggregate_name") == "median":
+            name = re.sub(r"(/\d+)*(/process_time)?(/real_time)?$", "", entry["run_name"])
+            scale = factor[entry["time_unit"]]
+            times[name] = (entry["cpu_time"] * scale, entry["real_time"] * scale)
+    return times
+
+
+def save(figure, folder, name):
+    figure.tight_layout()
+    figure.savefig(folder / f"{name}.svg", metadata={"Date": None})
+    plt.close(figure)
+
+
+def plot_sizes(plain, folder):
+    figure, (left, right) = plt.subplots(1, 2, figsize=(9, 3.4))
+    for bits, marker in ((8, "o"), (16, "s"), (32, "^")):
+        rows = [row for row in plain if row["bits"] == bits]
+        megapixels = [pixels(row) / 1e6 for row in rows]
+        for name in ("effect", "bare"):
+            left.plot(megapixels, [side(row, name) * 1e6 / pixels(row) for row in rows],
+                      marker=marker, color=COLOURS[name], label=f"{name}, {bits} bits",
+                      linestyle="-" if name == "effect" else ":")  # fmt: skip
+        ratios = [row["sides"]["bare"]["cpu_ratio"] for row in rows]
+        medians = [each["median"] for each in ratios]
+        errors = [
+            [each["median"] - each["low"] for each in ratios],
+            [each["high"] - each["median"] for each in ratios],
+        ]
+        right.errorbar(megapixels, medians, errors, marker=marker, capsize=3, label=f"{bits} bits")
+    left.set(xscale="log", ylim=(0, None), xlabel="megapixels", ylabel="ns a pixel")
+    left.legend(fontsize=7)
+    right.axhline(1.02, color="black", linewidth=0.7)
+    right.set(xscale="log", xlabel="megapixels", ylabel="render command over bare GL calls")
+    right.legend(fontsize=7)
+    save(figure, folder, "sizes")
+
+
+def plot_stages(stages, folder):
+    figure, axes = plt.subplots(figsize=(9, 2.4))
+    for position, bits in enumerate((32, 16, 8)):
+        start = 0.0
+        for index, name in enumerate(STAGES):
+            key = f"Stage/{name}/{bits} bits" if name != "draw" else "Stage/draw/squares/0 levels"
+            width = stages[key][0]
+            axes.barh(position, width, left=start, color=f"C{index}",
+                      label=name if position == 0 else None)  # fmt: skip
+            start += width
+    axes.set_yticks(range(3), ["32 bits", "16 bits", "8 bits"])
+    axes.set_xlabel("milliseconds of processor time at 1920 x 1080")
+    axes.legend(fontsize=7, ncol=6, loc="lower center", bbox_to_anchor=(0.5, 1.0))
+    save(figure, folder, "stages")
+
+
+def plot_rivals(costs, folder):
+    figure, axes = plt.subplots(figsize=(9, 2.4))
+    names = list(costs)[::-1]
+    bars = axes.barh(names, [costs[name] for name in names],
+                     color=[COLOURS["effect" if "Tesselune" in n else "rival"] for n in names])  # fmt: skip
+    axes.bar_label(bars, labels=[f"{number(costs[name])} ms" for name in names], padding=3)
+    axes.set(xscale="log", xlabel="milliseconds of processor time for a frame of 1920 x 1080")
+    axes.margins(x=0.2)
+    save(figure, folder, "rivals")
+
+
+def goals(plain, parameters, stages, effect_frame, gegl_frame):
+    """Rows of the table of goals."""
+
+    def verdict(is_reached):
+        return "reached" if is_reached else "**not reached**"
+
+    worst = max(plain, key=lambda row: row["sides"]["bare"]["cpu_ratio"]["median"])
+    worst_ratio = worst["sides"]["bare"]["cpu_ratio"]
+    spreads = {}
+    for bits in (8, 16, 32):
+        costs = [side(row, "effect") / pixels(row) for row in plain if row["bits"] == bits]
+        spreads[bits] = max(costs) / min(costs)
+    sizes = [
+        1 / row["sides"][name]["cpu_ratio"]["median"]
+        for row in parameters for name in ("Size 2", "Size 50", "Size 500")
+    ]  # fmt: skip
+    levels = max(1 / row["sides"]["5 levels"]["cpu_ratio"]["median"] for row in parameters)
+    parts = {part: stages[f"PNG/{part}/8 bits"][0] for part in ("read", "write")}
+    parts["render"] = effect_frame["cpu"]
+    slowest = max(parts, key=parts.get)
+    whole = stages["PNG/file to file/8 bits"][0]
+    gegl = gegl_frame["cpu"] / effect_frame["cpu"] if gegl_frame else None
+    gegl_wall = gegl_frame["wall"] / effect_frame["wall"] if gegl_frame else None
+    return [
+        ["render command over bare GL calls, at most 1.02 everywhere",
+         f"{ratio(worst_ratio)} at worst: {size_of(worst)}, {worst['bits']} bits",
+         verdict(worst_ratio["median"] <= 1.02)],
+        ["cost of a pixel constant within 10 % from 640 x 360 to the largest picture",
+         ", ".join(f"{bits} bits: {(spread - 1) * 100:.0f} %" for bits, spread in spreads.items()),
+         verdict(max(spreads.values()) <= 1.10)],
+        ["cost independent of Size", f"{min(sizes):.2f} to {max(sizes):.2f} times that of Size 10",
+         verdict(0.95 <= min(sizes) and max(sizes) <= 1.05)],
+        ["5 levels at most 1.25 times 0 levels", f"{levels:.2f}", verdict(levels <= 1.25)],
+        ["file to file bound by the slowest stage", f"{number(whole)} ms for one picture, "
+         f"of which {slowest} takes {number(parts[slowest])} ms", "see below"],
+        ["15 times faster than GEGL's mosaic",
+         f"{gegl:.0f} times in processor time, {gegl_wall:.0f} times in wall time"
+         if gegl else "not measured",
+         verdict(gegl_wall is not None and gegl_wall >= 15)],
+    ]  # fmt: skip
+
+
+def figures(reports, folder):
+    def load(name):
+        return json.loads((reports / f"{name}.json").read_text())
+
+    floors, parameters, rivals = load("floors"), load("parameters"), load("rivals")
+    stages = stage_times(load("benchmarks"))
+    plain = [row for row in floors if row["levels"] == 0 and row["shape"] == "squares"]
+    at_full_hd = next(row for row in plain if pixels(row) == FULL_HD and row["bits"] == 8)
+    effect_frame = {
+        "cpu": side(at_full_hd, "effect"),
+        "wall": side(at_full_hd, "effect", clock="wall_ms"),
+    }
+    rival_rows, costs = [], {"Tesselune": effect_frame["cpu"]}
+    gegl_frame = None
+    for name, times in rivals.items():
+        if "failure" in times:
+            rival_rows.append([name, "does not run here", "", "", ""])
+            continue
+        wall, cpu = times["wall_ms"], times["cpu_ms"]
+        frame = {"cpu": cpu["frame"], "wall": wall["frame"]}
+        if name == "tesselune":
+            name, frame = "Tesselune", effect_frame
+        else:
+            costs[name] = frame["cpu"]
+        if "gegl" in name:
+            gegl_frame = frame
+        rival_rows.append([name, *map(number, (frame["cpu"], frame["wall"],
+                                               cpu["file"], wall["file"]))])  # fmt: skip
+
+    plot_sizes(plain, folder)
+    plot_stages(stages, folder)
+    plot_rivals(costs, folder)
+
+    floor_rows = [
+        [size_of(row), row["bits"], row["shape"], row["levels"],
+         *(number(side(row, name)) for name in ("effect", "bare", "memcpy")),
+         ratio(row["sides"]["bare"]["cpu_ratio"]), ratio(row["sides"]["bare"]["wall_ratio"])]
+        for row in floors
+    ]  # fmt: skip
+    parameter_rows = [
+        [row["shape"],
+         *(f"{1 / row['sides'][name]['cpu_ratio']['median']:.2f}" for name in PARAMETERS)]
+        for row in parameters
+    ]  # fmt: skip
+    stage_rows = [
+        [name.removeprefix("Stage/"), number(cpu), number(wall)]
+        for name, (cpu, wall) in sorted(stages.items()) if not name.startswith("Math/")
+    ]  # fmt: skip
+    math_rows = [
+        [name.removeprefix("Math/"), number(cpu * 1e6)]
+        for name, (cpu, _) in sorted(stages.items()) if name.startswith("Math/")
+    ]  # fmt: skip
+
+    return "\n".join([
+        "## The machine\n",
+        table(["", ""], machine()).replace("---:", "---"),
+        "## Goals\n",
+        table(["Goal", "Measured", ""],
+              goals(plain, parameters, stages, effect_frame, gegl_frame)).replace("---:", "---"),
+        "## The render command and its floors\n",
+        f"![cost of a pixel and ratio to the bare GL calls]({PICTURES}/sizes.svg)\n",
+        table(["Picture", "Bits", "Shape", "Levels", "Effect, ms", "Bare GL, ms", "`memcpy`, ms",
+               "Effect over bare", "The same in wall time"], floor_rows),
+        "## Parameters\n",
+        "Times the cost at the defaults, at 1920 x 1080 and 8 bits:\n",
+        table(["Shape", *PARAMETERS], parameter_rows),
+        "## Stages\n",
+        f"![the stages of a frame]({PICTURES}/stages.svg)\n",
+        table(["Stage", "Processor time, ms", "Wall time, ms"], stage_rows),
+        "## What else there is\n",
+        f"![processor time of a frame, by tool]({PICTURES}/rivals.svg)\n",
+        table(["Tool", "A frame, ms", "in wall time", "PNG to PNG, ms", "in wall time"],
+              rival_rows),
+        "## Math\n",
+        table(["Operation", "Nanoseconds"], math_rows),
+    ])  # fmt: skip
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("reports", type=pathlib.Path, help="folder with the JSON files")
+    parser.add_argument("page", type=pathlib.Path, help="the page to refresh")
+    arguments = parser.parse_args()
+
+    plt.rcParams.update({"svg.hashsalt": "tesselune", "svg.fonttype": "none", "font.size": 9})
+    folder = arguments.page.parent / PICTURES
+    folder.mkdir(parents=True, exist_ok=True)
+    text = arguments.page.read_text()
+    before, rest = text.split(BEGIN)
+    _, after = rest.split(END)
+    refreshed = figures(arguments.reports, folder)
+    arguments.page.write_text(f"{before}{BEGIN}\n\n{refreshed}\n{END}{after}")
+
+
+if __name__ == "__main__":
+    main()

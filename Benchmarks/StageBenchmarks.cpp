@@ -1,0 +1,229 @@
+// Each stage of a frame alone, with all that GL has to do for it: glFinish closes every iteration.
+
+#include "BenchmarkPicture.h"
+#include "GL/AEOpenGLContextManager.h"
+#include "GL/AEOpenGLUtilities.h"
+#include "GL/AEOpenglMainFrameBuffer.h"
+#include "GL/SaveRestoreGLContextMac.h"
+#include "Host/EffectSession.h"
+#include "MosaicShaderManager.h"
+#include "Names.h"
+#include "Suites.h"
+
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <string_view>
+
+namespace Kerovane::Benchmarks {
+
+namespace {
+
+using namespace Tesselune;
+
+/// What a stage finds when its turn comes: a context, targets, a picture and the host's records.
+class Stage {
+public:
+    Stage(benchmark::State& state, Host::Depth depth)
+        : mInput(BenchmarkPicture(depth, static_cast<A_long>(state.range(0)),
+                                  static_cast<A_long>(state.range(1)))),
+          mOutput(depth, mInput.width(), mInput.height()) {
+        mSession.call(PF_Cmd_PARAMS_SETUP);
+        AEOpenGLContextManager::setupContextManager();
+        AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
+        frameBuffer().prepare(mInput.width(), mInput.height(), true);
+    }
+
+    ~Stage() {
+        frameBuffer().destory();
+        MosaicShaderManager::PurgeAllShaders();
+    }
+
+    Stage(const Stage&) = delete;
+    Stage& operator=(const Stage&) = delete;
+
+    static AEOpenglMainFrameBuffer& frameBuffer() {
+        return *AEOpenglMainFrameBuffer::mainFrameBuffer();
+    }
+
+    void set(std::string_view name, double value) {
+        mSession.values().set(Host::FindParameter(mSession.parameters(), name)->id(), value);
+    }
+
+    void fetchParameters(MosaicRender& renderer) {
+        renderer.preaprea(&mSession.inData(), &mSession.outData(), 0, &mInput.layer());
+    }
+
+    GLTexture upload() {
+        return GLTexture(AEOpenGLUtilities::UploadTexture(
+            Host::PixelFormatOf(mInput.depth()), &mInput.layer(), &mOutput.layer(),
+            &mSession.inData(), mBytes, mType, mMultiplier, false));
+    }
+
+    void draw(MosaicRender& renderer, const GLTexture& texture) {
+        renderer.draw(&mInput.layer(), texture.name(), mMultiplier);
+    }
+
+    void download() {
+        AEOpenGLUtilities::DownloadTexture(static_cast<unsigned int>(mInput.width()),
+                                           static_cast<unsigned int>(mInput.height()),
+                                           &mInput.layer(), &mOutput.layer(), &mSession.inData(),
+                                           Host::PixelFormatOf(mInput.depth()), mBytes, mType);
+    }
+
+    float multiplier() const { return mMultiplier; }
+
+private:
+    Host::EffectSession mSession{TESSELUNE_MODULE};
+    Host::World mInput;
+    Host::World mOutput;
+    unsigned long mBytes = 0;
+    gl::GLenum mType = gl::GL_UNSIGNED_BYTE;
+    float mMultiplier = 1.0F;
+};
+
+void ContextSwitch(benchmark::State& state) {
+    AEOpenGLContextManager::setupContextManager();
+    AEOpenGLContext* effects = AEOpenGLContextManager::getCurrentRenderContext();
+    AEOpenGLContext hosts(nullptr);
+    for ([[maybe_unused]] auto _ : state) {
+        SaveRestoreGLContextMac hostContext;
+        effects->makeContextCurrent();
+        hostContext.restore();
+    }
+}
+
+void Parameters(benchmark::State& state, Host::Depth depth) {
+    Stage stage(state, depth);
+    MosaicRender renderer;
+    for ([[maybe_unused]] auto _ : state) {
+        stage.fetchParameters(renderer);
+    }
+}
+
+void BeginDrawing(benchmark::State& state, Host::Depth depth) {
+    const Stage stage(state, depth);
+    for ([[maybe_unused]] auto _ : state) {
+        Stage::frameBuffer().beginDrawing();
+        gl::glFinish();
+        state.PauseTiming();
+        Stage::frameBuffer().clearStack();
+        state.ResumeTiming();
+    }
+}
+
+void Upload(benchmark::State& state, Host::Depth depth) {
+    Stage stage(state, depth);
+    for ([[maybe_unused]] auto _ : state) {
+        const GLTexture texture = stage.upload();
+        gl::glFinish();
+    }
+}
+
+void Draw(benchmark::State& state, int shapeType, int levels) {
+    Stage stage(state, Host::Depth::Bits8);
+    stage.set("Shape Type", shapeType + 1);
+    stage.set("Size Random", levels > 0 ? 100 : 0);
+    stage.set("Size Level", levels > 0 ? levels : 3);
+    MosaicRender renderer;
+    stage.fetchParameters(renderer);
+    const GLTexture texture = stage.upload();
+    Stage::frameBuffer().beginDrawing();
+    stage.draw(renderer, texture);
+    gl::glFinish();
+    for ([[maybe_unused]] auto _ : state) {
+        stage.draw(renderer, texture);
+        gl::glFinish();
+    }
+}
+
+void Resolve(benchmark::State& state, Host::Depth depth) {
+    const Stage stage(state, depth);
+    for ([[maybe_unused]] auto _ : state) {
+        state.PauseTiming();
+        Stage::frameBuffer().beginDrawing();
+        gl::glFinish();
+        state.ResumeTiming();
+        const GLTexture picture(Stage::frameBuffer().popRenderContext());
+        gl::glFinish();
+    }
+}
+
+void ScreenPass(benchmark::State& state, Host::Depth depth) {
+    Stage stage(state, depth);
+    stage.upload(); // the depth's multiplier
+    Stage::frameBuffer().beginDrawing();
+    const GLTexture picture(Stage::frameBuffer().popRenderContext());
+    Stage::frameBuffer().beginDrawing();
+    ScreenRender pass;
+    pass.draw(picture.name(), stage.multiplier());
+    gl::glFinish();
+    for ([[maybe_unused]] auto _ : state) {
+        pass.draw(picture.name(), stage.multiplier());
+        gl::glFinish();
+    }
+}
+
+void ReadBack(benchmark::State& state, Host::Depth depth) {
+    Stage stage(state, depth);
+    stage.upload(); // the depth's pixel type
+    Stage::frameBuffer().beginDrawing();
+    Stage::frameBuffer().endDrawing(stage.multiplier());
+    gl::glFinish();
+    for ([[maybe_unused]] auto _ : state) {
+        stage.download();
+    }
+}
+
+/// The driver compiles for its processor at the first draw, so a draw belongs to the build.
+void ShaderBuild(benchmark::State& state, int shapeType) {
+    Stage stage(state, Host::Depth::Bits8);
+    stage.set("Shape Type", shapeType + 1);
+    MosaicRender renderer;
+    stage.fetchParameters(renderer);
+    const GLTexture texture = stage.upload();
+    Stage::frameBuffer().beginDrawing();
+    for ([[maybe_unused]] auto _ : state) {
+        MosaicShaderManager::PurgeAllShaders();
+        stage.draw(renderer, texture);
+        gl::glFinish();
+    }
+}
+
+benchmark::internal::Benchmark* Register(const std::string& name, auto function,
+                                         auto... arguments) {
+    return benchmark::RegisterBenchmark(name.c_str(), function, arguments...)
+        ->MeasureProcessCPUTime()
+        ->UseRealTime()
+        ->Unit(benchmark::kMillisecond);
+}
+
+void RegisterStage(const std::string& name, auto function, auto... arguments) {
+    Register(name, function, arguments...)->Args({1920, 1080});
+}
+
+} // namespace
+
+void RegisterStageBenchmarks() {
+    Register("Stage/context switch", ContextSwitch);
+    for (const Host::Depth depth : kDepths) {
+        RegisterStage("Stage/parameters/" + BitsName(depth), Parameters, depth);
+        RegisterStage("Stage/begin drawing/" + BitsName(depth), BeginDrawing, depth);
+        RegisterStage("Stage/upload/" + BitsName(depth), Upload, depth);
+        RegisterStage("Stage/resolve/" + BitsName(depth), Resolve, depth);
+        RegisterStage("Stage/screen pass/" + BitsName(depth), ScreenPass, depth);
+        RegisterStage("Stage/read-back/" + BitsName(depth), ReadBack, depth);
+    }
+    for (const int shapeType : {0, 1}) {
+        for (const int levels : {0, 5}) {
+            RegisterStage("Stage/draw/" + ShapeName(shapeType) + "/" + std::to_string(levels) +
+                              " levels",
+                          Draw, shapeType, levels);
+        }
+        // Few pixels, as the build is to be timed and not the draw.
+        Register("Stage/shader build/" + ShapeName(shapeType), ShaderBuild, shapeType)
+            ->Args({16, 16});
+    }
+}
+
+} // namespace Kerovane::Benchmarks
