@@ -45,7 +45,8 @@ std::size_t IndexOfParameter(const std::vector<Parameter>& parameters, std::stri
         if (!parameter.hasValue()) {
             continue;
         }
-        if (name == options[index] || name == parameter.displayName() || name == std::to_string(parameter.id())) {
+        if (name == options[index] || name == parameter.displayName() ||
+            name == std::to_string(parameter.id())) {
             return index;
         }
         names.push_back(options[index]);
