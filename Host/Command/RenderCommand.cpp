@@ -76,8 +76,8 @@ void CheckTimes(const Shot& shot, FrameRate rate) {
 /// So that where a file may not grow, or nobody listens any more, writing fails as it does on a
 /// full disk, and the process goes on.
 void LetWritingFail() {
-    std::signal(SIGXFSZ, SIG_IGN);
-    std::signal(SIGPIPE, SIG_IGN);
+    static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
+    static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 }
 
 constexpr int kAllDone = 0;

@@ -33,7 +33,7 @@ auto Read(const char* option, const std::string& text, Parse parse) {
 
 MissingFrames ParseMissing(const std::string& text) {
     static const std::array<std::string, 3> kNames{"error", "skip", "hold"};
-    const auto found = std::ranges::find(kNames, text);
+    const auto* const found = std::ranges::find(kNames, text);
     if (found == kNames.end()) {
         throw Error(
             fmt::format("takes error, skip or hold, not '{}'{}", text, Suggestion(text, kNames)));

@@ -51,11 +51,13 @@ World Rendered(Effect& effect, const Look& look, A_long reduced) {
 /// The greatest difference of a channel between the preview's pixels and those that they stand for.
 float Difference(const World& full, const World& preview, A_long reduced) {
     float greatest = 0;
+    const auto step = static_cast<std::size_t>(reduced);
     for (A_long y = 0; y < preview.height(); ++y) {
-        for (A_long x = 0; x < preview.width(); ++x) {
-            const auto& expected =
-                full.row<PF_PixelFloat>(y * reduced)[static_cast<std::size_t>(x * reduced)];
-            const auto& actual = preview.row<PF_PixelFloat>(y)[static_cast<std::size_t>(x)];
+        const auto expectedRow = full.row<PF_PixelFloat>(y * reduced);
+        const auto actualRow = preview.row<PF_PixelFloat>(y);
+        for (std::size_t x = 0; x < actualRow.size(); ++x) {
+            const PF_PixelFloat& expected = expectedRow[x * step];
+            const PF_PixelFloat& actual = actualRow[x];
             greatest = std::max({greatest, std::abs(actual.alpha - expected.alpha),
                                  std::abs(actual.red - expected.red),
                                  std::abs(actual.green - expected.green)});

@@ -286,7 +286,7 @@ TEST_F(ShotCommand, FailsTheFramesThatMayNotBeWrittenSoLong) {
     makeShot(3, 80, 60);
     makeFrame(2, 8, 8);
     const Words words{"-c",
-                      "ulimit -f 8 && exec \"$0\" \"$@\"",
+                      R"(ulimit -f 8 && exec "$0" "$@")",
                       TESSELUNE_COMMAND,
                       "--effect",
                       FAKE_EFFECT,
@@ -329,9 +329,9 @@ TEST_F(ShotCommand, KeepsPresets) {
     EXPECT_EQ(preset["effect"]["version"], "2.3.4");
     EXPECT_EQ(preset["parameters"][2]["value"], "0:0 9:50");
     std::ofstream(mFolder / "bad.json") << R"({"parameters": [{"name": "Levl", "value": 3}]})";
-    ExpectOneLine(runFake({"render", "in.png", "b.png", "--preset", "bad.json"}),
-                  "'bad.json': parameters[0].name names no parameter: \"Levl\"; did you mean "
-                  "Level?");
+    ExpectOneLine(
+        runFake({"render", "in.png", "b.png", "--preset", "bad.json"}),
+        R"('bad.json': parameters[0].name names no parameter: "Levl"; did you mean Level?)");
 }
 
 TEST_F(ShotCommand, SaysAsMuchAsIsAskedFor) {
