@@ -55,9 +55,10 @@ public:
     }
 
     GLTexture upload() {
-        return GLTexture(AEOpenGLUtilities::UploadTexture(
+        GLTexture texture(AEOpenGLUtilities::UploadTexture(
             Host::PixelFormatOf(mInput.depth()), &mInput.layer(), &mOutput.layer(),
             &mSession.inData(), mBytes, mType, mMultiplier, false));
+        return texture;
     }
 
     void draw(MosaicRender& renderer, const GLTexture& texture) {

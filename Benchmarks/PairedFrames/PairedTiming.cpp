@@ -9,7 +9,7 @@ namespace Kerovane::Benchmarks {
 
 namespace {
 
-constexpr int kWarmUpRounds = 2;
+constexpr std::size_t kWarmUpRounds = 2;
 
 double WallMilliseconds() {
     const auto now = std::chrono::steady_clock::now().time_since_epoch();
@@ -26,17 +26,17 @@ double CpuMilliseconds() {
 
 std::vector<Times> TimeInTurn(const std::vector<Side>& sides, int rounds) {
     std::vector<Times> times(sides.size());
-    for (int round = -kWarmUpRounds; round < rounds; ++round) {
+    const std::size_t roundCount = kWarmUpRounds + static_cast<std::size_t>(rounds);
+    for (std::size_t round = 0; round < roundCount; ++round) {
         for (std::size_t turn = 0; turn < sides.size(); ++turn) {
-            const auto first = static_cast<std::size_t>(round + kWarmUpRounds);
-            const std::size_t index = (first + turn) % sides.size();
+            const std::size_t index = (round + turn) % sides.size();
             sides[index].prepare();
             const double wallStart = WallMilliseconds();
             const double cpuStart = CpuMilliseconds();
             sides[index].frame();
             const double cpu = CpuMilliseconds() - cpuStart;
             const double wall = WallMilliseconds() - wallStart;
-            if (round >= 0) {
+            if (round >= kWarmUpRounds) {
                 times[index].wall.push_back(wall);
                 times[index].cpu.push_back(cpu);
             }

@@ -12,6 +12,8 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <malloc.h>
+
 #include <algorithm>
 #include <cstring>
 #include <fstream>
@@ -176,6 +178,15 @@ json CompareParameters(Host::Effect& effect, const Settings& settings) {
     return rows;
 }
 
+/**
+ * Lets the process keep the memory that is freed. Otherwise large blocks go back to the kernel or
+ * not as the heap happens to lie, and their page faults fall on one side of a comparison.
+ */
+void KeepFreedMemory() {
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, -1);
+}
+
 /// One build of the effect against another.
 json CompareModules(Host::Effect& effect, Host::Effect& base, const Settings& settings) {
     json rows = json::array();
@@ -240,6 +251,9 @@ int Run(int argc, char** argv) {
         ->check(CLI::ExistingFile);
     CLI11_PARSE(app, argc, argv);
 
+    if (*modules) {
+        KeepFreedMemory();
+    }
     Host::Effect effect(settings.module);
     if (*modules) {
         Host::Effect base(settings.base);
