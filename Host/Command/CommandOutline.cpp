@@ -28,13 +28,15 @@ std::vector<std::string> WordsOf(std::string_view name) {
     return {};
 }
 
-/// What `--vary` takes: a parameter with choices, or one with an equals sign for its values.
-std::vector<std::string> VariableNames(const std::vector<Parameter>& parameters) {
+/// The parameters' options as words, with `ending` behind those that have no choices.
+std::vector<std::string> ParameterNames(const std::vector<Parameter>& parameters,
+                                        std::string_view ending) {
     const std::vector<std::string> names = OptionNames(parameters);
     std::vector<std::string> words;
     for (std::size_t index = 0; index < parameters.size(); ++index) {
         if (parameters[index].hasValue()) {
-            words.push_back(names[index] + (TypedChoices(parameters[index]).empty() ? "=" : ""));
+            words.push_back(names[index]);
+            words.back() += TypedChoices(parameters[index]).empty() ? ending : "";
         }
     }
     return words;
@@ -63,9 +65,12 @@ OutlineOption OutlineOf(const CLI::Option& option, const std::vector<Parameter>&
     outline.isParameter = !positional && found != names.end();
     if (outline.isParameter) {
         outline.words = TypedChoices(parameters[static_cast<std::size_t>(found - names.begin())]);
+    } else if (outline.name == "--vary") {
+        outline.words = ParameterNames(parameters, "=");
+    } else if (outline.name == "NAME") {
+        outline.words = ParameterNames(parameters, "");
     } else {
-        outline.words =
-            outline.name == "--vary" ? VariableNames(parameters) : WordsOf(outline.name);
+        outline.words = WordsOf(outline.name);
     }
     return outline;
 }

@@ -87,7 +87,8 @@ std::string ManualPage(const CommandOutline& command, std::string_view version) 
                                                   {"PARAMETERS", Parameters(command)},
                                                   {"OPTIONS", Entries(command.options, false)},
                                                   {"EXAMPLES", examples},
-                                                  {"MODULE", TESSELUNE_MODULE_PATH}});
+                                                  {"MODULE", TESSELUNE_MODULE_PATH},
+                                                  {"PRESETS", TESSELUNE_PRESET_PATH}});
 }
 
 } // namespace Kerovane::Host

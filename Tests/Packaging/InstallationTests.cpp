@@ -42,4 +42,22 @@ TEST_F(Installation, RendersFromAnywhere) {
     }
 }
 
+TEST_F(Installation, BringsPresetsThatChangeThePicture) {
+    RawPicture wedge = RawPicture::of({0, 0, 0, 1}, OIIO::TypeDesc::UINT8, 3, 64, 48);
+    for (std::size_t i = 0; i < wedge.values.size(); i += 4) {
+        wedge.values[i] = static_cast<float>(i) / static_cast<float>(wedge.values.size());
+    }
+    wedge.write(mFolder / "in.png");
+    int presets = 0;
+    for (const auto& preset : fs::directory_iterator(root() / "share/tesselune/presets")) {
+        const Outcome outcome = run({"render", "in.png", "out.png", "--preset", preset.path()}, {},
+                                    (root() / "bin/tesselune").c_str());
+        EXPECT_EQ(outcome.status, 0) << preset.path();
+        EXPECT_EQ(outcome.error, "");
+        EXPECT_NE(RawPicture::read(mFolder / "out.png").values, wedge.values) << preset.path();
+        ++presets;
+    }
+    EXPECT_GE(presets, 3);
+}
+
 } // namespace
