@@ -191,7 +191,8 @@ TEST_F(Command, GivesAParameterAnotherOptionThanItsOwn) {
     EXPECT_NE(names.find("frames "), std::string::npos) << names;
     const std::string json =
         runFake({"params", "--json"}, "", {"FAKE_EFFECT_SWITCHES=" + names}).output;
-    for (const auto& parameter : nlohmann::json::parse(json)["parameters"]) {
+    const nlohmann::json listing = nlohmann::json::parse(json);
+    for (const auto& parameter : listing["parameters"]) {
         if (parameter["index"] > 8) {
             EXPECT_EQ(parameter["option"],
                       parameter["name"].get<std::string>() + "-" + parameter["id"].dump());
