@@ -97,26 +97,26 @@ std::string ZshValue(const OutlineOption& option) {
 }
 
 /// The lines of a call of `_arguments` that stand for options and arguments.
-std::string ZshSpecs(std::string_view indent, const std::vector<OutlineOption>& options) {
-    std::string specs;
+std::string ZshArguments(std::string_view indent, const std::vector<OutlineOption>& options) {
+    std::string arguments;
     for (const OutlineOption& option : options) {
         const bool argument = !option.name.starts_with("--");
-        const std::string spec =
+        const std::string text =
             argument ? fmt::format(":{}:{}", option.name, ZshValue(option))
                      : fmt::format("{}{}[{}]{}", option.name, option.takesValue ? "=" : "",
                                    ZshDescription(option.description),
                                    option.takesValue ? ":value:" + ZshValue(option) : "");
-        specs += fmt::format("{}{} \\\n", indent, Quoted(spec));
+        arguments += fmt::format("{}{} \\\n", indent, Quoted(text));
     }
-    return specs;
+    return arguments;
 }
 
 std::string ZshBranch(const CommandOutline& command, const std::vector<OutlineOption>& general) {
     constexpr std::string_view kIndent = "                        ";
     return fmt::format("                {})\n                    _arguments \\\n{}{}{}"
                        "                        && return\n                    ;;\n",
-                       command.name, ZshSpecs(kIndent, command.options), ZshSpecs(kIndent, general),
-                       ZshSpecs(kIndent, command.arguments));
+                       command.name, ZshArguments(kIndent, command.options),
+                       ZshArguments(kIndent, general), ZshArguments(kIndent, command.arguments));
 }
 
 std::string BashCompletion(const CommandOutline& command) {
@@ -145,7 +145,7 @@ std::string ZshCompletion(const CommandOutline& command) {
     }
     return Fill(std::string(Skeletons::kCompletionZsh),
                 {{"COMMANDS", commands},
-                 {"OPTIONS", ZshSpecs("        ", command.options)},
+                 {"OPTIONS", ZshArguments("        ", command.options)},
                  {"ARGUMENTS", branches}});
 }
 

@@ -23,7 +23,7 @@ public:
     /// Draws the six vertices with the program in use.
     static void draw();
 
-    /// Where in the buffer a vertex's float of that number first stands, for attribute setters.
+    /// The buffer offset of float `number` of the first vertex, as attribute setters take it.
     static const float* offset(std::uintptr_t number) {
         return reinterpret_cast<const float*>(number * sizeof(float)); // NOLINT(*-no-int-to-ptr)
     }
