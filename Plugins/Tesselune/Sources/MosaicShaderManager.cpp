@@ -67,7 +67,8 @@ OpenglShader* MosaicShaderManager::GetShader(const MosaicRenderParam& param) {
         return known->program.get();
     }
     std::unique_ptr<OpenglShader> program(CreateShader(param));
-    return mMosaicShaders->emplace_back(Variant{param, std::move(program)}).program.get();
+    mMosaicShaders->push_back({param, std::move(program)});
+    return mMosaicShaders->back().program.get();
 }
 
 OpenglShader* MosaicShaderManager::CreateShader(const MosaicRenderParam& param) {
