@@ -41,17 +41,6 @@ TEST_F(HostContext, IsCurrentAgainAfterEveryCommand) {
     }
 }
 
-TEST_F(HostContext, ChangesNothingInThePicture) {
-    const Host::World input = SmoothPicture(32, 32, false);
-    const Host::World without = rendered(input);
-    const EglHost hostContext;
-    hostContext.makeCurrent();
-    EXPECT_TRUE(SamePixels(rendered(input), without));
-    globalSetdown();
-    globalSetup();
-    EXPECT_TRUE(SamePixels(rendered(input), without));
-}
-
 } // namespace
 
 } // namespace Kerovane::TestSupport

@@ -1,9 +1,8 @@
-#include "EffectFixture.h"
 #include "Support/LiveGLObjects.h"
+#include "ThreadedLife.h"
 
 #include <fstream>
 #include <string>
-#include <thread>
 #include <unistd.h>
 
 namespace Kerovane::TestSupport {
@@ -64,22 +63,14 @@ TEST_F(Repeats, LetMemoryAloneOverAThousandFrames) {
     EXPECT_LT(ResidentBytes() - before, 1 << 20) << "less than a kilobyte a frame";
 }
 
-TEST_F(Repeats, OnTwoThreadsInTurnGiveTheSamePictures) {
-    const Host::World input = SmoothPicture(80, 60, true);
-    const Host::World other = SmoothPicture(33, 70, true);
-    const Host::World expected = rendered(input);
-    const Host::World expectedOther = rendered(other);
-    for (int round = 0; round < 3; ++round) {
-        std::jthread([&] {
-            EXPECT_TRUE(SamePixels(rendered(input), expected));
-            EXPECT_TRUE(SamePixels(rendered(other), expectedOther));
-        }).join();
-        EXPECT_TRUE(SamePixels(rendered(other), expectedOther));
-        EXPECT_TRUE(SamePixels(rendered(input), expected));
-    }
-    std::jthread([this] { globalSetdown(); }).join();
-    globalSetup();
-    EXPECT_TRUE(SamePixels(rendered(input), expected));
+using RepeatsOnThreads = ThreadedLife;
+
+TEST_F(RepeatsOnThreads, GiveTheSamePicturesInAHostWithoutAContext) {
+    expectSamePictures(EnterHostWithoutContext);
+}
+
+TEST_F(RepeatsOnThreads, GiveTheSamePicturesInAHostWithContexts) {
+    expectSamePictures(EnterEglHost);
 }
 
 TEST(Module, CanBeLoadedAgain) {
