@@ -113,7 +113,7 @@ void AEOpenglMainFrameBuffer::makeMissingTargets() {
 }
 
 void AEOpenglMainFrameBuffer::unprepare() {
-    mFrameBuffers.current() = {};
+    mFrameBuffers.resetCurrent();
     mOutputRenderBuffer.reset();
     clearStack();
 }

@@ -73,6 +73,10 @@ void GlobalSetdown(PF_InData* in_data, PF_OutData* out_data) {
     if (AEOpenGLContext* sharedContext = AEOpenGLContextManager::getSharedDataContext()) {
         SaveRestoreGLContextMac hostContext;
         sharedContext->makeContextCurrent();
+        if (!sharedContext->isCurrent()) {
+            // Another thread of the host's has it current. This one's shares all that matters.
+            AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
+        }
         AEOpenglMainFrameBuffer::mainFrameBuffer()->destory();
         mRender->reset();
         MosaicShaderManager::PurgeAllShaders();
