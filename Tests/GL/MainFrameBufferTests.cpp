@@ -5,6 +5,9 @@
 #include "Support/GLCalls.h"
 #include "Support/LiveGLObjects.h"
 
+#include <glbinding/Binding.h>
+#include <glbinding/CallbackMask.h>
+
 #include <algorithm>
 #include <memory>
 #include <thread>
@@ -104,6 +107,25 @@ TEST_F(MainFrameBuffer, DropsAllTargetsOfAFrameThatBrokeOff) {
     mFrameBuffer.clearStack();
     EXPECT_EQ(live.counts(), (std::map<std::string, int>{}));
     EXPECT_EQ(mFrameBuffer.popRenderContext(), 0U);
+}
+
+TEST_F(MainFrameBuffer, GivesATransparentPictureWhereTheDriverHadNoTarget) {
+    for (const bool multisample : {true, false}) {
+        mFrameBuffer.prepare(multisample ? 8 : 9, 4, multisample);
+        mFrameBuffer.pushRenderContext(false, false);
+        glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, 0);
+        // Many a driver clears what has no content. It must not be left to it.
+        bool hasContent = false;
+        glbinding::Binding::TexImage2D.setAfterCallback(
+            [&](auto, auto, auto, auto, auto, auto, auto, auto, const void* pixels) {
+                hasContent = pixels != nullptr;
+            });
+        glbinding::Binding::TexImage2D.addCallbackMask(glbinding::CallbackMask::After);
+        EXPECT_TRUE(AllAre(Popped(), kTransparent)) << "multisample " << multisample;
+        EXPECT_TRUE(hasContent) << "multisample " << multisample;
+        glbinding::Binding::TexImage2D.removeCallbackMask(glbinding::CallbackMask::After);
+        glbinding::Binding::TexImage2D.clearAfterCallback();
+    }
 }
 
 TEST_F(MainFrameBuffer, DrawsIntoATextureAndComesBack) {
