@@ -260,10 +260,12 @@ TEST_F(Failures, OfTheDriverToGiveAContextReachNeitherHostNorOutput) {
             SCOPED_TRACE(static_cast<int>(depth));
             const EglHost hostContext;
             hostContext.makeCurrent();
+            const auto objectsBefore = mLive.counts();
             Host::World output = MarkedOutput(depth);
             EglContexts::fail(call, nth);
             EXPECT_EQ(mSession.render(Input(depth), output), PF_Err_NONE);
             EglContexts::fail(call, 0);
+            EXPECT_EQ(mLive.counts(), objectsBefore) << "GL calls reached the host's context";
             EXPECT_EQ(Platform::CurrentEglBinding(), hostContext.binding());
             EXPECT_TRUE(IsTransparentBlack(output));
         }
