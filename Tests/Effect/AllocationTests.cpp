@@ -3,18 +3,15 @@
 #include "Support/LiveGLObjects.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <functional>
 #include <map>
 #include <new>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include <dlfcn.h>
-#include <execinfo.h>
 
 namespace {
 
@@ -24,37 +21,17 @@ struct {
     int count = 0;
 } mFault;
 
-std::string_view LibraryOf(const void* address) {
+bool IsInTheModule(const void* address) {
     Dl_info info{};
-    return dladdr(address, &info) != 0 ? info.dli_fname : "";
-}
-
-bool IsTheStandardLibrary(std::string_view library) {
-    return library.find("libstdc++") != std::string_view::npos;
-}
-
-/// Whether the module allocates, itself or through the standard library, in which the code of
-/// strings lies.
-bool IsTheModules(const void* caller) {
-    if (!IsTheStandardLibrary(LibraryOf(caller))) {
-        return LibraryOf(caller) == TESSELUNE_MODULE;
-    }
-    std::array<void*, 16> frames{};
-    const int depth = backtrace(frames.data(), static_cast<int>(frames.size()));
-    const auto stack = std::span(frames).first(static_cast<std::size_t>(depth));
-    const auto user = std::find_if(std::ranges::find(stack, caller), stack.end(), [](void* frame) {
-        return !IsTheStandardLibrary(LibraryOf(frame));
-    });
-    return user != stack.end() && LibraryOf(*user) == TESSELUNE_MODULE;
+    return dladdr(address, &info) != 0 && std::string_view(info.dli_fname) == TESSELUNE_MODULE;
 }
 
 } // namespace
 
 // In place of the library's, for the module too. Drivers and other libraries always get memory.
-// Not inlined, or the compiler takes them for a pair that does not match.
 
 void* operator new(std::size_t size) {
-    if (mFault.nth != 0 && IsTheModules(__builtin_return_address(0)) &&
+    if (mFault.nth != 0 && IsInTheModule(__builtin_return_address(0)) &&
         ++mFault.count == mFault.nth) {
         throw std::bad_alloc();
     }
@@ -67,6 +44,8 @@ void* operator new(std::size_t size) {
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return std::malloc(size != 0 ? size : 1);
 }
+
+// Not inlined, or the compiler sees free() meet memory of new and warns.
 
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);

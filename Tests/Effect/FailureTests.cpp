@@ -322,6 +322,7 @@ TEST_F(Failures, OfAPixelFormatThatIsNoneOfTheThreeLeaveTheOutputAlone) {
 }
 
 TEST_F(Failures, OfASetUpLeaveTheDeclarationAndNoContexts) {
+    mHostContext.makeCurrent();
     globalSetdown();
     mSession.outData() = {};
     mHost.refuseSuite("AEGP Utility Suite");
@@ -329,6 +330,7 @@ TEST_F(Failures, OfASetUpLeaveTheDeclarationAndNoContexts) {
     EXPECT_EQ(mSession.outData().my_version, 0x80001U);
     EXPECT_EQ(mSession.outData().out_flags, 0x2008002);
     EXPECT_EQ(renderResult(Input(Depth::Bits8)), PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(Platform::CurrentEglBinding(), mHostContext.binding());
     mHost.recover();
     globalSetup();
 }
