@@ -3,10 +3,10 @@
 
 #include "GLFixture.h"
 #include "Support/GLCalls.h"
+#include "Support/GLObserver.h"
 #include "Support/LiveGLObjects.h"
 
 #include <glbinding/Binding.h>
-#include <glbinding/CallbackMask.h>
 
 #include <algorithm>
 #include <memory>
@@ -14,6 +14,7 @@
 
 using namespace gl;
 using Kerovane::TestSupport::GLCalls;
+using Kerovane::TestSupport::GLObserver;
 using Kerovane::TestSupport::LiveGLObjects;
 
 namespace Kerovane::Tesselune {
@@ -115,16 +116,10 @@ TEST_F(MainFrameBuffer, GivesATransparentPictureWhereTheDriverHadNoTarget) {
         mFrameBuffer.pushRenderContext(false, false);
         glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, 0);
         // Many a driver clears what has no content. It must not be left to it.
-        bool hasContent = false;
-        glbinding::Binding::TexImage2D.setAfterCallback(
-            [&](auto, auto, auto, auto, auto, auto, auto, auto, const void* pixels) {
-                hasContent = pixels != nullptr;
-            });
-        glbinding::Binding::TexImage2D.addCallbackMask(glbinding::CallbackMask::After);
+        const GLObserver content(glbinding::Binding::TexImage2D,
+                                 [](auto, auto, auto, auto, auto, auto, auto, auto,
+                                    const void* pixels) { EXPECT_NE(pixels, nullptr); });
         EXPECT_TRUE(AllAre(Popped(), kTransparent)) << "multisample " << multisample;
-        EXPECT_TRUE(hasContent) << "multisample " << multisample;
-        glbinding::Binding::TexImage2D.removeCallbackMask(glbinding::CallbackMask::After);
-        glbinding::Binding::TexImage2D.clearAfterCallback();
     }
 }
 
