@@ -61,15 +61,15 @@ void fail(EglCall call, int nth) {
 namespace EglContexts = Kerovane::TestSupport::EglContexts;
 using Kerovane::TestSupport::EglCall;
 
-[[gnu::visibility("default")]] EGLContext eglCreateContext(EGLDisplay display, EGLConfig config,
-                                                           EGLContext shareWith,
-                                                           const EGLint* attributes) {
+[[gnu::visibility("default")]] EGLContext eglCreateContext(EGLDisplay dpy, EGLConfig config,
+                                                           EGLContext share_context,
+                                                           const EGLint* attrib_list) {
     static auto* const kOriginal =
         EglContexts::Original<decltype(eglCreateContext)>("eglCreateContext");
     if (EglContexts::Fails(EglCall::CreateContext)) {
         return EGL_NO_CONTEXT;
     }
-    EGLContext context = kOriginal(display, config, shareWith, attributes);
+    EGLContext context = kOriginal(dpy, config, share_context, attrib_list);
     if (context != EGL_NO_CONTEXT) {
         const std::lock_guard lock(EglContexts::mMutex);
         EglContexts::mNumbers[context] = ++EglContexts::mLastNumber;
@@ -77,21 +77,19 @@ using Kerovane::TestSupport::EglCall;
     return context;
 }
 
-[[gnu::visibility("default")]] EGLBoolean eglDestroyContext(EGLDisplay display,
-                                                            EGLContext context) {
+[[gnu::visibility("default")]] EGLBoolean eglDestroyContext(EGLDisplay dpy, EGLContext ctx) {
     static auto* const kOriginal =
         EglContexts::Original<decltype(eglDestroyContext)>("eglDestroyContext");
     {
         const std::lock_guard lock(EglContexts::mMutex);
-        EglContexts::mNumbers.erase(context);
+        EglContexts::mNumbers.erase(ctx);
     }
-    return kOriginal(display, context);
+    return kOriginal(dpy, ctx);
 }
 
-[[gnu::visibility("default")]] EGLBoolean eglMakeCurrent(EGLDisplay display, EGLSurface draw,
-                                                         EGLSurface read, EGLContext context) {
+[[gnu::visibility("default")]] EGLBoolean eglMakeCurrent(EGLDisplay dpy, EGLSurface draw,
+                                                         EGLSurface read, EGLContext ctx) {
     static auto* const kOriginal =
         EglContexts::Original<decltype(eglMakeCurrent)>("eglMakeCurrent");
-    return EglContexts::Fails(EglCall::MakeCurrent) ? EGL_FALSE
-                                                    : kOriginal(display, draw, read, context);
+    return EglContexts::Fails(EglCall::MakeCurrent) ? EGL_FALSE : kOriginal(dpy, draw, read, ctx);
 }
