@@ -34,7 +34,7 @@ thread_local LastMadeCurrent mLastMadeCurrent;
 
 OpenGLContext::OpenGLContext(const OpenGLContext* shareWith)
     : mDisplay(ChosenEglDisplay().display), mId(mNextId++) {
-    if (mDisplay != nullptr) {
+    if (mDisplay != nullptr && (shareWith == nullptr || shareWith->isValid())) {
         mContext = CreateEglContext(mDisplay, shareWith != nullptr ? shareWith->mContext : nullptr);
     }
 }
@@ -50,15 +50,14 @@ bool OpenGLContext::isCurrent() const {
 }
 
 void OpenGLContext::makeCurrent() const {
-    if (mContext == nullptr) {
+    if (mContext == nullptr ||
+        eglMakeCurrent(mDisplay, EGL_NO_SURFACE, EGL_NO_SURFACE, mContext) == EGL_FALSE) {
         // The host's context must not receive what is meant for this one.
         ReleaseCurrentEglContext();
         return;
     }
-    if (eglMakeCurrent(mDisplay, EGL_NO_SURFACE, EGL_NO_SURFACE, mContext) == EGL_TRUE) {
-        mLastMadeCurrent.context = mContext;
-        mLastMadeCurrent.id = mId;
-    }
+    mLastMadeCurrent.context = mContext;
+    mLastMadeCurrent.id = mId;
 }
 
 std::uint64_t OpenGLContext::currentId() {

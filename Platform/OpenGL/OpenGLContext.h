@@ -9,8 +9,8 @@ class OpenGLContext {
 public:
     /**
      * Makes a context that shares textures, buffers and programs with `shareWith` (null: with
-     * none). Where no driver gives one, the object stands for "no context": making it current
-     * leaves the thread without a context, so that GL calls go nowhere.
+     * none). Where no driver gives one, or `shareWith` is not valid, the object stands for "no
+     * context": making it current leaves the thread without a context, so that GL calls go nowhere.
      */
     explicit OpenGLContext(const OpenGLContext* shareWith);
     ~OpenGLContext();
@@ -23,7 +23,8 @@ public:
     bool isCurrent() const;
 
     /// Makes this context current on the calling thread, in place of any other EGL context. It is
-    /// let go when the thread ends.
+    /// let go when the thread ends. Where EGL refuses, as it does while another thread has the
+    /// context current, the thread is left without one.
     void makeCurrent() const;
 
     /// Names this context within the process; above 0 and never used again.

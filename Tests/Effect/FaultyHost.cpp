@@ -1,5 +1,8 @@
 #include "FaultyHost.h"
 
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
 #include <string_view>
 
 namespace Kerovane::TestSupport {
@@ -11,6 +14,18 @@ FaultyHost* mHost = nullptr;
 
 } // namespace
 
+const char* NameOf(HostCall call) {
+    constexpr std::array<const char*, static_cast<std::size_t>(HostCall::Count)> kNames = {
+        "acquiring a suite", "releasing a suite",
+        "registering",       "formatting a text",
+        "copying a text",    "adding a parameter",
+        "a checkout",        "a check-in",
+        "8-bit pixels",      "16-bit pixels",
+        "the pixel format",  "an iteration",
+        "a new handle",      "a lock"};
+    return kNames[static_cast<std::size_t>(call)];
+}
+
 struct FaultyHost::Callbacks {
     static const PF_InteractCallbacks& interaction() { return mHost->mInteraction; }
 
@@ -20,6 +35,31 @@ struct FaultyHost::Callbacks {
         mHost->mBasicSuite->AcquireSuite(name, version, &suite);
         mHost->mBasicSuite->ReleaseSuite(name, version);
         return *static_cast<const Suite*>(suite);
+    }
+
+    static A_Err registerPlugin(AEGP_GlobalRefcon refcon, const A_char* name, AEGP_PluginID* id) {
+        return mHost->fails(HostCall::Register)
+                   ? kError
+                   : original<AEGP_UtilitySuite6>("AEGP Utility Suite", 13)
+                         .AEGP_RegisterWithAEGP(refcon, name, id);
+    }
+
+    /// NOLINTNEXTLINE(cert-dcl50-cpp): the contract asks for it
+    static A_long formatText(A_char* text, const A_char* format, ...) {
+        if (mHost->fails(HostCall::FormatText)) {
+            return -1;
+        }
+        std::va_list arguments;
+        va_start(arguments, format);
+        const int length = std::vsnprintf(text, PF_MAX_EFFECT_MSG_LEN, format, arguments);
+        va_end(arguments);
+        return length;
+    }
+
+    static A_char* copyText(A_char* destination, const A_char* source) {
+        return mHost->fails(HostCall::CopyText)
+                   ? nullptr
+                   : mHost->mUtilities->ansi.strcpy(destination, source);
     }
 
     static PF_Err addParam(PF_ProgPtr effect, PF_ParamIndex index, PF_ParamDef* param) {
@@ -78,16 +118,32 @@ struct FaultyHost::Callbacks {
                                   destination);
     }
 
+    static const PF_HandleSuite1& handles() {
+        return original<PF_HandleSuite1>("PF Handle Suite", 2);
+    }
+
     static PF_Handle newHandle(A_HandleSize size) {
-        return mHost->fails(HostCall::NewHandle)
-                   ? nullptr
-                   : original<PF_HandleSuite1>("PF Handle Suite", 2).host_new_handle(size);
+        if (mHost->fails(HostCall::NewHandle)) {
+            return nullptr;
+        }
+        PF_Handle handle = handles().host_new_handle(size);
+        if (handle != nullptr) {
+            std::memset(*handle, kHandleContent, size);
+        }
+        return handle;
     }
 
     static void* lockHandle(PF_Handle handle) {
-        return mHost->fails(HostCall::LockHandle)
-                   ? nullptr
-                   : original<PF_HandleSuite1>("PF Handle Suite", 2).host_lock_handle(handle);
+        if (mHost->fails(HostCall::LockHandle)) {
+            return nullptr;
+        }
+        ++mHost->mLockedHandles;
+        return handles().host_lock_handle(handle);
+    }
+
+    static void unlockHandle(PF_Handle handle) {
+        --mHost->mLockedHandles;
+        handles().host_unlock_handle(handle);
     }
 
     static SPErr acquireSuite(const A_char* name, A_long version, const void** suite) {
@@ -95,15 +151,28 @@ struct FaultyHost::Callbacks {
             return kError;
         }
         const SPErr err = mHost->mBasicSuite->AcquireSuite(name, version, suite);
-        const std::string_view suiteName = name;
-        if (suiteName == "PF World Suite") {
-            *suite = &mHost->mWorldSuite;
-        } else if (suiteName == "PF iterateFloat Suite") {
-            *suite = &mHost->mIterateSuite;
-        } else if (suiteName == "PF Handle Suite") {
-            *suite = &mHost->mHandleSuite;
+        const struct {
+            std::string_view name;
+            const void* table;
+        } kTables[] = {
+            {"AEGP Utility Suite", &mHost->mUtilitySuite},
+            {"PF ANSI Suite", &mHost->mAnsiSuite},
+            {"PF Handle Suite", &mHost->mHandleSuite},
+            {"PF World Suite", &mHost->mWorldSuite},
+            {"PF iterateFloat Suite", &mHost->mIterateSuite},
+        };
+        for (const auto& [faultyName, table] : kTables) {
+            if (err == kSPNoError && faultyName == name) {
+                *suite = table;
+            }
         }
         return err;
+    }
+
+    /// The host takes the suite back all the same.
+    static SPErr releaseSuite(const A_char* name, A_long version) {
+        const SPErr err = mHost->mBasicSuite->ReleaseSuite(name, version);
+        return mHost->fails(HostCall::ReleaseSuite) ? kError : err;
     }
 };
 
@@ -121,16 +190,20 @@ FaultyHost::FaultyHost(Host::EffectSession& session)
     inData.inter.checkin_param = Callbacks::checkinParam;
     mFaultyUtilities.get_pixel_data8 = Callbacks::getPixelData8;
     mFaultyUtilities.get_pixel_data16 = Callbacks::getPixelData16;
+    mFaultyUtilities.ansi.strcpy = Callbacks::copyText;
     inData.utils = &mFaultyUtilities;
-    mFaultyBasicSuite.AcquireSuite = Callbacks::acquireSuite;
+    mFaultyBasicSuite = {Callbacks::acquireSuite, Callbacks::releaseSuite};
     inData.pica_basicP = &mFaultyBasicSuite;
 
+    mAnsiSuite.sprintf = Callbacks::formatText;
+    mUtilitySuite.AEGP_RegisterWithAEGP = Callbacks::registerPlugin;
     mWorldSuite = Callbacks::original<PF_WorldSuite2>("PF World Suite", 2);
     mWorldSuite.PF_GetPixelFormat = Callbacks::getPixelFormat;
     mIterateSuite.iterate = Callbacks::iterate;
-    mHandleSuite = Callbacks::original<PF_HandleSuite1>("PF Handle Suite", 2);
+    mHandleSuite = Callbacks::handles();
     mHandleSuite.host_new_handle = Callbacks::newHandle;
     mHandleSuite.host_lock_handle = Callbacks::lockHandle;
+    mHandleSuite.host_unlock_handle = Callbacks::unlockHandle;
 }
 
 FaultyHost::~FaultyHost() {

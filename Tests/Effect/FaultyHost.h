@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AE_EffectCBSuites.h"
+#include "AE_GeneralPlug.h"
 #include "Host/EffectSession.h"
 #include "SPBasic.h"
 
@@ -12,9 +13,13 @@
 
 namespace Kerovane::TestSupport {
 
-/// The host's calls that an effect makes while it renders or sets up.
+/// The host's calls that an effect makes and that can fail.
 enum class HostCall {
     AcquireSuite,
+    ReleaseSuite,
+    Register,
+    FormatText,
+    CopyText,
     AddParam,
     CheckoutParam,
     CheckinParam,
@@ -27,10 +32,19 @@ enum class HostCall {
     Count
 };
 
-/** Puts itself between a session's host and the effect, and fails on demand. One at a time. */
+const char* NameOf(HostCall call);
+
+/// Calls of each kind.
+using HostCallCounts = std::array<int, static_cast<std::size_t>(HostCall::Count)>;
+
+/**
+ * Puts itself between a session's host and the effect, and fails on demand. Handles that it gives
+ * hold kHandleContent. One at a time.
+ */
 class FaultyHost {
 public:
     static constexpr PF_Err kError = PF_Err_INTERNAL_STRUCT_DAMAGED;
+    static constexpr int kHandleContent = 0x5a;
 
     explicit FaultyHost(Host::EffectSession& session);
     ~FaultyHost();
@@ -52,6 +66,10 @@ public:
     void recover();
 
     int calls(HostCall call) const { return mCalls[static_cast<std::size_t>(call)]; }
+    const HostCallCounts& calls() const { return mCalls; }
+
+    /// Locks of handles less unlocks.
+    int lockedHandles() const { return mLockedHandles; }
 
 private:
     struct Callbacks;
@@ -64,10 +82,13 @@ private:
     SPBasicSuite* mBasicSuite;
     PF_UtilCallbacks mFaultyUtilities;
     SPBasicSuite mFaultyBasicSuite;
+    PF_ANSICallbacksSuite1 mAnsiSuite{};
+    AEGP_UtilitySuite6 mUtilitySuite{};
     PF_WorldSuite2 mWorldSuite{};
     PF_iterateFloatSuite1 mIterateSuite{};
     PF_HandleSuite1 mHandleSuite{};
-    std::array<int, static_cast<std::size_t>(HostCall::Count)> mCalls{};
+    HostCallCounts mCalls{};
+    int mLockedHandles = 0;
     HostCall mFaultyCall = HostCall::Count;
     int mNth = 0;
     std::string mRefusedSuite;

@@ -1,10 +1,11 @@
-#include "EffectFixture.h"
 #include "FaultyHost.h"
 #include "HostContext.h"
+#include "ThreadedLife.h"
 
 #include <GL/glx.h>
 
 #include <array>
+#include <memory>
 #include <stdexcept>
 
 namespace Kerovane::TestSupport {
@@ -65,7 +66,7 @@ private:
     GLXContext mContext = nullptr;
 };
 
-class GlxHostContext : public EffectFixture {};
+class GlxHostContext : public ThreadedLife {};
 
 TEST_F(GlxHostContext, IsCurrentAgainWholeAfterEveryCommand) {
     const Host::World input = SmoothPicture(32, 32, true);
@@ -92,6 +93,13 @@ TEST_F(GlxHostContext, IsCurrentAgainWholeAfterEveryCommand) {
     EXPECT_TRUE(host.isCurrent()) << "after set-down";
     globalSetup();
     EXPECT_TRUE(host.isCurrent()) << "after a second set-up";
+}
+
+TEST_F(GlxHostContext, ChangesNothingInThePicturesOfManyThreads) {
+    expectSamePictures([] {
+        const auto host = std::make_shared<GlxHost>();
+        return [host] { return host->isCurrent(); };
+    });
 }
 
 } // namespace

@@ -1,9 +1,9 @@
-#include "EffectFixture.h"
 #include "Support/LiveGLObjects.h"
+#include "ThreadedLife.h"
 
 #include <fstream>
+#include <map>
 #include <string>
-#include <thread>
 #include <unistd.h>
 
 namespace Kerovane::TestSupport {
@@ -39,11 +39,16 @@ TEST_F(Repeats, LeaveNoGLObjectsBehindWhateverChanges) {
             }
         }
     };
-    frames();
-    const auto after = live.counts();
-    EXPECT_EQ(after.at("Programs"), 13) << "twelve variants and the closing pass";
-    frames();
-    EXPECT_EQ(live.counts(), after);
+    for (int life = 0; life < 2; ++life) {
+        frames();
+        const auto after = live.counts();
+        EXPECT_EQ(after.at("Programs"), 13) << "twelve variants and the closing pass";
+        frames();
+        EXPECT_EQ(live.counts(), after);
+        globalSetdown();
+        EXPECT_EQ(live.counts(), (std::map<std::string, int>{}));
+        globalSetup();
+    }
 }
 
 TEST_F(Repeats, LetMemoryAloneOverAThousandFrames) {
@@ -64,22 +69,14 @@ TEST_F(Repeats, LetMemoryAloneOverAThousandFrames) {
     EXPECT_LT(ResidentBytes() - before, 1 << 20) << "less than a kilobyte a frame";
 }
 
-TEST_F(Repeats, OnTwoThreadsInTurnGiveTheSamePictures) {
-    const Host::World input = SmoothPicture(80, 60, true);
-    const Host::World other = SmoothPicture(33, 70, true);
-    const Host::World expected = rendered(input);
-    const Host::World expectedOther = rendered(other);
-    for (int round = 0; round < 3; ++round) {
-        std::jthread([&] {
-            EXPECT_TRUE(SamePixels(rendered(input), expected));
-            EXPECT_TRUE(SamePixels(rendered(other), expectedOther));
-        }).join();
-        EXPECT_TRUE(SamePixels(rendered(other), expectedOther));
-        EXPECT_TRUE(SamePixels(rendered(input), expected));
-    }
-    std::jthread([this] { globalSetdown(); }).join();
-    globalSetup();
-    EXPECT_TRUE(SamePixels(rendered(input), expected));
+using RepeatsOnThreads = ThreadedLife;
+
+TEST_F(RepeatsOnThreads, GiveTheSamePicturesInAHostWithoutAContext) {
+    expectSamePictures(EnterHostWithoutContext);
+}
+
+TEST_F(RepeatsOnThreads, GiveTheSamePicturesInAHostWithContexts) {
+    expectSamePictures(EnterEglHost);
 }
 
 TEST(Module, CanBeLoadedAgain) {

@@ -1,9 +1,9 @@
 #include "MosaicShaderManager.h"
 
 #include "GL/AEOpenGLContext.h"
+#include "Support/GLObserver.h"
 
 #include <glbinding/Binding.h>
-#include <glbinding/CallbackMask.h>
 
 #include <gtest/gtest.h>
 
@@ -42,14 +42,10 @@ protected:
         // The object deletes its shaders when it has linked them, so a stop before that is needed.
         const std::unique_ptr<OpenglShader> shader(MosaicShaderManager::CreateShader(key));
         std::string source;
-        glbinding::Binding::ShaderSource.setAfterCallback(
-            [&source](GLuint, GLsizei, const GLchar* const* text, const GLint*) {
-                source = *text;
-            });
-        glbinding::Binding::ShaderSource.addCallbackMask(glbinding::CallbackMask::After);
+        const TestSupport::GLObserver texts(glbinding::Binding::ShaderSource,
+                                            [&source](GLuint, GLsizei, const GLchar* const* text,
+                                                      const GLint*) { source = *text; });
         shader->useProgram();
-        glbinding::Binding::ShaderSource.removeCallbackMask(glbinding::CallbackMask::After);
-        glbinding::Binding::ShaderSource.clearAfterCallback();
         return source;
     }
 

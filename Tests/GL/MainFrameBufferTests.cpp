@@ -3,7 +3,10 @@
 
 #include "GLFixture.h"
 #include "Support/GLCalls.h"
+#include "Support/GLObserver.h"
 #include "Support/LiveGLObjects.h"
+
+#include <glbinding/Binding.h>
 
 #include <algorithm>
 #include <memory>
@@ -11,6 +14,7 @@
 
 using namespace gl;
 using Kerovane::TestSupport::GLCalls;
+using Kerovane::TestSupport::GLObserver;
 using Kerovane::TestSupport::LiveGLObjects;
 
 namespace Kerovane::Tesselune {
@@ -104,6 +108,19 @@ TEST_F(MainFrameBuffer, DropsAllTargetsOfAFrameThatBrokeOff) {
     mFrameBuffer.clearStack();
     EXPECT_EQ(live.counts(), (std::map<std::string, int>{}));
     EXPECT_EQ(mFrameBuffer.popRenderContext(), 0U);
+}
+
+TEST_F(MainFrameBuffer, GivesATransparentPictureWhereTheDriverHadNoTarget) {
+    for (const bool multisample : {true, false}) {
+        mFrameBuffer.prepare(multisample ? 8 : 9, 4, multisample);
+        mFrameBuffer.pushRenderContext(false, false);
+        glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, 0);
+        // Many a driver clears what has no content. It must not be left to it.
+        const GLObserver content(glbinding::Binding::TexImage2D,
+                                 [](auto, auto, auto, auto, auto, auto, auto, auto,
+                                    const void* pixels) { EXPECT_NE(pixels, nullptr); });
+        EXPECT_TRUE(AllAre(Popped(), kTransparent)) << "multisample " << multisample;
+    }
 }
 
 TEST_F(MainFrameBuffer, DrawsIntoATextureAndComesBack) {

@@ -7,21 +7,28 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <map>
 #include <string>
+#include <vector>
 
 namespace Kerovane::Tesselune {
 
 namespace {
+
+enum class Call { None, Acquire, Execute, Lock, Free, Release };
 
 /// How the host below answers a script. A null text stands for a null handle.
 struct Answer {
     const char* result = nullptr;
     const char* error = nullptr;
     A_Err status = 0;
-    bool locks = true;
-    std::string refusedSuite = {};
+    Call faultyCall = Call::None; ///< the `nth` of these fails, the first being 1
+    int nth = 0;
+    std::map<Call, int> calls = {};
     std::string script = {};
     AEGP_PluginID plugin = -1;
+
+    bool fails(Call call) { return ++calls[call] == nth && call == faultyCall; }
 };
 
 Answer mAnswer;
@@ -40,6 +47,9 @@ AEGP_MemHandle HandleTo(const char* text) {
 
 A_Err Execute(AEGP_PluginID plugin, const A_char* script, A_Boolean, AEGP_MemHandle* result,
               AEGP_MemHandle* error) {
+    if (mAnswer.fails(Call::Execute)) {
+        return PF_Err_INVALID_CALLBACK;
+    }
     mAnswer.plugin = plugin;
     mAnswer.script = script;
     *result = HandleTo(mAnswer.result);
@@ -48,15 +58,21 @@ A_Err Execute(AEGP_PluginID plugin, const A_char* script, A_Boolean, AEGP_MemHan
 }
 
 A_Err Lock(AEGP_MemHandle handle, void** data) {
-    return mAnswer.locks ? Host::kMemorySuite.AEGP_LockMemHandle(handle, data)
-                         : PF_Err_OUT_OF_MEMORY;
+    return mAnswer.fails(Call::Lock) ? A_Err{PF_Err_OUT_OF_MEMORY}
+                                     : Host::kMemorySuite.AEGP_LockMemHandle(handle, data);
+}
+
+/// The host takes the handle back all the same.
+A_Err Free(AEGP_MemHandle handle) {
+    const A_Err err = Host::kMemorySuite.AEGP_FreeMemHandle(handle);
+    return mAnswer.fails(Call::Free) ? A_Err{PF_Err_BAD_CALLBACK_PARAM} : err;
 }
 
 const AEGP_UtilitySuite5 kUtility{nullptr, Execute};
 AEGP_MemorySuite1 mMemory = Host::kMemorySuite;
 
 SPErr Acquire(const A_char* name, A_long version, const void** suite) {
-    if (mAnswer.refusedSuite == name) {
+    if (mAnswer.fails(Call::Acquire)) {
         return PF_Err_INVALID_CALLBACK;
     }
     const void* table = nullptr;
@@ -69,12 +85,19 @@ SPErr Acquire(const A_char* name, A_long version, const void** suite) {
     return err;
 }
 
+/// The host takes the suite back all the same.
+SPErr Release(const A_char* name, A_long version) {
+    const SPErr err = Host::BasicSuite().ReleaseSuite(name, version);
+    return mAnswer.fails(Call::Release) ? SPErr{PF_Err_INVALID_CALLBACK} : err;
+}
+
 /** A host with a script engine that answers as a test wants it. */
 class Scripts : public testing::Test {
 protected:
     Scripts() {
         mAnswer = {};
         mMemory.AEGP_LockMemHandle = Lock;
+        mMemory.AEGP_FreeMemHandle = Free;
     }
 
     static void expectNothingLeft() {
@@ -82,7 +105,7 @@ protected:
         EXPECT_EQ(Host::LiveMemoryHandles(), 0);
     }
 
-    SPBasicSuite mBasic{Acquire, Host::BasicSuite().ReleaseSuite};
+    SPBasicSuite mBasic{Acquire, Release};
 };
 
 TEST_F(Scripts, GiveTheirResultOrNothing) {
@@ -91,19 +114,17 @@ TEST_F(Scripts, GiveTheirResultOrNothing) {
         const char* result;
         const char* error;
         A_Err status;
-        bool locks;
         std::string expected;
     } const kCases[] = {
-        {"result", "42", "", 0, true, "42"},
-        {"empty result", "", "", 0, true, ""},
-        {"failed script", "", "Syntax error", 0, true, ""},
-        {"failed call without handles", nullptr, nullptr, PF_Err_OUT_OF_MEMORY, true, ""},
-        {"no error handle", "7", nullptr, 0, true, "7"},
-        {"handles that can't be locked", "42", "", 0, false, ""},
+        {"result", "42", "", 0, "42"},
+        {"empty result", "", "", 0, ""},
+        {"failed script", "", "Syntax error", 0, ""},
+        {"failed call without handles", nullptr, nullptr, PF_Err_OUT_OF_MEMORY, ""},
+        {"no error handle", "7", nullptr, 0, "7"},
     };
-    for (const auto& [name, result, error, status, locks, expected] : kCases) {
+    for (const auto& [name, result, error, status, expected] : kCases) {
         SCOPED_TRACE(name);
-        mAnswer = {.result = result, .error = error, .status = status, .locks = locks};
+        mAnswer = {.result = result, .error = error, .status = status};
         EXPECT_EQ(ScriptHelper::RunSriptAndGetStringResult(&mBasic, "6 * 7"), expected);
         EXPECT_EQ(mAnswer.script, "6 * 7");
         EXPECT_EQ(mAnswer.plugin, 0);
@@ -111,11 +132,33 @@ TEST_F(Scripts, GiveTheirResultOrNothing) {
     }
 }
 
-TEST_F(Scripts, ThrowWhereTheHostRefusesASuiteAndReleaseTheOther) {
-    for (const char* suite : {"AEGP Utility Suite", "AEGP Memory Suite"}) {
-        mAnswer.refusedSuite = suite;
-        EXPECT_THROW(ScriptHelper::RunSriptAndGetStringResult(&mBasic, "1"), int) << suite;
-        expectNothingLeft();
+TEST_F(Scripts, LeaveNothingBehindWhicheverOfTheHostsCallsFails) {
+    constexpr const char* kThrows = nullptr;
+    const struct {
+        Call call;
+        std::vector<const char*> results; ///< where the first of these calls fails, the second...
+    } kCases[] = {
+        {Call::Acquire, {kThrows, kThrows}},
+        {Call::Execute, {""}},
+        {Call::Lock, {"", "42"}},
+        {Call::Free, {"42", "42"}},
+        {Call::Release, {"42", "42"}},
+    };
+    for (const auto& [call, results] : kCases) {
+        mAnswer = {.result = "42", .error = ""};
+        EXPECT_EQ(ScriptHelper::RunSriptAndGetStringResult(&mBasic, "6 * 7"), "42");
+        EXPECT_EQ(mAnswer.calls[call], static_cast<int>(results.size()));
+        int nth = 0;
+        for (const char* result : results) {
+            mAnswer = {.result = "42", .error = "", .faultyCall = call, .nth = ++nth};
+            SCOPED_TRACE(testing::Message() << static_cast<int>(call) << ", number " << nth);
+            if (result == kThrows) {
+                EXPECT_THROW(ScriptHelper::RunSriptAndGetStringResult(&mBasic, "6 * 7"), int);
+            } else {
+                EXPECT_EQ(ScriptHelper::RunSriptAndGetStringResult(&mBasic, "6 * 7"), result);
+            }
+            expectNothingLeft();
+        }
     }
 }
 

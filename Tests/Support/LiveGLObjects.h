@@ -1,14 +1,19 @@
 #pragma once
 
+#include <cstdint>
 #include <map>
+#include <mutex>
+#include <set>
 #include <string>
+#include <tuple>
 
 namespace Kerovane::TestSupport {
 
 /**
- * Counts, while it lives, the GL objects made less those deleted through the function layer, in
- * whichever library. The layer must be initialised. Objects that end with their context still
- * count. One at a time.
+ * Counts, while it lives, the GL objects made and not deleted through the function layer, in
+ * whichever library and on whichever thread. Kinds that contexts don't share also end with their
+ * context, and are deleted only with it current; calls without a context do nothing, as in GL. The
+ * layer must be initialised. One at a time.
  */
 class LiveGLObjects {
 public:
@@ -21,7 +26,14 @@ public:
     std::map<std::string, int> counts() const;
 
 private:
-    std::map<std::string, int> mCounts;
+    /// Kind, the context's number where the kind is not shared (else 0), and the object.
+    using Object = std::tuple<const char*, std::uint64_t, std::uintptr_t>;
+
+    void made(const char* kind, bool isShared, std::uintptr_t object);
+    void deleted(const char* kind, bool isShared, std::uintptr_t object);
+
+    mutable std::mutex mMutex;
+    std::set<Object> mObjects;
 };
 
 } // namespace Kerovane::TestSupport

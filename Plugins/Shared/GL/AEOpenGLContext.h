@@ -41,6 +41,12 @@ public:
     /// Flushes what is current, unless a frame buffer that is not complete is bound.
     static void flushCurrent();
 
+    /// False where no context could be had.
+    bool isValid() const { return mNSContext->isValid(); }
+
+    /// Whether this context is current on the calling thread.
+    bool isCurrent() const { return mNSContext->isCurrent(); }
+
     /// What the context reported at its creation.
     const std::set<gl::GLextension>& extensions() const { return mExtensions; }
 

@@ -15,7 +15,7 @@ std::recursive_mutex AEOpenGLContextManager::mMutex;
 NeverDestroyed<std::unique_ptr<AEOpenGLContext>> AEOpenGLContextManager::mSharedDataContext;
 
 void AEOpenGLContextManager::setupContextManager() {
-    if (*mSharedDataContext == nullptr) {
+    if (*mSharedDataContext == nullptr || !(*mSharedDataContext)->isValid()) {
         *mSharedDataContext = std::make_unique<AEOpenGLContext>(nullptr);
     }
 }
@@ -31,7 +31,7 @@ AEOpenGLContext* AEOpenGLContextManager::getCurrentRenderContext() {
     }
     // A thread keeps its number when all contexts are released and set up again.
     std::unique_ptr<AEOpenGLContext>& context = (*mRenderContexts)[mThread];
-    if (context == nullptr) {
+    if (context == nullptr || !context->isValid()) {
         context = std::make_unique<AEOpenGLContext>(getSharedDataContext());
     }
     return context.get();

@@ -20,7 +20,7 @@ public:
 
     /**
      * Makes the shared data context and leaves it current: the caller has saved the host's. A
-     * second call before releaseContextManager keeps the one there is.
+     * second call before releaseContextManager keeps the one there is, if it could be had.
      */
     static void setupContextManager();
 
@@ -29,7 +29,8 @@ public:
 
     /**
      * The calling thread's render context, made at its first call, when it is also left current.
-     * Later calls change nothing. Safe to call from several threads at once.
+     * Later calls change nothing, but try again where none could be had. Safe to call from several
+     * threads at once.
      */
     static AEOpenGLContext* getCurrentRenderContext();
 

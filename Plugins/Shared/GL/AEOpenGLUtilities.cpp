@@ -8,6 +8,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
+#include <span>
+#include <vector>
 
 using namespace gl;
 
@@ -76,13 +79,46 @@ void UploadPixels(const PF_LayerDef* world, int rowLength, GLenum type, const vo
     glPixelStorei(GL_UNPACK_ROW_LENGTH, 0);
 }
 
+std::size_t PixelCount(const PF_LayerDef& world) {
+    return static_cast<std::size_t>(world.width) * static_cast<std::size_t>(world.height);
+}
+
+/// Straight from the host's block. A layer whose pixels the host does not give is transparent.
+void UploadHostPixels(PF_InData* in_data, PF_LayerDef* input, const PixelLayout& layout) {
+    if (const std::byte* pixels = layout.firstPixel(in_data, input)) {
+        UploadPixels(input, input->rowbytes / static_cast<int>(layout.bytes), layout.type, pixels);
+        return;
+    }
+    const std::vector<std::byte> transparent(PixelCount(*input) * layout.bytes);
+    UploadPixels(input, input->width, layout.type, transparent.data());
+}
+
 void UploadFloatPixels(PF_InData* in_data, PF_LayerDef* input) {
-    const auto count =
-        static_cast<std::size_t>(input->width) * static_cast<std::size_t>(input->height);
-    const Platform::LargeBlock block(count * sizeof(PF_PixelFloat));
+    const Platform::LargeBlock block(PixelCount(*input) * sizeof(PF_PixelFloat));
     auto* const pixels = static_cast<PF_PixelFloat*>(block.data());
     IterateFloat(in_data, input, nullptr, pixels, CopyPixelFloatIn, input);
     UploadPixels(input, input->width, GL_FLOAT, pixels);
+}
+
+/**
+ * Reads the bound frame buffer's picture, of `bytes` a pixel, into `block`. Where GL does not
+ * deliver it, `block` is cleared, or the host would get whatever lay in that memory.
+ */
+void ReadPicture(GLsizei width, GLsizei height, GLenum type, unsigned long bytes,
+                 std::span<std::byte> block) {
+    if (block.empty()) {
+        return;
+    }
+    const std::span<std::byte> lastPixel = block.last(bytes);
+    const auto isRead = [&](std::byte mark) {
+        std::ranges::fill(lastPixel, mark);
+        glReadPixels(0, 0, width, height, GL_RGBA, type, block.data());
+        return std::ranges::count(lastPixel, mark) != std::ssize(lastPixel);
+    };
+    // A pixel may equal one mark, but not both. That it does is rare, and costs a second read.
+    if (!isRead(std::byte{0xa5}) && !isRead(std::byte{0x5a})) {
+        std::ranges::fill(block, std::byte{0});
+    }
 }
 
 void CopyRowsOut(PF_InData* in_data, const std::byte* block, std::size_t blockRowBytes,
@@ -122,8 +158,7 @@ unsigned int UploadTexture(int pixelFormat, PF_LayerDef* input, PF_LayerDef* /*o
     type = layout.type;
     multiplier16bit = layout.multiplier16bit;
     if (layout.firstPixel != nullptr) {
-        UploadPixels(input, input->rowbytes / static_cast<int>(layout.bytes), layout.type,
-                     layout.firstPixel(in_data, input));
+        UploadHostPixels(in_data, input, layout);
     } else {
         UploadFloatPixels(in_data, input);
     }
@@ -135,11 +170,12 @@ void DownloadTexture(unsigned int width, unsigned int height, PF_LayerDef* input
                      PF_LayerDef* output, PF_InData* in_data, int pixelFormat, unsigned long bytes,
                      GLenum type) {
     const SuiteScoper<PF_HandleSuite1> handles(in_data, "PF Handle Suite", 2);
-    const HostHandle handle(handles, static_cast<A_HandleSize>(width * height) * bytes);
+    const A_HandleSize size = static_cast<A_HandleSize>(width * height) * bytes;
+    const HostHandle handle(handles, size);
     std::byte* const block = handle.data();
     glReadBuffer(GL_COLOR_ATTACHMENT0);
-    glReadPixels(0, 0, static_cast<GLsizei>(width), static_cast<GLsizei>(height), GL_RGBA, type,
-                 block);
+    ReadPicture(static_cast<GLsizei>(width), static_cast<GLsizei>(height), type, bytes,
+                {block, size});
 
     const PixelLayout layout = LayoutOf(pixelFormat);
     const PF_Point common = {std::min(input->width, output->width),

@@ -113,7 +113,7 @@ void AEOpenglMainFrameBuffer::makeMissingTargets() {
 }
 
 void AEOpenglMainFrameBuffer::unprepare() {
-    mFrameBuffers.current() = {};
+    mFrameBuffers.resetCurrent();
     mOutputRenderBuffer.reset();
     clearStack();
 }
@@ -189,12 +189,15 @@ unsigned int AEOpenglMainFrameBuffer::popRenderContext() {
     if (mRenderStack.empty()) {
         return 0;
     }
-    // All of it is written below, so it need not be cleared.
-    GLTexture picture(CreateTexture(GL_RGBA, size(), {GL_LINEAR, GL_LINEAR}, nullptr));
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, carrier());
+    const bool isComplete =
+        glCheckFramebufferStatus(GL_READ_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
+    // What was drawn fills the texture, which is cleared only where the driver had no target.
+    GLTexture picture(isComplete ? CreateTexture(GL_RGBA, size(), {GL_LINEAR, GL_LINEAR}, nullptr)
+                                 : createRenderTexture(false));
     const auto width = static_cast<GLsizei>(mWidth);
     const auto height = static_cast<GLsizei>(mHeight);
     if (mMultisample) {
-        glBindFramebuffer(GL_READ_FRAMEBUFFER, carrier());
         glBindFramebuffer(GL_DRAW_FRAMEBUFFER, mFrameBuffers.current().resolve.name());
         glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D,
                                picture.name(), 0);

@@ -24,13 +24,14 @@ public:
     /// Those of the context that is current on this thread; empty at the context's first call.
     Objects& current() { return mObjects[Platform::OpenGLContext::currentId()]; }
 
+    /// Deletes those of the current context.
+    void resetCurrent() { mObjects.erase(Platform::OpenGLContext::currentId()); }
+
     /// Deletes those of the current context and forgets the others, which end with their contexts.
     void reset() {
-        const std::uint64_t current = Platform::OpenGLContext::currentId();
+        resetCurrent();
         for (auto& [context, objects] : mObjects) {
-            if (context != current) {
-                objects.release();
-            }
+            objects.release();
         }
         mObjects.clear();
     }

@@ -37,6 +37,12 @@ float Fraction(PF_Fixed percent) {
     return static_cast<float>(FromFixed(percent) / 100.0);
 }
 
+/// A popup's value, counted from 1; 0, as where there is none, if it is none of its choices. So
+/// only programs that there are get made.
+int Choice(int value, int choices) {
+    return value >= 1 && value <= choices ? value : 0;
+}
+
 /// Pixels of the picture at full resolution in pixels of the picture that is rendered.
 float Downsampled(const PF_InData& in_data, int pixels) {
     return static_cast<float>(pixels) / static_cast<float>(in_data.downsample_x.den);
@@ -58,7 +64,7 @@ PF_Err MosaicRender::preaprea(PF_InData* in_data, PF_OutData* /*out_data*/, int 
     PF_Err err = PF_Err_NONE;
     const auto fetch = [in_data, &err](int index) { return CheckedOutParam(in_data, index, err); };
 
-    mParam.shapeType = fetch(kParamShapeType)->u.pd.value - 1;
+    mParam.shapeType = Choice(fetch(kParamShapeType)->u.pd.value, kShapeCount) - 1;
     mSize = std::trunc(Downsampled(*in_data, fetch(kParamSize)->u.sd.value));
     mRatio = static_cast<float>(fetch(kParamRatio)->u.fs_d.value);
     mSizeRandomLimit = Fraction(fetch(kParamSizeRandom)->u.fd.value);
@@ -66,7 +72,7 @@ PF_Err MosaicRender::preaprea(PF_InData* in_data, PF_OutData* /*out_data*/, int 
     mSizeRandomSeed = fetch(kParamSizeRandomSeed)->u.sd.value;
     mDissolveRandomSeed = fetch(kParamDissolveRandomSeed)->u.sd.value;
     mFadePercent = Fraction(fetch(kParamDissolve)->u.fd.value);
-    mParam.transitionType = fetch(kParamTransitionType)->u.pd.value;
+    mParam.transitionType = Choice(fetch(kParamTransitionType)->u.pd.value, kTransitionCount);
     mDissolveTransitionPercent = Fraction(fetch(kParamTransitionProgress)->u.fd.value);
     mLinearTransitionAngle = static_cast<float>(FromFixed(fetch(kParamDirection)->u.ad.value));
     mDissolveFeather = Downsampled(*in_data, fetch(kParamFeather)->u.sd.value);

@@ -9,10 +9,13 @@
 
 namespace Kerovane::Tesselune {
 
+constexpr short kShapeCount = 2;
+constexpr short kTransitionCount = 3;
+
 /** The key of a shader variant. */
 struct MosaicRenderParam {
-    int shapeType = 0;       ///< 0 square, 1 triangle
-    int transitionType = 1;  ///< 1 linear, 2 radial in, 3 radial out
+    int shapeType = 0;       ///< 0 square, 1 triangle, -1 none
+    int transitionType = 1;  ///< 1 linear, 2 radial in, 3 radial out, 0 none
     bool hasFeather = false; ///< the transition's edge is ragged
 
     bool operator==(const MosaicRenderParam&) const = default;

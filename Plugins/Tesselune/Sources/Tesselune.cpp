@@ -73,6 +73,10 @@ void GlobalSetdown(PF_InData* in_data, PF_OutData* out_data) {
     if (AEOpenGLContext* sharedContext = AEOpenGLContextManager::getSharedDataContext()) {
         SaveRestoreGLContextMac hostContext;
         sharedContext->makeContextCurrent();
+        if (!sharedContext->isCurrent()) {
+            // Another thread of the host's has it current. This one's shares all that matters.
+            AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
+        }
         AEOpenglMainFrameBuffer::mainFrameBuffer()->destory();
         mRender->reset();
         MosaicShaderManager::PurgeAllShaders();
@@ -118,7 +122,7 @@ PF_Err ParamsSetup(PF_InData* in_data, PF_OutData* out_data, PF_ParamDef** /*par
 
     out_data->num_params = kParamCount;
     ParamAdder params(in_data);
-    params.add(kParamShapeType, "Shape Type", Popup(kMosaicShapeStr, 2));
+    params.add(kParamShapeType, "Shape Type", Popup(kMosaicShapeStr, kShapeCount));
     params.add(kParamSize, "Size", IntegerSlider(10, {2, 3000}, {2, 500}));
     params.add(kParamRatio, "Ratio", RatioSlider());
     params.add(kParamSizeRandom, "Size Random", PercentSlider());
@@ -126,7 +130,8 @@ PF_Err ParamsSetup(PF_InData* in_data, PF_OutData* out_data, PF_ParamDef** /*par
     params.add(kParamSizeRandomSeed, "Size Random Seed", IntegerSlider(0, kSeeds, kSeeds));
     params.add(kParamDissolve, "Dissolve", PercentSlider());
     params.add(kParamDissolveRandomSeed, "Dissolve Random Seed", IntegerSlider(0, kSeeds, kSeeds));
-    params.add(kParamTransitionType, "Transition Type", Supervised(Popup(DissolveTypeStr, 3)));
+    params.add(kParamTransitionType, "Transition Type",
+               Supervised(Popup(DissolveTypeStr, kTransitionCount)));
     params.add(kParamTransitionProgress, "Transition Progress", PercentSlider());
     params.add(kParamFeather, "Feather", IntegerSlider(250, {0, 5000}, {0, 500}));
     params.add(kParamDirection, "Direction", Angle());
