@@ -18,7 +18,6 @@
 #include <random>
 #include <string>
 #include <string_view>
-#include <thread>
 #include <vector>
 
 #include <malloc.h>
@@ -31,8 +30,8 @@ namespace {
 
 constexpr std::array kDepths{Host::Depth::Bits8, Host::Depth::Bits16, Host::Depth::Float32};
 constexpr int kMaxSide = 512;
-constexpr int kFramesOfALife = 2500; ///< then the effect is set down and up again
-constexpr int kFramesOfAThread = 100;
+constexpr int kFramesOfALife = 1000; ///< then the effect is set down and up again
+constexpr int kLivesToWarmUp = 5;    ///< the driver's and the allocator's pools fill meanwhile
 
 /// What shall not grow.
 struct Footprint {
@@ -168,29 +167,10 @@ void Print(int frame, const Footprint& footprint) {
     std::fflush(stdout);
 }
 
-/// Every so often from a thread that ends, in place of this one.
-void RenderOne(LongSession& session, const Case& next, int frame) {
-    if (frame % kFramesOfAThread == 0) {
-        std::exception_ptr failure;
-        std::jthread([&] {
-            try {
-                session.rendered(next);
-            } catch (...) {
-                failure = std::current_exception();
-            }
-        }).join();
-        if (failure) {
-            std::rethrow_exception(failure);
-        }
-    } else {
-        session.rendered(next);
-    }
-}
-
 /// Whether the process has grown between two measurements at the same point of a life.
 bool HasGrown(const Footprint& before, const Footprint& after) {
     constexpr std::size_t kAllocatedSlack = 64U << 10U;
-    constexpr std::size_t kResidentSlack = 4U << 20U;
+    constexpr std::size_t kResidentSlack = 2U << 20U;
     return after.allocated > before.allocated + kAllocatedSlack ||
            after.resident > before.resident + kResidentSlack || after.glObjects != before.glObjects;
 }
@@ -202,7 +182,6 @@ std::string Soak(int frames) {
     session.setUpAgain(); // so that all objects are counted
     Cases cases;
     const std::vector<Case> kinds = cases.ofEveryKind();
-    std::vector<Host::World> firstPictures;
     const auto renderKinds = [&] {
         std::vector<Host::World> pictures;
         for (const Case& kind : kinds) {
@@ -210,14 +189,14 @@ std::string Soak(int frames) {
         }
         return pictures;
     };
-    firstPictures = renderKinds();
+    const std::vector<Host::World> firstPictures = renderKinds();
 
     fmt::print("{:>8} {:>14} {:>14} {:>12}\n", "frame", "resident, KiB", "allocated, KiB",
                "GL objects");
     Footprint first;
     Footprint last;
     for (int frame = 1; frame <= frames; ++frame) {
-        RenderOne(session, cases.next(), frame);
+        session.rendered(cases.next());
         if (frame % kFramesOfALife == 0) {
             session.setUpAgain();
             const std::vector<Host::World> pictures = renderKinds();
@@ -228,7 +207,7 @@ std::string Soak(int frames) {
             }
             last = Measured(live);
             Print(frame, last);
-            if (first.resident == 0) {
+            if (frame == kLivesToWarmUp * kFramesOfALife) {
                 first = last;
             }
         }
@@ -241,7 +220,8 @@ std::string Soak(int frames) {
 int main(int argc, char** argv) {
     CLI::App app("Renders many frames and tells whether memory or GL objects grow.");
     int frames = 20000;
-    app.add_option("--frames", frames, "How many")->check(CLI::Range(2 * kFramesOfALife, 10000000));
+    app.add_option("--frames", frames, "How many")
+        ->check(CLI::Range((kLivesToWarmUp + 1) * kFramesOfALife, 10000000));
     CLI11_PARSE(app, argc, argv);
     std::cout.setstate(std::ios::failbit); // the effect's own report on each of its contexts
     try {
