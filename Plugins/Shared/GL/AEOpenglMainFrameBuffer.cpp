@@ -120,6 +120,7 @@ void AEOpenglMainFrameBuffer::unprepare() {
 
 void AEOpenglMainFrameBuffer::destory() {
     unprepare();
+    mRenderStack.shrink_to_fit(); // nobody frees its memory once the module is unloaded
     mFrameBuffers.reset();
     mScreenRender.reset();
     mWidth = 0;

@@ -58,7 +58,7 @@ PF_Err MosaicRender::preaprea(PF_InData* in_data, PF_OutData* /*out_data*/, int 
     PF_Err err = PF_Err_NONE;
     const auto fetch = [in_data, &err](int index) { return CheckedOutParam(in_data, index, err); };
 
-    mParam.shapeType = fetch(kParamShapeType)->u.pd.value - 1;
+    mParam.shapeType = std::max(fetch(kParamShapeType)->u.pd.value, 0) - 1;
     mSize = std::trunc(Downsampled(*in_data, fetch(kParamSize)->u.sd.value));
     mRatio = static_cast<float>(fetch(kParamRatio)->u.fs_d.value);
     mSizeRandomLimit = Fraction(fetch(kParamSizeRandom)->u.fd.value);

@@ -80,6 +80,7 @@ OpenglShader* MosaicShaderManager::CreateShader(const MosaicRenderParam& param) 
 
 void MosaicShaderManager::PurgeAllShaders() {
     mMosaicShaders->clear();
+    mMosaicShaders->shrink_to_fit(); // nobody frees its memory once the module is unloaded
 }
 
 } // namespace Kerovane::Tesselune
