@@ -49,8 +49,7 @@ public:
     /// All channels of all pixels, in `Channel` values.
     template <typename Channel>
     std::unique_ptr<Channel[]> read() {
-        auto pixels = std::make_unique_for_overwrite<Channel[]>(
-            spec().image_pixels() * static_cast<std::size_t>(spec().nchannels));
+        auto pixels = std::make_unique_for_overwrite<Channel[]>(valueCount());
         if (!mInput->read_image(0, 0, 0, spec().nchannels, OIIO::BaseTypeFromC<Channel>::value,
                                 pixels.get())) {
             fail(mInput->geterror());
@@ -77,6 +76,24 @@ private:
         if (spec.nchannels < 1 || spec.nchannels > kMaxChannels) {
             fail(fmt::format("it has {} channels", spec.nchannels));
         }
+        checkMemory();
+    }
+
+    /// Files may claim what nobody has the memory for. Not all of the library's readers keep to its
+    /// limit, which users can change in its own ways.
+    void checkMemory() const {
+        constexpr std::size_t kMegabyte = 1 << 20;
+        const auto megabytes =
+            static_cast<std::size_t>(OIIO::get_int_attribute("limits:imagesize_MB"));
+        if (megabytes > 0 && valueCount() * sizeof(float) > megabytes * kMegabyte) {
+            fail(fmt::format("its {} x {} pixels of {} channels take more than {} MB", spec().width,
+                             spec().height, spec().nchannels, megabytes));
+        }
+    }
+
+    std::size_t valueCount() const {
+        return static_cast<std::size_t>(spec().image_pixels()) *
+               static_cast<std::size_t>(spec().nchannels);
     }
 
     std::string mName;
@@ -94,9 +111,14 @@ Depth DepthOfFile(const ImageSpec& spec) {
     }
 }
 
+/// -1 where there is none. Not every reader of a format names a channel that the picture has.
+int AlphaOf(const ImageSpec& spec) {
+    return spec.alpha_channel < spec.nchannels ? spec.alpha_channel : spec.channelindex("A");
+}
+
 /// The colour channels by name, else the first three; a single one is grey.
 ChannelPlaces PlacesOf(const ImageSpec& spec) {
-    const int alpha = spec.alpha_channel;
+    const int alpha = AlphaOf(spec);
     const int red = spec.channelindex("R");
     const int green = spec.channelindex("G");
     const int blue = spec.channelindex("B");
@@ -116,7 +138,7 @@ bool IsPremultiplied(const PictureFile& file) {
     const std::string format = file.format();
     const bool straight = file.spec().get_int_attribute("oiio:UnassociatedAlpha") != 0 ||
                           format == "bmp" || format == "ico" || format == "gif";
-    return file.spec().alpha_channel >= 0 && !straight;
+    return AlphaOf(file.spec()) >= 0 && !straight;
 }
 
 /// Divides colour by alpha, but where that is 0: there is nothing to divide by, and none is seen.
@@ -134,11 +156,19 @@ void Unpremultiply(float* pixel, std::size_t pixels, std::size_t stride, Channel
     }
 }
 
+/// 1 to 8: how the picture is stored; 1, upright, where the file says none of these.
+int OrientationOf(const ImageSpec& spec) {
+    constexpr int kUpright = 1;
+    constexpr int kLast = 8;
+    const int orientation = spec.get_int_attribute("Orientation", kUpright);
+    return orientation >= kUpright && orientation <= kLast ? orientation : kUpright;
+}
+
 /// Turns the pixels upright where the file says that they are stored otherwise, and `spec` with
 /// them.
 template <typename Channel>
 void Reorient(ImageSpec& spec, std::unique_ptr<Channel[]>& pixels) {
-    const int orientation = spec.get_int_attribute("Orientation", 1);
+    const int orientation = OrientationOf(spec);
     if (orientation == 1) {
         return;
     }
@@ -219,7 +249,7 @@ PF_RationalScale PixelAspectRatio(const ImageSpec& spec) {
 /// As the picture stands upright.
 std::pair<A_long, A_long> SizeOf(const ImageSpec& spec) {
     constexpr int kFirstOnItsSide = 5; // of the eight orientations
-    const bool onItsSide = spec.get_int_attribute("Orientation", 1) >= kFirstOnItsSide;
+    const bool onItsSide = OrientationOf(spec) >= kFirstOnItsSide;
     return onItsSide ? std::pair(spec.height, spec.width) : std::pair(spec.width, spec.height);
 }
 

@@ -1,6 +1,7 @@
 #include "Host/Error.h"
 #include "Host/Pictures/PictureReader.h"
 
+#include "ErrorText.h"
 #include "RawPicture.h"
 #include "TemporaryFolder.h"
 
@@ -59,6 +60,7 @@ TEST_F(PictureReader, GivesStraightArgbAtTheFilesDepth) {
          Depth::Bits8,
          {3, 200, 9, 0}},
         {"clear.png", {200 * k8, 9 * k8, 0, 0}, TypeDesc::UINT8, 3, Depth::Bits8, {0, 200, 9, 0}},
+        {"rgba.gif", {0, 1, 0, 1}, TypeDesc::UINT8, 3, Depth::Bits8, {255, 0, 255, 0}},
         {"rgba.tif", {1, 0.5F, 0, k16}, TypeDesc::UINT16, 3, Depth::Bits16, {1, 32768, 16384, 0}},
         {"grey16.png", {1000 * k16}, TypeDesc::UINT16, -1, Depth::Bits16, {32768, 500, 500, 500}},
         {"half.exr",
@@ -131,12 +133,50 @@ TEST_F(PictureReader, TurnsPicturesUpright) {
     EXPECT_EQ(upright.origin.get_int_attribute("Orientation", 1), 1);
 }
 
+TEST_F(PictureReader, LeavesPicturesOfNoKnownOrientationAsTheyAreStored) {
+    for (const int orientation : {-1, 0, 9}) {
+        RawPicture file{{2, 1, 1, TypeDesc::HALF}, {1, 0}};
+        file.spec.attribute("Orientation", orientation);
+        file.write(mFolder / "a.exr");
+        const World world = ReadPicture(mFolder / "a.exr").world;
+        ASSERT_EQ(world.width(), 2) << orientation;
+        EXPECT_EQ(Argb(world, 0, 0)[1], 1) << orientation;
+        EXPECT_EQ(Argb(world, 1, 0)[1], 0) << orientation;
+    }
+}
+
 TEST_F(PictureReader, HandsThePixelAspectRatioOn) {
     RawPicture wide = RawPicture::of({0, 0, 0}, TypeDesc::HALF, -1);
     wide.spec.attribute("PixelAspectRatio", 2.0F);
     wide.write(mFolder / "wide.exr");
     const PF_RationalScale ratio = ReadPicture(mFolder / "wide.exr").world.layer().pix_aspect_ratio;
     EXPECT_EQ(static_cast<A_u_long>(ratio.num), 2 * ratio.den);
+}
+
+/// The library's limit on pictures, as it was afterwards.
+class PictureLimit {
+public:
+    explicit PictureLimit(int megabytes) { OIIO::attribute(kName, megabytes); }
+    ~PictureLimit() { OIIO::attribute(kName, mBefore); }
+    PictureLimit(const PictureLimit&) = delete;
+    PictureLimit& operator=(const PictureLimit&) = delete;
+
+private:
+    static constexpr const char* kName = "limits:imagesize_MB";
+
+    int mBefore = OIIO::get_int_attribute(kName);
+};
+
+TEST_F(PictureReader, KeepsToTheLibrarysLimitInEveryFormat) {
+    const PictureLimit limit(1);
+    for (const char* name : {"a.png", "a.jpg", "a.bmp", "a.exr", "a.tga", "a.webp", "a.dpx"}) {
+        RawPicture::of({0, 0, 0}, TypeDesc::UINT8, -1, 300, 291).write(mFolder / name);
+        EXPECT_NO_THROW(ReadPicture(mFolder / name)) << name;
+        RawPicture::of({0, 0, 0}, TypeDesc::UINT8, -1, 300, 292).write(mFolder / name);
+        EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / name); }),
+                  "cannot read '" + (mFolder / name).string() +
+                      "': its 300 x 292 pixels of 3 channels take more than 1 MB");
+    }
 }
 
 TEST_F(PictureReader, RefusesWhatIsNoPicture) {
