@@ -86,6 +86,9 @@ void AEOpenglMainFrameBuffer::prepare(long width, long height, bool multisample)
         mHeight = static_cast<unsigned int>(height);
         mMultisample = multisample;
     }
+    if (mScreenRender == nullptr) {
+        mScreenRender = std::make_unique<ScreenRender>();
+    }
     if (mWidth != 0 && mHeight != 0) {
         makeMissingTargets();
     }
@@ -106,9 +109,6 @@ void AEOpenglMainFrameBuffer::makeMissingTargets() {
         glBindRenderbuffer(GL_RENDERBUFFER, mOutputRenderBuffer.name());
         glRenderbufferStorage(GL_RENDERBUFFER, GL_RGBA, static_cast<GLsizei>(mWidth),
                               static_cast<GLsizei>(mHeight));
-    }
-    if (mScreenRender == nullptr) {
-        mScreenRender = std::make_unique<ScreenRender>();
     }
 }
 
