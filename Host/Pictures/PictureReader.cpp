@@ -1,6 +1,7 @@
 #include "Host/Pictures/PictureReader.h"
 
 #include "Host/Error.h"
+#include "Host/Pictures/GifHeader.h"
 #include "Host/Pictures/PixelConversion.h"
 
 #include <OpenImageIO/imagebuf.h>
@@ -11,7 +12,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <exception>
 #include <memory>
+#include <new>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -23,6 +26,17 @@ namespace {
 using OIIO::ImageSpec;
 using OIIO::TypeDesc;
 
+constexpr std::size_t kMegabyte = 1 << 20;
+
+/// What a picture may take: what the machine has, within the library's own limit, which users can
+/// change in its own ways and not all of its readers keep to.
+std::size_t MostMegabytes() {
+    const auto machine = static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) *
+                         static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / kMegabyte;
+    const auto library = static_cast<std::size_t>(OIIO::get_int_attribute("limits:imagesize_MB"));
+    return library > 0 ? std::min(library, machine) : machine;
+}
+
 /// Reads one file; its errors name it.
 class PictureFile {
 public:
@@ -33,9 +47,12 @@ public:
         if (std::filesystem::is_directory(file)) {
             fail("it is a directory");
         }
+        if (IsGifBeyondItsReader(file)) {
+            fail("it is larger than a GIF picture can be read");
+        }
         ImageSpec wishes;
         wishes.attribute("oiio:UnassociatedAlpha", 1);
-        mInput = OIIO::ImageInput::open(mName, &wishes);
+        attempt([&] { mInput = OIIO::ImageInput::open(mName, &wishes); });
         if (mInput == nullptr) {
             fail(OIIO::geterror());
         }
@@ -49,19 +66,38 @@ public:
     /// All channels of all pixels, in `Channel` values.
     template <typename Channel>
     std::unique_ptr<Channel[]> read() {
-        auto pixels = std::make_unique_for_overwrite<Channel[]>(valueCount());
-        if (!mInput->read_image(0, 0, 0, spec().nchannels, OIIO::BaseTypeFromC<Channel>::value,
-                                pixels.get())) {
+        std::unique_ptr<Channel[]> pixels;
+        bool isRead = false;
+        attempt([&] {
+            pixels = std::make_unique_for_overwrite<Channel[]>(valueCount());
+            isRead = mInput->read_image(0, 0, 0, spec().nchannels,
+                                        OIIO::BaseTypeFromC<Channel>::value, pixels.get());
+        });
+        if (!isRead) {
             fail(mInput->geterror());
         }
         return pixels;
     }
 
     [[noreturn]] void fail(const std::string& reason) const {
-        throw Error(fmt::format("cannot read '{}': {}", mName, reason));
+        // Not all of the library's readers say why.
+        throw Error(
+            fmt::format("cannot read '{}': {}", mName, reason.empty() ? "it is damaged" : reason));
     }
 
 private:
+    /// Some of the library's readers let exceptions through: their own, or for lack of memory.
+    template <typename Action>
+    void attempt(Action action) const {
+        try {
+            action();
+        } catch (const std::bad_alloc&) {
+            fail("out of memory");
+        } catch (const std::exception& error) {
+            fail(fmt::format("its reader failed: {}", error.what()));
+        }
+    }
+
     void check() const {
         const ImageSpec& spec = this->spec();
         if (spec.deep || spec.depth > 1) {
@@ -79,13 +115,10 @@ private:
         checkMemory();
     }
 
-    /// Files may claim what nobody has the memory for. Not all of the library's readers keep to its
-    /// limit, which users can change in its own ways.
+    /// A few bytes may claim to be more pixels than anybody has the memory for.
     void checkMemory() const {
-        constexpr std::size_t kMegabyte = 1 << 20;
-        const auto megabytes =
-            static_cast<std::size_t>(OIIO::get_int_attribute("limits:imagesize_MB"));
-        if (megabytes > 0 && valueCount() * sizeof(float) > megabytes * kMegabyte) {
+        const std::size_t megabytes = MostMegabytes();
+        if (valueCount() * sizeof(float) > megabytes * kMegabyte) {
             fail(fmt::format("its {} x {} pixels of {} channels take more than {} MB", spec().width,
                              spec().height, spec().nchannels, megabytes));
         }

@@ -7,12 +7,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <fstream>
 #include <optional>
 
 namespace Kerovane::Host {
 namespace {
 
+using namespace std::string_literals;
 using OIIO::TypeDesc;
 
 /// The pixel as four numbers: alpha, red, green, blue, on the layer's own scale.
@@ -179,12 +181,43 @@ TEST_F(PictureReader, KeepsToTheLibrarysLimitInEveryFormat) {
     }
 }
 
+/// A GIF picture that says so of its size and has one pixel.
+std::string GifOf(std::uint16_t width, std::uint16_t height) {
+    std::string size;
+    for (const std::uint16_t side : {width, height}) {
+        size += static_cast<char>(side & 0xffU);
+        size += static_cast<char>(side >> 8U);
+    }
+    return "GIF89a" + size + "\x80\0\0\0\0\0\xff\xff\xff,\0\0\0\0\1\0\1\0\0\2\2D\1\0;"s;
+}
+
+TEST_F(PictureReader, RefusesGifPicturesThatTheirReaderWouldWriteBeyond) {
+    const std::pair<int, int> refused[] = {{32768, 32768}, {46341, 46341}, {30000, 17896}};
+    for (const char* name : {"a.gif", "a.png"}) {
+        std::ofstream(mFolder / name) << GifOf(2, 3);
+        EXPECT_EQ(ReadPicture(mFolder / name).world.height(), 3) << name;
+        for (const auto& [width, height] : refused) {
+            std::ofstream(mFolder / name)
+                << GifOf(static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(height));
+            EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / name); }),
+                      "cannot read '" + (mFolder / name).string() +
+                          "': it is larger than a GIF picture can be read");
+        }
+    }
+}
+
 TEST_F(PictureReader, RefusesWhatIsNoPicture) {
     struct Row {
         const char* name;
         std::optional<std::string> content;
     };
+    const std::string kMost = "\xff\xff\xff\x7f"; // 2147483647
     const Row rows[] = {{"missing.png", std::nullopt},
+                        {"vast.bmp", "BM6\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0"s + kMost + kMost +
+                                         "\1\0\x18\0"s + std::string(24, '\0')},
+                        {"vast.hdr", "#?RADIANCE\n\n-Y 2147483647 +X 2147483647\n"},
+                        {"vast.tga", "\0\0\2\0\0\0\0\0\0\0\0\0\xff\xff\xff\xff\x18\0"s},
+                        {"large.ppm", "P6 30000 30000 255\n"},
                         {"empty.png", ""},
                         {"text.png", "hello"},
                         {"text.txt", "hello"},
@@ -200,6 +233,7 @@ TEST_F(PictureReader, RefusesWhatIsNoPicture) {
         } catch (const Error& error) {
             const std::string start = "cannot read '" + (mFolder / row.name).string() + "': ";
             EXPECT_EQ(std::string(error.what()).find(start), 0U) << error.what();
+            EXPECT_GT(std::strlen(error.what()), start.size()) << row.name << " has no reason";
         }
     }
 }
