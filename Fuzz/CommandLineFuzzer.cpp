@@ -15,6 +15,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -48,10 +49,8 @@ public:
 
     /// Throws Error where the line asks for what can't be, CLI::Success where it asks for help.
     bool read(const std::vector<std::string>& words) {
-        std::vector<const char*> arguments;
-        for (const std::string& word : words) {
-            arguments.push_back(word.c_str());
-        }
+        std::vector<const char*> arguments(words.size());
+        std::ranges::transform(words, arguments.begin(), &std::string::c_str);
         ParseLine(mApp, static_cast<int>(arguments.size()), arguments.data());
         if (mRenderCommand.parsed()) {
             checkSettings(mRenderParameters.settings());

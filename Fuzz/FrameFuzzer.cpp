@@ -26,9 +26,10 @@ bool IsUntouched(std::span<const std::byte> bytes) {
 /// Whether all bytes of `output` beyond the part that it has in common with `input` are as before.
 bool IsUntouchedOutside(const World& output, const World& input) {
     const auto rowBytes = static_cast<std::size_t>(output.rowBytes());
-    const auto width = std::min(input.width(), output.width());
+    const auto width = static_cast<std::size_t>(std::min(input.width(), output.width()));
     const A_long height = std::min(input.height(), output.height());
-    const auto written = static_cast<std::size_t>(width * Host::BytesPerPixel(output.depth()));
+    const std::size_t written =
+        width * static_cast<std::size_t>(Host::BytesPerPixel(output.depth()));
     for (A_long y = 0; y < output.height(); ++y) {
         const auto row = output.bytes().subspan(static_cast<std::size_t>(y) * rowBytes, rowBytes);
         if (!IsUntouched(row.subspan(y < height ? written : 0))) {

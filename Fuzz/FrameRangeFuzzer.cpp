@@ -10,7 +10,6 @@ namespace Kerovane::Fuzz {
 
 namespace {
 
-using Host::Chunk;
 using Host::FrameList;
 
 /// Longer lists are read, but take their time to be written and compared.
