@@ -5,10 +5,26 @@
 #include <dlfcn.h>
 #include <fmt/format.h>
 
+#include <system_error>
+
 namespace Kerovane::Host {
 
+namespace {
+
+/// The same file by a name with a slash, which the loader takes for that file and no other.
+std::filesystem::path Located(const std::filesystem::path& path) {
+    std::error_code error;
+    std::filesystem::path located = std::filesystem::absolute(path, error);
+    if (error) {
+        throw Error(fmt::format("cannot load the effect '{}': {}", path.string(), error.message()));
+    }
+    return located;
+}
+
+} // namespace
+
 EffectModule::EffectModule(const std::filesystem::path& path)
-    : mLibrary(dlopen(std::filesystem::absolute(path).c_str(), RTLD_NOW | RTLD_LOCAL)) {
+    : mLibrary(dlopen(Located(path).c_str(), RTLD_NOW | RTLD_LOCAL)) {
     if (mLibrary == nullptr) {
         throw Error(fmt::format("cannot load the effect: {}", dlerror()));
     }

@@ -89,7 +89,7 @@ Keyframes ParseKeyframes(const Parameter& parameter, std::string_view text) {
             keys.push_back(ParseKey(parameter, word));
         }
     }
-    return Keyframes(std::move(keys));
+    return keys.size() == 1 ? Keyframes(keys.front().value) : Keyframes(std::move(keys));
 }
 
 std::string FormatKeyframes(const Parameter& parameter, const Keyframes& keyframes) {

@@ -56,17 +56,34 @@ public:
 private:
     static Json parse(std::string_view text) {
         try {
-            Json preset = Json::parse(text);
+            Json preset = Json::parse(text, checkDepth);
             if (!preset.is_object()) {
                 throw Error("is no JSON object");
             }
             return preset;
-        } catch (const Json::parse_error& error) {
-            const std::string_view reason = error.what();
-            const std::size_t place = reason.find("at line");
-            throw Error(fmt::format("is no JSON: {}",
-                                    place < reason.size() ? reason.substr(place) : reason));
+        } catch (const Json::exception& error) {
+            throw Error(fmt::format("is no JSON: {}", reasonOf(error)));
         }
+    }
+
+    /// What is nested without end would be followed without end.
+    static bool checkDepth(int depth, Json::parse_event_t /*event*/, const Json& /*parsed*/) {
+        constexpr int kDeepest = 16;
+        if (depth > kDeepest) {
+            throw Error(fmt::format("is nested more than {} deep", kDeepest));
+        }
+        return true;
+    }
+
+    /// The library's text from the place in the file on, or behind the error's own name.
+    static std::string_view reasonOf(const Json::exception& error) {
+        constexpr std::string_view kNameEnd = "] ";
+        const std::string_view text = error.what();
+        const std::size_t place = text.find("at line");
+        const std::size_t nameEnd = text.find(kNameEnd);
+        return text.substr(place < text.size()     ? place
+                           : nameEnd < text.size() ? nameEnd + kNameEnd.size()
+                                                   : 0);
     }
 
     void readParameter(const Json& entry, const std::string& place) {

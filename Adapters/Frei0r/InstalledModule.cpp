@@ -22,6 +22,9 @@ const std::filesystem::path kOwnFile = OwnFile();
 } // namespace
 
 std::filesystem::path InstalledModule() {
+    if (kOwnFile.empty()) {
+        return {}; // and not a path relative to the working directory
+    }
     return kOwnFile.parent_path().parent_path() / "tesselune" / "Tesselune.so";
 }
 

@@ -7,8 +7,9 @@
 #include <fmt/format.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <fstream>
-#include <iterator>
+#include <ios>
 #include <span>
 #include <string>
 #include <system_error>
@@ -18,11 +19,19 @@ namespace Kerovane::Host {
 namespace {
 
 std::string ContentOf(const std::filesystem::path& path) {
+    constexpr std::size_t kMegabytes = 4; // some hundred thousand keys
+    constexpr std::size_t kMost = kMegabytes << 20U;
     std::ifstream file(path, std::ios::binary);
-    std::string content{std::istreambuf_iterator<char>(file), {}};
-    if (!file) {
+    std::string content(kMost + 1, '\0');
+    file.read(content.data(), static_cast<std::streamsize>(content.size()));
+    if (!file.is_open() || file.bad()) {
         throw Error(fmt::format("cannot read '{}': {}", path.string(),
                                 std::generic_category().message(errno)));
+    }
+    content.resize(static_cast<std::size_t>(file.gcount()));
+    if (content.size() > kMost) {
+        throw Error(
+            fmt::format("cannot read '{}': it is larger than {} MB", path.string(), kMegabytes));
     }
     return content;
 }

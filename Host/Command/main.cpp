@@ -2,6 +2,7 @@
 #include "Host/Command/CommandOutline.h"
 #include "Host/Command/CompletionScript.h"
 #include "Host/Command/InstalledModule.h"
+#include "Host/Command/LineParser.h"
 #include "Host/Command/ManualPage.h"
 #include "Host/Command/ParameterListing.h"
 #include "Host/Command/ParameterOptions.h"
@@ -10,12 +11,10 @@
 #include "Host/Command/StandardStreams.h"
 #include "Host/Effect.h"
 #include "Host/Error.h"
-#include "Host/NearestNames.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
-#include <fmt/format.h>
 
 #include <exception>
 #include <filesystem>
@@ -41,24 +40,6 @@ struct Setting {
     }
 };
 
-/// The names of what may stand on the line once the given part of it is understood.
-std::vector<std::string> KnownNames(const CLI::App& app) {
-    std::vector<std::string> names;
-    for (const CLI::App* part = &app; part != nullptr;) {
-        for (const CLI::Option* option : part->get_options()) {
-            for (const std::string& name : option->get_lnames()) {
-                names.push_back("--" + name);
-            }
-        }
-        const std::vector<CLI::App*> chosen = part->get_subcommands();
-        part = chosen.empty() ? nullptr : chosen.front();
-    }
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        names.push_back(command->get_name());
-    }
-    return names;
-}
-
 /// `tesselune params [NAME]`
 struct ParamsCommand {
     std::string name;
@@ -80,42 +61,13 @@ struct ParamsCommand {
     }
 };
 
-/// What to say of the first argument that nothing on the line takes.
-std::string Unexpected(const CLI::App& app) {
-    const std::string argument = app.remaining(true).front();
-    const bool isOption = argument.starts_with('-');
-    if (!isOption && !app.get_subcommands().empty()) {
-        return fmt::format("unexpected argument '{}'; see tesselune --help", argument);
-    }
-    const std::string name = argument.substr(0, argument.find('='));
-    return fmt::format("unknown {} '{}'{}; see tesselune --help", isOption ? "option" : "command",
-                       name, Suggestion(name, KnownNames(app)));
-}
-
-/// Parses the line. Throws Error where it is wrong, CLI::Success where help or version is asked
-/// for.
-void Parse(CLI::App& app, int argc, char** argv) {
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success&) {
-        throw;
-    } catch (const CLI::ExtrasError&) {
-        throw Error(Unexpected(app));
-    } catch (const CLI::ArgumentMismatch& mismatch) {
-        const std::string text = mismatch.what();
-        throw Error(fmt::format("{} takes one value", text.substr(0, text.find(':'))));
-    } catch (const CLI::ParseError& error) {
-        throw Error(error.what());
-    }
-}
-
 Setting ReadSetting(int argc, char** argv) {
     Setting setting;
     CLI::App app;
     app.set_help_flag();
     app.allow_extras();
     setting.addTo(app);
-    Parse(app, argc, argv);
+    ParseLine(app, argc, argv);
     return setting;
 }
 
@@ -165,7 +117,7 @@ int Run(int argc, char** argv, StandardStreams& streams) {
     manualCommand.footer("Example:\n  tesselune manual | man -l -");
 
     try {
-        Parse(app, argc, argv);
+        ParseLine(app, argc, argv);
     } catch (const CLI::CallForHelp&) {
         streams.print(app.help());
         return 0;

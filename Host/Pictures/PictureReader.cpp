@@ -1,6 +1,7 @@
 #include "Host/Pictures/PictureReader.h"
 
 #include "Host/Error.h"
+#include "Host/Pictures/GifHeader.h"
 #include "Host/Pictures/PixelConversion.h"
 
 #include <OpenImageIO/imagebuf.h>
@@ -11,7 +12,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <exception>
 #include <memory>
+#include <new>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -23,6 +26,17 @@ namespace {
 using OIIO::ImageSpec;
 using OIIO::TypeDesc;
 
+constexpr std::size_t kMegabyte = 1 << 20;
+
+/// What a picture may take: what the machine has, within the library's own limit, which users can
+/// change in its own ways and not all of its readers keep to.
+std::size_t MostMegabytes() {
+    const auto machine = static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) *
+                         static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / kMegabyte;
+    const auto library = static_cast<std::size_t>(OIIO::get_int_attribute("limits:imagesize_MB"));
+    return library > 0 ? std::min(library, machine) : machine;
+}
+
 /// Reads one file; its errors name it.
 class PictureFile {
 public:
@@ -33,9 +47,12 @@ public:
         if (std::filesystem::is_directory(file)) {
             fail("it is a directory");
         }
+        if (IsGifBeyondItsReader(file)) {
+            fail("it is larger than a GIF picture can be read");
+        }
         ImageSpec wishes;
         wishes.attribute("oiio:UnassociatedAlpha", 1);
-        mInput = OIIO::ImageInput::open(mName, &wishes);
+        attempt([&] { mInput = OIIO::ImageInput::open(mName, &wishes); });
         if (mInput == nullptr) {
             fail(OIIO::geterror());
         }
@@ -49,20 +66,38 @@ public:
     /// All channels of all pixels, in `Channel` values.
     template <typename Channel>
     std::unique_ptr<Channel[]> read() {
-        auto pixels = std::make_unique_for_overwrite<Channel[]>(
-            spec().image_pixels() * static_cast<std::size_t>(spec().nchannels));
-        if (!mInput->read_image(0, 0, 0, spec().nchannels, OIIO::BaseTypeFromC<Channel>::value,
-                                pixels.get())) {
+        std::unique_ptr<Channel[]> pixels;
+        bool isRead = false;
+        attempt([&] {
+            pixels = std::make_unique_for_overwrite<Channel[]>(valueCount());
+            isRead = mInput->read_image(0, 0, 0, spec().nchannels,
+                                        OIIO::BaseTypeFromC<Channel>::value, pixels.get());
+        });
+        if (!isRead) {
             fail(mInput->geterror());
         }
         return pixels;
     }
 
     [[noreturn]] void fail(const std::string& reason) const {
-        throw Error(fmt::format("cannot read '{}': {}", mName, reason));
+        // Not all of the library's readers say why.
+        throw Error(
+            fmt::format("cannot read '{}': {}", mName, reason.empty() ? "it is damaged" : reason));
     }
 
 private:
+    /// Some of the library's readers let exceptions through: their own, or for lack of memory.
+    template <typename Action>
+    void attempt(Action action) const {
+        try {
+            action();
+        } catch (const std::bad_alloc&) {
+            fail("out of memory");
+        } catch (const std::exception& error) {
+            fail(fmt::format("its reader failed: {}", error.what()));
+        }
+    }
+
     void check() const {
         const ImageSpec& spec = this->spec();
         if (spec.deep || spec.depth > 1) {
@@ -77,6 +112,21 @@ private:
         if (spec.nchannels < 1 || spec.nchannels > kMaxChannels) {
             fail(fmt::format("it has {} channels", spec.nchannels));
         }
+        checkMemory();
+    }
+
+    /// A few bytes may claim to be more pixels than anybody has the memory for.
+    void checkMemory() const {
+        const std::size_t megabytes = MostMegabytes();
+        if (valueCount() * sizeof(float) > megabytes * kMegabyte) {
+            fail(fmt::format("its {} x {} pixels of {} channels take more than {} MB", spec().width,
+                             spec().height, spec().nchannels, megabytes));
+        }
+    }
+
+    std::size_t valueCount() const {
+        return static_cast<std::size_t>(spec().image_pixels()) *
+               static_cast<std::size_t>(spec().nchannels);
     }
 
     std::string mName;
@@ -94,9 +144,14 @@ Depth DepthOfFile(const ImageSpec& spec) {
     }
 }
 
+/// -1 where there is none. Not every reader of a format names a channel that the picture has.
+int AlphaOf(const ImageSpec& spec) {
+    return spec.alpha_channel < spec.nchannels ? spec.alpha_channel : spec.channelindex("A");
+}
+
 /// The colour channels by name, else the first three; a single one is grey.
 ChannelPlaces PlacesOf(const ImageSpec& spec) {
-    const int alpha = spec.alpha_channel;
+    const int alpha = AlphaOf(spec);
     const int red = spec.channelindex("R");
     const int green = spec.channelindex("G");
     const int blue = spec.channelindex("B");
@@ -116,7 +171,7 @@ bool IsPremultiplied(const PictureFile& file) {
     const std::string format = file.format();
     const bool straight = file.spec().get_int_attribute("oiio:UnassociatedAlpha") != 0 ||
                           format == "bmp" || format == "ico" || format == "gif";
-    return file.spec().alpha_channel >= 0 && !straight;
+    return AlphaOf(file.spec()) >= 0 && !straight;
 }
 
 /// Divides colour by alpha, but where that is 0: there is nothing to divide by, and none is seen.
@@ -134,11 +189,19 @@ void Unpremultiply(float* pixel, std::size_t pixels, std::size_t stride, Channel
     }
 }
 
+/// 1 to 8: how the picture is stored; 1, upright, where the file says none of these.
+int OrientationOf(const ImageSpec& spec) {
+    constexpr int kUpright = 1;
+    constexpr int kLast = 8;
+    const int orientation = spec.get_int_attribute("Orientation", kUpright);
+    return orientation >= kUpright && orientation <= kLast ? orientation : kUpright;
+}
+
 /// Turns the pixels upright where the file says that they are stored otherwise, and `spec` with
 /// them.
 template <typename Channel>
 void Reorient(ImageSpec& spec, std::unique_ptr<Channel[]>& pixels) {
-    const int orientation = spec.get_int_attribute("Orientation", 1);
+    const int orientation = OrientationOf(spec);
     if (orientation == 1) {
         return;
     }
@@ -219,7 +282,7 @@ PF_RationalScale PixelAspectRatio(const ImageSpec& spec) {
 /// As the picture stands upright.
 std::pair<A_long, A_long> SizeOf(const ImageSpec& spec) {
     constexpr int kFirstOnItsSide = 5; // of the eight orientations
-    const bool onItsSide = spec.get_int_attribute("Orientation", 1) >= kFirstOnItsSide;
+    const bool onItsSide = OrientationOf(spec) >= kFirstOnItsSide;
     return onItsSide ? std::pair(spec.height, spec.width) : std::pair(spec.width, spec.height);
 }
 

@@ -85,6 +85,12 @@ TEST_F(Commands, SetDownWorksBeforeAnyFrame) {
     globalSetup();
 }
 
+TEST_F(Commands, SetUpIsEnoughForAnEmptyFrame) {
+    globalSetdown();
+    globalSetup();
+    rendered(Host::World(Host::Depth::Bits8, 0, 30));
+}
+
 TEST(Module, ExportsItsEntryAlone) {
     const std::string command = std::string(NM) + " -D --defined-only " + TESSELUNE_MODULE;
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> output(

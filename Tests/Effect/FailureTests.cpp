@@ -371,6 +371,9 @@ TEST_F(Failures, OfAHostToKeepItsRangesEndInAPicture) {
                     case PF_Param_ANGLE:
                         param.u.ad.value = whole;
                         break;
+                    case PF_Param_POPUP:
+                        param.u.pd.value = whole;
+                        break;
                     case PF_Param_FLOAT_SLIDER:
                         param.u.fs_d.value = ratio;
                         break;

@@ -94,6 +94,8 @@ TEST_F(Session, PassesACommandAndItsRecordsAsTheyAre) {
 }
 
 TEST(EffectModule, IsAFileWithAnEffectsEntry) {
+    EXPECT_THROW(EffectSession(""), Error) << "which the loader takes for the program itself";
+    EXPECT_THROW(EffectSession("/"), Error);
     EXPECT_THROW(EffectSession("/nowhere/Effect.so"), Error);
     EXPECT_THROW(EffectSession("libm.so.6"), Error) << "no search path is consulted";
     EXPECT_THROW(EffectSession("/proc/self/exe"), Error);

@@ -94,6 +94,10 @@ TEST(Keyframes, AreWrittenAsTheyAreRead) {
     }
 }
 
+TEST(Keyframes, OfOneKeyAreItsValueAlone) {
+    EXPECT_EQ(ParseKeyframes(Percentage(), "1001:40:smooth"), Keyframes(40));
+}
+
 TEST(Keyframes, AnswerInTimeAtTheFrameRate) {
     const FrameRate rate(24000, 1001);
     const ParameterSettings settings{{7, ParseKeyframes(Percentage(), "1001:0 1101:100")}};

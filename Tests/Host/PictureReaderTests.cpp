@@ -1,17 +1,20 @@
 #include "Host/Error.h"
 #include "Host/Pictures/PictureReader.h"
 
+#include "ErrorText.h"
 #include "RawPicture.h"
 #include "TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
+#include <cstring>
 #include <fstream>
 #include <optional>
 
 namespace Kerovane::Host {
 namespace {
 
+using namespace std::string_literals;
 using OIIO::TypeDesc;
 
 /// The pixel as four numbers: alpha, red, green, blue, on the layer's own scale.
@@ -59,6 +62,7 @@ TEST_F(PictureReader, GivesStraightArgbAtTheFilesDepth) {
          Depth::Bits8,
          {3, 200, 9, 0}},
         {"clear.png", {200 * k8, 9 * k8, 0, 0}, TypeDesc::UINT8, 3, Depth::Bits8, {0, 200, 9, 0}},
+        {"rgba.gif", {0, 1, 0, 1}, TypeDesc::UINT8, 3, Depth::Bits8, {255, 0, 255, 0}},
         {"rgba.tif", {1, 0.5F, 0, k16}, TypeDesc::UINT16, 3, Depth::Bits16, {1, 32768, 16384, 0}},
         {"grey16.png", {1000 * k16}, TypeDesc::UINT16, -1, Depth::Bits16, {32768, 500, 500, 500}},
         {"half.exr",
@@ -131,6 +135,18 @@ TEST_F(PictureReader, TurnsPicturesUpright) {
     EXPECT_EQ(upright.origin.get_int_attribute("Orientation", 1), 1);
 }
 
+TEST_F(PictureReader, LeavesPicturesOfNoKnownOrientationAsTheyAreStored) {
+    for (const int orientation : {-1, 0, 9}) {
+        RawPicture file{{2, 1, 1, TypeDesc::HALF}, {1, 0}};
+        file.spec.attribute("Orientation", orientation);
+        file.write(mFolder / "a.exr");
+        const World world = ReadPicture(mFolder / "a.exr").world;
+        ASSERT_EQ(world.width(), 2) << orientation;
+        EXPECT_EQ(Argb(world, 0, 0)[1], 1) << orientation;
+        EXPECT_EQ(Argb(world, 1, 0)[1], 0) << orientation;
+    }
+}
+
 TEST_F(PictureReader, HandsThePixelAspectRatioOn) {
     RawPicture wide = RawPicture::of({0, 0, 0}, TypeDesc::HALF, -1);
     wide.spec.attribute("PixelAspectRatio", 2.0F);
@@ -139,12 +155,69 @@ TEST_F(PictureReader, HandsThePixelAspectRatioOn) {
     EXPECT_EQ(static_cast<A_u_long>(ratio.num), 2 * ratio.den);
 }
 
+/// The library's limit on pictures, as it was afterwards.
+class PictureLimit {
+public:
+    explicit PictureLimit(int megabytes) { OIIO::attribute(kName, megabytes); }
+    ~PictureLimit() { OIIO::attribute(kName, mBefore); }
+    PictureLimit(const PictureLimit&) = delete;
+    PictureLimit& operator=(const PictureLimit&) = delete;
+
+private:
+    static constexpr const char* kName = "limits:imagesize_MB";
+
+    int mBefore = OIIO::get_int_attribute(kName);
+};
+
+TEST_F(PictureReader, KeepsToTheLibrarysLimitInEveryFormat) {
+    const PictureLimit limit(1);
+    for (const char* name : {"a.png", "a.jpg", "a.bmp", "a.exr", "a.tga", "a.webp", "a.dpx"}) {
+        RawPicture::of({0, 0, 0}, TypeDesc::UINT8, -1, 300, 291).write(mFolder / name);
+        EXPECT_NO_THROW(ReadPicture(mFolder / name)) << name;
+        RawPicture::of({0, 0, 0}, TypeDesc::UINT8, -1, 300, 292).write(mFolder / name);
+        EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / name); }),
+                  "cannot read '" + (mFolder / name).string() +
+                      "': its 300 x 292 pixels of 3 channels take more than 1 MB");
+    }
+}
+
+/// A GIF picture that says so of its size and has one pixel.
+std::string GifOf(std::uint16_t width, std::uint16_t height) {
+    std::string size;
+    for (const std::uint16_t side : {width, height}) {
+        size += static_cast<char>(side & 0xffU);
+        size += static_cast<char>(side >> 8U);
+    }
+    return "GIF89a" + size + "\x80\0\0\0\0\0\xff\xff\xff,\0\0\0\0\1\0\1\0\0\2\2D\1\0;"s;
+}
+
+TEST_F(PictureReader, RefusesGifPicturesThatTheirReaderWouldWriteBeyond) {
+    const std::pair<int, int> refused[] = {{32768, 32768}, {46341, 46341}, {30000, 17896}};
+    for (const char* name : {"a.gif", "a.png"}) {
+        std::ofstream(mFolder / name) << GifOf(2, 3);
+        EXPECT_EQ(ReadPicture(mFolder / name).world.height(), 3) << name;
+        for (const auto& [width, height] : refused) {
+            std::ofstream(mFolder / name)
+                << GifOf(static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(height));
+            EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / name); }),
+                      "cannot read '" + (mFolder / name).string() +
+                          "': it is larger than a GIF picture can be read");
+        }
+    }
+}
+
 TEST_F(PictureReader, RefusesWhatIsNoPicture) {
     struct Row {
         const char* name;
         std::optional<std::string> content;
     };
+    const std::string kMost = "\xff\xff\xff\x7f"; // 2147483647
     const Row rows[] = {{"missing.png", std::nullopt},
+                        {"vast.bmp", "BM6\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0"s + kMost + kMost +
+                                         "\1\0\x18\0"s + std::string(24, '\0')},
+                        {"vast.hdr", "#?RADIANCE\n\n-Y 2147483647 +X 2147483647\n"},
+                        {"vast.tga", "\0\0\2\0\0\0\0\0\0\0\0\0\xff\xff\xff\xff\x18\0"s},
+                        {"large.ppm", "P6 30000 30000 255\n"},
                         {"empty.png", ""},
                         {"text.png", "hello"},
                         {"text.txt", "hello"},
@@ -160,6 +233,7 @@ TEST_F(PictureReader, RefusesWhatIsNoPicture) {
         } catch (const Error& error) {
             const std::string start = "cannot read '" + (mFolder / row.name).string() + "': ";
             EXPECT_EQ(std::string(error.what()).find(start), 0U) << error.what();
+            EXPECT_GT(std::strlen(error.what()), start.size()) << row.name << " has no reason";
         }
     }
 }

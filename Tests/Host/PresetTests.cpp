@@ -62,6 +62,8 @@ TEST(Preset, NamesWhatIsWrongAndWhere) {
         {"", "is no JSON: at line 1"},
         {"{\n\"parameters\": [}", "is no JSON: at line 2, column 16"},
         {"[]", "is no JSON object"},
+        {R"({"parameters": [{"id": 2, "value": 1e999}]})",
+         "is no JSON: number overflow parsing '1e999'"},
         {"{}", "has no list of \"parameters\""},
         {R"({"parametres": [], "parameters": []})",
          "parametres is unknown; did you mean parameters?"},
@@ -91,6 +93,12 @@ TEST(Preset, NamesWhatIsWrongAndWhere) {
         const std::string error = ErrorOf([&] { ParsePreset(Parameters(), row.json); });
         EXPECT_EQ(error.find(row.error), 0U) << row.json << " gives: " << error;
     }
+}
+
+TEST(Preset, IsRefusedWhereItIsNestedTooDeeplyToFollow) {
+    const std::string deep = R"({"parameters": [{"id": 2, "name": )" + std::string(1'000'000, '[') +
+                             std::string(1'000'000, ']') + "}]}";
+    EXPECT_EQ(ErrorOf([&] { ParsePreset(Parameters(), deep); }), "is nested more than 16 deep");
 }
 
 } // namespace

@@ -86,6 +86,9 @@ void AEOpenglMainFrameBuffer::prepare(long width, long height, bool multisample)
         mHeight = static_cast<unsigned int>(height);
         mMultisample = multisample;
     }
+    if (mScreenRender == nullptr) {
+        mScreenRender = std::make_unique<ScreenRender>();
+    }
     if (mWidth != 0 && mHeight != 0) {
         makeMissingTargets();
     }
@@ -107,9 +110,6 @@ void AEOpenglMainFrameBuffer::makeMissingTargets() {
         glRenderbufferStorage(GL_RENDERBUFFER, GL_RGBA, static_cast<GLsizei>(mWidth),
                               static_cast<GLsizei>(mHeight));
     }
-    if (mScreenRender == nullptr) {
-        mScreenRender = std::make_unique<ScreenRender>();
-    }
 }
 
 void AEOpenglMainFrameBuffer::unprepare() {
@@ -120,6 +120,7 @@ void AEOpenglMainFrameBuffer::unprepare() {
 
 void AEOpenglMainFrameBuffer::destory() {
     unprepare();
+    mRenderStack.shrink_to_fit(); // nobody frees its memory once the module is unloaded
     mFrameBuffers.reset();
     mScreenRender.reset();
     mWidth = 0;

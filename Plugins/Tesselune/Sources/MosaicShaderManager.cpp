@@ -81,6 +81,7 @@ OpenglShader* MosaicShaderManager::CreateShader(const MosaicRenderParam& param) 
 
 void MosaicShaderManager::PurgeAllShaders() {
     mMosaicShaders->clear();
+    mMosaicShaders->shrink_to_fit(); // nobody frees its memory once the module is unloaded
 }
 
 } // namespace Kerovane::Tesselune

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Fuzz/FuzzedFrame.h"
+#include "Host/EffectSession.h"
+
+namespace Kerovane::Fuzz {
+
+/** The effect in a host that checks nothing of what it is asked to hand on. One at a time. */
+class CarelessHost {
+public:
+    /// Loads the effect and sets it up. Throws Error where nothing can be drawn.
+    CarelessHost();
+    ~CarelessHost();
+    CarelessHost(const CarelessHost&) = delete;
+    CarelessHost& operator=(const CarelessHost&) = delete;
+
+    PF_Err call(PF_Cmd command) { return mSession.call(command); }
+
+    /// Renders a frame of `input` as it is described.
+    PF_Err render(const FuzzedFrame& frame, const Host::World& input, Host::World& output);
+
+    Host::LiveCounts liveCounts() const { return mSession.liveCounts(); }
+
+private:
+    Host::EffectSession mSession;
+};
+
+} // namespace Kerovane::Fuzz

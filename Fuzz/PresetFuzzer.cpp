@@ -1,0 +1,26 @@
+// Presets: what is read of one is written and read again without a loss.
+#include "Fuzz/Oracle.h"
+#include "Fuzz/SampleEffect.h"
+#include "Fuzz/TextInput.h"
+#include "Host/Preset.h"
+
+#include <cstdint>
+#include <string>
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    using namespace Kerovane::Fuzz;
+    using namespace Kerovane::Host;
+    const std::vector<Parameter>& parameters = SampleEffect();
+    const auto settings = ReadOrError([&] { return ParsePreset(parameters, TextOf(data, size)); });
+    if (!settings) {
+        return 0;
+    }
+    const std::string written = FormatPreset(parameters, 0, *settings);
+    const ParameterSettings again = ParsePreset(parameters, written);
+    for (const auto& [id, keyframes] : *settings) {
+        Expect(FindParameter(parameters, id) != nullptr, "a preset sets what there is");
+        Expect(again.contains(id) && again.at(id) == keyframes, "a preset keeps what it is given");
+    }
+    Expect(FormatPreset(parameters, 0, again) == written, "a preset is written as it was read");
+    return 0;
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+
+namespace Kerovane::Fuzz {
+
+inline std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
+    return {reinterpret_cast<const char*>(data), size};
+}
+
+/// What stands before the first `separator` and what stands behind it; nothing behind where there
+/// is none.
+inline std::pair<std::string_view, std::string_view> SplitInTwo(std::string_view text,
+                                                                char separator) {
+    const std::size_t place = text.find(separator);
+    return {text.substr(0, place),
+            place != std::string_view::npos ? text.substr(place + 1) : std::string_view()};
+}
+
+} // namespace Kerovane::Fuzz

@@ -1,0 +1,62 @@
+#include "Host/Command/LineParser.h"
+
+#include "Host/Error.h"
+#include "Host/NearestNames.h"
+
+#include <fmt/format.h>
+
+#include <string>
+#include <vector>
+
+namespace Kerovane::Host {
+
+namespace {
+
+/// The names of what may stand on the line once the given part of it is understood.
+std::vector<std::string> KnownNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* part = &app; part != nullptr;) {
+        for (const CLI::Option* option : part->get_options()) {
+            for (const std::string& name : option->get_lnames()) {
+                names.push_back("--" + name);
+            }
+        }
+        const std::vector<CLI::App*> chosen = part->get_subcommands();
+        part = chosen.empty() ? nullptr : chosen.front();
+    }
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        names.push_back(command->get_name());
+    }
+    return names;
+}
+
+/// What to say of the first argument that nothing on the line takes.
+std::string Unexpected(const CLI::App& app) {
+    const std::string argument = app.remaining(true).front();
+    const bool isOption = argument.starts_with('-');
+    if (!isOption && !app.get_subcommands().empty()) {
+        return fmt::format("unexpected argument '{}'; see tesselune --help", argument);
+    }
+    const std::string name = argument.substr(0, argument.find('='));
+    return fmt::format("unknown {} '{}'{}; see tesselune --help", isOption ? "option" : "command",
+                       name, Suggestion(name, KnownNames(app)));
+}
+
+} // namespace
+
+void ParseLine(CLI::App& app, int argc, const char* const* argv) {
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success&) {
+        throw;
+    } catch (const CLI::ExtrasError&) {
+        throw Error(Unexpected(app));
+    } catch (const CLI::ArgumentMismatch& mismatch) {
+        const std::string text = mismatch.what();
+        throw Error(fmt::format("{} takes one value", text.substr(0, text.find(':'))));
+    } catch (const CLI::ParseError& error) {
+        throw Error(error.what());
+    }
+}
+
+} // namespace Kerovane::Host
