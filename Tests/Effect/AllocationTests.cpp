@@ -139,6 +139,7 @@ std::vector<Command> Allocations::commands() {
 TEST_F(Allocations, ThatFailInAnyCommandLeaveNothingBehind) {
     std::vector<Host::World> expected;
     std::map<std::string, int> expectedObjects;
+    int faults = 0;
     for (const Command& command : commands()) {
         SCOPED_TRACE(command.name);
         bool failed = true;
@@ -148,6 +149,7 @@ TEST_F(Allocations, ThatFailInAnyCommandLeaveNothingBehind) {
             SCOPED_TRACE(nth);
             command.before();
             failed = failsWithout(command, nth);
+            faults += failed ? 1 : 0;
             EXPECT_EQ(Platform::CurrentEglBinding(), mHostContext.binding());
             EXPECT_EQ(mSession.liveCounts(), Host::LiveCounts{});
             command.after();
@@ -161,6 +163,7 @@ TEST_F(Allocations, ThatFailInAnyCommandLeaveNothingBehind) {
         }
         EXPECT_GT(nth, command.allocations) << "the effect's allocations were not met";
     }
+    RecordProperty("faults", faults);
     globalSetdown();
     EXPECT_EQ(mLive.counts(), (std::map<std::string, int>{}));
 }

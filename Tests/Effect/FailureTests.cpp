@@ -202,6 +202,7 @@ HostCallCounts Failures::sendFailing(const Command& command, HostCall call, int 
 
 TEST_F(Failures, OfEveryHostCallOfEveryCommandLeaveNothingBehind) {
     mHostContext.makeCurrent();
+    int faults = 0;
     for (const Command& command : commands()) {
         SCOPED_TRACE(command.name);
         const HostCallCounts calls = sendFailing(command, HostCall::Count, 0);
@@ -211,9 +212,11 @@ TEST_F(Failures, OfEveryHostCallOfEveryCommandLeaveNothingBehind) {
             for (int nth = 1; nth <= calls[kind] && command.results.contains(call); ++nth) {
                 SCOPED_TRACE(testing::Message() << NameOf(call) << " fails, number " << nth);
                 sendFailing(command, call, nth);
+                ++faults;
             }
         }
     }
+    RecordProperty("faults", faults);
     globalSetdown();
     EXPECT_EQ(mLive.counts(), (std::map<std::string, int>{}));
     EXPECT_EQ(EglContexts::live(), 1) << "the host's own";
