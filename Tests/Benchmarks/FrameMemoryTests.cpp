@@ -15,7 +15,7 @@ template <typename Memory>
 Memory* Kept(Memory* memory) {
     static void* volatile seen;
     seen = memory;
-    return memory;
+    return static_cast<Memory*>(seen);
 }
 
 class FrameMemory : public testing::Test {
