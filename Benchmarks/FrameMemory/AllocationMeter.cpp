@@ -12,12 +12,14 @@
 #include <string>
 
 // The C library's functions behind those that are replaced here.
-extern "C" { // NOLINTBEGIN(*-reserved-identifier)
+// NOLINTBEGIN: the names are given
+extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_memalign(std::size_t alignment, std::size_t size);
 void __libc_free(void* memory);
-} // NOLINTEND(*-reserved-identifier)
+}
+// NOLINTEND
 
 namespace Kerovane::Benchmarks {
 
@@ -154,6 +156,7 @@ std::size_t PeakAllocatedBytes(std::string_view module, const std::function<void
 
 using Kerovane::Benchmarks::mMeter;
 
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 extern "C" {
 
 void* malloc(std::size_t size) {
@@ -179,6 +182,7 @@ void free(void* memory) {
 }
 
 } // extern "C"
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 
 void* operator new(std::size_t size) {
     if (void* memory = __libc_malloc(size)) {
