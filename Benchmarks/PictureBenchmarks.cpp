@@ -4,6 +4,7 @@
 #include "EffectFrame.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
+#include "Host/Shots/ShotRenderer.h"
 #include "Names.h"
 #include "Suites.h"
 
@@ -11,7 +12,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <atomic>
 #include <filesystem>
+#include <string>
+#include <thread>
+#include <vector>
 
 namespace Kerovane::Benchmarks {
 
@@ -67,6 +73,16 @@ void Write(benchmark::State& state, Host::Depth depth) {
     }
 }
 
+void RenderPicture(benchmark::State& state, Host::Depth depth) {
+    const Host::World input = BenchmarkPicture(depth, kWidth, kHeight);
+    Host::World output(depth, kWidth, kHeight);
+    Host::Effect effect(TESSELUNE_MODULE);
+    effect.render({}, {}, input, output);
+    for ([[maybe_unused]] auto _ : state) {
+        effect.render({}, {}, input, output);
+    }
+}
+
 void FileToFile(benchmark::State& state, Host::Depth depth) {
     const PictureFiles files(depth);
     Host::Effect effect(TESSELUNE_MODULE);
@@ -83,6 +99,36 @@ void FileToFile(benchmark::State& state, Host::Depth depth) {
     }
 }
 
+/// A shot of the picture as the command renders it, files and stages overlapping. The times are
+/// those of one of its frames.
+void RenderShot(benchmark::State& state, Host::Depth depth) {
+    constexpr int kFrames = 60;
+    const PictureFiles files(depth);
+    std::vector<Host::ShotFrame> frames(kFrames,
+                                        {.input = files.input(), .output = files.output()});
+    for (int number = 0; number < kFrames; ++number) {
+        frames[static_cast<std::size_t>(number)].output.replace_filename(
+            "output." + std::to_string(number) + ".png");
+    }
+    const std::size_t threads = std::max(std::thread::hardware_concurrency(), 1U);
+    Host::ShotSetting setting;
+    setting.limits = {.threads = threads, .itemsInFlight = threads + 2};
+    Host::Effect effect(TESSELUNE_MODULE);
+    const Host::ShotCallbacks callbacks{
+        .render = [&](const auto&, const auto& input,
+                      auto& output) { effect.render({}, {}, input, output); },
+        .ended =
+            [&](const auto&, const Host::FrameReport& report) {
+                if (report.ending != Host::FrameEnding::Rendered) {
+                    state.SkipWithError(report.reason.c_str());
+                }
+            }};
+    const std::atomic<bool> stop = false;
+    while (state.KeepRunningBatch(kFrames)) {
+        Host::RenderShot(frames, setting, callbacks, stop);
+    }
+}
+
 } // namespace
 
 void RegisterPictureBenchmarks() {
@@ -96,7 +142,9 @@ void RegisterPictureBenchmarks() {
         };
         add("read", Read);
         add("write", Write);
+        add("render", RenderPicture);
         add("file to file", FileToFile);
+        add("shot", RenderShot);
     }
 }
 

@@ -1,21 +1,48 @@
+#include "FreedMemory.h"
+#include "OwnOutput.h"
 #include "Suites.h"
 
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
+#include <exception>
+#include <iostream>
+#include <memory>
 
-int main(int argc, char** argv) {
-    // A program that is taken from the driver's cache on disk is not built, and would not be timed.
-    ::setenv("MESA_SHADER_CACHE_DISABLE", "true", 0);
+namespace {
 
+using namespace Kerovane::Benchmarks;
+
+/// Returns the exit status.
+int Run(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
         return 2;
     }
-    Kerovane::Benchmarks::RegisterFrameBenchmarks();
-    Kerovane::Benchmarks::RegisterStageBenchmarks();
-    Kerovane::Benchmarks::RegisterPictureBenchmarks();
-    Kerovane::Benchmarks::RegisterMathBenchmarks();
-    benchmark::RunSpecifiedBenchmarks();
+    RegisterFrameBenchmarks();
+    RegisterStageBenchmarks();
+    RegisterPictureBenchmarks();
+    RegisterMathBenchmarks();
+
+    OwnOutput output;
+    const std::unique_ptr<benchmark::BenchmarkReporter> reporter(
+        benchmark::CreateDefaultDisplayReporter());
+    reporter->SetOutputStream(&output.stream());
+    benchmark::RunSpecifiedBenchmarks(reporter.get());
     benchmark::Shutdown();
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    // A program that is taken from the driver's cache on disk is not built, and would not be timed.
+    ::setenv("MESA_SHADER_CACHE_DISABLE", "true", 0);
+    Kerovane::Platform::KeepFreedMemory(); // as the command does
+    try {
+        return Run(argc, argv);
+    } catch (const std::exception& error) {
+        std::cerr << "Benchmarks: " << error.what() << '\n';
+        return 2;
+    }
 }

@@ -52,7 +52,7 @@ Estimate EstimateMedian(std::vector<double> sample) {
     // The number of values below the true median is binomial: between these two ranks it stays.
     constexpr double kDeviations = 2.576;
     const double reach = kDeviations * std::sqrt(static_cast<double>(count)) / 2;
-    const double rank = std::floor(static_cast<double>(count) / 2 - reach);
+    const double rank = std::floor((static_cast<double>(count) - 1) / 2 - reach);
     const auto low = static_cast<std::size_t>(std::max(rank, 0.0));
     return {.median = median, .low = sample[low], .high = sample[count - 1 - low]};
 }

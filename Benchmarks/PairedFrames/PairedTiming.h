@@ -19,7 +19,8 @@ struct Times {
     std::vector<double> cpu; ///< of the whole process, the rasteriser's threads among it
 };
 
-/// A median with the bounds between which the true one lies at a confidence of 99 %.
+/// A median with the bounds between which the true one lies at a confidence of 99 %; of a sample of
+/// fewer than 8 values, its smallest and largest.
 struct Estimate {
     double median = 0;
     double low = 0;

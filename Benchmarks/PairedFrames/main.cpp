@@ -4,15 +4,15 @@
 #include "BareFrame/BareFrame.h"
 #include "BenchmarkPicture.h"
 #include "EffectFrame.h"
+#include "FreedMemory.h"
 #include "HostContext.h"
 #include "Names.h"
+#include "OwnOutput.h"
 #include "PairedTiming.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
-
-#include <malloc.h>
 
 #include <algorithm>
 #include <cstring>
@@ -106,10 +106,11 @@ void RequireSamePicture(const Worlds& one, const Worlds& other) {
     }
 }
 
-/// Fewer rounds for larger pictures: each round costs in proportion to the pixels.
+/// Fewer rounds for larger pictures: each round costs in proportion to the pixels. No fewer than an
+/// estimate needs for its bounds.
 int RoundsFor(const PictureSize& size, int rounds) {
     constexpr double kFullHd = 1920.0 * 1080.0;
-    constexpr double kFewest = 5;
+    constexpr double kFewest = 8;
     const double share = kFullHd / (static_cast<double>(size.width) * size.height);
     return static_cast<int>(std::clamp(rounds * share, kFewest, 3.0 * rounds));
 }
@@ -178,15 +179,6 @@ json CompareParameters(Host::Effect& effect, const Settings& settings) {
     return rows;
 }
 
-/**
- * Lets the process keep the memory that is freed. Otherwise large blocks go back to the kernel or
- * not as the heap happens to lie, and their page faults fall on one side of a comparison.
- */
-void KeepFreedMemory() {
-    mallopt(M_MMAP_MAX, 0);
-    mallopt(M_TRIM_THRESHOLD, -1);
-}
-
 /// One build of the effect against another.
 json CompareModules(Host::Effect& effect, Host::Effect& base, const Settings& settings) {
     json rows = json::array();
@@ -202,24 +194,24 @@ json CompareModules(Host::Effect& effect, Host::Effect& base, const Settings& se
 }
 
 /// Prints a line a row and the verdict. True where the effect is slower than its base.
-bool ReportVerdict(const json& rows) {
+bool ReportVerdict(const json& rows, std::ostream& output) {
     constexpr double kTolerance = 1.01;
     bool isSlower = false;
     for (const json& row : rows) {
         const json& base = row["sides"]["base"];
-        std::cout << fmt::format("{:2} bits:", row["bits"].get<int>());
+        output << fmt::format("{:2} bits:", row["bits"].get<int>());
         for (const auto& [key, label] :
              {std::pair{"cpu_ratio", "processor time"}, std::pair{"wall_ratio", "wall time"}}) {
             const json& ratio = base[key];
             isSlower = isSlower || ratio["low"].get<double>() > kTolerance;
-            std::cout << fmt::format("  {} x {:.3f} ({:.3f} to {:.3f})", label,
-                                     ratio["median"].get<double>(), ratio["low"].get<double>(),
-                                     ratio["high"].get<double>());
+            output << fmt::format("  {} x {:.3f} ({:.3f} to {:.3f})", label,
+                                  ratio["median"].get<double>(), ratio["low"].get<double>(),
+                                  ratio["high"].get<double>());
         }
-        std::cout << '\n';
+        output << '\n';
     }
-    std::cout << (isSlower ? "The render command is slower than the base beyond the noise.\n"
-                           : "The render command is not slower than the base beyond the noise.\n");
+    output << (isSlower ? "The render command is slower than the base beyond the noise.\n"
+                        : "The render command is not slower than the base beyond the noise.\n");
     return isSlower;
 }
 
@@ -251,15 +243,16 @@ int Run(int argc, char** argv) {
         ->check(CLI::ExistingFile);
     CLI11_PARSE(app, argc, argv);
 
-    if (*modules) {
-        KeepFreedMemory();
-    }
+    // As the command does. Page faults would fall on one side of a comparison or the other as the
+    // heap happens to lie.
+    Platform::KeepFreedMemory();
+    OwnOutput output;
     Host::Effect effect(settings.module);
     if (*modules) {
         Host::Effect base(settings.base);
         const json rows = CompareModules(effect, base, settings);
         Write(rows, settings.report);
-        return ReportVerdict(rows) ? 1 : 0;
+        return ReportVerdict(rows, output.stream()) ? 1 : 0;
     }
     Write(*parameters ? CompareParameters(effect, settings) : CompareWithFloors(effect, settings),
           settings.report);

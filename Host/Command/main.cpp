@@ -1,3 +1,4 @@
+#include "FreedMemory.h"
 #include "Host/Command/AboutText.h"
 #include "Host/Command/CommandOutline.h"
 #include "Host/Command/CompletionScript.h"
@@ -163,6 +164,7 @@ int Run(int argc, char** argv, StandardStreams& streams) {
 } // namespace
 
 int main(int argc, char** argv) {
+    Kerovane::Platform::KeepFreedMemory();
     StandardStreams streams;
     try {
         return Run(argc, argv, streams);
