@@ -1,7 +1,7 @@
 #include "Host/Pictures/PictureReader.h"
 
 #include "Host/Error.h"
-#include "Host/Pictures/GifHeader.h"
+#include "Host/Pictures/HeaderCheck.h"
 #include "Host/Pictures/PixelConversion.h"
 
 #include <OpenImageIO/imagebuf.h>
@@ -47,8 +47,8 @@ public:
         if (std::filesystem::is_directory(file)) {
             fail("it is a directory");
         }
-        if (IsGifBeyondItsReader(file)) {
-            fail("it is larger than a GIF picture can be read");
+        if (const std::string reason = ReasonNotToOpen(file); !reason.empty()) {
+            fail(reason);
         }
         ImageSpec wishes;
         wishes.attribute("oiio:UnassociatedAlpha", 1);

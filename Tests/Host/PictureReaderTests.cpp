@@ -206,6 +206,18 @@ TEST_F(PictureReader, RefusesGifPicturesThatTheirReaderWouldWriteBeyond) {
     }
 }
 
+TEST_F(PictureReader, RefusesDpxPicturesThatNameMoreThanTheyHold) {
+    constexpr int kUserSizePlace = 32;
+    RawPicture::of({0.5F, 0.25F, 1}, OIIO::TypeDesc::UINT8, -1, 4, 3).write(mFolder / "a.dpx");
+    EXPECT_EQ(ReadPicture(mFolder / "a.dpx").world.height(), 3);
+    std::fstream file(mFolder / "a.dpx", std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(kUserSizePlace) << "\x7f\0\0\x7f"s; // two gigabytes in either order of bytes
+    file.close();
+    EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / "a.dpx"); }),
+              "cannot read '" + (mFolder / "a.dpx").string() +
+                  "': its header names more than the file holds");
+}
+
 TEST_F(PictureReader, RefusesWhatIsNoPicture) {
     struct Row {
         const char* name;
