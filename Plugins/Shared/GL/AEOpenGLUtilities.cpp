@@ -4,11 +4,11 @@
 #include "GL/GLObject.h"
 #include "Helper/HostHandle.h"
 #include "Helper/SuiteScoper.h"
-#include "LargeBlock.h"
 
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -94,10 +94,9 @@ void UploadHostPixels(PF_InData* in_data, PF_LayerDef* input, const PixelLayout&
 }
 
 void UploadFloatPixels(PF_InData* in_data, PF_LayerDef* input) {
-    const Platform::LargeBlock block(PixelCount(*input) * sizeof(PF_PixelFloat));
-    auto* const pixels = static_cast<PF_PixelFloat*>(block.data());
-    IterateFloat(in_data, input, nullptr, pixels, CopyPixelFloatIn, input);
-    UploadPixels(input, input->width, GL_FLOAT, pixels);
+    const auto pixels = std::make_unique_for_overwrite<PF_PixelFloat[]>(PixelCount(*input));
+    IterateFloat(in_data, input, nullptr, pixels.get(), CopyPixelFloatIn, input);
+    UploadPixels(input, input->width, GL_FLOAT, pixels.get());
 }
 
 /**
