@@ -206,6 +206,16 @@ TEST_F(PictureReader, RefusesGifPicturesThatTheirReaderWouldWriteBeyond) {
     }
 }
 
+TEST_F(PictureReader, RefusesIconsWhateverTheirName) {
+    RawPicture::of({0.5F, 0.25F, 1}, OIIO::TypeDesc::UINT8, -1, 4, 3).write(mFolder / "a.ico");
+    std::filesystem::copy(mFolder / "a.ico", mFolder / "a.png");
+    for (const char* name : {"a.ico", "a.png"}) {
+        EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / name); }),
+                  "cannot read '" + (mFolder / name).string() +
+                      "': icons are not read, as their reader may write beyond its memory");
+    }
+}
+
 TEST_F(PictureReader, RefusesDpxPicturesThatNameMoreThanTheyHold) {
     constexpr int kUserSizePlace = 32;
     RawPicture::of({0.5F, 0.25F, 1}, OIIO::TypeDesc::UINT8, -1, 4, 3).write(mFolder / "a.dpx");
