@@ -16,7 +16,8 @@ namespace {
 class Header {
 public:
     explicit Header(const std::filesystem::path& file) {
-        std::ifstream(file, std::ios::binary).read(mBytes.data(), mBytes.size());
+        std::ifstream(file, std::ios::binary)
+            .read(mBytes.data(), static_cast<std::streamsize>(mBytes.size()));
     }
 
     bool startsWith(std::string_view signature) const {
