@@ -10,7 +10,6 @@
 
 #include <array>
 #include <chrono>
-#include <cstdio>
 #include <exception>
 #include <fstream>
 #include <iostream>
@@ -119,7 +118,7 @@ private:
         return std::uniform_int_distribution(lowest, highest)(mRandom);
     }
 
-    std::mt19937 mRandom; // NOLINT(cert-msc51-cpp): the same cases in every run
+    std::mt19937 mRandom{7}; // NOLINT(cert-msc*): the same cases in every run
 };
 
 /// The effect in a host that goes on and on.
@@ -160,11 +159,10 @@ private:
     Host::EffectSession mSession;
 };
 
-void Print(int frame, const Footprint& footprint) {
-    fmt::print("{:>8} {:>14.1f} {:>14.1f} {:>12}\n", frame,
-               static_cast<double>(footprint.resident) / 1024,
-               static_cast<double>(footprint.allocated) / 1024, Total(footprint));
-    std::fflush(stdout);
+std::string Row(int frame, const Footprint& footprint) {
+    return fmt::format("{:>8} {:>14.1f} {:>14.1f} {:>12}\n", frame,
+                       static_cast<double>(footprint.resident) / 1024,
+                       static_cast<double>(footprint.allocated) / 1024, Total(footprint));
 }
 
 /// Whether the process has grown between two measurements at the same point of a life.
@@ -184,6 +182,7 @@ std::string Soak(int frames) {
     const std::vector<Case> kinds = cases.ofEveryKind();
     const auto renderKinds = [&] {
         std::vector<Host::World> pictures;
+        pictures.reserve(kinds.size());
         for (const Case& kind : kinds) {
             pictures.push_back(session.rendered(kind));
         }
@@ -191,8 +190,8 @@ std::string Soak(int frames) {
     };
     const std::vector<Host::World> firstPictures = renderKinds();
 
-    fmt::print("{:>8} {:>14} {:>14} {:>12}\n", "frame", "resident, KiB", "allocated, KiB",
-               "GL objects");
+    std::cerr << fmt::format("{:>8} {:>14} {:>14} {:>12}\n", "frame", "resident, KiB",
+                             "allocated, KiB", "GL objects");
     Footprint first;
     Footprint last;
     for (int frame = 1; frame <= frames; ++frame) {
@@ -206,7 +205,7 @@ std::string Soak(int frames) {
                 }
             }
             last = Measured(live);
-            Print(frame, last);
+            std::cerr << Row(frame, last);
             if (frame == kLivesToWarmUp * kFramesOfALife) {
                 first = last;
             }
@@ -218,25 +217,24 @@ std::string Soak(int frames) {
 } // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Renders many frames and tells whether memory or GL objects grow.");
-    int frames = 20000;
-    app.add_option("--frames", frames, "How many")
-        ->check(CLI::Range((kLivesToWarmUp + 1) * kFramesOfALife, 10000000));
-    CLI11_PARSE(app, argc, argv);
-    std::cout.setstate(std::ios::failbit); // the effect's own report on each of its contexts
     try {
+        CLI::App app("Renders many frames and tells whether memory or GL objects grow.");
+        int frames = 20000;
+        app.add_option("--frames", frames, "How many")
+            ->check(CLI::Range((kLivesToWarmUp + 1) * kFramesOfALife, 10000000));
+        CLI11_PARSE(app, argc, argv);
+        std::cout.setstate(std::ios::failbit); // the effect's own report on each of its contexts
         const auto start = std::chrono::steady_clock::now();
         const std::string fault = Soak(frames);
         const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-        if (!fault.empty()) {
-            fmt::print(stderr, "Soak: {}\n", fault);
-            return 1;
-        }
-        fmt::print("{} frames in {:.0f} s: nothing grew, all pictures as at first\n", frames,
-                   time.count());
-        return 0;
+        std::cerr << (fault.empty()
+                          ? fmt::format("{} frames in {:.0f} s: nothing grew, all pictures as at "
+                                        "first\n",
+                                        frames, time.count())
+                          : fmt::format("Soak: {}\n", fault));
+        return fault.empty() ? 0 : 1;
     } catch (const std::exception& failure) {
-        fmt::print(stderr, "Soak: {}\n", failure.what());
+        std::cerr << "Soak: " << failure.what() << '\n';
         return 1;
     }
 }
