@@ -1,6 +1,7 @@
 #include "Host/Pictures/HeaderCheck.h"
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <fstream>
@@ -24,20 +25,12 @@ public:
         return std::string_view(mBytes.data(), mBytes.size()).starts_with(signature);
     }
 
-    /// The number of `count` bytes at `place`, the low byte first.
-    std::uint64_t lowFirst(std::size_t place, std::size_t count) const {
-        std::uint64_t number = 0;
-        for (std::size_t i = count; i-- > 0;) {
-            number = 256 * number + byte(place + i);
-        }
-        return number;
-    }
-
-    /// The same, the high byte first.
-    std::uint64_t highFirst(std::size_t place, std::size_t count) const {
+    /// The number of `count` bytes at `place`; `order` tells which end of it comes first.
+    std::uint64_t number(std::size_t place, std::size_t count, std::endian order) const {
         std::uint64_t number = 0;
         for (std::size_t i = 0; i < count; ++i) {
-            number = 256 * number + byte(place + i);
+            number =
+                256 * number + byte(order == std::endian::big ? place + i : place + count - 1 - i);
         }
         return number;
     }
@@ -53,21 +46,22 @@ private:
 /// More pixels than the reader can count: it then writes anywhere in memory.
 bool IsGifBeyondItsReader(const Header& header) {
     constexpr std::uint64_t kBytesPerPixel = 4;
-    return header.startsWith("GIF") &&
-           header.lowFirst(6, 2) * header.lowFirst(8, 2) * kBytesPerPixel >
-               std::numeric_limits<int>::max();
+    return header.startsWith("GIF") && header.number(6, 2, std::endian::little) *
+                                               header.number(8, 2, std::endian::little) *
+                                               kBytesPerPixel >
+                                           std::numeric_limits<int>::max();
 }
 
 /// The reader takes and clears as much memory for the user's part as the header names for it.
 bool IsDpxWithMoreThanItsFile(const Header& header, std::uint64_t fileSize) {
     constexpr std::size_t kUserSizePlace = 32;
     constexpr std::uint64_t kUndefined = 0xffffffff;
-    const bool highFirst = header.startsWith("SDPX");
-    if (!highFirst && !header.startsWith("XPDS")) {
+    const bool bigEndian = header.startsWith("SDPX");
+    if (!bigEndian && !header.startsWith("XPDS")) {
         return false;
     }
     const std::uint64_t userSize =
-        highFirst ? header.highFirst(kUserSizePlace, 4) : header.lowFirst(kUserSizePlace, 4);
+        header.number(kUserSizePlace, 4, bigEndian ? std::endian::big : std::endian::little);
     return userSize > fileSize && userSize != kUndefined;
 }
 
