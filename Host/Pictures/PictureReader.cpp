@@ -59,7 +59,7 @@ public:
         check();
     }
 
-    const ImageSpec& spec() const { return mInput->spec(); }
+    const ImageSpec& layout() const { return mInput->spec(); }
 
     std::string format() const { return mInput->format_name(); }
 
@@ -70,7 +70,7 @@ public:
         bool isRead = false;
         attempt([&] {
             pixels = std::make_unique_for_overwrite<Channel[]>(valueCount());
-            isRead = mInput->read_image(0, 0, 0, spec().nchannels,
+            isRead = mInput->read_image(0, 0, 0, layout().nchannels,
                                         OIIO::BaseTypeFromC<Channel>::value, pixels.get());
         });
         if (!isRead) {
@@ -99,22 +99,22 @@ private:
     }
 
     void check() const {
-        const ImageSpec& spec = this->spec();
+        const ImageSpec& layout = this->layout();
         // Damaged files make their readers crash or write beyond their memory.
         if (format() == "ico" || format() == "sgi") {
             fail(fmt::format("the format '{}' is not read, as its reader is not safe", format()));
         }
-        if (spec.deep || spec.depth > 1) {
+        if (layout.deep || layout.depth > 1) {
             fail("it is not a flat picture");
         }
-        if (std::min(spec.width, spec.height) < 1 ||
-            std::max(spec.width, spec.height) > World::kMaxSide) {
-            fail(fmt::format("its size of {} x {} is not within 1 to {} pixels a side", spec.width,
-                             spec.height, World::kMaxSide));
+        if (std::min(layout.width, layout.height) < 1 ||
+            std::max(layout.width, layout.height) > World::kMaxSide) {
+            fail(fmt::format("its size of {} x {} is not within 1 to {} pixels a side",
+                             layout.width, layout.height, World::kMaxSide));
         }
         constexpr int kMaxChannels = 1024;
-        if (spec.nchannels < 1 || spec.nchannels > kMaxChannels) {
-            fail(fmt::format("it has {} channels", spec.nchannels));
+        if (layout.nchannels < 1 || layout.nchannels > kMaxChannels) {
+            fail(fmt::format("it has {} channels", layout.nchannels));
         }
         checkMemory();
     }
@@ -123,22 +123,22 @@ private:
     void checkMemory() const {
         const std::size_t megabytes = MostMegabytes();
         if (valueCount() * sizeof(float) > megabytes * kMegabyte) {
-            fail(fmt::format("its {} x {} pixels of {} channels take more than {} MB", spec().width,
-                             spec().height, spec().nchannels, megabytes));
+            fail(fmt::format("its {} x {} pixels of {} channels take more than {} MB",
+                             layout().width, layout().height, layout().nchannels, megabytes));
         }
     }
 
     std::size_t valueCount() const {
-        return static_cast<std::size_t>(spec().image_pixels()) *
-               static_cast<std::size_t>(spec().nchannels);
+        return static_cast<std::size_t>(layout().image_pixels()) *
+               static_cast<std::size_t>(layout().nchannels);
     }
 
     std::string mName;
     std::unique_ptr<OIIO::ImageInput> mInput;
 };
 
-Depth DepthOfFile(const ImageSpec& spec) {
-    switch (spec.format.basetype) {
+Depth DepthOfFile(const ImageSpec& layout) {
+    switch (layout.format.basetype) {
     case TypeDesc::UINT8:
         return Depth::Bits8;
     case TypeDesc::UINT16:
@@ -149,21 +149,22 @@ Depth DepthOfFile(const ImageSpec& spec) {
 }
 
 /// -1 where there is none. Not every reader of a format names a channel that the picture has.
-int AlphaOf(const ImageSpec& spec) {
-    return spec.alpha_channel < spec.nchannels ? spec.alpha_channel : spec.channelindex("A");
+int AlphaOf(const ImageSpec& layout) {
+    return layout.alpha_channel < layout.nchannels ? layout.alpha_channel
+                                                   : layout.channelindex("A");
 }
 
 /// The colour channels by name, else the first three; a single one is grey.
-ChannelPlaces PlacesOf(const ImageSpec& spec) {
-    const int alpha = AlphaOf(spec);
-    const int red = spec.channelindex("R");
-    const int green = spec.channelindex("G");
-    const int blue = spec.channelindex("B");
+ChannelPlaces PlacesOf(const ImageSpec& layout) {
+    const int alpha = AlphaOf(layout);
+    const int red = layout.channelindex("R");
+    const int green = layout.channelindex("G");
+    const int blue = layout.channelindex("B");
     if (red >= 0 && green >= 0 && blue >= 0) {
         return {.red = red, .green = green, .blue = blue, .alpha = alpha};
     }
-    const bool colour = spec.nchannels - (alpha >= 0 ? 1 : 0) >= 3;
-    const int first = alpha == 0 && spec.nchannels > 1 ? 1 : 0;
+    const bool colour = layout.nchannels - (alpha >= 0 ? 1 : 0) >= 3;
+    const int first = alpha == 0 && layout.nchannels > 1 ? 1 : 0;
     return {.red = first,
             .green = first + (colour ? 1 : 0),
             .blue = first + (colour ? 2 : 0),
@@ -173,9 +174,9 @@ ChannelPlaces PlacesOf(const ImageSpec& spec) {
 bool IsPremultiplied(const PictureFile& file) {
     // These formats have straight alpha, which their readers neither change nor mention.
     const std::string format = file.format();
-    const bool straight = file.spec().get_int_attribute("oiio:UnassociatedAlpha") != 0 ||
+    const bool straight = file.layout().get_int_attribute("oiio:UnassociatedAlpha") != 0 ||
                           format == "bmp" || format == "gif";
-    return AlphaOf(file.spec()) >= 0 && !straight;
+    return AlphaOf(file.layout()) >= 0 && !straight;
 }
 
 /// Divides colour by alpha, but where that is 0: there is nothing to divide by, and none is seen.
@@ -194,23 +195,23 @@ void Unpremultiply(float* pixel, std::size_t pixels, std::size_t stride, Channel
 }
 
 /// 1 to 8: how the picture is stored; 1, upright, where the file says none of these.
-int OrientationOf(const ImageSpec& spec) {
+int OrientationOf(const ImageSpec& layout) {
     constexpr int kUpright = 1;
     constexpr int kLast = 8;
-    const int orientation = spec.get_int_attribute("Orientation", kUpright);
+    const int orientation = layout.get_int_attribute("Orientation", kUpright);
     return orientation >= kUpright && orientation <= kLast ? orientation : kUpright;
 }
 
-/// Turns the pixels upright where the file says that they are stored otherwise, and `spec` with
+/// Turns the pixels upright where the file says that they are stored otherwise, and `layout` with
 /// them.
 template <typename Channel>
-void Reorient(ImageSpec& spec, std::unique_ptr<Channel[]>& pixels) {
-    const int orientation = OrientationOf(spec);
+void Reorient(ImageSpec& layout, std::unique_ptr<Channel[]>& pixels) {
+    const int orientation = OrientationOf(layout);
     if (orientation == 1) {
         return;
     }
     constexpr TypeDesc kType(OIIO::BaseTypeFromC<Channel>::value);
-    ImageSpec plain(spec.width, spec.height, spec.nchannels, kType);
+    ImageSpec plain(layout.width, layout.height, layout.nchannels, kType);
     plain.attribute("Orientation", orientation);
     const OIIO::ImageBuf stored(plain, pixels.get());
     const OIIO::ImageBuf upright = OIIO::ImageBufAlgo::reorient(stored);
@@ -218,65 +219,65 @@ void Reorient(ImageSpec& spec, std::unique_ptr<Channel[]>& pixels) {
         plain.image_pixels() * static_cast<std::size_t>(plain.nchannels));
     upright.get_pixels(upright.roi(), kType, turned.get());
     pixels = std::move(turned);
-    spec.width = spec.full_width = upright.spec().width;
-    spec.height = spec.full_height = upright.spec().height;
-    spec.x = spec.y = spec.full_x = spec.full_y = 0;
-    spec.attribute("Orientation", 1);
+    layout.width = layout.full_width = upright.spec().width;
+    layout.height = layout.full_height = upright.spec().height;
+    layout.x = layout.y = layout.full_x = layout.full_y = 0;
+    layout.attribute("Orientation", 1);
 }
 
 template <typename Channel, typename Pixel>
-void FillWorld(const Channel* pixels, const ImageSpec& spec, World& world) {
-    const auto stride = static_cast<std::size_t>(spec.nchannels);
-    const ChannelPlaces places = PlacesOf(spec);
+void FillWorld(const Channel* pixels, const ImageSpec& layout, World& world) {
+    const auto stride = static_cast<std::size_t>(layout.nchannels);
+    const ChannelPlaces places = PlacesOf(layout);
     for (A_long y = 0; y < world.height(); ++y) {
         ReadRow(pixels, stride, places, world.row<Pixel>(y));
-        pixels += stride * static_cast<std::size_t>(spec.width);
+        pixels += stride * static_cast<std::size_t>(layout.width);
     }
 }
 
 template <typename Channel, typename Pixel>
-World ReadWorld(PictureFile& file, Depth depth, ImageSpec& spec) {
+World ReadWorld(PictureFile& file, Depth depth, ImageSpec& layout) {
     std::unique_ptr<Channel[]> pixels = file.read<Channel>();
     if constexpr (std::same_as<Channel, float>) {
         if (IsPremultiplied(file)) {
-            Unpremultiply(pixels.get(), spec.image_pixels(),
-                          static_cast<std::size_t>(spec.nchannels), PlacesOf(spec));
+            Unpremultiply(pixels.get(), layout.image_pixels(),
+                          static_cast<std::size_t>(layout.nchannels), PlacesOf(layout));
         }
     }
-    Reorient(spec, pixels);
-    World world(depth, spec.width, spec.height);
-    FillWorld<Channel, Pixel>(pixels.get(), spec, world);
+    Reorient(layout, pixels);
+    World world(depth, layout.width, layout.height);
+    FillWorld<Channel, Pixel>(pixels.get(), layout, world);
     return world;
 }
 
 /// Reads the channels as the file has them, so that they are rounded once: to the layer's depth.
 template <typename Pixel>
-World ReadPixels(PictureFile& file, Depth depth, ImageSpec& spec) {
+World ReadPixels(PictureFile& file, Depth depth, ImageSpec& layout) {
     constexpr unsigned char kFloat = TypeDesc::FLOAT;
-    switch (IsPremultiplied(file) ? kFloat : spec.format.basetype) {
+    switch (IsPremultiplied(file) ? kFloat : layout.format.basetype) {
     case TypeDesc::UINT8:
-        return ReadWorld<std::uint8_t, Pixel>(file, depth, spec);
+        return ReadWorld<std::uint8_t, Pixel>(file, depth, layout);
     case TypeDesc::UINT16:
-        return ReadWorld<std::uint16_t, Pixel>(file, depth, spec);
+        return ReadWorld<std::uint16_t, Pixel>(file, depth, layout);
     default:
-        return ReadWorld<float, Pixel>(file, depth, spec);
+        return ReadWorld<float, Pixel>(file, depth, layout);
     }
 }
 
-World ReadWorld(PictureFile& file, Depth depth, ImageSpec& spec) {
+World ReadWorld(PictureFile& file, Depth depth, ImageSpec& layout) {
     switch (depth) {
     case Depth::Bits8:
-        return ReadPixels<PF_Pixel8>(file, depth, spec);
+        return ReadPixels<PF_Pixel8>(file, depth, layout);
     case Depth::Bits16:
-        return ReadPixels<PF_Pixel16>(file, depth, spec);
+        return ReadPixels<PF_Pixel16>(file, depth, layout);
     default:
-        return ReadPixels<PF_PixelFloat>(file, depth, spec);
+        return ReadPixels<PF_PixelFloat>(file, depth, layout);
     }
 }
 
-PF_RationalScale PixelAspectRatio(const ImageSpec& spec) {
+PF_RationalScale PixelAspectRatio(const ImageSpec& layout) {
     constexpr A_u_long kDenominator = 10000;
-    const float ratio = spec.get_float_attribute("PixelAspectRatio", 1);
+    const float ratio = layout.get_float_attribute("PixelAspectRatio", 1);
     if (!(ratio > 0.01F && ratio < 100)) {
         return {.num = 1, .den = 1};
     }
@@ -284,24 +285,25 @@ PF_RationalScale PixelAspectRatio(const ImageSpec& spec) {
 }
 
 /// As the picture stands upright.
-std::pair<A_long, A_long> SizeOf(const ImageSpec& spec) {
+std::pair<A_long, A_long> SizeOf(const ImageSpec& layout) {
     constexpr int kFirstOnItsSide = 5; // of the eight orientations
-    const bool onItsSide = OrientationOf(spec) >= kFirstOnItsSide;
-    return onItsSide ? std::pair(spec.height, spec.width) : std::pair(spec.width, spec.height);
+    const bool onItsSide = OrientationOf(layout) >= kFirstOnItsSide;
+    return onItsSide ? std::pair(layout.height, layout.width)
+                     : std::pair(layout.width, layout.height);
 }
 
 } // namespace
 
 Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> depth) {
     PictureFile input(file);
-    ImageSpec spec = input.spec();
-    World world = ReadWorld(input, depth.value_or(DepthOfFile(spec)), spec);
-    world.layer().pix_aspect_ratio = PixelAspectRatio(spec);
-    return {.world = std::move(world), .origin = std::move(spec)};
+    ImageSpec layout = input.layout();
+    World world = ReadWorld(input, depth.value_or(DepthOfFile(layout)), layout);
+    world.layer().pix_aspect_ratio = PixelAspectRatio(layout);
+    return {.world = std::move(world), .origin = std::move(layout)};
 }
 
 bool HoldsPictureLike(const std::filesystem::path& file, const std::filesystem::path& other) {
-    const auto size = SizeOf(PictureFile(other).spec());
+    const auto size = SizeOf(PictureFile(other).layout());
     try {
         const World world = ReadPicture(file).world;
         return std::pair(world.width(), world.height()) == size;

@@ -104,39 +104,39 @@ bool DescribesTheFile(const OIIO::ParamValue& attribute, const ImageOutput& outp
            std::ranges::any_of(kPrefixes, [name](auto prefix) { return name.starts_with(prefix); });
 }
 
-void CopyMetadata(const ImageSpec& origin, const ImageOutput& output, ImageSpec& spec) {
+void CopyMetadata(const ImageSpec& origin, const ImageOutput& output, ImageSpec& layout) {
     for (const OIIO::ParamValue& attribute : origin.extra_attribs) {
         if (!DescribesTheFile(attribute, output)) {
-            spec.extra_attribs.push_back(attribute);
+            layout.extra_attribs.push_back(attribute);
         }
     }
     if (output.supports("displaywindow")) {
-        spec.x = origin.x;
-        spec.y = origin.y;
-        spec.full_x = origin.full_x;
-        spec.full_y = origin.full_y;
-        spec.full_width = origin.full_width;
-        spec.full_height = origin.full_height;
+        layout.x = origin.x;
+        layout.y = origin.y;
+        layout.full_x = origin.full_x;
+        layout.full_y = origin.full_y;
+        layout.full_width = origin.full_width;
+        layout.full_height = origin.full_height;
     }
 }
 
 ImageSpec FileSpec(const World& world, const ImageSpec& origin, const ImageOutput& output) {
     const int channels = output.supports("alpha") ? 4 : 3;
-    ImageSpec spec(world.width(), world.height(), channels,
-                   FileType(world.depth(), origin, output));
-    CopyMetadata(origin, output, spec);
+    ImageSpec layout(world.width(), world.height(), channels,
+                     FileType(world.depth(), origin, output));
+    CopyMetadata(origin, output, layout);
     // In cells most rows repeat the one above. With that filter, and at this level, a file is as
     // small as at the library's own level of 6 and takes less than half of the time.
     constexpr int kFilterUp = 0x20;
     constexpr int kLevel = 4;
-    spec.attribute("png:filter", kFilterUp);
-    spec.attribute("png:compressionLevel", kLevel);
+    layout.attribute("png:filter", kFilterUp);
+    layout.attribute("png:compressionLevel", kLevel);
     // Cells have hard borders, which a file with colour at half the resolution would smear.
-    spec.attribute("jpeg:subsampling", "4:4:4");
+    layout.attribute("jpeg:subsampling", "4:4:4");
     if (channels == 4 && StoresStraightAlpha(output)) {
-        spec.attribute("oiio:UnassociatedAlpha", 1);
+        layout.attribute("oiio:UnassociatedAlpha", 1);
     }
-    return spec;
+    return layout;
 }
 
 /// Writes the picture in strips, so that it isn't in memory twice. `fill` makes a row of the file
