@@ -2,6 +2,7 @@
 
 #include "Fuzz/Oracle.h"
 #include "Host/Drawable.h"
+#include "Tests/Support/ParamValue.h"
 
 namespace Kerovane::Fuzz {
 
@@ -13,37 +14,13 @@ decltype(PF_InteractCallbacks::checkout_param) gCheckoutParam = nullptr;
 /// The frame that is rendered.
 const FuzzedFrame* gFrame = nullptr;
 
-void Overwrite(PF_ParamDef& param, const RawValue& value) {
-    switch (param.param_type) {
-    case PF_Param_SLIDER:
-        param.u.sd.value = value.whole;
-        break;
-    case PF_Param_FIX_SLIDER:
-        param.u.fd.value = value.whole;
-        break;
-    case PF_Param_ANGLE:
-        param.u.ad.value = value.whole;
-        break;
-    case PF_Param_CHECKBOX:
-        param.u.bd.value = value.whole;
-        break;
-    case PF_Param_POPUP:
-        param.u.pd.value = value.whole;
-        break;
-    case PF_Param_FLOAT_SLIDER:
-        param.u.fs_d.value = value.real;
-        break;
-    default:
-        break;
-    }
-}
-
 /// Answers with what the frame has, whatever the parameter's range is.
 PF_Err CheckoutParam(PF_ProgPtr ref, PF_ParamIndex index, A_long time, A_long step, A_u_long scale,
                      PF_ParamDef* param) {
     const PF_Err error = gCheckoutParam(ref, index, time, step, scale, param);
     if (error == PF_Err_NONE) {
-        Overwrite(*param, gFrame->values.at(static_cast<std::size_t>(index)));
+        const RawValue& value = gFrame->values.at(static_cast<std::size_t>(index));
+        TestSupport::Overwrite(*param, value.whole, value.real);
     }
     return error;
 }

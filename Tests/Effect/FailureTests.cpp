@@ -5,6 +5,7 @@
 #include "Support/EglHost.h"
 #include "Support/GLObserver.h"
 #include "Support/LiveGLObjects.h"
+#include "Support/ParamValue.h"
 
 #include <glbinding/Binding.h>
 
@@ -363,27 +364,7 @@ TEST_F(Failures, OfAHostToKeepItsRangesEndInAPicture) {
         for (const double ratio : {-kInfinity, -1.0, 0.0, 1e-300, 1e300, kInfinity, std::nan("")}) {
             for (const A_u_long denominator : {0U, 1U, 0xffffffffU}) {
                 mSession.inData().downsample_x.den = denominator;
-                mHost.distort([=](PF_ParamDef& param) {
-                    switch (param.param_type) {
-                    case PF_Param_SLIDER:
-                        param.u.sd.value = whole;
-                        break;
-                    case PF_Param_FIX_SLIDER:
-                        param.u.fd.value = whole;
-                        break;
-                    case PF_Param_ANGLE:
-                        param.u.ad.value = whole;
-                        break;
-                    case PF_Param_POPUP:
-                        param.u.pd.value = whole;
-                        break;
-                    case PF_Param_FLOAT_SLIDER:
-                        param.u.fs_d.value = ratio;
-                        break;
-                    default:
-                        break;
-                    }
-                });
+                mHost.distort([=](PF_ParamDef& param) { Overwrite(param, whole, ratio); });
                 EXPECT_EQ(renderResult(picture), PF_Err_NONE);
             }
         }
