@@ -1,4 +1,4 @@
-#include "BenchmarkPicture.h"
+#include "Benchmarks/BenchmarkPicture.h"
 
 #include <cstdint>
 #include <random>

@@ -1,4 +1,4 @@
-#include "EffectFrame.h"
+#include "Benchmarks/EffectFrame.h"
 
 #include <stdexcept>
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "BareFrame/BareFrame.h"
-#include "Host/Effect.h"
+#include "Benchmarks/BareFrame/BareFrame.h"
+#include "Host/Session/Effect.h"
 
 namespace Kerovane::Benchmarks {
 

@@ -1,9 +1,9 @@
 // The render command as a whole, as a host sends it.
 
-#include "BenchmarkPicture.h"
-#include "EffectFrame.h"
-#include "Names.h"
-#include "Suites.h"
+#include "Benchmarks/BenchmarkPicture.h"
+#include "Benchmarks/EffectFrame.h"
+#include "Benchmarks/Names.h"
+#include "Benchmarks/Suites.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,11 +1,11 @@
 // The math library's operations that stand in inner loops.
 
-#include "Math/Affine.h"
-#include "Math/Barycentric.h"
-#include "Math/Color.h"
-#include "Math/Mat4.h"
-#include "Math/Quaternion.h"
-#include "Suites.h"
+#include "Benchmarks/Suites.h"
+#include "Plugins/Shared/Math/Affine.h"
+#include "Plugins/Shared/Math/Barycentric.h"
+#include "Plugins/Shared/Math/Color.h"
+#include "Plugins/Shared/Math/Mat4.h"
+#include "Plugins/Shared/Math/Quaternion.h"
 
 #include <benchmark/benchmark.h>
 

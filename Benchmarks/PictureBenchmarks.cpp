@@ -1,12 +1,12 @@
 // The headless host's frame from file to file, and what it is made of.
 
-#include "BenchmarkPicture.h"
-#include "EffectFrame.h"
+#include "Benchmarks/BenchmarkPicture.h"
+#include "Benchmarks/EffectFrame.h"
+#include "Benchmarks/Names.h"
+#include "Benchmarks/Suites.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
 #include "Host/Shots/ShotRenderer.h"
-#include "Names.h"
-#include "Suites.h"
 
 #include <benchmark/benchmark.h>
 

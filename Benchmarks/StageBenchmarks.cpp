@@ -1,14 +1,14 @@
 // Each stage of a frame alone, with all that GL has to do for it: glFinish closes every iteration.
 
-#include "BenchmarkPicture.h"
-#include "GL/AEOpenGLContextManager.h"
-#include "GL/AEOpenGLUtilities.h"
-#include "GL/AEOpenglMainFrameBuffer.h"
-#include "GL/SaveRestoreGLContextMac.h"
-#include "Host/EffectSession.h"
-#include "MosaicShaderManager.h"
-#include "Names.h"
-#include "Suites.h"
+#include "Benchmarks/BenchmarkPicture.h"
+#include "Benchmarks/Names.h"
+#include "Benchmarks/Suites.h"
+#include "Host/Session/EffectSession.h"
+#include "Plugins/Shared/GL/AEOpenGLContextManager.h"
+#include "Plugins/Shared/GL/AEOpenGLUtilities.h"
+#include "Plugins/Shared/GL/AEOpenglMainFrameBuffer.h"
+#include "Plugins/Shared/GL/SaveRestoreGLContextMac.h"
+#include "Plugins/Tesselune/Sources/MosaicShaderManager.h"
 
 #include <benchmark/benchmark.h>
 

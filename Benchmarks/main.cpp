@@ -1,6 +1,6 @@
-#include "FreedMemory.h"
-#include "OwnOutput.h"
-#include "Suites.h"
+#include "Benchmarks/OwnOutput.h"
+#include "Benchmarks/Suites.h"
+#include "Platform/Memory/FreedMemory.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,7 +1,7 @@
 #include "Fuzz/CarelessHost.h"
 
 #include "Fuzz/Oracle.h"
-#include "Host/Drawable.h"
+#include "Host/Session/Drawable.h"
 #include "Tests/Support/ParamValue.h"
 
 namespace Kerovane::Fuzz {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Fuzz/FuzzedFrame.h"
-#include "Host/EffectSession.h"
+#include "Host/Session/EffectSession.h"
 
 namespace Kerovane::Fuzz {
 

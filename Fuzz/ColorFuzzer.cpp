@@ -1,7 +1,7 @@
 // Colour texts: each gives channels within 0 to 1, or what the constructor says that it throws.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/TextInput.h"
-#include "Math/Color.h"
+#include "Plugins/Shared/Math/Color.h"
 
 #include <cctype>
 #include <stdexcept>

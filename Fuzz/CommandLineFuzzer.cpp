@@ -8,7 +8,7 @@
 #include "Host/Command/RenderCommand.h"
 #include "Host/Command/SheetCommand.h"
 #include "Host/Command/SheetPlan.h"
-#include "Host/FrameRate.h"
+#include "Host/Parameters/FrameRate.h"
 #include "Host/Shots/FrameList.h"
 
 #include <CLI/App.hpp>

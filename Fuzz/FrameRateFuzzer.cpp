@@ -1,7 +1,7 @@
 // Frames a second: "25", "23.976", "24000/1001".
 #include "Fuzz/Oracle.h"
 #include "Fuzz/TextInput.h"
-#include "Host/FrameRate.h"
+#include "Host/Parameters/FrameRate.h"
 
 #include <cstdint>
 #include <limits>

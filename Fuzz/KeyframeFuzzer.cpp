@@ -2,7 +2,7 @@
 #include "Fuzz/Oracle.h"
 #include "Fuzz/SampleEffect.h"
 #include "Fuzz/TextInput.h"
-#include "Host/KeyframeText.h"
+#include "Host/Parameters/KeyframeText.h"
 
 namespace Kerovane::Fuzz {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Host/Error.h"
+#include "Host/Text/Error.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -3,7 +3,7 @@
 #include "Fuzz/TextInput.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
-#include "Tests/Host/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <cstdint>
 #include <filesystem>

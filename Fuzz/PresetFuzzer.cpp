@@ -2,7 +2,7 @@
 #include "Fuzz/Oracle.h"
 #include "Fuzz/SampleEffect.h"
 #include "Fuzz/TextInput.h"
-#include "Host/Preset.h"
+#include "Host/Parameters/Preset.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #include "Fuzz/SampleEffect.h"
 
-#include "Tests/Host/SampleParameters.h"
+#include "Tests/Host/Parameters/SampleParameters.h"
 
 #include <string>
 #include <utility>

@@ -2,7 +2,7 @@
 #include "Fuzz/Oracle.h"
 #include "Fuzz/TextInput.h"
 #include "Host/Shots/SequencePattern.h"
-#include "Tests/Host/TemporaryFolder.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,11 +1,11 @@
 # Embeds text files as constants, so that programs for the GPU are kept as files of their own.
 #
-#   embed_text(TARGET target HEADER Name.h NAMESPACE A::B FILES dir/One.glsl dir/Two.glsl)
+#   embed_text(HEADER Name.h NAMESPACE A::B FILES dir/One.glsl dir/Two.glsl)
 #
-# gives `target` a private header Name.h with one std::string_view for each file, kOne and kTwo,
-# which hold the files' bytes as they are.
+# makes a header Name.h, included by the path of the calling folder, with one std::string_view for
+# each file, kOne and kTwo, which hold the files' bytes as they are.
 function(embed_text)
-    cmake_parse_arguments(ARG "" "TARGET;HEADER;NAMESPACE" "FILES" ${ARGN})
+    cmake_parse_arguments(ARG "" "HEADER;NAMESPACE" "FILES" ${ARGN})
     set(constants "")
     foreach(file IN LISTS ARG_FILES)
         file(READ ${file} text)
@@ -14,7 +14,8 @@ function(embed_text)
                "inline constexpr std::string_view k${name} = R\"text(${text})text\";\n\n")
         set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
     endforeach()
-    set(directory ${CMAKE_CURRENT_BINARY_DIR}/embedded)
+    file(RELATIVE_PATH folder ${PROJECT_SOURCE_DIR} ${CMAKE_CURRENT_SOURCE_DIR})
+    set(directory ${PROJECT_BINARY_DIR}/Generated/${folder})
     file(CONFIGURE OUTPUT ${directory}/${ARG_HEADER} @ONLY CONTENT
 "#pragma once
 
@@ -24,5 +25,4 @@ namespace @ARG_NAMESPACE@ {
 
 @constants@} // namespace @ARG_NAMESPACE@
 ")
-    target_include_directories(${ARG_TARGET} PRIVATE ${directory})
 endfunction()

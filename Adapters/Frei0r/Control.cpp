@@ -1,7 +1,7 @@
-#include "Control.h"
+#include "Adapters/Frei0r/Control.h"
 
-#include "Frei0rInterface.h"
-#include "Host/ParameterText.h"
+#include "Adapters/Frei0r/Frei0rInterface.h"
+#include "Host/Parameters/ParameterText.h"
 
 #include <fmt/format.h>
 

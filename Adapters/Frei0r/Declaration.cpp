@@ -1,9 +1,9 @@
-#include "Declaration.h"
+#include "Adapters/Frei0r/Declaration.h"
 
-#include "Complaint.h"
-#include "Host/EffectSession.h"
-#include "Host/Error.h"
-#include "InstalledModule.h"
+#include "Adapters/Frei0r/InstalledModule.h"
+#include "Adapters/Shared/Complaint.h"
+#include "Host/Session/EffectSession.h"
+#include "Host/Text/Error.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Control.h"
+#include "Adapters/Frei0r/Control.h"
 
 #include <vector>
 

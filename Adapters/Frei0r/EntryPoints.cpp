@@ -1,10 +1,10 @@
 // The functions that hosts look up by name. Nothing is thrown out of them.
 
-#include "Complaint.h"
-#include "Declaration.h"
-#include "Frei0rInterface.h"
-#include "Instance.h"
-#include "RenderThread.h"
+#include "Adapters/Frei0r/Declaration.h"
+#include "Adapters/Frei0r/Frei0rInterface.h"
+#include "Adapters/Frei0r/Instance.h"
+#include "Adapters/Frei0r/RenderThread.h"
+#include "Adapters/Shared/Complaint.h"
 
 #include <exception>
 #include <memory>

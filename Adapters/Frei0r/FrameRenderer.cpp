@@ -1,8 +1,8 @@
-#include "FrameRenderer.h"
+#include "Adapters/Frei0r/FrameRenderer.h"
 
-#include "ChannelOrder.h"
-#include "Host/Drawable.h"
-#include "InstalledModule.h"
+#include "Adapters/Frei0r/ChannelOrder.h"
+#include "Adapters/Frei0r/InstalledModule.h"
+#include "Host/Session/Drawable.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Host/Effect.h"
-#include "HostFrame.h"
+#include "Adapters/Frei0r/HostFrame.h"
+#include "Host/Session/Effect.h"
 
 namespace Kerovane::Frei0r {
 

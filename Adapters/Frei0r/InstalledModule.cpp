@@ -1,4 +1,4 @@
-#include "InstalledModule.h"
+#include "Adapters/Frei0r/InstalledModule.h"
 
 #include <dlfcn.h>
 

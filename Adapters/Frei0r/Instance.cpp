@@ -1,6 +1,6 @@
-#include "Instance.h"
+#include "Adapters/Frei0r/Instance.h"
 
-#include "Declaration.h"
+#include "Adapters/Frei0r/Declaration.h"
 
 namespace Kerovane::Frei0r {
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Control.h"
-#include "Host/ParameterValues.h"
-#include "RenderThread.h"
-#include "SlicedFrame.h"
+#include "Adapters/Frei0r/Control.h"
+#include "Adapters/Frei0r/RenderThread.h"
+#include "Adapters/Frei0r/SlicedFrame.h"
+#include "Host/Parameters/ParameterValues.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
-#include "RenderThread.h"
+#include "Adapters/Frei0r/RenderThread.h"
 
-#include "SilentThread.h"
+#include "Adapters/Frei0r/SilentThread.h"
 
 #include <csignal>
 #include <utility>

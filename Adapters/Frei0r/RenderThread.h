@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FrameRenderer.h"
+#include "Adapters/Frei0r/FrameRenderer.h"
 
 #include <condition_variable>
 #include <deque>

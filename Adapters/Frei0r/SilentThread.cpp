@@ -1,4 +1,4 @@
-#include "SilentThread.h"
+#include "Adapters/Frei0r/SilentThread.h"
 
 #include <atomic>
 #include <iostream>

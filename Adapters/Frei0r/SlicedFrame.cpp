@@ -1,4 +1,4 @@
-#include "SlicedFrame.h"
+#include "Adapters/Frei0r/SlicedFrame.h"
 
 #include <cstdint>
 #include <cstdlib>

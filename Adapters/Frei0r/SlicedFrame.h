@@ -1,6 +1,6 @@
 #pragma once
 
-#include "HostFrame.h"
+#include "Adapters/Frei0r/HostFrame.h"
 
 #include <cstddef>
 #include <optional>

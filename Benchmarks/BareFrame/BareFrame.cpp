@@ -1,6 +1,6 @@
-#include "BareFrame.h"
+#include "Benchmarks/BareFrame/BareFrame.h"
 
-#include "ScreenPassShaders.h"
+#include "Benchmarks/ScreenPassShaders.h"
 
 #include <array>
 #include <cmath>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "GL/AEOpenGLContext.h"
-#include "GL/GLObject.h"
-#include "Host/World.h"
-#include "MosaicShaderManager.h"
+#include "Host/Session/World.h"
+#include "Plugins/Shared/GL/AEOpenGLContext.h"
+#include "Plugins/Shared/GL/GLObject.h"
+#include "Plugins/Tesselune/Sources/MosaicShaderManager.h"
 
 #include <memory>
 

@@ -1,4 +1,4 @@
-#include "AllocationMeter.h"
+#include "Benchmarks/FrameMemory/AllocationMeter.h"
 
 #include <link.h>
 

@@ -1,10 +1,10 @@
 // How much memory a frame takes beyond the host's layers: writes JSON to standard output.
 
-#include "AllocationMeter.h"
-#include "BenchmarkPicture.h"
-#include "Host/Effect.h"
-#include "Names.h"
-#include "OwnOutput.h"
+#include "Benchmarks/BenchmarkPicture.h"
+#include "Benchmarks/FrameMemory/AllocationMeter.h"
+#include "Benchmarks/Names.h"
+#include "Benchmarks/OwnOutput.h"
+#include "Host/Session/Effect.h"
 
 #include <nlohmann/json.hpp>
 

@@ -1,14 +1,14 @@
 // Compares frames by turns in one process: the effect with its floors, the effect with itself under
 // other parameters, or two builds of the effect.
 
-#include "BareFrame/BareFrame.h"
-#include "BenchmarkPicture.h"
-#include "EffectFrame.h"
-#include "FreedMemory.h"
-#include "HostContext.h"
-#include "Names.h"
-#include "OwnOutput.h"
-#include "PairedTiming.h"
+#include "Benchmarks/BareFrame/BareFrame.h"
+#include "Benchmarks/BenchmarkPicture.h"
+#include "Benchmarks/EffectFrame.h"
+#include "Benchmarks/Names.h"
+#include "Benchmarks/OwnOutput.h"
+#include "Benchmarks/PairedFrames/PairedTiming.h"
+#include "Platform/Memory/FreedMemory.h"
+#include "Platform/OpenGL/HostContext.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -1,7 +1,7 @@
 #include "Host/Command/AboutText.h"
 
-#include "OpenGLAvailability.h"
-#include "OpenGLDescription.h"
+#include "Platform/OpenGL/OpenGLAvailability.h"
+#include "Platform/OpenGL/OpenGLDescription.h"
 
 #include <fmt/format.h>
 

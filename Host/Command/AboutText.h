@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Host/Effect.h"
+#include "Host/Session/Effect.h"
 
 #include <string>
 

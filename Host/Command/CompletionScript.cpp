@@ -1,8 +1,8 @@
 #include "Host/Command/CompletionScript.h"
 
 #include "Host/Command/Skeleton.h"
-#include "Host/Error.h"
-#include "Skeletons.h"
+#include "Host/Command/Skeletons.h"
+#include "Host/Text/Error.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 #include "Host/Command/JsonLog.h"
 
-#include "Host/Error.h"
+#include "Host/Text/Error.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>

@@ -1,7 +1,7 @@
 #include "Host/Command/LineParser.h"
 
-#include "Host/Error.h"
-#include "Host/NearestNames.h"
+#include "Host/Text/Error.h"
+#include "Host/Text/NearestNames.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
 #include "Host/Command/ManualPage.h"
 
 #include "Host/Command/Skeleton.h"
-#include "Skeletons.h"
+#include "Host/Command/Skeletons.h"
 
 #include <fmt/format.h>
 

@@ -1,9 +1,9 @@
 #include "Host/Command/ParameterListing.h"
 
 #include "Host/Command/ParameterOptions.h"
-#include "Host/JsonNumber.h"
-#include "Host/KeyframeText.h"
-#include "Host/ParameterText.h"
+#include "Host/Parameters/KeyframeText.h"
+#include "Host/Parameters/ParameterText.h"
+#include "Host/Text/JsonNumber.h"
 
 #include <fmt/format.h>
 

@@ -1,9 +1,9 @@
 #include "Host/Command/ParameterOptions.h"
 
-#include "Host/Error.h"
-#include "Host/KeyframeText.h"
-#include "Host/NearestNames.h"
-#include "Host/ParameterText.h"
+#include "Host/Parameters/KeyframeText.h"
+#include "Host/Parameters/ParameterText.h"
+#include "Host/Text/Error.h"
+#include "Host/Text/NearestNames.h"
 
 #include <fmt/format.h>
 

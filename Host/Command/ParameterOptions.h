@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Host/Parameter.h"
-#include "Host/ParameterSettings.h"
+#include "Host/Parameters/Parameter.h"
+#include "Host/Parameters/ParameterSettings.h"
 
 #include <CLI/App.hpp>
 

@@ -1,8 +1,8 @@
 #include "Host/Command/PresetOptions.h"
 
-#include "Host/Error.h"
+#include "Host/Parameters/Preset.h"
 #include "Host/Pictures/ReplaceFile.h"
-#include "Host/Preset.h"
+#include "Host/Text/Error.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Host/Effect.h"
-#include "Host/ParameterSettings.h"
+#include "Host/Parameters/ParameterSettings.h"
+#include "Host/Session/Effect.h"
 
 #include <CLI/App.hpp>
 

@@ -3,10 +3,10 @@
 #include "Host/Command/JsonLog.h"
 #include "Host/Command/ShotProgress.h"
 #include "Host/Command/ShotTally.h"
-#include "Host/Drawable.h"
-#include "Host/Error.h"
 #include "Host/Pictures/PictureWriter.h"
+#include "Host/Session/Drawable.h"
 #include "Host/Shots/Interruption.h"
+#include "Host/Text/Error.h"
 
 #include <CLI/Validators.hpp>
 

@@ -4,7 +4,7 @@
 #include "Host/Command/PresetOptions.h"
 #include "Host/Command/ShotOptions.h"
 #include "Host/Command/StandardStreams.h"
-#include "Host/Effect.h"
+#include "Host/Session/Effect.h"
 
 #include <CLI/App.hpp>
 

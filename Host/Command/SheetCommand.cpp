@@ -1,10 +1,10 @@
 #include "Host/Command/SheetCommand.h"
 
-#include "Host/Drawable.h"
-#include "Host/Error.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
+#include "Host/Session/Drawable.h"
 #include "Host/Sheet/ContactSheet.h"
+#include "Host/Text/Error.h"
 
 #include <CLI/Validators.hpp>
 #include <fmt/format.h>

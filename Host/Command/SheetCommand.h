@@ -2,7 +2,7 @@
 
 #include "Host/Command/ParameterOptions.h"
 #include "Host/Command/SheetPlan.h"
-#include "Host/Effect.h"
+#include "Host/Session/Effect.h"
 
 #include <CLI/App.hpp>
 

@@ -2,8 +2,8 @@
 
 #include "Host/Command/ParameterOptions.h"
 #include "Host/Command/TypedChoices.h"
-#include "Host/Error.h"
-#include "Host/ParameterText.h"
+#include "Host/Parameters/ParameterText.h"
+#include "Host/Text/Error.h"
 
 #include <fmt/format.h>
 

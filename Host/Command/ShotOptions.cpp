@@ -1,7 +1,7 @@
 #include "Host/Command/ShotOptions.h"
 
-#include "Host/Error.h"
-#include "Host/NearestNames.h"
+#include "Host/Text/Error.h"
+#include "Host/Text/NearestNames.h"
 
 #include <CLI/Validators.hpp>
 #include <fmt/format.h>

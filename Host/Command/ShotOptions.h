@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Host/FrameRate.h"
+#include "Host/Parameters/FrameRate.h"
 #include "Host/Shots/ShotRenderer.h"
 
 #include <CLI/App.hpp>

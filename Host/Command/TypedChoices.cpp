@@ -1,6 +1,6 @@
 #include "Host/Command/TypedChoices.h"
 
-#include "Host/ParameterText.h"
+#include "Host/Parameters/ParameterText.h"
 
 namespace Kerovane::Host {
 

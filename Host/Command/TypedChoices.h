@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Host/Parameter.h"
+#include "Host/Parameters/Parameter.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,3 @@
-#include "FreedMemory.h"
 #include "Host/Command/AboutText.h"
 #include "Host/Command/CommandOutline.h"
 #include "Host/Command/CompletionScript.h"
@@ -10,8 +9,9 @@
 #include "Host/Command/RenderCommand.h"
 #include "Host/Command/SheetCommand.h"
 #include "Host/Command/StandardStreams.h"
-#include "Host/Effect.h"
-#include "Host/Error.h"
+#include "Host/Session/Effect.h"
+#include "Host/Text/Error.h"
+#include "Platform/Memory/FreedMemory.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>

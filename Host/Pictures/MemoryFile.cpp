@@ -1,6 +1,6 @@
 #include "Host/Pictures/MemoryFile.h"
 
-#include "Host/Error.h"
+#include "Host/Text/Error.h"
 
 #include <fmt/format.h>
 #include <sys/mman.h>

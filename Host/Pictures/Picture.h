@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Host/World.h"
+#include "Host/Session/World.h"
 
 #include <OpenImageIO/imageio.h>
 

@@ -1,8 +1,8 @@
 #include "Host/Pictures/PictureReader.h"
 
-#include "Host/Error.h"
 #include "Host/Pictures/HeaderCheck.h"
 #include "Host/Pictures/PixelConversion.h"
+#include "Host/Text/Error.h"
 
 #include <OpenImageIO/imagebuf.h>
 #include <OpenImageIO/imagebufalgo.h>

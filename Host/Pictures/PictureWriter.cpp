@@ -1,9 +1,9 @@
 #include "Host/Pictures/PictureWriter.h"
 
-#include "Host/Error.h"
 #include "Host/Pictures/MemoryFile.h"
 #include "Host/Pictures/PixelConversion.h"
 #include "Host/Pictures/ReplaceFile.h"
+#include "Host/Text/Error.h"
 
 #include <fmt/format.h>
 #include <unistd.h>

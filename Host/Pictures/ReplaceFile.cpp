@@ -1,6 +1,6 @@
 #include "Host/Pictures/ReplaceFile.h"
 
-#include "Host/Error.h"
+#include "Host/Text/Error.h"
 
 #include <fcntl.h>
 #include <fmt/format.h>

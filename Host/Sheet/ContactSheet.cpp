@@ -1,8 +1,8 @@
 #include "Host/Sheet/ContactSheet.h"
 
-#include "Host/Error.h"
 #include "Host/Pictures/PixelConversion.h"
 #include "Host/Sheet/Lettering.h"
+#include "Host/Text/Error.h"
 
 #include <OpenImageIO/imagebufalgo.h>
 #include <fmt/format.h>

@@ -1,6 +1,6 @@
 #include "Host/Sheet/Lettering.h"
 
-#include "Letters.h"
+#include "Host/Sheet/Letters.h"
 
 #include <OpenImageIO/imagebufalgo.h>
 

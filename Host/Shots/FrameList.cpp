@@ -1,7 +1,7 @@
 #include "Host/Shots/FrameList.h"
 
-#include "Host/Error.h"
-#include "Host/NumberText.h"
+#include "Host/Text/Error.h"
+#include "Host/Text/NumberText.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
 #include "Host/Shots/Shot.h"
 
-#include "Host/Error.h"
 #include "Host/Shots/SequencePattern.h"
+#include "Host/Text/Error.h"
 
 #include <fmt/format.h>
 

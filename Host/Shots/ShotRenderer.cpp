@@ -1,8 +1,8 @@
 #include "Host/Shots/ShotRenderer.h"
 
-#include "Host/Error.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
+#include "Host/Text/Error.h"
 
 #include <chrono>
 #include <exception>

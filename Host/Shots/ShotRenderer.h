@@ -1,8 +1,8 @@
 #pragma once
 
+#include "Host/Session/World.h"
 #include "Host/Shots/Pipeline.h"
 #include "Host/Shots/Shot.h"
-#include "Host/World.h"
 
 #include <atomic>
 #include <functional>

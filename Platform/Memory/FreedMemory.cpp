@@ -1,4 +1,4 @@
-#include "FreedMemory.h"
+#include "Platform/Memory/FreedMemory.h"
 
 #include <malloc.h>
 

@@ -1,4 +1,4 @@
-#include "EglDisplay.h"
+#include "Platform/OpenGL/EglDisplay.h"
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>

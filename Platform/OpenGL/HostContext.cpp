@@ -1,4 +1,4 @@
-#include "HostContext.h"
+#include "Platform/OpenGL/HostContext.h"
 
 #include <EGL/egl.h>
 #include <GL/glx.h>

@@ -1,6 +1,6 @@
-#include "OpenGLAvailability.h"
+#include "Platform/OpenGL/OpenGLAvailability.h"
 
-#include "EglDisplay.h"
+#include "Platform/OpenGL/EglDisplay.h"
 
 namespace Kerovane::Platform {
 

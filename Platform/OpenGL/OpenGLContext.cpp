@@ -1,7 +1,7 @@
-#include "OpenGLContext.h"
+#include "Platform/OpenGL/OpenGLContext.h"
 
-#include "EglDisplay.h"
-#include "HostContext.h"
+#include "Platform/OpenGL/EglDisplay.h"
+#include "Platform/OpenGL/HostContext.h"
 
 #include <EGL/egl.h>
 

@@ -1,7 +1,7 @@
-#include "OpenGLDescription.h"
+#include "Platform/OpenGL/OpenGLDescription.h"
 
-#include "HostContext.h"
-#include "OpenGLContext.h"
+#include "Platform/OpenGL/HostContext.h"
+#include "Platform/OpenGL/OpenGLContext.h"
 
 #include <EGL/egl.h>
 #include <GL/gl.h>

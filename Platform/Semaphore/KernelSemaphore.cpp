@@ -1,4 +1,4 @@
-#include "KernelSemaphore.h"
+#include "Platform/Semaphore/KernelSemaphore.h"
 
 #include <condition_variable>
 

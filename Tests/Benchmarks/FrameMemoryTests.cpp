@@ -1,6 +1,6 @@
-#include "AllocationMeter.h"
-#include "Host/Effect.h"
-#include "Host/World.h"
+#include "Benchmarks/FrameMemory/AllocationMeter.h"
+#include "Host/Session/Effect.h"
+#include "Host/Session/World.h"
 
 #include <gtest/gtest.h>
 

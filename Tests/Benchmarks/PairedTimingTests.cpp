@@ -1,4 +1,4 @@
-#include "PairedTiming.h"
+#include "Benchmarks/PairedFrames/PairedTiming.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "EffectFixture.h"
-#include "Support/EglHost.h"
-#include "Support/LiveGLObjects.h"
+#include "Tests/Effect/EffectFixture.h"
+#include "Tests/Support/EglHost.h"
+#include "Tests/Support/LiveGLObjects.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,5 +1,5 @@
-#include "EffectFixture.h"
-#include "Support/LiveGLObjects.h"
+#include "Tests/Effect/EffectFixture.h"
+#include "Tests/Support/LiveGLObjects.h"
 
 #include <array>
 #include <cstdio>

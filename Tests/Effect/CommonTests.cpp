@@ -1,6 +1,6 @@
-#include "Common.h"
+#include "Plugins/Tesselune/Sources/Common.h"
 
-#include "Helper/SuiteScoper.h"
+#include "Plugins/Shared/Helper/SuiteScoper.h"
 
 #include <gtest/gtest.h>
 

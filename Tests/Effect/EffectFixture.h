@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Host/EffectSession.h"
-#include "Host/World.h"
+#include "Host/Session/EffectSession.h"
+#include "Host/Session/World.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
-#include "EffectFixture.h"
-#include "FaultyHost.h"
-#include "OpenGLDescription.h"
-#include "Support/EglContexts.h"
-#include "Support/EglHost.h"
-#include "Support/GLObserver.h"
-#include "Support/LiveGLObjects.h"
-#include "Support/ParamValue.h"
+#include "Platform/OpenGL/OpenGLDescription.h"
+#include "Tests/Effect/EffectFixture.h"
+#include "Tests/Effect/FaultyHost.h"
+#include "Tests/Support/EglContexts.h"
+#include "Tests/Support/EglHost.h"
+#include "Tests/Support/GLObserver.h"
+#include "Tests/Support/LiveGLObjects.h"
+#include "Tests/Support/ParamValue.h"
 
 #include <glbinding/Binding.h>
 

@@ -1,4 +1,4 @@
-#include "FaultyHost.h"
+#include "Tests/Effect/FaultyHost.h"
 
 #include <cstdarg>
 #include <cstdio>

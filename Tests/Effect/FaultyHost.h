@@ -2,7 +2,7 @@
 
 #include "AE_EffectCBSuites.h"
 #include "AE_GeneralPlug.h"
-#include "Host/EffectSession.h"
+#include "Host/Session/EffectSession.h"
 #include "SPBasic.h"
 
 #include <array>

@@ -1,8 +1,8 @@
-#include "MosaicRender.h"
+#include "Plugins/Tesselune/Sources/MosaicRender.h"
 
-#include "EffectFixture.h"
-#include "GL/AEOpenGLContext.h"
-#include "MosaicShaderManager.h"
+#include "Plugins/Shared/GL/AEOpenGLContext.h"
+#include "Plugins/Tesselune/Sources/MosaicShaderManager.h"
+#include "Tests/Effect/EffectFixture.h"
 
 #include <glbinding/gl/gl.h>
 

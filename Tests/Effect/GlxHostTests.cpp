@@ -1,6 +1,6 @@
-#include "FaultyHost.h"
-#include "HostContext.h"
-#include "ThreadedLife.h"
+#include "Platform/OpenGL/HostContext.h"
+#include "Tests/Effect/FaultyHost.h"
+#include "Tests/Effect/ThreadedLife.h"
 
 #include <GL/glx.h>
 

@@ -1,5 +1,5 @@
-#include "EffectFixture.h"
-#include "MosaicModel.h"
+#include "Tests/Effect/EffectFixture.h"
+#include "Tests/Effect/MosaicModel.h"
 
 #include <map>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "EffectFixture.h"
+#include "Tests/Effect/EffectFixture.h"
 
 #include <string>
 #include <vector>

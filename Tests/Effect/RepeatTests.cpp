@@ -1,5 +1,5 @@
-#include "Support/LiveGLObjects.h"
-#include "ThreadedLife.h"
+#include "Tests/Effect/ThreadedLife.h"
+#include "Tests/Support/LiveGLObjects.h"
 
 #include <fstream>
 #include <map>

@@ -1,7 +1,7 @@
-#include "MosaicShaderManager.h"
+#include "Plugins/Tesselune/Sources/MosaicShaderManager.h"
 
-#include "GL/AEOpenGLContext.h"
-#include "Support/GLObserver.h"
+#include "Plugins/Shared/GL/AEOpenGLContext.h"
+#include "Tests/Support/GLObserver.h"
 
 #include <glbinding/Binding.h>
 

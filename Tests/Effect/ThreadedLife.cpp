@@ -1,8 +1,8 @@
-#include "ThreadedLife.h"
+#include "Tests/Effect/ThreadedLife.h"
 
-#include "Support/EglContexts.h"
-#include "Support/EglHost.h"
-#include "Support/LiveGLObjects.h"
+#include "Tests/Support/EglContexts.h"
+#include "Tests/Support/EglHost.h"
+#include "Tests/Support/LiveGLObjects.h"
 
 #include <memory>
 #include <semaphore>

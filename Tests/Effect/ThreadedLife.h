@@ -1,6 +1,6 @@
 #pragma once
 
-#include "EffectFixture.h"
+#include "Tests/Effect/EffectFixture.h"
 
 #include <functional>
 

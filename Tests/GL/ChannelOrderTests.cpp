@@ -1,8 +1,8 @@
-#include "GL/BackgroundRender.h"
-#include "GL/ScreenRender.h"
+#include "Plugins/Shared/GL/BackgroundRender.h"
+#include "Plugins/Shared/GL/ScreenRender.h"
 
-#include "GLFixture.h"
-#include "Support/LiveGLObjects.h"
+#include "Tests/GL/GLFixture.h"
+#include "Tests/Support/LiveGLObjects.h"
 
 #include <random>
 

@@ -1,9 +1,9 @@
-#include "GL/AEOpenGLContextManager.h"
-#include "GL/SaveRestoreGLContextMac.h"
+#include "Plugins/Shared/GL/AEOpenGLContextManager.h"
+#include "Plugins/Shared/GL/SaveRestoreGLContextMac.h"
 
-#include "GLFixture.h"
-#include "Support/EglHost.h"
-#include "Support/GLCalls.h"
+#include "Tests/GL/GLFixture.h"
+#include "Tests/Support/EglHost.h"
+#include "Tests/Support/GLCalls.h"
 
 #include <algorithm>
 #include <atomic>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "GL/AEOpenGLContext.h"
-#include "GL/GLObject.h"
+#include "Plugins/Shared/GL/AEOpenGLContext.h"
+#include "Plugins/Shared/GL/GLObject.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "GL/AEOpenGLUtilities.h"
-#include "GL/AEOpenglMainFrameBuffer.h"
+#include "Plugins/Shared/GL/AEOpenGLUtilities.h"
+#include "Plugins/Shared/GL/AEOpenglMainFrameBuffer.h"
 
-#include "GLFixture.h"
-#include "Support/GLCalls.h"
-#include "Support/GLObserver.h"
-#include "Support/LiveGLObjects.h"
+#include "Tests/GL/GLFixture.h"
+#include "Tests/Support/GLCalls.h"
+#include "Tests/Support/GLObserver.h"
+#include "Tests/Support/LiveGLObjects.h"
 
 #include <glbinding/Binding.h>
 

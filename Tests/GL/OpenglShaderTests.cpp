@@ -1,8 +1,8 @@
-#include "GL/OpenglShader.h"
+#include "Plugins/Shared/GL/OpenglShader.h"
 
-#include "GLFixture.h"
-#include "Support/GLCalls.h"
-#include "Support/LiveGLObjects.h"
+#include "Tests/GL/GLFixture.h"
+#include "Tests/Support/GLCalls.h"
+#include "Tests/Support/LiveGLObjects.h"
 
 #include <algorithm>
 #include <functional>

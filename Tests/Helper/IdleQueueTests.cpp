@@ -1,4 +1,4 @@
-#include "Helper/IdleQueue.h"
+#include "Plugins/Shared/Helper/IdleQueue.h"
 
 #include <gtest/gtest.h>
 

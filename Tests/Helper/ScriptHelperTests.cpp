@@ -1,8 +1,8 @@
-#include "Helper/ScriptHelper.h"
+#include "Plugins/Shared/Helper/ScriptHelper.h"
 
 #include "AE_Effect.h"
 #include "AE_GeneralPlug.h"
-#include "Host/Suites/Suites.h"
+#include "Host/Session/Suites/Suites.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Helper/Semaphore.h"
+#include "Plugins/Shared/Helper/Semaphore.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
-#include "Helper/SuiteScoper.h"
+#include "Plugins/Shared/Helper/SuiteScoper.h"
 
 #include "AE_EffectCBSuites.h"
-#include "Host/Suites/Suites.h"
+#include "Host/Session/Suites/Suites.h"
 
 #include <gtest/gtest.h>
 

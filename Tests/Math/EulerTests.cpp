@@ -1,4 +1,4 @@
-#include "MathTest.h"
+#include "Tests/Math/MathTest.h"
 
 #include <array>
 

@@ -1,4 +1,4 @@
-#include "MathTest.h"
+#include "Tests/Math/MathTest.h"
 
 #include <glm/ext/matrix_clip_space.hpp>
 #include <glm/ext/matrix_transform.hpp>

@@ -1,17 +1,17 @@
 #pragma once
 
-#include "Math/Affine.h"
-#include "Math/Barycentric.h"
-#include "Math/Box3.h"
-#include "Math/Color.h"
-#include "Math/Euler.h"
-#include "Math/Mat4.h"
-#include "Math/Quaternion.h"
-#include "Math/Range.h"
-#include "Math/Rect.h"
-#include "Math/Vec2.h"
-#include "Math/Vec3.h"
-#include "Math/Vec4.h"
+#include "Plugins/Shared/Math/Affine.h"
+#include "Plugins/Shared/Math/Barycentric.h"
+#include "Plugins/Shared/Math/Box3.h"
+#include "Plugins/Shared/Math/Color.h"
+#include "Plugins/Shared/Math/Euler.h"
+#include "Plugins/Shared/Math/Mat4.h"
+#include "Plugins/Shared/Math/Quaternion.h"
+#include "Plugins/Shared/Math/Range.h"
+#include "Plugins/Shared/Math/Rect.h"
+#include "Plugins/Shared/Math/Vec2.h"
+#include "Plugins/Shared/Math/Vec3.h"
+#include "Plugins/Shared/Math/Vec4.h"
 
 #include <Eigen/Geometry>
 #include <gtest/gtest.h>

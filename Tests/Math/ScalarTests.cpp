@@ -1,6 +1,6 @@
-#include "MathTest.h"
+#include "Tests/Math/MathTest.h"
 
-#include "Math/Float.h"
+#include "Plugins/Shared/Math/Float.h"
 
 namespace Kerovane::Tesselune {
 

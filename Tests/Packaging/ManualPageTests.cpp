@@ -1,4 +1,4 @@
-#include "CommandFixture.h"
+#include "Tests/Host/Command/CommandFixture.h"
 
 #include <gtest/gtest.h>
 

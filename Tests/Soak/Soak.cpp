@@ -1,9 +1,9 @@
 // Renders many frames of changing sizes, depths and variants through the module, and tells whether
 // it leaves anything behind: no test, for it takes minutes. scripts/soak runs it.
 
-#include "EffectFixture.h"
-#include "Host/Error.h"
-#include "Support/LiveGLObjects.h"
+#include "Host/Text/Error.h"
+#include "Tests/Effect/EffectFixture.h"
+#include "Tests/Support/LiveGLObjects.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -1,4 +1,4 @@
-#include "Support/EglContexts.h"
+#include "Tests/Support/EglContexts.h"
 
 #include <EGL/egl.h>
 

@@ -1,4 +1,4 @@
-#include "Support/EglHost.h"
+#include "Tests/Support/EglHost.h"
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>

@@ -1,4 +1,4 @@
-#include "Support/GLCalls.h"
+#include "Tests/Support/GLCalls.h"
 
 #include <glbinding/AbstractFunction.h>
 #include <glbinding/CallbackMask.h>

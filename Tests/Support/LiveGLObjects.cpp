@@ -1,6 +1,6 @@
-#include "Support/LiveGLObjects.h"
+#include "Tests/Support/LiveGLObjects.h"
 
-#include "Support/EglContexts.h"
+#include "Tests/Support/EglContexts.h"
 
 #include <glbinding/Binding.h>
 #include <glbinding/CallbackMask.h>

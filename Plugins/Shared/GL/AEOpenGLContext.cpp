@@ -1,4 +1,4 @@
-#include "GL/AEOpenGLContext.h"
+#include "Plugins/Shared/GL/AEOpenGLContext.h"
 
 #include <glbinding/Binding.h>
 #include <glbinding/ContextInfo.h>

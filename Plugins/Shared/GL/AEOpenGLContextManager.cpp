@@ -1,4 +1,4 @@
-#include "GL/AEOpenGLContextManager.h"
+#include "Plugins/Shared/GL/AEOpenGLContextManager.h"
 
 namespace Kerovane::Tesselune {
 

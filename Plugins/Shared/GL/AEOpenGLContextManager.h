@@ -1,7 +1,7 @@
 #pragma once
 
-#include "GL/AEOpenGLContext.h"
-#include "Helper/NeverDestroyed.h"
+#include "Plugins/Shared/GL/AEOpenGLContext.h"
+#include "Plugins/Shared/Helper/NeverDestroyed.h"
 
 #include <atomic>
 #include <map>

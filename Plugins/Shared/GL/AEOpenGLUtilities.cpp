@@ -1,9 +1,9 @@
-#include "GL/AEOpenGLUtilities.h"
+#include "Plugins/Shared/GL/AEOpenGLUtilities.h"
 
 #include "AE_EffectCBSuites.h"
-#include "GL/GLObject.h"
-#include "Helper/HostHandle.h"
-#include "Helper/SuiteScoper.h"
+#include "Plugins/Shared/GL/GLObject.h"
+#include "Plugins/Shared/Helper/HostHandle.h"
+#include "Plugins/Shared/Helper/SuiteScoper.h"
 
 #include <algorithm>
 #include <cstring>

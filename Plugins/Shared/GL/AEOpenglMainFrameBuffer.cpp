@@ -1,6 +1,6 @@
-#include "GL/AEOpenglMainFrameBuffer.h"
+#include "Plugins/Shared/GL/AEOpenglMainFrameBuffer.h"
 
-#include "GL/SampleCount.h"
+#include "Plugins/Shared/GL/SampleCount.h"
 
 #include <cstdlib>
 

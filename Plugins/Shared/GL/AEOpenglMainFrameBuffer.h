@@ -1,10 +1,10 @@
 #pragma once
 
-#include "GL/GLObject.h"
-#include "GL/PerContext.h"
-#include "GL/ScreenRender.h"
-#include "Helper/NeverDestroyed.h"
-#include "Math/Vec2.h"
+#include "Plugins/Shared/GL/GLObject.h"
+#include "Plugins/Shared/GL/PerContext.h"
+#include "Plugins/Shared/GL/ScreenRender.h"
+#include "Plugins/Shared/Helper/NeverDestroyed.h"
+#include "Plugins/Shared/Math/Vec2.h"
 
 #include <map>
 #include <memory>

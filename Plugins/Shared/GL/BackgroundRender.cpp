@@ -1,6 +1,6 @@
-#include "GL/BackgroundRender.h"
+#include "Plugins/Shared/GL/BackgroundRender.h"
 
-#include "ChannelOrderShaders.h"
+#include "Plugins/Shared/GL/ChannelOrderShaders.h"
 
 namespace Kerovane::Tesselune {
 

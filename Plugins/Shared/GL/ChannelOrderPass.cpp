@@ -1,6 +1,6 @@
-#include "GL/ChannelOrderPass.h"
+#include "Plugins/Shared/GL/ChannelOrderPass.h"
 
-#include "ChannelOrderShaders.h"
+#include "Plugins/Shared/GL/ChannelOrderShaders.h"
 
 #include <array>
 

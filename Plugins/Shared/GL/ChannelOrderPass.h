@@ -1,8 +1,8 @@
 #pragma once
 
-#include "GL/FullPictureQuad.h"
-#include "GL/GLObject.h"
-#include "GL/OpenglShader.h"
+#include "Plugins/Shared/GL/FullPictureQuad.h"
+#include "Plugins/Shared/GL/GLObject.h"
+#include "Plugins/Shared/GL/OpenglShader.h"
 
 #include <string>
 

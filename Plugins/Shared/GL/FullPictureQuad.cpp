@@ -1,4 +1,4 @@
-#include "GL/FullPictureQuad.h"
+#include "Plugins/Shared/GL/FullPictureQuad.h"
 
 using namespace gl;
 

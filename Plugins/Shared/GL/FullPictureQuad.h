@@ -1,7 +1,7 @@
 #pragma once
 
-#include "GL/GLObject.h"
-#include "GL/PerContext.h"
+#include "Plugins/Shared/GL/GLObject.h"
+#include "Plugins/Shared/GL/PerContext.h"
 
 #include <cstdint>
 #include <span>

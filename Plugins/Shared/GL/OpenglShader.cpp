@@ -1,4 +1,4 @@
-#include "GL/OpenglShader.h"
+#include "Plugins/Shared/GL/OpenglShader.h"
 
 #include <algorithm>
 #include <array>

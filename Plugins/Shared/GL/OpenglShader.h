@@ -1,12 +1,12 @@
 #pragma once
 
-#include "GL/GLObject.h"
-#include "Math/Affine.h"
-#include "Math/Color.h"
-#include "Math/Mat4.h"
-#include "Math/Vec2.h"
-#include "Math/Vec3.h"
-#include "Math/Vec4.h"
+#include "Plugins/Shared/GL/GLObject.h"
+#include "Plugins/Shared/Math/Affine.h"
+#include "Plugins/Shared/Math/Color.h"
+#include "Plugins/Shared/Math/Mat4.h"
+#include "Plugins/Shared/Math/Vec2.h"
+#include "Plugins/Shared/Math/Vec3.h"
+#include "Plugins/Shared/Math/Vec4.h"
 
 #include <map>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "OpenGLContext.h"
+#include "Platform/OpenGL/OpenGLContext.h"
 
 #include <cstdint>
 #include <map>

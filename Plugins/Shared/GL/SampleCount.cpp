@@ -1,4 +1,4 @@
-#include "GL/SampleCount.h"
+#include "Plugins/Shared/GL/SampleCount.h"
 
 #include <glbinding/gl/gl.h>
 

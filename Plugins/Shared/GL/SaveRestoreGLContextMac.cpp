@@ -1,6 +1,6 @@
-#include "GL/SaveRestoreGLContextMac.h"
+#include "Plugins/Shared/GL/SaveRestoreGLContextMac.h"
 
-#include "GL/AEOpenGLContext.h"
+#include "Plugins/Shared/GL/AEOpenGLContext.h"
 
 namespace Kerovane::Tesselune {
 

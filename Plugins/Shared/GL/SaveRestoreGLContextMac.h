@@ -1,6 +1,6 @@
 #pragma once
 
-#include "HostContext.h"
+#include "Platform/OpenGL/HostContext.h"
 
 namespace Kerovane::Tesselune {
 

@@ -1,6 +1,6 @@
-#include "GL/ScreenRender.h"
+#include "Plugins/Shared/GL/ScreenRender.h"
 
-#include "ChannelOrderShaders.h"
+#include "Plugins/Shared/GL/ChannelOrderShaders.h"
 
 namespace Kerovane::Tesselune {
 

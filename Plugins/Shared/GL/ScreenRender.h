@@ -1,6 +1,6 @@
 #pragma once
 
-#include "GL/ChannelOrderPass.h"
+#include "Plugins/Shared/GL/ChannelOrderPass.h"
 
 namespace Kerovane::Tesselune {
 

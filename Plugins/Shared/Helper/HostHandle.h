@@ -1,7 +1,7 @@
 #pragma once
 
 #include "AE_EffectCBSuites.h"
-#include "Helper/SuiteScoper.h"
+#include "Plugins/Shared/Helper/SuiteScoper.h"
 
 #include <cstddef>
 

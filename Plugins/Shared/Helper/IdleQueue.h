@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Helper/Semaphore.h"
+#include "Plugins/Shared/Helper/Semaphore.h"
 
 #include <deque>
 #include <functional>

@@ -1,7 +1,7 @@
-#include "Helper/ScriptHelper.h"
+#include "Plugins/Shared/Helper/ScriptHelper.h"
 
 #include "AE_GeneralPlug.h"
-#include "Helper/SuiteScoper.h"
+#include "Plugins/Shared/Helper/SuiteScoper.h"
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "KernelSemaphore.h"
+#include "Platform/Semaphore/KernelSemaphore.h"
 
 namespace Kerovane::Tesselune {
 

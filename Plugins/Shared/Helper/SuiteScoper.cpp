@@ -1,4 +1,4 @@
-#include "Helper/SuiteScoper.h"
+#include "Plugins/Shared/Helper/SuiteScoper.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
-#include "Math/Affine.h"
+#include "Plugins/Shared/Math/Affine.h"
 
-#include "Math/Angle.h"
+#include "Plugins/Shared/Math/Angle.h"
 
 #include <cmath>
 

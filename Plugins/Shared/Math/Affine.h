@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Math/Vec2.h"
+#include "Plugins/Shared/Math/Vec2.h"
 
 #include <type_traits>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "Math/Color.h"
-#include "Math/Vec2.h"
-#include "Math/Vec3.h"
-#include "Math/Vec4.h"
+#include "Plugins/Shared/Math/Color.h"
+#include "Plugins/Shared/Math/Vec2.h"
+#include "Plugins/Shared/Math/Vec3.h"
+#include "Plugins/Shared/Math/Vec4.h"
 
 #include <concepts>
 #include <type_traits>

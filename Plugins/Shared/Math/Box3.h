@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Math/Vec3.h"
+#include "Plugins/Shared/Math/Vec3.h"
 
 #include <limits>
 #include <type_traits>

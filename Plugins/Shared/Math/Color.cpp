@@ -1,4 +1,4 @@
-#include "Math/Color.h"
+#include "Plugins/Shared/Math/Color.h"
 
 #include <sstream>
 

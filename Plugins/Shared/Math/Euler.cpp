@@ -1,7 +1,7 @@
-#include "Math/Euler.h"
+#include "Plugins/Shared/Math/Euler.h"
 
-#include "Math/Mat4.h"
-#include "Math/Quaternion.h"
+#include "Plugins/Shared/Math/Mat4.h"
+#include "Plugins/Shared/Math/Quaternion.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Math/Float.h"
+#include "Plugins/Shared/Math/Float.h"
 
 #include <cstdint>
 #include <type_traits>

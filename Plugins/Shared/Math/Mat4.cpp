@@ -1,6 +1,6 @@
-#include "Math/Mat4.h"
+#include "Plugins/Shared/Math/Mat4.h"
 
-#include "Math/Quaternion.h"
+#include "Plugins/Shared/Math/Quaternion.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "Math/Affine.h"
-#include "Math/Vec3.h"
-#include "Math/Vec4.h"
+#include "Plugins/Shared/Math/Affine.h"
+#include "Plugins/Shared/Math/Vec3.h"
+#include "Plugins/Shared/Math/Vec4.h"
 
 #include <algorithm>
 #include <functional>

@@ -1,8 +1,8 @@
-#include "Math/Quaternion.h"
+#include "Plugins/Shared/Math/Quaternion.h"
 
-#include "Math/Angle.h"
-#include "Math/Euler.h"
-#include "Math/Mat4.h"
+#include "Plugins/Shared/Math/Angle.h"
+#include "Plugins/Shared/Math/Euler.h"
+#include "Plugins/Shared/Math/Mat4.h"
 
 #include <array>
 #include <cmath>

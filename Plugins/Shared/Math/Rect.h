@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Math/Vec2.h"
-#include "Math/Vec4.h"
+#include "Plugins/Shared/Math/Vec2.h"
+#include "Plugins/Shared/Math/Vec4.h"
 
 #include <algorithm>
 #include <type_traits>

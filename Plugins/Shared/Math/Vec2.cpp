@@ -1,6 +1,6 @@
-#include "Math/Vec2.h"
+#include "Plugins/Shared/Math/Vec2.h"
 
-#include "Math/Angle.h"
+#include "Plugins/Shared/Math/Angle.h"
 
 #include <cmath>
 

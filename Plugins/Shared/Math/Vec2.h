@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Math/VectorFamily.h"
+#include "Plugins/Shared/Math/VectorFamily.h"
 
 #include <type_traits>
 

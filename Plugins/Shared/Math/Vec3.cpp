@@ -1,7 +1,7 @@
-#include "Math/Vec3.h"
+#include "Plugins/Shared/Math/Vec3.h"
 
-#include "Math/Mat4.h"
-#include "Math/Quaternion.h"
+#include "Plugins/Shared/Math/Mat4.h"
+#include "Plugins/Shared/Math/Quaternion.h"
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Math/Vec2.h"
-#include "Math/VectorFamily.h"
+#include "Plugins/Shared/Math/Vec2.h"
+#include "Plugins/Shared/Math/VectorFamily.h"
 
 #include <type_traits>
 

@@ -1,4 +1,4 @@
-#include "Math/Vec4.h"
+#include "Plugins/Shared/Math/Vec4.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Math/Float.h"
+#include "Plugins/Shared/Math/Float.h"
 
 #include <algorithm>
 #include <cmath>

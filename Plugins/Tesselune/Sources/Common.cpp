@@ -1,4 +1,4 @@
-#include "Common.h"
+#include "Plugins/Tesselune/Sources/Common.h"
 
 #include <algorithm>
 #include <cstdarg>

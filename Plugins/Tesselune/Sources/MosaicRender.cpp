@@ -1,8 +1,8 @@
-#include "MosaicRender.h"
+#include "Plugins/Tesselune/Sources/MosaicRender.h"
 
-#include "CheckedOutParam.h"
-#include "MosaicShaderManager.h"
-#include "ParamIndex.h"
+#include "Plugins/Tesselune/Sources/CheckedOutParam.h"
+#include "Plugins/Tesselune/Sources/MosaicShaderManager.h"
+#include "Plugins/Tesselune/Sources/ParamIndex.h"
 
 #include <algorithm>
 #include <array>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "AE_Effect.h"
-#include "GL/FullPictureQuad.h"
-#include "GL/OpenglShader.h"
-#include "Math/Vec2.h"
+#include "Plugins/Shared/GL/FullPictureQuad.h"
+#include "Plugins/Shared/GL/OpenglShader.h"
+#include "Plugins/Shared/Math/Vec2.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
-#include "MosaicShaderManager.h"
+#include "Plugins/Tesselune/Sources/MosaicShaderManager.h"
 
-#include "MosaicShaders.h"
+#include "Plugins/Tesselune/MosaicShaders.h"
 
 #include <algorithm>
 #include <string>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "GL/OpenglShader.h"
-#include "Helper/NeverDestroyed.h"
-#include "MosaicRender.h"
+#include "Plugins/Shared/GL/OpenglShader.h"
+#include "Plugins/Shared/Helper/NeverDestroyed.h"
+#include "Plugins/Tesselune/Sources/MosaicRender.h"
 
 #include <memory>
 #include <vector>

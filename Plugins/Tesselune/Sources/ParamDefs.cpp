@@ -1,4 +1,4 @@
-#include "ParamDefs.h"
+#include "Plugins/Tesselune/Sources/ParamDefs.h"
 
 namespace Kerovane::Tesselune {
 

@@ -1,4 +1,4 @@
-#include "ChannelOrder.h"
+#include "Adapters/Frei0r/ChannelOrder.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "Frei0rHost.h"
+#include "Tests/Adapters/Frei0r/Frei0rHost.h"
 
 #include <dlfcn.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Frei0rInterface.h"
-#include "Host/TemporaryFolder.h"
+#include "Adapters/Frei0r/Frei0rInterface.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <cstdint>
 #include <filesystem>

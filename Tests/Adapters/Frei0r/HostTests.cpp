@@ -1,8 +1,8 @@
 // The filter inside the programs of others, typed as their users type it, against the picture that
 // the command makes of the same frame.
 
-#include "Host/RawPicture.h"
-#include "Host/TemporaryFolder.h"
+#include "Tests/Support/RawPicture.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>

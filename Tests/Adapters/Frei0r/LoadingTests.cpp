@@ -1,6 +1,6 @@
 #include "AE_Effect.h"
-#include "Frei0rHost.h"
-#include "Support/EglHost.h"
+#include "Tests/Adapters/Frei0r/Frei0rHost.h"
+#include "Tests/Support/EglHost.h"
 
 #include <gtest/gtest.h>
 

@@ -2,10 +2,10 @@
 // the bare render command on the same frame. Rounds of one run each, so that what the machine does
 // otherwise meets all alike; the medians of the rounds are printed.
 
-#include "ChannelOrder.h"
-#include "Host/Effect.h"
-#include "Host/TemporaryFolder.h"
-#include "SilentThread.h"
+#include "Adapters/Frei0r/ChannelOrder.h"
+#include "Adapters/Frei0r/SilentThread.h"
+#include "Host/Session/Effect.h"
+#include "Tests/Support/TemporaryFolder.h"
 
 #include <fmt/format.h>
 

@@ -1,5 +1,5 @@
-#include "Frei0rHost.h"
-#include "Host/Effect.h"
+#include "Host/Session/Effect.h"
+#include "Tests/Adapters/Frei0r/Frei0rHost.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "SlicedFrame.h"
+#include "Adapters/Frei0r/SlicedFrame.h"
 
 #include <gtest/gtest.h>
 

@@ -1,0 +1,69 @@
+#include "Host/Parameters/Keyframes.h"
+
+#include "Host/Text/Error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace Kerovane::Host {
+
+namespace {
+
+/// The part of the way that is done at the part `t` of the time.
+double Way(Interpolation interpolation, double t) {
+    switch (interpolation) {
+    case Interpolation::Hold:
+        return 0;
+    case Interpolation::Smooth:
+        return t * t * (3 - 2 * t);
+    default:
+        return t;
+    }
+}
+
+} // namespace
+
+std::string_view InterpolationName(Interpolation interpolation) {
+    switch (interpolation) {
+    case Interpolation::Hold:
+        return "hold";
+    case Interpolation::Smooth:
+        return "smooth";
+    default:
+        return "linear";
+    }
+}
+
+Keyframes::Keyframes(double value) : mKeys{{.value = value}} {}
+
+Keyframes::Keyframes(std::vector<Keyframe> keys) : mKeys(std::move(keys)) {
+    if (mKeys.empty()) {
+        throw Error("has no key");
+    }
+    const auto later = [](const Keyframe& key, const Keyframe& next) {
+        return key.frame >= next.frame;
+    };
+    const auto wrong = std::ranges::adjacent_find(mKeys, later);
+    if (wrong != mKeys.end()) {
+        throw Error(fmt::format("has its key at frame {} behind the one at {}",
+                                std::next(wrong)->frame, wrong->frame));
+    }
+}
+
+double Keyframes::at(double frame) const {
+    const auto next = std::ranges::upper_bound(mKeys, frame, {}, &Keyframe::frame);
+    if (next == mKeys.begin()) {
+        return next->value;
+    }
+    const Keyframe& last = *std::prev(next);
+    if (next == mKeys.end()) {
+        return last.value;
+    }
+    const double time = (frame - last.frame) / (next->frame - last.frame);
+    return std::lerp(last.value, next->value, Way(last.toNext, time));
+}
+
+} // namespace Kerovane::Host

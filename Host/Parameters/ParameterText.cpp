@@ -1,0 +1,169 @@
+#include "Host/Parameters/ParameterText.h"
+
+#include "Host/Text/Error.h"
+#include "Host/Text/NearestNames.h"
+#include "Host/Text/NumberText.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace Kerovane::Host {
+
+namespace {
+
+constexpr std::array<std::pair<std::string_view, double>, 8> kCheckboxWords{{
+    {"true", 1},
+    {"false", 0},
+    {"on", 1},
+    {"off", 0},
+    {"yes", 1},
+    {"no", 0},
+    {"1", 1},
+    {"0", 0},
+}};
+
+/// Letters and digits of ASCII; all of UTF-8's other bytes count as letters.
+bool IsWordByte(char byte) {
+    return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
+           static_cast<unsigned char>(byte) >= 0x80;
+}
+
+std::optional<double> ParseChoice(const Parameter& parameter, std::string_view text) {
+    const std::string typed = TypedName(text);
+    for (std::size_t choice = 0; choice < parameter.choices.size(); ++choice) {
+        if (!typed.empty() && TypedName(parameter.choices[choice]) == typed) {
+            return static_cast<double>(choice + 1);
+        }
+    }
+    return ParseNumber(text);
+}
+
+std::optional<double> ParseCheckbox(std::string_view text) {
+    for (const auto& [word, value] : kCheckboxWords) {
+        if (word == text) {
+            return value;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<double> Parse(const Parameter& parameter, std::string_view text) {
+    switch (parameter.type()) {
+    case PF_Param_POPUP:
+        return ParseChoice(parameter, text);
+    case PF_Param_CHECKBOX:
+        return ParseCheckbox(text);
+    default:
+        return ParseNumber(text);
+    }
+}
+
+std::vector<std::string> TypedChoices(const Parameter& parameter) {
+    std::vector<std::string> names;
+    for (const std::string& choice : parameter.choices) {
+        names.push_back(TypedName(choice));
+    }
+    return names;
+}
+
+std::string ChoiceList(const Parameter& parameter) {
+    std::string list;
+    const std::vector<std::string> names = TypedChoices(parameter);
+    for (std::size_t choice = 0; choice < names.size(); ++choice) {
+        const bool last = choice + 1 == names.size();
+        list += choice == 0 ? "" : last ? " or " : ", ";
+        list += names[choice];
+    }
+    return list;
+}
+
+} // namespace
+
+std::string TypedName(std::string_view shownName) {
+    std::string typed;
+    for (const char byte : shownName) {
+        const char lower = byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+        if (IsWordByte(lower)) {
+            typed += lower;
+        } else if (!typed.empty() && typed.back() != '-') {
+            typed += '-';
+        }
+    }
+    if (!typed.empty() && typed.back() == '-') {
+        typed.pop_back();
+    }
+    return typed;
+}
+
+std::string_view TypeName(const Parameter& parameter) {
+    switch (parameter.type()) {
+    case PF_Param_LAYER:
+        return "layer";
+    case PF_Param_SLIDER:
+        return "slider";
+    case PF_Param_FIX_SLIDER:
+        return "fixed slider";
+    case PF_Param_FLOAT_SLIDER:
+        return "float slider";
+    case PF_Param_ANGLE:
+        return "angle";
+    case PF_Param_CHECKBOX:
+        return "checkbox";
+    case PF_Param_POPUP:
+        return "popup";
+    case PF_Param_GROUP_START:
+        return "group start";
+    case PF_Param_GROUP_END:
+        return "group end";
+    default:
+        return "";
+    }
+}
+
+std::string_view UnitName(const Parameter& parameter) {
+    if (parameter.type() == PF_Param_ANGLE) {
+        return "degrees";
+    }
+    return parameter.isPercent() ? "percent" : "";
+}
+
+std::string AcceptedValues(const Parameter& parameter) {
+    if (parameter.type() == PF_Param_POPUP) {
+        return ChoiceList(parameter);
+    }
+    if (parameter.type() == PF_Param_CHECKBOX) {
+        return "true or false";
+    }
+    const std::string_view kind = parameter.takesWholeNumbers()        ? "a whole number"
+                                  : parameter.isPercent()              ? "a percentage"
+                                  : parameter.type() == PF_Param_ANGLE ? "an angle in degrees"
+                                                                       : "a number";
+    return fmt::format("{} from {:g} to {:g}", kind, parameter.valid.min, parameter.valid.max);
+}
+
+double ParseValue(const Parameter& parameter, std::string_view text) {
+    const std::optional<double> value = Parse(parameter, text);
+    if (!value || !parameter.accepts(*value)) {
+        throw Error(fmt::format("takes {}, not '{}'{}", AcceptedValues(parameter), text,
+                                Suggestion(text, TypedChoices(parameter))));
+    }
+    return *value;
+}
+
+std::string FormatValue(const Parameter& parameter, double value) {
+    switch (parameter.type()) {
+    case PF_Param_POPUP:
+        return TypedName(parameter.choices.at(static_cast<std::size_t>(value - 1)));
+    case PF_Param_CHECKBOX:
+        return value != 0 ? "true" : "false";
+    default:
+        return parameter.takesWholeNumbers() ? fmt::format("{:.0f}", value)
+                                             : fmt::format("{:g}", value);
+    }
+}
+
+} // namespace Kerovane::Host

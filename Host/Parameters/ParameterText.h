@@ -1,0 +1,33 @@
+#pragma once
+
+#include "Host/Parameters/Parameter.h"
+
+#include <string>
+#include <string_view>
+
+namespace Kerovane::Host {
+
+/// A shown name as people type it: lower case, a hyphen for each run of other characters.
+/// "Size Random Seed" gives "size-random-seed".
+std::string TypedName(std::string_view shownName);
+
+/// "slider", "popup", ...: the word for a parameter's type.
+std::string_view TypeName(const Parameter& parameter);
+
+/// "percent", "degrees", or empty.
+std::string_view UnitName(const Parameter& parameter);
+
+/// What the parameter can be set to: "a whole number from 2 to 3000", "square or triangle".
+std::string AcceptedValues(const Parameter& parameter);
+
+/**
+ * The value that `text` names: a number, a popup's choice by typed name or by number, true or false
+ * for a checkbox. Where `text` is none or lies outside the valid range it throws Error, whose text
+ * stands behind the parameter's name: "takes square or triangle, not 'circle'".
+ */
+double ParseValue(const Parameter& parameter, std::string_view text);
+
+/// `value` in a form that ParseValue reads, to six digits where it isn't a whole number.
+std::string FormatValue(const Parameter& parameter, double value);
+
+} // namespace Kerovane::Host

@@ -1,0 +1,191 @@
+#include "Host/Parameters/Preset.h"
+
+#include "Host/Parameters/KeyframeText.h"
+#include "Host/Parameters/ParameterText.h"
+#include "Host/Text/Error.h"
+#include "Host/Text/JsonNumber.h"
+#include "Host/Text/NearestNames.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <utility>
+
+namespace Kerovane::Host {
+
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string VersionText(A_u_long version) {
+    return fmt::format("{}.{}.{}", PF_Version_VERS(version), PF_Version_SUBVERS(version),
+                       PF_Version_BUGVERS(version));
+}
+
+Json JsonValue(const Parameter& parameter, const Keyframes& keyframes) {
+    const bool isText = keyframes.keys().size() > 1 || parameter.type() == PF_Param_POPUP;
+    const double value = keyframes.keys().front().value;
+    if (isText) {
+        return FormatKeyframes(parameter, keyframes);
+    }
+    return parameter.type() == PF_Param_CHECKBOX ? Json(value != 0) : JsonNumber(value);
+}
+
+/// Reads one preset and gathers what is wrong with it.
+class PresetReader {
+public:
+    explicit PresetReader(const std::vector<Parameter>& parameters) : mParameters(parameters) {}
+
+    ParameterSettings read(std::string_view text) {
+        const Json preset = parse(text);
+        checkEntries(preset, "", {"effect", "parameters"});
+        const auto list = preset.find("parameters");
+        if (list == preset.end() || !list->is_array()) {
+            throw Error("has no list of \"parameters\"");
+        }
+        for (std::size_t index = 0; index < list->size(); ++index) {
+            readParameter((*list)[index], fmt::format("parameters[{}]", index));
+        }
+        if (!mProblems.empty()) {
+            throw Error(mProblems);
+        }
+        return std::move(mSettings);
+    }
+
+private:
+    static Json parse(std::string_view text) {
+        try {
+            Json preset = Json::parse(text, checkDepth);
+            if (!preset.is_object()) {
+                throw Error("is no JSON object");
+            }
+            return preset;
+        } catch (const Json::exception& error) {
+            throw Error(fmt::format("is no JSON: {}", reasonOf(error)));
+        }
+    }
+
+    /// What is nested without end would be followed without end.
+    static bool checkDepth(int depth, Json::parse_event_t /*event*/, const Json& /*parsed*/) {
+        constexpr int kDeepest = 16;
+        if (depth > kDeepest) {
+            throw Error(fmt::format("is nested more than {} deep", kDeepest));
+        }
+        return true;
+    }
+
+    /// The library's text from the place in the file on, or behind the error's own name.
+    static std::string_view reasonOf(const Json::exception& error) {
+        constexpr std::string_view kNameEnd = "] ";
+        const std::string_view text = error.what();
+        const std::size_t place = text.find("at line");
+        const std::size_t nameEnd = text.find(kNameEnd);
+        return text.substr(place < text.size()     ? place
+                           : nameEnd < text.size() ? nameEnd + kNameEnd.size()
+                                                   : 0);
+    }
+
+    void readParameter(const Json& entry, const std::string& place) {
+        if (!entry.is_object()) {
+            return complain(place, "is no JSON object");
+        }
+        checkEntries(entry, place + '.', {"name", "id", "value"});
+        const Parameter* parameter = find(entry, place);
+        if (parameter == nullptr) {
+            return;
+        }
+        const auto value = entry.find("value");
+        if (value == entry.end() || value->is_structured() || value->is_null()) {
+            return complain(place, "has no value");
+        }
+        try {
+            const std::string text = value->is_string() ? value->get<std::string>() : value->dump();
+            if (!mSettings.emplace(parameter->id(), ParseKeyframes(*parameter, text)).second) {
+                complain(place, fmt::format("sets {} again", parameter->displayName()));
+            }
+        } catch (const Error& error) {
+            complain(place + ".value", error.what());
+        }
+    }
+
+    const Parameter* find(const Json& entry, const std::string& place) {
+        const auto name = entry.find("name");
+        const auto id = entry.find("id");
+        if (id != entry.end() && id->is_number_integer()) {
+            const auto number = id->get<std::int64_t>();
+            const auto diskId = static_cast<A_long>(number);
+            const Parameter* parameter = FindParameter(mParameters, diskId);
+            if (diskId != number || parameter == nullptr || !parameter->hasValue()) {
+                complain(place + ".id", fmt::format("names no parameter: {}", id->dump()));
+            } else if (name != entry.end() && *name != parameter->displayName()) {
+                complain(place, fmt::format("has the name {}, and the id {} is that of \"{}\"",
+                                            name->dump(), id->dump(), parameter->displayName()));
+            } else {
+                return parameter;
+            }
+        } else if (name != entry.end() && name->is_string()) {
+            return findByName(name->get<std::string>(), place);
+        } else {
+            complain(place, "has no name and no id");
+        }
+        return nullptr;
+    }
+
+    const Parameter* findByName(const std::string& name, const std::string& place) {
+        std::vector<std::string> names;
+        for (const Parameter& parameter : mParameters) {
+            if (parameter.hasValue() && parameter.displayName() == name) {
+                return &parameter;
+            }
+            names.push_back(parameter.displayName());
+        }
+        complain(place + ".name",
+                 fmt::format("names no parameter: \"{}\"{}", name, Suggestion(name, names)));
+        return nullptr;
+    }
+
+    void checkEntries(const Json& object, const std::string& place,
+                      const std::vector<std::string>& known) {
+        for (const auto& [name, value] : object.items()) {
+            if (std::ranges::find(known, name) == known.end()) {
+                complain(place + name, "is unknown" + Suggestion(name, known));
+            }
+        }
+    }
+
+    void complain(const std::string& place, std::string_view problem) {
+        mProblems += fmt::format("{}{} {}", mProblems.empty() ? "" : "; ", place, problem);
+    }
+
+    const std::vector<Parameter>& mParameters;
+    ParameterSettings mSettings;
+    std::string mProblems;
+};
+
+} // namespace
+
+std::string FormatPreset(const std::vector<Parameter>& parameters, A_u_long version,
+                         const ParameterSettings& settings) {
+    Json list = Json::array();
+    for (const Parameter& parameter : parameters) {
+        if (!parameter.hasValue()) {
+            continue;
+        }
+        const auto set = settings.find(parameter.id());
+        const Keyframes keyframes =
+            set != settings.end() ? set->second : Keyframes(parameter.defaultValue);
+        list.push_back({{"name", parameter.displayName()},
+                        {"id", parameter.id()},
+                        {"value", JsonValue(parameter, keyframes)}});
+    }
+    const Json preset{{"effect", {{"version", VersionText(version)}}}, {"parameters", list}};
+    constexpr int kIndent = 2;
+    return preset.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+ParameterSettings ParsePreset(const std::vector<Parameter>& parameters, std::string_view json) {
+    return PresetReader(parameters).read(json);
+}
+
+} // namespace Kerovane::Host

@@ -1,0 +1,285 @@
+#include "Tests/Host/Command/CommandFixture.h"
+
+#include <gtest/gtest.h>
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+using OIIO::TypeDesc;
+
+TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
+    makePicture("in.png", {1, 0, 0}, TypeDesc::UINT8);
+    std::ofstream(mFolder / "text.png") << "hello";
+    std::filesystem::create_directory(mFolder / "folder.png");
+    const std::vector<std::string> before = mFolder.files();
+    struct Row {
+        Words arguments;
+        const char* text;
+    };
+    const Row rows[] = {
+        {{}, "a command is needed: render, sheet, params or about"},
+        {{"rendr", "in.png", "out.png"}, "unknown command 'rendr'"},
+        {{"--frobnicate"}, "unknown option '--frobnicate'"},
+        {{"render"}, "IN is required"},
+        {{"render", "in.png"}, "OUT is required"},
+        {{"render", "in.png", "out.png", "more.png"}, "unexpected argument 'more.png'"},
+        {{"render", "in.png", "out.png", "--size", "3"}, "unknown option '--size'"},
+        {{"render", "in.png", "out.png", "--amount-px"}, "--amount-px takes one value"},
+        {{"render", "in.png", "out.png", "--amount-px", "101"},
+         "--amount-px takes a whole number from -10 to 100, not '101'"},
+        {{"render", "in.png", "out.png", "--ratio", "0.09"},
+         "--ratio takes a number from 0.1 to 0.9"},
+        {{"render", "in.png", "out.png", "--level=1\n2"}, "--level takes a percentage"},
+        {{"render", "in.png", "out.png", "--depth-5", "four"},
+         "--depth-5 takes one, number-two or 3rd, not 'four'"},
+        {{"render", "in.png", "out.png", "--invert", "maybe"}, "--invert takes true or false"},
+        {{"render", "in.png", "out.png", "--amont-px", "1"}, "did you mean --amount-px?"},
+        {{"render", "in.png", "out.png", "--invert", "1:true 2"},
+         "--invert takes one value or keys"},
+        {{"render", "in.png", "out.png", "--depth", "12"}, "--depth"},
+        {{"render", "in.png", "out.png", "--frames", "1-"}, "--frames takes frames like"},
+        {{"render", "in.png", "out.png", "--frames", "1-2"}, "'out.png' has no place"},
+        {{"render", "in.png", "out.png", "--frames", "2147483647"}, "beyond what a host's time"},
+        {{"render", "in.png", "out.png", "--fps", "0"}, "--fps takes frames a second"},
+        {{"render", "in.png", "out.png", "--missing", "skp"}, "not 'skp'; did you mean skip?"},
+        {{"render", "in.png", "out.png", "--max-frames-in-flight", "-1"}, "--max-frames-in-flight"},
+        {{"render", "in.png", "out.png", "--json-log", "missing/log"},
+         "cannot write 'missing/log'"},
+        {{"render", "in.png", "out.png", "--preset", "missing"}, "cannot read 'missing'"},
+        {{"render", "in.png", "out.png", "--preset", "/dev/zero"},
+         "cannot read '/dev/zero': it is larger than 4 MB"},
+        {{"render", "in.png", "out.png", "--preset", "folder.png"}, "cannot read 'folder.png'"},
+        {{"render", "in.png", "out.png", "--preset", "text.png"}, "'text.png': is no JSON"},
+        {{"render", "in.png", "out.png", "--save-preset", "missing/p"}, "cannot write 'missing/p'"},
+        {{"render", "s.#.png", "out.#.png"}, "cannot read 's.#.png': no such file, and no frame"},
+        {{"params", "amount"}, "no parameter 'amount'; did you mean amount-px?"},
+        {{"render", "in.png", "out.png", "--downsample", "0"}, "--downsample"},
+        {{"render", "missing.png", "out.png"}, "cannot read 'missing.png': No such file"},
+        {{"render", "text.png", "out.png"}, "cannot read 'text.png'"},
+        {{"render", "folder.png", "out.png"}, "cannot read 'folder.png': it is a directory"},
+        {{"render", "in.png", "out.unknown"}, "cannot write 'out.unknown'"},
+        {{"render", "in.png", "out"}, "cannot write 'out'"},
+        {{"render", "in.png", "folder.png"}, "cannot write 'folder.png': it is a directory"},
+        {{"render", "in.png", "missing/out.png"}, "cannot write 'missing/out.png'"},
+    };
+    for (const Row& row : rows) {
+        ExpectOneLine(runFake(row.arguments), row.text);
+    }
+    EXPECT_EQ(mFolder.files(), before);
+}
+
+TEST_F(Command, TellsWhyTheEffectFailed) {
+    makePicture("in.png", {1, 0, 0}, TypeDesc::UINT8);
+    struct Row {
+        const char* fault;
+        const char* text;
+    };
+    constexpr Row kRows[] = {
+        {"setup error", "failed at set-up: error 4 (out of memory)"},
+        {"disk id used twice", "the disk id 7 is used twice"},
+        {"render error", "failed at rendering: error 516"},
+        {"render message", "failed at rendering: first line second line"},
+        {"render exception", "failed at rendering: thrown by the fake effect"},
+    };
+    for (const Row& row : kRows) {
+        ExpectOneLine(runFake({"render", "in.png", "out.png"}, row.fault), row.text);
+    }
+    ExpectOneLine(run({"params", "--effect", "missing.so"}), "cannot load the effect");
+    EXPECT_EQ(mFolder.files(), std::vector<std::string>{"in.png"});
+}
+
+TEST_F(Command, RefusesToRenderWithoutOpenGL) {
+    makePicture("in.png", {1, 0, 0}, TypeDesc::UINT8);
+    const Words noDriver{"__EGL_VENDOR_LIBRARY_FILENAMES=/nowhere"};
+    ExpectOneLine(runFake({"render", "in.png", "out.png"}, "", noDriver),
+                  "cannot render: No OpenGL driver");
+    EXPECT_EQ(mFolder.files(), std::vector<std::string>{"in.png"});
+    const Outcome about = runFake({"about"}, "", noDriver);
+    EXPECT_EQ(about.status, 0);
+    EXPECT_NE(about.output.find("OpenGL: none."), std::string::npos) << about.output;
+}
+
+TEST_F(Command, KeepsTheEffectsReportOutOfItsOutput) {
+    const Outcome quiet = runFake({"about"}, "");
+    const Outcome chatty = runFake({"about"}, "chatty");
+    EXPECT_EQ(chatty.status, 0);
+    EXPECT_EQ(chatty.output, quiet.output);
+    EXPECT_EQ(chatty.error, "");
+    const Outcome verbose = runFake({"about", "--verbose"}, "chatty");
+    EXPECT_EQ(verbose.output, quiet.output);
+    for (const char* report : {"on stdout, flushed", "on stdout, left to exit", "on stderr"}) {
+        EXPECT_NE(verbose.error.find(report), std::string::npos) << report;
+    }
+}
+
+TEST_F(Command, TellsItsVersion) {
+    EXPECT_EQ(runFake({"--version"}).output.find("tesselune 1."), 0U);
+}
+
+TEST_F(Command, HelpsBriefly) {
+    struct Row {
+        Words arguments;
+        const char* text;
+    };
+    const Row rows[] = {{{"--help"}, "tesselune render photo.jpg cells.png"},
+                        {{"render", "--help"}, "--amount-px"},
+                        {{"params", "--help"}, "--json"}};
+    for (const Row& row : rows) {
+        const Outcome outcome = runFake(row.arguments);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.error, "");
+        EXPECT_NE(outcome.output.find(row.text), std::string::npos) << outcome.output;
+        EXPECT_LT(std::ranges::count(outcome.output, '\n'), 60);
+        EXPECT_NE(outcome.output.find("Example"), std::string::npos);
+    }
+}
+
+TEST_F(Command, ListsTheParametersForPeopleAndPrograms) {
+    const std::string table = runFake({"params"}).output;
+    EXPECT_NE(table.find("1      1   slider        Amount (px)  --amount-px  3 "),
+              std::string::npos)
+        << table;
+    EXPECT_EQ(std::ranges::count(table, '\n'), 10);
+
+    const auto json = nlohmann::json::parse(runFake({"params", "--json"}).output)["parameters"];
+    ASSERT_EQ(json.size(), 9U);
+    EXPECT_EQ(json[0]["type"], "layer");
+    const nlohmann::json slider{{"index", 1},
+                                {"type", "slider"},
+                                {"name", "Amount (px)"},
+                                {"id", 1},
+                                {"label", ""},
+                                {"option", "amount-px"},
+                                {"unit", ""},
+                                {"default", 3},
+                                {"valid", {{"min", -10}, {"max", 100}}},
+                                {"slider", {{"min", 0}, {"max", 50}}},
+                                {"precision", 0},
+                                {"choices", nlohmann::json::array()},
+                                {"animatable", true},
+                                {"interpolations", {"linear", "hold", "smooth"}}};
+    EXPECT_EQ(json[1], slider);
+    EXPECT_EQ(json[2]["default"], 0.3);
+    EXPECT_EQ(json[3]["unit"], "percent");
+    EXPECT_EQ(json[5]["choices"][1]["typed"], "number-two");
+    EXPECT_EQ(json[5]["option"], "depth-5") << "the command has a --depth of its own";
+    EXPECT_EQ(json[8]["label"], "Invert");
+}
+
+TEST_F(Command, DescribesOneParameter) {
+    for (const char* name : {"depth-5", "Depth", "5"}) {
+        const std::string text = runFake({"params", name}).output;
+        EXPECT_NE(text.find("takes       one, number-two or 3rd\n"), std::string::npos) << text;
+        EXPECT_NE(text.find("animation   hold\n"), std::string::npos) << text;
+    }
+    const auto json = nlohmann::json::parse(runFake({"params", "turn", "--json"}).output);
+    EXPECT_EQ(json["unit"], "degrees");
+}
+
+TEST_F(Command, GivesAParameterAnotherOptionThanItsOwn) {
+    std::istringstream help(run({"render", "--help"}).output);
+    std::string names;
+    for (std::string line; std::getline(help, line) && line != "Parameters of the effect:";) {
+        const std::size_t start = line.find("--");
+        if (start <= 5) {
+            names += line.substr(start + 2, line.find(' ', start) - start - 2) + ' ';
+        }
+    }
+    EXPECT_NE(names.find("frames "), std::string::npos) << names;
+    const std::string json =
+        runFake({"params", "--json"}, "", {"FAKE_EFFECT_SWITCHES=" + names}).output;
+    const nlohmann::json listing = nlohmann::json::parse(json);
+    for (const auto& parameter : listing["parameters"]) {
+        if (parameter["index"] > 8) {
+            EXPECT_EQ(parameter["option"],
+                      parameter["name"].get<std::string>() + "-" + parameter["id"].dump());
+        }
+    }
+}
+
+TEST_F(Command, RendersAtTheFilesDepthOrAsTold) {
+    makePicture("8.png", {1, 0.2F, 0, 0.6F}, TypeDesc::UINT8);
+    makePicture("16.tif", {1, 0.25F, 0}, TypeDesc::UINT16);
+    makePicture("half.exr", {0.5F, 0.125F, 0, 0.5F}, TypeDesc::HALF);
+    makePicture("grey.jpg", {0.6F}, TypeDesc::UINT8);
+    struct Row {
+        Words arguments;
+        TypeDesc type;
+        std::vector<float> pixel;
+    };
+    const Row rows[] = {
+        {{"8.png", "out.png"}, TypeDesc::UINT8, {0, 0.8F, 1, 0.6F}},
+        {{"8.png", "out.tif", "--depth", "16"}, TypeDesc::UINT16, {0, 0.8F, 1, 0.6F}},
+        {{"8.png", "out.exr", "--depth", "32"}, TypeDesc::FLOAT, {0, 0.48F, 0.6F, 0.6F}},
+        {{"8.png", "out.jpg"}, TypeDesc::UINT8, {0, 0.48F, 0.6F}},
+        {{"16.tif", "out.png"}, TypeDesc::UINT16, {0, 0.75F, 1, 1}},
+        {{"half.exr", "out.exr"}, TypeDesc::HALF, {0, 0.375F, 0.5F, 0.5F}},
+        {{"half.exr", "out.png", "--depth", "8"}, TypeDesc::UINT8, {0, 0.75F, 1, 0.5F}},
+        {{"grey.jpg", "out.png"}, TypeDesc::UINT8, {0.4F, 0.4F, 0.4F, 1}},
+        {{"8.png", "8.png"}, TypeDesc::UINT8, {0, 0.8F, 1, 0.6F}},
+    };
+    for (const Row& row : rows) {
+        Words arguments{"render", "--invert", "true"};
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        const Outcome outcome = runFake(arguments);
+        ASSERT_EQ(outcome.status, 0) << outcome.error;
+        EXPECT_EQ(outcome.output + outcome.error, "");
+        const RawPicture picture = RawPicture::read(mFolder / row.arguments[1]);
+        EXPECT_EQ(picture.spec.format, row.type) << row.arguments[1];
+        ASSERT_EQ(picture.spec.nchannels, static_cast<int>(row.pixel.size())) << row.arguments[1];
+        for (std::size_t channel = 0; channel < row.pixel.size(); ++channel) {
+            EXPECT_NEAR(picture.firstPixel()[channel], row.pixel[channel], 0.01)
+                << row.arguments[0] << " to " << row.arguments[1] << ", channel " << channel;
+        }
+    }
+}
+
+TEST_F(Command, TellsTheEffectOfAPreview) {
+    makePicture("in.png", {1, 0, 0}, TypeDesc::UINT8);
+    ExpectOneLine(runFake({"render", "in.png", "out.png", "--downsample", "4"}, "report frame"),
+                  "downsample 1/4 size 128x96");
+}
+
+TEST_F(Command, FindsTheEffectBesideItselfFromAnywhere) {
+    const std::filesystem::path bin = mFolder / "usr/bin";
+    const std::filesystem::path lib = (bin / TESSELUNE_MODULE_PATH).lexically_normal();
+    std::filesystem::create_directories(bin);
+    std::filesystem::create_directories(lib);
+    std::filesystem::copy(TESSELUNE_COMMAND, bin / "tesselune");
+    std::filesystem::copy(FAKE_EFFECT, lib / "Tesselune.so");
+    const Outcome outcome = run({"about"}, {}, (bin / "tesselune").c_str());
+    EXPECT_EQ(outcome.output.find("Fake\nAn effect for tests\nVersion: 2.3.4 (beta, build 5)\n"),
+              0U)
+        << outcome.output << outcome.error;
+}
+
+TEST_F(Command, RendersPlainColourAsItIsThroughTheRealEffect) {
+    struct Row {
+        const char* in;
+        const char* out;
+        TypeDesc type;
+    };
+    const Row rows[] = {{"in.png", "out.png", TypeDesc::UINT8},
+                        {"in.tif", "out.tif", TypeDesc::UINT16},
+                        {"in.exr", "out.exr", TypeDesc::HALF}};
+    for (const Row& row : rows) {
+        makePicture(row.in, {0.8F, 0.4F, 0.2F, 1}, row.type);
+        const Outcome outcome = run({"render", row.in, row.out, "--shape-type", "triangle",
+                                     "--size", "8", "--effect", TESSELUNE_MODULE});
+        EXPECT_EQ(outcome.output + outcome.error, "");
+        const RawPicture picture = RawPicture::read(mFolder / row.out);
+        EXPECT_EQ(picture.spec.format, row.type) << row.out;
+        for (std::size_t i = 0; i < picture.values.size(); i += 4) {
+            ASSERT_NEAR(picture.values[i], 0.8, 0.005) << row.out << " at " << i;
+            ASSERT_NEAR(picture.values[i + 2], 0.2, 0.005) << row.out << " at " << i;
+        }
+    }
+}
+
+} // namespace

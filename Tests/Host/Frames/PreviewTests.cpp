@@ -1,0 +1,98 @@
+#include "Host/Parameters/ParameterText.h"
+#include "Host/Session/Effect.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace Kerovane::Host {
+namespace {
+
+constexpr A_long kWidth = 192;
+constexpr A_long kHeight = 128;
+
+/// A picture whose every place has its own colour, and which reduction leaves as it is: red and
+/// green are the place across and down.
+World Ramp(A_long reduced) {
+    World world(Depth::Float32, kWidth / reduced, kHeight / reduced);
+    const auto place = [reduced](A_long pixel, A_long side) {
+        return (static_cast<float>(pixel) + 0.5F) * static_cast<float>(reduced) /
+               static_cast<float>(side);
+    };
+    for (A_long y = 0; y < world.height(); ++y) {
+        A_long x = 0;
+        for (PF_PixelFloat& pixel : world.row<PF_PixelFloat>(y)) {
+            pixel = {.alpha = 1, .red = place(x++, kWidth), .green = place(y, kHeight), .blue = 0};
+        }
+    }
+    return world;
+}
+
+using Look = std::map<std::string_view, std::string_view>;
+
+World Rendered(Effect& effect, const Look& look, A_long reduced) {
+    ParameterValues values;
+    for (const auto& [name, text] : look) {
+        const Parameter* parameter = FindParameter(effect.parameters(), name);
+        values.set(parameter->id(), ParseValue(*parameter, text));
+    }
+    const World input = Ramp(reduced);
+    World output(input.depth(), input.width(), input.height());
+    Frame frame;
+    frame.downsample = reduced;
+    effect.render(frame, values, input, output);
+    return output;
+}
+
+/// The greatest difference of a channel between the preview's pixels and those that they stand for.
+float Difference(const World& full, const World& preview, A_long reduced) {
+    float greatest = 0;
+    const auto step = static_cast<std::size_t>(reduced);
+    for (A_long y = 0; y < preview.height(); ++y) {
+        const auto expectedRow = full.row<PF_PixelFloat>(y * reduced);
+        const auto actualRow = preview.row<PF_PixelFloat>(y);
+        for (std::size_t x = 0; x < actualRow.size(); ++x) {
+            const PF_PixelFloat& expected = expectedRow[x * step];
+            const PF_PixelFloat& actual = actualRow[x];
+            greatest = std::max({greatest, std::abs(actual.alpha - expected.alpha),
+                                 std::abs(actual.red - expected.red),
+                                 std::abs(actual.green - expected.green)});
+        }
+    }
+    return greatest;
+}
+
+TEST(Preview, ShowsTheCellsOfTheFullPictureWhereTheirSizeDividesEvenly) {
+    const Look looks[] = {
+        {{"Size", "16"}},
+        {{"Size", "32"}, {"Ratio", "0.5"}},
+        {{"Size", "8"}, {"Size Random", "80"}, {"Size Random Seed", "3"}},
+        {{"Shape Type", "triangle"}, {"Size", "16"}},
+        {{"Shape Type", "triangle"}, {"Size", "8"}, {"Size Random", "80"}, {"Size Level", "2"}},
+        {{"Size", "16"}, {"Transition Progress", "45"}, {"Feather", "0"}, {"Direction", "30"}},
+        {{"Size", "8"},
+         {"Transition Type", "radial-out"},
+         {"Transition Progress", "45"},
+         {"Feather", "0"}},
+    };
+    Effect effect(TESSELUNE_MODULE);
+    // Colours are read between pixels, at the picture's border from fewer of them, and so agree to
+    // within a pixel of the preview; those of neighbouring cells are further apart.
+    for (const Look& look : looks) {
+        const World full = Rendered(effect, look, 1);
+        for (const A_long reduced : {2, 4}) {
+            const auto tolerance = static_cast<float>(reduced) / kHeight;
+            EXPECT_LE(Difference(full, Rendered(effect, look, reduced), reduced), tolerance)
+                << testing::PrintToString(look) << " reduced " << reduced << " times";
+        }
+        EXPECT_GT(Difference(full, Rendered(effect, {{"Size", "24"}}, 4), 4), 5.0F / kHeight)
+            << "other cells are told from these";
+    }
+}
+
+} // namespace
+} // namespace Kerovane::Host

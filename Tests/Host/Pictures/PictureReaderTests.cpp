@@ -1,0 +1,264 @@
+#include "Host/Pictures/PictureReader.h"
+#include "Host/Text/Error.h"
+
+#include "Tests/Support/ErrorText.h"
+#include "Tests/Support/RawPicture.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <fstream>
+#include <optional>
+
+namespace Kerovane::Host {
+namespace {
+
+using namespace std::string_literals;
+using OIIO::TypeDesc;
+
+/// The pixel as four numbers: alpha, red, green, blue, on the layer's own scale.
+std::vector<float> Argb(const World& world, A_long x, A_long y) {
+    const auto numbers = [](const auto& pixel) {
+        return std::vector<float>{static_cast<float>(pixel.alpha), static_cast<float>(pixel.red),
+                                  static_cast<float>(pixel.green), static_cast<float>(pixel.blue)};
+    };
+    const auto column = static_cast<std::size_t>(x);
+    switch (world.depth()) {
+    case Depth::Bits8:
+        return numbers(world.row<PF_Pixel8>(y)[column]);
+    case Depth::Bits16:
+        return numbers(world.row<PF_Pixel16>(y)[column]);
+    default:
+        return numbers(world.row<PF_PixelFloat>(y)[column]);
+    }
+}
+
+class PictureReader : public testing::Test {
+protected:
+    TemporaryFolder mFolder;
+};
+
+TEST_F(PictureReader, GivesStraightArgbAtTheFilesDepth) {
+    constexpr float k8 = 1.0F / 255;
+    constexpr float k16 = 1.0F / 65535;
+    struct Row {
+        const char* name;
+        std::vector<float> pixel;
+        TypeDesc type;
+        int alpha;
+        Depth depth;
+        std::vector<float> argb;
+    };
+    const Row rows[] = {
+        {"grey.png", {128 * k8}, TypeDesc::UINT8, -1, Depth::Bits8, {255, 128, 128, 128}},
+        {"grey.jpg", {128 * k8}, TypeDesc::UINT8, -1, Depth::Bits8, {255, 128, 128, 128}},
+        {"ya.png", {200 * k8, 64 * k8}, TypeDesc::UINT8, 1, Depth::Bits8, {64, 200, 200, 200}},
+        {"rgb.tif", {1, 0, 7 * k8}, TypeDesc::UINT8, -1, Depth::Bits8, {255, 255, 0, 7}},
+        {"rgba.png",
+         {200 * k8, 9 * k8, 0, 3 * k8},
+         TypeDesc::UINT8,
+         3,
+         Depth::Bits8,
+         {3, 200, 9, 0}},
+        {"clear.png", {200 * k8, 9 * k8, 0, 0}, TypeDesc::UINT8, 3, Depth::Bits8, {0, 200, 9, 0}},
+        {"rgba.gif", {0, 1, 0, 1}, TypeDesc::UINT8, 3, Depth::Bits8, {255, 0, 255, 0}},
+        {"rgba.tif", {1, 0.5F, 0, k16}, TypeDesc::UINT16, 3, Depth::Bits16, {1, 32768, 16384, 0}},
+        {"grey16.png", {1000 * k16}, TypeDesc::UINT16, -1, Depth::Bits16, {32768, 500, 500, 500}},
+        {"half.exr",
+         {0.25F, 0.125F, 0, 0.5F},
+         TypeDesc::HALF,
+         3,
+         Depth::Float32,
+         {0.5F, 0.5F, 0.25F, 0}},
+        {"float.exr", {3, -1, 0.5F, 1}, TypeDesc::FLOAT, 3, Depth::Float32, {1, 3, -1, 0.5F}},
+        {"glow.exr", {0.5F, 0, 0, 0}, TypeDesc::FLOAT, 3, Depth::Float32, {0, 0.5F, 0, 0}},
+        {"float.tif", {0.25F, 0.5F, 2}, TypeDesc::FLOAT, -1, Depth::Float32, {1, 0.25F, 0.5F, 2}},
+    };
+    for (const Row& row : rows) {
+        RawPicture::of(row.pixel, row.type, row.alpha).write(mFolder / row.name);
+        const Picture picture = ReadPicture(mFolder / row.name);
+        EXPECT_EQ(picture.world.depth(), row.depth) << row.name;
+        EXPECT_EQ(Argb(picture.world, 2, 1), row.argb) << row.name;
+    }
+}
+
+TEST_F(PictureReader, DividesAssociatedAlphaBeforeItRounds) {
+    RawPicture file = RawPicture::of({0.2F, 0.1F, 0.04F, 0.2F}, TypeDesc::UINT8, 3);
+    file.spec.erase_attribute("oiio:UnassociatedAlpha");
+    file.write(mFolder / "associated.tif");
+    EXPECT_EQ(Argb(ReadPicture(mFolder / "associated.tif").world, 0, 0),
+              (std::vector<float>{51, 255, 130, 50}))
+        << "51, 26 and 10 over 51";
+    RawPicture::of({0.1F, 0.05F, 0, 0.2F}, TypeDesc::FLOAT, 3).write(mFolder / "a.exr");
+    EXPECT_EQ(Argb(ReadPicture(mFolder / "a.exr", Depth::Bits8).world, 0, 0),
+              (std::vector<float>{51, 128, 64, 0}));
+}
+
+TEST_F(PictureReader, ConvertsToTheDepthAskedFor) {
+    RawPicture::of({1, 128.0F / 255, 0, 1}, TypeDesc::UINT8, 3).write(mFolder / "a.png");
+    EXPECT_EQ(Argb(ReadPicture(mFolder / "a.png", Depth::Bits16).world, 0, 0),
+              (std::vector<float>{32768, 32768, 16448, 0}));
+    EXPECT_FLOAT_EQ(Argb(ReadPicture(mFolder / "a.png", Depth::Float32).world, 0, 0)[2],
+                    128.0F / 255);
+}
+
+TEST_F(PictureReader, RoundsEvery16BitValueToTheNearest) {
+    RawPicture all{{256, 256, 1, TypeDesc::UINT16}, {}};
+    for (int value = 0; value < 65536; ++value) {
+        all.values.push_back(static_cast<float>(value) / 65535);
+    }
+    all.write(mFolder / "all.png");
+    const World world = ReadPicture(mFolder / "all.png").world;
+    for (int value = 0; value < 65536; ++value) {
+        const int nearest = (value * 32768 + 32767) / 65535;
+        ASSERT_EQ(Argb(world, value % 256, value / 256)[1], static_cast<float>(nearest)) << value;
+    }
+}
+
+TEST_F(PictureReader, FindsColourAmongOtherChannels) {
+    RawPicture layers = RawPicture::of({9, 0.1F, 0.5F, 0.3F, 0.2F}, TypeDesc::FLOAT, 2);
+    layers.spec.channelnames = {"Z", "B", "A", "G", "R"};
+    layers.write(mFolder / "layers.exr");
+    EXPECT_EQ(Argb(ReadPicture(mFolder / "layers.exr").world, 0, 0),
+              (std::vector<float>{0.5F, 0.4F, 0.6F, 0.2F}));
+}
+
+TEST_F(PictureReader, TurnsPicturesUpright) {
+    RawPicture lying{{2, 1, 1, TypeDesc::UINT8}, {1, 0}};
+    lying.spec.attribute("Orientation", 6); // a quarter turn clockwise brings it upright
+    lying.write(mFolder / "lying.tif");
+    const Picture upright = ReadPicture(mFolder / "lying.tif");
+    ASSERT_EQ(upright.world.height(), 2);
+    EXPECT_EQ(Argb(upright.world, 0, 0)[1], 255);
+    EXPECT_EQ(Argb(upright.world, 0, 1)[1], 0);
+    EXPECT_EQ(upright.origin.get_int_attribute("Orientation", 1), 1);
+}
+
+TEST_F(PictureReader, LeavesPicturesOfNoKnownOrientationAsTheyAreStored) {
+    for (const int orientation : {-1, 0, 9}) {
+        RawPicture file{{2, 1, 1, TypeDesc::HALF}, {1, 0}};
+        file.spec.attribute("Orientation", orientation);
+        file.write(mFolder / "a.exr");
+        const World world = ReadPicture(mFolder / "a.exr").world;
+        ASSERT_EQ(world.width(), 2) << orientation;
+        EXPECT_EQ(Argb(world, 0, 0)[1], 1) << orientation;
+        EXPECT_EQ(Argb(world, 1, 0)[1], 0) << orientation;
+    }
+}
+
+TEST_F(PictureReader, HandsThePixelAspectRatioOn) {
+    RawPicture wide = RawPicture::of({0, 0, 0}, TypeDesc::HALF, -1);
+    wide.spec.attribute("PixelAspectRatio", 2.0F);
+    wide.write(mFolder / "wide.exr");
+    const PF_RationalScale ratio = ReadPicture(mFolder / "wide.exr").world.layer().pix_aspect_ratio;
+    EXPECT_EQ(static_cast<A_u_long>(ratio.num), 2 * ratio.den);
+}
+
+/// The library's limit on pictures, as it was afterwards.
+class PictureLimit {
+public:
+    explicit PictureLimit(int megabytes) { OIIO::attribute(kName, megabytes); }
+    ~PictureLimit() { OIIO::attribute(kName, mBefore); }
+    PictureLimit(const PictureLimit&) = delete;
+    PictureLimit& operator=(const PictureLimit&) = delete;
+
+private:
+    static constexpr const char* kName = "limits:imagesize_MB";
+
+    int mBefore = OIIO::get_int_attribute(kName);
+};
+
+TEST_F(PictureReader, KeepsToTheLibrarysLimitInEveryFormat) {
+    const PictureLimit limit(1);
+    for (const char* name : {"a.png", "a.jpg", "a.bmp", "a.exr", "a.tga", "a.webp", "a.dpx"}) {
+        RawPicture::of({0, 0, 0}, TypeDesc::UINT8, -1, 300, 291).write(mFolder / name);
+        EXPECT_NO_THROW(ReadPicture(mFolder / name)) << name;
+        RawPicture::of({0, 0, 0}, TypeDesc::UINT8, -1, 300, 292).write(mFolder / name);
+        EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / name); }),
+                  "cannot read '" + (mFolder / name).string() +
+                      "': its 300 x 292 pixels of 3 channels take more than 1 MB");
+    }
+}
+
+/// A GIF picture that says so of its size and has one pixel.
+std::string GifOf(std::uint16_t width, std::uint16_t height) {
+    std::string size;
+    for (const std::uint16_t side : {width, height}) {
+        size += static_cast<char>(side & 0xffU);
+        size += static_cast<char>(side >> 8U);
+    }
+    return "GIF89a" + size + "\x80\0\0\0\0\0\xff\xff\xff,\0\0\0\0\1\0\1\0\0\2\2D\1\0;"s;
+}
+
+TEST_F(PictureReader, RefusesGifPicturesThatTheirReaderWouldWriteBeyond) {
+    const std::pair<int, int> refused[] = {{32768, 32768}, {46341, 46341}, {30000, 17896}};
+    for (const char* name : {"a.gif", "a.png"}) {
+        std::ofstream(mFolder / name) << GifOf(2, 3);
+        EXPECT_EQ(ReadPicture(mFolder / name).world.height(), 3) << name;
+        for (const auto& [width, height] : refused) {
+            std::ofstream(mFolder / name)
+                << GifOf(static_cast<std::uint16_t>(width), static_cast<std::uint16_t>(height));
+            EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / name); }),
+                      "cannot read '" + (mFolder / name).string() +
+                          "': it is larger than a GIF picture can be read");
+        }
+    }
+}
+
+TEST_F(PictureReader, RefusesFormatsWhoseReadersAreNotSafe) {
+    for (const std::string format : {"ico", "sgi"}) {
+        const auto file = mFolder / ("a." + format);
+        RawPicture::of({0.5F, 0.25F, 1}, OIIO::TypeDesc::UINT8, -1, 4, 3).write(file);
+        EXPECT_EQ(ErrorOf([&] { ReadPicture(file); }),
+                  "cannot read '" + file.string() + "': the format '" + format +
+                      "' is not read, as its reader is not safe");
+    }
+}
+
+TEST_F(PictureReader, RefusesDpxPicturesThatNameMoreThanTheyHold) {
+    constexpr int kUserSizePlace = 32;
+    RawPicture::of({0.5F, 0.25F, 1}, OIIO::TypeDesc::UINT8, -1, 4, 3).write(mFolder / "a.dpx");
+    EXPECT_EQ(ReadPicture(mFolder / "a.dpx").world.height(), 3);
+    std::fstream file(mFolder / "a.dpx", std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(kUserSizePlace) << "\x7f\0\0\x7f"s; // two gigabytes in either order of bytes
+    file.close();
+    EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / "a.dpx"); }),
+              "cannot read '" + (mFolder / "a.dpx").string() +
+                  "': its header names more than the file holds");
+}
+
+TEST_F(PictureReader, RefusesWhatIsNoPicture) {
+    struct Row {
+        const char* name;
+        std::optional<std::string> content;
+    };
+    const std::string kMost = "\xff\xff\xff\x7f"; // 2147483647
+    const Row rows[] = {{"missing.png", std::nullopt},
+                        {"vast.bmp", "BM6\0\0\0\0\0\0\0\x36\0\0\0\x28\0\0\0"s + kMost + kMost +
+                                         "\1\0\x18\0"s + std::string(24, '\0')},
+                        {"vast.hdr", "#?RADIANCE\n\n-Y 2147483647 +X 2147483647\n"},
+                        {"vast.tga", "\0\0\2\0\0\0\0\0\0\0\0\0\xff\xff\xff\xff\x18\0"s},
+                        {"large.ppm", "P6 30000 30000 255\n"},
+                        {"empty.png", ""},
+                        {"text.png", "hello"},
+                        {"text.txt", "hello"},
+                        {"huge.ppm", "P6 60000 60000 255\n"},
+                        {"short.ppm", "P6 40 40 255\nabc"}};
+    for (const Row& row : rows) {
+        if (row.content) {
+            std::ofstream(mFolder / row.name) << *row.content;
+        }
+        try {
+            ReadPicture(mFolder / row.name);
+            ADD_FAILURE() << row.name;
+        } catch (const Error& error) {
+            const std::string start = "cannot read '" + (mFolder / row.name).string() + "': ";
+            EXPECT_EQ(std::string(error.what()).find(start), 0U) << error.what();
+            EXPECT_GT(std::strlen(error.what()), start.size()) << row.name << " has no reason";
+        }
+    }
+}
+
+} // namespace
+} // namespace Kerovane::Host

@@ -1,0 +1,174 @@
+#include "Host/Pictures/PictureReader.h"
+#include "Host/Pictures/PictureWriter.h"
+#include "Host/Pictures/ReplaceFile.h"
+#include "Host/Text/Error.h"
+
+#include "Tests/Support/RawPicture.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <csignal>
+#include <fstream>
+
+namespace Kerovane::Host {
+namespace {
+
+using OIIO::ImageSpec;
+using OIIO::TypeDesc;
+
+template <typename Pixel>
+World Filled(Depth depth, Pixel pixel) {
+    World world(depth, 16, 16);
+    for (A_long y = 0; y < world.height(); ++y) {
+        std::ranges::fill(world.row<Pixel>(y), pixel);
+    }
+    return world;
+}
+
+World Translucent(Depth depth) {
+    switch (depth) {
+    case Depth::Bits8:
+        return Filled<PF_Pixel8>(depth, {51, 255, 100, 0});
+    case Depth::Bits16:
+        return Filled<PF_Pixel16>(depth, {8192, 32768, 16384, 0});
+    default:
+        return Filled<PF_PixelFloat>(depth, {0.25F, 1, 0.5F, -2});
+    }
+}
+
+class PictureWriterTest : public testing::Test {
+protected:
+    RawPicture write(const char* name, const World& world, const ImageSpec& origin = {}) {
+        PictureWriter(mFolder / name).write(world, origin);
+        return RawPicture::read(mFolder / name);
+    }
+
+    TemporaryFolder mFolder;
+};
+
+TEST_F(PictureWriterTest, KeepsDepthAndAlphaAsTheFormatAllows) {
+    const ImageSpec half(1, 1, 4, TypeDesc::HALF);
+    struct Row {
+        const char* name;
+        Depth depth;
+        ImageSpec origin;
+        TypeDesc type;
+        std::vector<float> pixel;
+    };
+    const std::vector<float> straight8{1, 100.0F / 255, 0, 0.2F};
+    const Row rows[] = {
+        {"8.png", Depth::Bits8, {}, TypeDesc::UINT8, straight8},
+        {"8.tif", Depth::Bits8, {}, TypeDesc::UINT8, straight8},
+        {"8.exr", Depth::Bits8, {}, TypeDesc::HALF, {0.2F, 20.0F / 255, 0, 0.2F}},
+        {"8.jpg", Depth::Bits8, {}, TypeDesc::UINT8, {0.2F, 20.0F / 255, 0}},
+        {"16.png", Depth::Bits16, {}, TypeDesc::UINT16, {1, 0.5F, 0, 0.25F}},
+        {"16.tif", Depth::Bits16, {}, TypeDesc::UINT16, {1, 0.5F, 0, 0.25F}},
+        {"16.exr", Depth::Bits16, {}, TypeDesc::FLOAT, {0.25F, 0.125F, 0, 0.25F}},
+        {"32.exr", Depth::Float32, {}, TypeDesc::FLOAT, {0.25F, 0.125F, -0.5F, 0.25F}},
+        {"half.exr", Depth::Float32, half, TypeDesc::HALF, {0.25F, 0.125F, -0.5F, 0.25F}},
+        {"32.tif", Depth::Float32, {}, TypeDesc::FLOAT, {1, 0.5F, -2, 0.25F}},
+        {"32.png", Depth::Float32, {}, TypeDesc::UINT16, {1, 0.5F, 0, 0.25F}},
+        {"32.jpg", Depth::Float32, {}, TypeDesc::UINT8, {0.25F, 0.125F, 0}},
+    };
+    for (const Row& row : rows) {
+        const RawPicture file = write(row.name, Translucent(row.depth), row.origin);
+        EXPECT_EQ(file.spec.format, row.type) << row.name;
+        ASSERT_EQ(file.spec.nchannels, static_cast<int>(row.pixel.size())) << row.name;
+        const float tolerance = file.spec.format == TypeDesc::UINT8 ? 0.006F : 0.0002F;
+        for (std::size_t channel = 0; channel < row.pixel.size(); ++channel) {
+            EXPECT_NEAR(file.firstPixel()[channel], row.pixel[channel], tolerance)
+                << row.name << ", channel " << channel;
+        }
+    }
+}
+
+TEST_F(PictureWriterTest, BringsEvery16BitLayerValueBack) {
+    World world(Depth::Bits16, 256, 129);
+    for (A_long value = 0; value <= 32768; ++value) {
+        const auto grey = static_cast<A_u_short>(value);
+        world.row<PF_Pixel16>(value / 256)[static_cast<std::size_t>(value) % 256] = {32768, grey,
+                                                                                     grey, grey};
+    }
+    PictureWriter(mFolder / "all.tif").write(world, {});
+    const World again = ReadPicture(mFolder / "all.tif").world;
+    for (A_long y = 0; y < world.height(); ++y) {
+        for (std::size_t x = 0; x < 256; ++x) {
+            ASSERT_EQ(again.row<PF_Pixel16>(y)[x].red, world.row<PF_Pixel16>(y)[x].red);
+        }
+    }
+}
+
+TEST_F(PictureWriterTest, KeepsColourUnderTransparentPixels) {
+    const World clear = Filled<PF_Pixel8>(Depth::Bits8, {0, 200, 100, 50});
+    for (const char* name : {"clear.png", "clear.tif", "clear.tga"}) {
+        EXPECT_FLOAT_EQ(write(name, clear).firstPixel()[0], 200.0F / 255) << name;
+    }
+}
+
+TEST_F(PictureWriterTest, KeepsTheMetadataThatStillHolds) {
+    ImageSpec origin(16, 16, 1, TypeDesc::UINT8);
+    origin.attribute("Copyright", "someone");
+    origin.attribute("PixelAspectRatio", 2.0F);
+    origin.attribute("oiio:BitsPerSample", 1);
+    origin.attribute("compression", "ccittfax4");
+    origin.attribute("ICCProfile", TypeDesc(TypeDesc::UINT8, 32),
+                     "                GRAY            ");
+    const ImageSpec kept = write("kept.tif", Translucent(Depth::Bits8), origin).spec;
+    EXPECT_EQ(kept.get_string_attribute("Copyright"), "someone");
+    EXPECT_EQ(kept.get_float_attribute("PixelAspectRatio"), 2);
+    EXPECT_EQ(kept.get_int_attribute("oiio:BitsPerSample"), 8);
+    EXPECT_NE(kept.get_string_attribute("compression"), "ccittfax4");
+    EXPECT_EQ(kept.find_attribute("ICCProfile"), nullptr) << "a grey profile over RGB";
+}
+
+TEST_F(PictureWriterTest, KeepsTheWindowsOfAnExr) {
+    ImageSpec origin(16, 16, 4, TypeDesc::HALF);
+    origin.x = -3;
+    origin.y = 5;
+    origin.full_width = 100;
+    origin.full_height = 50;
+    const ImageSpec kept = write("windows.exr", Translucent(Depth::Float32), origin).spec;
+    EXPECT_EQ(kept.x, -3);
+    EXPECT_EQ(kept.y, 5);
+    EXPECT_EQ(kept.full_width, 100);
+    EXPECT_EQ(kept.full_height, 50);
+}
+
+TEST_F(PictureWriterTest, RefusesTargetsBeforeThePictureIsMade) {
+    std::filesystem::create_directory(mFolder / "folder.png");
+    for (const char* name : {"noextension", "picture.unknown", "folder.png", "missing/a.png"}) {
+        EXPECT_THROW(PictureWriter(mFolder / name), Error) << name;
+    }
+    EXPECT_EQ(mFolder.files(), std::vector<std::string>{"folder.png"});
+}
+
+TEST(ReplaceFile, LeavesTheTargetAndNothingElseWhereWritingFails) {
+    const TemporaryFolder folder;
+    std::ofstream(folder / "target") << "old";
+    const std::vector<std::byte> content(100000);
+    ASSERT_NE(std::signal(SIGXFSZ, SIG_IGN), SIG_ERR); // past the limit, write fails instead
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit low{.rlim_cur = 4096, .rlim_max = before.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &low);
+    EXPECT_THROW(ReplaceFile(folder / "target", content), Error);
+    setrlimit(RLIMIT_FSIZE, &before);
+    EXPECT_EQ(folder.contentOf("target"), "old");
+    EXPECT_EQ(folder.files(), std::vector<std::string>{"target"});
+}
+
+TEST(ReplaceFile, KeepsALinkAndReplacesWhatItNames) {
+    const TemporaryFolder folder;
+    std::ofstream(folder / "named") << "old";
+    std::filesystem::create_symlink("named", folder / "link");
+    ReplaceFile(folder / "link", std::as_bytes(std::span("new", 3)));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+    EXPECT_EQ(folder.contentOf("named"), "new");
+}
+
+} // namespace
+} // namespace Kerovane::Host
