@@ -7,11 +7,27 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <type_traits>
+#include <utility>
 
 namespace Kerovane::Host {
 
 /// Bits of a channel.
 enum class Depth { Bits8 = 8, Bits16 = 16, Float32 = 32 };
+
+/// Calls `f` with a std::type_identity of the pixel type of `depth` (PF_Pixel8, PF_Pixel16 or
+/// PF_PixelFloat) and returns what it returns.
+template <typename F>
+auto withPixelType(Depth depth, F&& f) {
+    switch (depth) {
+    case Depth::Bits8:
+        return std::forward<F>(f)(std::type_identity<PF_Pixel8>());
+    case Depth::Bits16:
+        return std::forward<F>(f)(std::type_identity<PF_Pixel16>());
+    default:
+        return std::forward<F>(f)(std::type_identity<PF_PixelFloat>());
+    }
+}
 
 /**
  * A layer's pixels as effects see them: alpha, red, green, blue with straight alpha, the first row
