@@ -182,8 +182,18 @@ public:
 private:
     constexpr double& element(int row, int column) noexcept { return mElements[4 * column + row]; }
 
-    /// The signed determinant of what is left without the row and the column.
-    constexpr double cofactor(int row, int column) const noexcept;
+    /// The two by two minors of a pair of rows, each under the names of its two columns.
+    struct Minors {
+        double xy, xz, xw, yz, yw, zw;
+    };
+    constexpr Minors minors(int row, int otherRow) const noexcept;
+
+    /// The determinant from the minors of the first two rows and of the last two.
+    static constexpr double determinant(const Minors& upper, const Minors& lower) noexcept;
+
+    /// The three by three minors of a row and the pair of rows behind `pair`, with alternating
+    /// signs; one for each column that is left out.
+    static constexpr Vec4 cofactors(const Vec4& row, const Minors& pair) noexcept;
 
     /// Multiplies the upper three elements of each of the first three columns.
     constexpr void scaleAxes(const Vec3& factors) noexcept;
@@ -346,31 +356,42 @@ constexpr void Mat4::transpose(Mat4& out) const noexcept {
     out = Mat4(getRow(0), getRow(1), getRow(2), getRow(3), false);
 }
 
-constexpr double Mat4::cofactor(int row, int column) const noexcept {
-    // In cyclic order the three rows that are left are an even permutation; so are the columns.
-    const auto left = [&](int i, int j) { return at((row + i) % 4, (column + j) % 4); };
-    const double minor = left(1, 1) * (left(2, 2) * left(3, 3) - left(2, 3) * left(3, 2)) -
-                         left(1, 2) * (left(2, 1) * left(3, 3) - left(2, 3) * left(3, 1)) +
-                         left(1, 3) * (left(2, 1) * left(3, 2) - left(2, 2) * left(3, 1));
-    return (row + column) % 2 == 0 ? minor : -minor;
+constexpr Mat4::Minors Mat4::minors(int row, int otherRow) const noexcept {
+    const Vec4 a = getRow(row);
+    const Vec4 b = getRow(otherRow);
+    return {a.x * b.y - a.y * b.x, a.x * b.z - a.z * b.x, a.x * b.w - a.w * b.x,
+            a.y * b.z - a.z * b.y, a.y * b.w - a.w * b.y, a.z * b.w - a.w * b.z};
+}
+
+constexpr double Mat4::determinant(const Minors& upper, const Minors& lower) noexcept {
+    // In pairs, so that two equal columns cancel to exactly 0.
+    return (upper.xy * lower.zw + upper.zw * lower.xy) -
+           (upper.xz * lower.yw + upper.yw * lower.xz) +
+           (upper.xw * lower.yz + upper.yz * lower.xw);
+}
+
+constexpr Vec4 Mat4::cofactors(const Vec4& row, const Minors& pair) noexcept {
+    return {row.y * pair.zw - row.z * pair.yw + row.w * pair.yz,
+            row.z * pair.xw - row.x * pair.zw - row.w * pair.xz,
+            row.x * pair.yw - row.y * pair.xw + row.w * pair.xy,
+            row.y * pair.xz - row.x * pair.yz - row.z * pair.xy};
 }
 
 constexpr double Mat4::determinant() const noexcept {
-    return at(0, 0) * cofactor(0, 0) + at(0, 1) * cofactor(0, 1) + at(0, 2) * cofactor(0, 2) +
-           at(0, 3) * cofactor(0, 3);
+    return determinant(minors(0, 1), minors(2, 3));
 }
 
 constexpr bool Mat4::getInverse(Mat4& out) const noexcept {
-    const double fullDeterminant = determinant();
+    const Minors upper = minors(0, 1);
+    const Minors lower = minors(2, 3);
+    const double fullDeterminant = determinant(upper, lower);
     if (fullDeterminant == 0.0) {
         out.setIdentity();
         return false;
     }
-    Mat4 adjugate;
-    for (int i = 0; i < 4; ++i) {
-        adjugate.setRow(i, {cofactor(0, i), cofactor(1, i), cofactor(2, i), cofactor(3, i)});
-    }
-    out = adjugate * (1.0 / fullDeterminant);
+    const double i = 1.0 / fullDeterminant;
+    out = Mat4(cofactors(getRow(1), lower) * i, cofactors(getRow(0), lower) * -i,
+               cofactors(getRow(3), upper) * i, cofactors(getRow(2), upper) * -i, false);
     return true;
 }
 
