@@ -45,13 +45,6 @@ TEST(RectEdges, ReadBackAsCornersAndCentre) {
     EXPECT_EQ(r.getArea(), 200.0);
 }
 
-TEST(RectComparison, GoesByComponentUnlikeItsBase) {
-    constexpr Rect r(1e-12, -1e-12, 1e-12, 1e-12);
-    EXPECT_TRUE(r == Rect());
-    EXPECT_FALSE(static_cast<const Vec4&>(r) == Vec4());
-    EXPECT_TRUE(Rect(0.0, 0.0, 0.0, 1.1e-12) != Rect());
-}
-
 TEST(RectRelations, CountSharedEdgesAsTheySay) {
     struct Case {
         Rect other;
@@ -187,8 +180,6 @@ TEST(Box3Shape, ComesFromCentreAndSize) {
     EXPECT_TRUE(same(box, Box3({-1.5, -0.5, 0.5}, {3.5, 4.5, 5.5})));
     box.translate({0.5, 0.5, 0.5});
     EXPECT_TRUE(same(box, Box3({-1.0, 0.0, 1.0}, {4.0, 5.0, 6.0})));
-    EXPECT_TRUE(box == Box3({-1.0, 0.0, 1.0 + 9e-13}, {4.0, 5.0, 6.0}));
-    EXPECT_FALSE(box == Box3({-1.0, 0.0, 1.0}, {4.0, 5.0, 6.0 + 2e-12}));
 }
 
 TEST(Box3Relations, AreInclusiveOnAllFaces) {
