@@ -254,19 +254,19 @@ TEST(QuaternionSlerp, TakesTheMeanBetweenNearRotationsWhateverT) {
     const auto aboutZ = [](double halfAngle) {
         return Quaternion(0.0, 0.0, std::sin(halfAngle), std::cos(halfAngle));
     };
-    const Quaternion near = aboutZ(0.0009);
-    const Quaternion far = aboutZ(0.0011);
-    ASSERT_LT(std::sqrt(1.0 - near.w * near.w), 0.001);
-    ASSERT_GT(std::sqrt(1.0 - far.w * far.w), 0.001);
+    const Quaternion close = aboutZ(0.0009);
+    const Quaternion distant = aboutZ(0.0011);
+    ASSERT_LT(std::sqrt(1.0 - close.w * close.w), 0.001);
+    ASSERT_GT(std::sqrt(1.0 - distant.w * distant.w), 0.001);
     Quaternion q;
-    q.slerp(near, 0.25);
-    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, near.z * 0.5, (1.0 + near.w) * 0.5)));
+    q.slerp(close, 0.25);
+    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, close.z * 0.5, (1.0 + close.w) * 0.5)));
     q = Quaternion();
-    q.slerp(negated(near), 0.25);
-    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, near.z * 0.5, (1.0 + near.w) * 0.5)));
+    q.slerp(negated(close), 0.25);
+    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, close.z * 0.5, (1.0 + close.w) * 0.5)));
     q = Quaternion();
-    q.slerp(far, 0.25);
-    EXPECT_TRUE(Tesselune::near(q, aboutZ(0.25 * 0.0011)));
+    q.slerp(distant, 0.25);
+    EXPECT_TRUE(near(q, aboutZ(0.25 * 0.0011)));
 }
 
 } // namespace Kerovane::Tesselune
