@@ -58,14 +58,12 @@ TEST(AffineSteps, ComeBeforeOrAfterAsTheySay) {
     };
     Random random;
     for (const auto& [name, replace, concatenate, expected] : steps) {
-        Affine step = random.affine();
-        replace(step);
+        const Affine step = after(random.affine(), replace);
         EXPECT_TRUE(near(step, expected)) << name;
 
         const Affine before = random.affine();
-        Affine after = before;
-        concatenate(after);
-        EXPECT_TRUE(near(after, toAffine(toEigen(before) * toEigen(step)))) << name;
+        EXPECT_TRUE(near(after(before, concatenate), toAffine(toEigen(before) * toEigen(step))))
+            << name;
     }
 }
 
@@ -74,15 +72,12 @@ TEST(AffineProduct, AppliesTheOtherAfterOrBefore) {
     for (int i = 0; i < kTrials; ++i) {
         const Affine t = random.affine();
         const Affine o = random.affine();
-        Affine result = t;
-        result.multiply(o);
-        EXPECT_TRUE(near(result, toAffine(toEigen(o) * toEigen(t))));
-        result = t;
-        result.premultiply(o);
-        EXPECT_TRUE(near(result, toAffine(toEigen(t) * toEigen(o))));
-        result = t;
-        result.multiply(result);
-        EXPECT_TRUE(near(result, toAffine(toEigen(t) * toEigen(t))));
+        EXPECT_TRUE(
+            near(after(t, [&](Affine& a) { a.multiply(o); }), toAffine(toEigen(o) * toEigen(t))));
+        EXPECT_TRUE(near(after(t, [&](Affine& a) { a.premultiply(o); }),
+                         toAffine(toEigen(t) * toEigen(o))));
+        EXPECT_TRUE(
+            near(after(t, [](Affine& a) { a.multiply(a); }), toAffine(toEigen(t) * toEigen(t))));
     }
 }
 
@@ -94,15 +89,10 @@ TEST(AffinePoints, MapAlikeInEveryForm) {
         const Eigen::Vector3d mapped = toEigen(t) * Eigen::Vector3d(p.x, p.y, 1.0);
         const Vec2 expected = t.getTransform(p);
         EXPECT_TRUE(near(expected, Vec2(mapped.x(), mapped.y())));
-        Vec2 q = p;
-        t.transform(q);
-        EXPECT_TRUE(same(q, expected));
-        q = p;
-        t.transform(q.x, q.y);
-        EXPECT_TRUE(same(q, expected));
-        q = p;
-        t.transform(q.x, q.y, &q.y, &q.x);
-        EXPECT_TRUE(same(q, Vec2(expected.y, expected.x)));
+        EXPECT_TRUE(same(after(p, [&](Vec2& q) { t.transform(q); }), expected));
+        EXPECT_TRUE(same(after(p, [&](Vec2& q) { t.transform(q.x, q.y); }), expected));
+        EXPECT_TRUE(same(after(p, [&](Vec2& q) { t.transform(q.x, q.y, &q.y, &q.x); }),
+                         Vec2(expected.y, expected.x)));
     }
 }
 

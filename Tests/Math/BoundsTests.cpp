@@ -13,20 +13,11 @@ TEST(RectEdges, MoveTheRectangleOrChangeItsSize) {
         {[](Rect& r) { r.setRight(4.0); }, {1.0, 2.0, 3.0, 20.0}},
         {[](Rect& r) { r.setRight(0.0); }, {1.0, 2.0, -1.0, 20.0}},
         {[](Rect& r) { r.setBottom(4.5F); }, {1.0, 2.0, 10.0, 2.5}},
-        {[](Rect& r) {
-             r.setPoint({5.0, 6.0});
-         },
-         {5.0, 6.0, 10.0, 20.0}},
-        {[](Rect& r) {
-             r.setSize({5.0, 6.0});
-         },
-         {1.0, 2.0, 5.0, 6.0}},
+        {[](Rect& r) { r.setPoint(Vec2(5.0, 6.0)); }, {5.0, 6.0, 10.0, 20.0}},
+        {[](Rect& r) { r.setSize(Vec2(5.0, 6.0)); }, {1.0, 2.0, 5.0, 6.0}},
         {[](Rect& r) { r.setCenterX(0.0); }, {-5.0, 2.0, 10.0, 20.0}},
         {[](Rect& r) { r.setCenterY(0.0); }, {1.0, -10.0, 10.0, 20.0}},
-        {[](Rect& r) {
-             r.setCenter({6.0, 12.0});
-         },
-         {1.0, 2.0, 10.0, 20.0}},
+        {[](Rect& r) { r.setCenter(Vec2(0.0, 0.0)); }, {-5.0, -10.0, 10.0, 20.0}},
     };
     for (const auto& [change, result] : kCases) {
         Rect r(Vec2(1.0, 2.0), Vec2(10.0, 20.0));

@@ -81,27 +81,18 @@ TEST(Mat4Algebra, AgreesWithEigen) {
 
         const Mat4 product = a * b;
         EXPECT_TRUE(near(product, toMat4(eigenA * eigenB), 1e-11));
-        Mat4 out = a;
-        out.mult(b);
-        EXPECT_TRUE(same(out, product));
-        out = a;
-        Mat4::mult(out, b, out);
-        EXPECT_TRUE(same(out, product));
-        out = b;
-        Mat4::mult(a, out, out);
-        EXPECT_TRUE(same(out, product));
+        EXPECT_TRUE(same(after(a, [&](Mat4& m) { m.mult(b); }), product));
+        EXPECT_TRUE(same(after(a, [&](Mat4& m) { Mat4::mult(m, b, m); }), product));
+        EXPECT_TRUE(same(after(b, [&](Mat4& m) { Mat4::mult(a, m, m); }), product));
 
-        out = a;
-        out.add(b);
-        EXPECT_TRUE(same(out, toMat4(eigenA + eigenB)));
-        EXPECT_TRUE(same(out, a + b));
-        out = a;
-        out.subtract(b);
-        EXPECT_TRUE(same(out, toMat4(eigenA - eigenB)));
-        EXPECT_TRUE(same(out, a - b));
+        EXPECT_TRUE(same(a + b, toMat4(eigenA + eigenB)));
+        EXPECT_TRUE(same(after(a, [&](Mat4& m) { m.add(b); }), a + b));
+        EXPECT_TRUE(same(a - b, toMat4(eigenA - eigenB)));
+        EXPECT_TRUE(same(after(a, [&](Mat4& m) { m.subtract(b); }), a - b));
         EXPECT_TRUE(same(a * 3.0, toMat4(eigenA * 3.0)));
 
         EXPECT_NEAR(a.determinant(), eigenA.determinant(), 1e-9);
+        Mat4 out;
         EXPECT_TRUE(a.getInverse(out));
         EXPECT_TRUE(near(out, toMat4(eigenA.inverse()), 1e-9));
         EXPECT_TRUE(near(a * out, Mat4(), 1e-9));
@@ -162,11 +153,7 @@ TEST(Mat4Transforms, AgreeWithEigenAndReplaceTheWhole) {
         const auto about = [&](const Vec3& axis) {
             return toMat4(Eigen::Affine3d(Eigen::AngleAxisd(angle, toEigen(axis).normalized())));
         };
-        const auto replaced = [&](auto replace) {
-            Mat4 m = random.mat4();
-            replace(m);
-            return m;
-        };
+        const auto replaced = [&](auto replace) { return after(random.mat4(), replace); };
         EXPECT_TRUE(same(replaced([&](Mat4& m) { m.setTranslate(v.x, v.y, v.z); }),
                          toMat4(Eigen::Affine3d(Eigen::Translation3d(toEigen(v))))));
         EXPECT_TRUE(same(replaced([&](Mat4& m) { m.setScale(v.x, v.y, v.z); }),
@@ -184,11 +171,8 @@ TEST(Mat4Transforms, AgreeWithEigenAndReplaceTheWhole) {
         EXPECT_TRUE(near(replaced([&](Mat4& m) { m.setWithQuaternion(q); }),
                          toMat4(Eigen::Affine3d(toEigen(q)))));
     }
-    Mat4 aboutNothing;
-    aboutNothing.setRotation(0.5, Vec3());
-    Mat4 aboutX;
-    aboutX.setXRotation(0.5);
-    EXPECT_TRUE(aboutNothing == aboutX);
+    EXPECT_TRUE(after(Mat4(), [](Mat4& m) { m.setRotation(0.5, Vec3()); }) ==
+                after(Mat4(), [](Mat4& m) { m.setXRotation(0.5); }));
 }
 
 TEST(Mat4Transforms, DoNotScaleAQuaternionToLengthOne) {
@@ -236,12 +220,9 @@ TEST(Mat4Steps, ApplyBeforeTheMatrix) {
     Random random;
     for (const auto& [name, spellings, replace] : steps) {
         const Mat4 before = random.mat4(); // with a fourth row of its own
-        Mat4 step;
-        replace(step);
+        const Mat4 step = after(Mat4(), replace);
         for (const Change& spelling : spellings) {
-            Mat4 after = before;
-            spelling(after);
-            EXPECT_TRUE(near(after, before * step)) << name;
+            EXPECT_TRUE(near(after(before, spelling), before * step)) << name;
         }
     }
 }

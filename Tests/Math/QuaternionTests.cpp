@@ -67,21 +67,15 @@ TEST(QuaternionProduct, AgreesWithEigenInBothOrders) {
         const Quaternion a = random.rotation();
         const Quaternion b = random.rotation();
         const Quaternion expected = toQuaternion(toEigen(a) * toEigen(b));
-        Quaternion q = a;
-        q.multiply(b);
-        EXPECT_TRUE(near(q, expected));
-        q = b;
-        q.premultiply(a);
-        EXPECT_TRUE(near(q, expected));
-        q.multiplyQuaternions(a, b);
-        EXPECT_TRUE(near(q, expected));
+        EXPECT_TRUE(near(after(a, [&](Quaternion& q) { q.multiply(b); }), expected));
+        EXPECT_TRUE(near(after(b, [&](Quaternion& q) { q.premultiply(a); }), expected));
+        EXPECT_TRUE(near(after(a, [&](Quaternion& q) { q.multiplyQuaternions(q, b); }), expected));
 
         const Vec3 v = random.vec3();
         EXPECT_TRUE(near(Quaternion::quaternionMulVec3(a, v), toVec3(toEigen(a) * toEigen(v))));
     }
-    Quaternion square(0.0, 0.0, 1.0, 0.0);
-    square.multiply(square);
-    EXPECT_TRUE(same(square, Quaternion(0.0, 0.0, 0.0, -1.0)));
+    EXPECT_TRUE(same(after(Quaternion(0.0, 0.0, 1.0, 0.0), [](Quaternion& q) { q.multiply(q); }),
+                     Quaternion(0.0, 0.0, 0.0, -1.0)));
 }
 
 TEST(QuaternionLength, BecomesOneAndZeroBecomesTheIdentity) {

@@ -60,14 +60,6 @@ TYPED_TEST(VectorFamilyTest, MayBeItsOwnOperand) {
     EXPECT_TRUE(same(v, TypeParam() + 1.0));
 }
 
-TYPED_TEST(VectorFamilyTest, InPlaceOperationsGiveNothing) {
-    TypeParam v;
-    static_assert(std::is_void_v<decltype(v.add(v))> && std::is_void_v<decltype(v += 1.0)>);
-    static_assert(std::is_void_v<decltype(v.divide(1.0))> && std::is_void_v<decltype(v /= v)>);
-    static_assert(std::is_void_v<decltype(v.setLength(1.0))>);
-    static_assert(std::is_void_v<decltype(v.normalize())>);
-}
-
 TYPED_TEST(VectorFamilyTest, NegatesACopy) {
     Random random;
     const auto v = random.vector<TypeParam>();
