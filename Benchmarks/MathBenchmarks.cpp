@@ -47,7 +47,7 @@ void RegisterMathBenchmarks() {
         "Math/Mat4 inverse",
         [](const Mat4& m) {
             Mat4 inverse;
-            m.getInverse(inverse);
+            benchmark::DoNotOptimize(m.getInverse(inverse));
             return inverse;
         },
         Placement());

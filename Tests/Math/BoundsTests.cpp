@@ -13,20 +13,11 @@ TEST(RectEdges, MoveTheRectangleOrChangeItsSize) {
         {[](Rect& r) { r.setRight(4.0); }, {1.0, 2.0, 3.0, 20.0}},
         {[](Rect& r) { r.setRight(0.0); }, {1.0, 2.0, -1.0, 20.0}},
         {[](Rect& r) { r.setBottom(4.5F); }, {1.0, 2.0, 10.0, 2.5}},
-        {[](Rect& r) {
-             r.setPoint({5.0, 6.0});
-         },
-         {5.0, 6.0, 10.0, 20.0}},
-        {[](Rect& r) {
-             r.setSize({5.0, 6.0});
-         },
-         {1.0, 2.0, 5.0, 6.0}},
+        {[](Rect& r) { r.setPoint(Vec2(5.0, 6.0)); }, {5.0, 6.0, 10.0, 20.0}},
+        {[](Rect& r) { r.setSize(Vec2(5.0, 6.0)); }, {1.0, 2.0, 5.0, 6.0}},
         {[](Rect& r) { r.setCenterX(0.0); }, {-5.0, 2.0, 10.0, 20.0}},
         {[](Rect& r) { r.setCenterY(0.0); }, {1.0, -10.0, 10.0, 20.0}},
-        {[](Rect& r) {
-             r.setCenter({6.0, 12.0});
-         },
-         {1.0, 2.0, 10.0, 20.0}},
+        {[](Rect& r) { r.setCenter(Vec2(0.0, 0.0)); }, {-5.0, -10.0, 10.0, 20.0}},
     };
     for (const auto& [change, result] : kCases) {
         Rect r(Vec2(1.0, 2.0), Vec2(10.0, 20.0));
@@ -43,13 +34,6 @@ TEST(RectEdges, ReadBackAsCornersAndCentre) {
     EXPECT_TRUE(same(r.getBottomRight(), Vec2(11.0, 22.0)));
     EXPECT_TRUE(same(r.getCenter(), Vec2(6.0, 12.0)));
     EXPECT_EQ(r.getArea(), 200.0);
-}
-
-TEST(RectComparison, GoesByComponentUnlikeItsBase) {
-    constexpr Rect r(1e-12, -1e-12, 1e-12, 1e-12);
-    EXPECT_TRUE(r == Rect());
-    EXPECT_FALSE(static_cast<const Vec4&>(r) == Vec4());
-    EXPECT_TRUE(Rect(0.0, 0.0, 0.0, 1.1e-12) != Rect());
 }
 
 TEST(RectRelations, CountSharedEdgesAsTheySay) {
@@ -187,8 +171,6 @@ TEST(Box3Shape, ComesFromCentreAndSize) {
     EXPECT_TRUE(same(box, Box3({-1.5, -0.5, 0.5}, {3.5, 4.5, 5.5})));
     box.translate({0.5, 0.5, 0.5});
     EXPECT_TRUE(same(box, Box3({-1.0, 0.0, 1.0}, {4.0, 5.0, 6.0})));
-    EXPECT_TRUE(box == Box3({-1.0, 0.0, 1.0 + 9e-13}, {4.0, 5.0, 6.0}));
-    EXPECT_FALSE(box == Box3({-1.0, 0.0, 1.0}, {4.0, 5.0, 6.0 + 2e-12}));
 }
 
 TEST(Box3Relations, AreInclusiveOnAllFaces) {

@@ -103,6 +103,13 @@ testing::AssertionResult same(const Value& a, const Value& b) {
     return near(a, b, 0.0);
 }
 
+/// The value after an operation that works in place.
+template <typename Value, typename Change>
+Value after(Value value, Change change) {
+    change(value);
+    return value;
+}
+
 /// The fields of each vector, in order.
 template <typename Vector>
 constexpr std::array<double Vector::*, 0> kComponents;

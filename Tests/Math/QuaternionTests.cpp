@@ -67,21 +67,15 @@ TEST(QuaternionProduct, AgreesWithEigenInBothOrders) {
         const Quaternion a = random.rotation();
         const Quaternion b = random.rotation();
         const Quaternion expected = toQuaternion(toEigen(a) * toEigen(b));
-        Quaternion q = a;
-        q.multiply(b);
-        EXPECT_TRUE(near(q, expected));
-        q = b;
-        q.premultiply(a);
-        EXPECT_TRUE(near(q, expected));
-        q.multiplyQuaternions(a, b);
-        EXPECT_TRUE(near(q, expected));
+        EXPECT_TRUE(near(after(a, [&](Quaternion& q) { q.multiply(b); }), expected));
+        EXPECT_TRUE(near(after(b, [&](Quaternion& q) { q.premultiply(a); }), expected));
+        EXPECT_TRUE(near(after(a, [&](Quaternion& q) { q.multiplyQuaternions(q, b); }), expected));
 
         const Vec3 v = random.vec3();
         EXPECT_TRUE(near(Quaternion::quaternionMulVec3(a, v), toVec3(toEigen(a) * toEigen(v))));
     }
-    Quaternion square(0.0, 0.0, 1.0, 0.0);
-    square.multiply(square);
-    EXPECT_TRUE(same(square, Quaternion(0.0, 0.0, 0.0, -1.0)));
+    EXPECT_TRUE(same(after(Quaternion(0.0, 0.0, 1.0, 0.0), [](Quaternion& q) { q.multiply(q); }),
+                     Quaternion(0.0, 0.0, 0.0, -1.0)));
 }
 
 TEST(QuaternionLength, BecomesOneAndZeroBecomesTheIdentity) {
@@ -254,19 +248,19 @@ TEST(QuaternionSlerp, TakesTheMeanBetweenNearRotationsWhateverT) {
     const auto aboutZ = [](double halfAngle) {
         return Quaternion(0.0, 0.0, std::sin(halfAngle), std::cos(halfAngle));
     };
-    const Quaternion near = aboutZ(0.0009);
-    const Quaternion far = aboutZ(0.0011);
-    ASSERT_LT(std::sqrt(1.0 - near.w * near.w), 0.001);
-    ASSERT_GT(std::sqrt(1.0 - far.w * far.w), 0.001);
+    const Quaternion close = aboutZ(0.0009);
+    const Quaternion distant = aboutZ(0.0011);
+    ASSERT_LT(std::sqrt(1.0 - close.w * close.w), 0.001);
+    ASSERT_GT(std::sqrt(1.0 - distant.w * distant.w), 0.001);
     Quaternion q;
-    q.slerp(near, 0.25);
-    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, near.z * 0.5, (1.0 + near.w) * 0.5)));
+    q.slerp(close, 0.25);
+    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, close.z * 0.5, (1.0 + close.w) * 0.5)));
     q = Quaternion();
-    q.slerp(negated(near), 0.25);
-    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, near.z * 0.5, (1.0 + near.w) * 0.5)));
+    q.slerp(negated(close), 0.25);
+    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, close.z * 0.5, (1.0 + close.w) * 0.5)));
     q = Quaternion();
-    q.slerp(far, 0.25);
-    EXPECT_TRUE(Tesselune::near(q, aboutZ(0.25 * 0.0011)));
+    q.slerp(distant, 0.25);
+    EXPECT_TRUE(near(q, aboutZ(0.25 * 0.0011)));
 }
 
 } // namespace Kerovane::Tesselune

@@ -99,16 +99,13 @@ TEST(Vec3Transformation, GoesThroughTheMatrix) {
         const Mat4 m = random.mat4();
         const Vec3 v = random.vec3();
         const Eigen::Vector4d mapped = toEigen(m) * Eigen::Vector4d(v.x, v.y, v.z, 1.0);
-        Vec3 result = v;
-        result.applyMatrix4(m);
-        EXPECT_TRUE(near(result, toVec3(mapped.head<3>())));
-        result = v;
-        result.applyProjection(m);
-        EXPECT_TRUE(near(result, toVec3(mapped.hnormalized()), 1e-8));
-        result = v;
-        result.transformDirection(m);
+        EXPECT_TRUE(near(after(v, [&](Vec3& p) { p.applyMatrix4(m); }), toVec3(mapped.head<3>())));
+        EXPECT_TRUE(near(after(v, [&](Vec3& p) { p.applyProjection(m); }),
+                         toVec3(mapped.hnormalized()), 1e-8));
         const Eigen::Vector3d direction = toEigen(m).topLeftCorner<3, 3>() * toEigen(v);
-        EXPECT_TRUE(near(result, toVec3(direction.normalized())));
+        EXPECT_TRUE(near(after(v, [&](Vec3& d) { d.transformDirection(m); }),
+                         toVec3(direction.normalized())));
+        Vec3 result;
         result.setFromMatrixPosition(m);
         EXPECT_TRUE(same(result, m.getColumn(3).getVec3()));
         result.setFromMatrixColumn(m, 1);

@@ -2,6 +2,7 @@
 
 #include "Plugins/Shared/Math/Vec2.h"
 
+#include <concepts>
 #include <type_traits>
 
 namespace Kerovane::Tesselune {
@@ -23,8 +24,8 @@ public:
     // Construction and assignment
 
     constexpr Affine() noexcept = default;
-    /// The identity, or all zero.
-    explicit constexpr Affine(bool identity) noexcept;
+    /// The identity, or all zero. Takes a bool alone, so that nothing else converts to a choice.
+    explicit constexpr Affine(std::same_as<bool> auto identity) noexcept;
     constexpr Affine(double newA, double newB, double newC, double newD, double newE,
                      double newF) noexcept;
 
@@ -64,19 +65,20 @@ public:
 
     // Inverse. A determinant strictly within 1e-6 of 0 counts as singular.
 
-    /// False, with `out` unwritten, where this is singular.
-    constexpr bool inverse(Affine& out) const noexcept;
-    /// The identity where this is singular.
-    constexpr Affine getInverse() const noexcept;
+    /// Returns false and leaves `out` as it was if this is singular. `out` may be this transform.
+    [[nodiscard]] constexpr bool inverse(Affine& out) const noexcept;
+    /// Returns the identity if this is singular.
+    [[nodiscard]] constexpr Affine getInverse() const noexcept;
 
     // Measure
 
-    /// The mean length of the linear part's two rows, to four decimals in single precision.
+    /// The mean length of the linear part's two rows, narrowed to single precision and rounded
+    /// there to four decimals.
     double averageScale() const noexcept;
 
     // Transformation of points
 
-    constexpr Vec2 getTransform(const Vec2& p) const noexcept;
+    [[nodiscard]] constexpr Vec2 getTransform(const Vec2& p) const noexcept;
     constexpr void transform(Vec2& p) const noexcept { p = getTransform(p); }
     constexpr void transform(double& x, double& y) const noexcept { transform(x, y, &x, &y); }
     /// Neither pointer may be null.
@@ -86,7 +88,7 @@ public:
 static_assert(std::is_trivially_copyable_v<Affine> && std::is_standard_layout_v<Affine>);
 static_assert(sizeof(Affine) == 6 * sizeof(double));
 
-constexpr Affine::Affine(bool identity) noexcept
+constexpr Affine::Affine(std::same_as<bool> auto identity) noexcept
     : a(identity ? 1.0 : 0.0), d(identity ? 1.0 : 0.0) {}
 
 constexpr Affine::Affine(double newA, double newB, double newC, double newD, double newE,
@@ -140,8 +142,7 @@ constexpr bool Affine::inverse(Affine& out) const noexcept {
 
 constexpr Affine Affine::getInverse() const noexcept {
     Affine result;
-    inverse(result);
-    return result;
+    return inverse(result) ? result : Affine();
 }
 
 constexpr Vec2 Affine::getTransform(const Vec2& p) const noexcept {

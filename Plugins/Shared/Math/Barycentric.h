@@ -30,7 +30,7 @@ public:
 
     /**
      * The weights of p in the triangle a, b, c. They add up to 1, and a point off the triangle's
-     * plane gets those of its foot in the plane. Infinite or NaN where the corners lie on a line.
+     * plane gets those of its foot in the plane. Infinite or NaN if the corners lie on a line.
      */
     template <BarycentricPoint Point>
     constexpr Barycentric(const Point& a, const Point& b, const Point& c, const Point& p) noexcept;
@@ -42,7 +42,8 @@ public:
 
     /// The weighted sum of three values, each channel of a colour alike.
     template <BarycentricPoint Point>
-    constexpr Point interpolate(const Point& a, const Point& b, const Point& c) const noexcept {
+    [[nodiscard]] constexpr Point interpolate(const Point& a, const Point& b,
+                                              const Point& c) const noexcept {
         return (a * u + b * v) + c * w;
     }
 

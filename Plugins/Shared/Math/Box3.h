@@ -52,17 +52,19 @@ public:
     /// Where p lies between `min` (0) and `max` (1); infinite or NaN on an axis without extent.
     constexpr Vec3 getParameter(const Vec3& p) const noexcept { return (p - min) / (max - min); }
     /// The point of the box that is nearest to p.
-    constexpr Vec3 clampPoint(Vec3 p) const noexcept;
+    [[nodiscard]] constexpr Vec3 clampPoint(Vec3 p) const noexcept;
     /// 0 inside.
     double distanceToPoint(const Vec3& p) const noexcept { return (clampPoint(p) - p).length(); }
 
     // In place
 
     constexpr void expandByPoint(const Vec3& p) noexcept;
-    /// Grows by v at both ends of each axis.
+    // Grows by v, or by s on every axis, at both ends of each axis. s is in single precision: 0.1
+    // counts as 0.1F, the float nearest to it.
+
     constexpr void expandByVector(const Vec3& v) noexcept { set(min - v, max + v); }
     constexpr void expandByScalar(float s) noexcept { expandByVector(Vec3(s)); }
-    /// Becomes what the two have in common; the empty box where that is nothing.
+    /// Becomes what the two have in common, or the empty box if that is nothing.
     constexpr void intersects(const Box3& other) noexcept;
     /// Becomes the least box around the two.
     constexpr void unionBox(const Box3& other) noexcept;

@@ -1,6 +1,6 @@
 #include "Plugins/Shared/Math/Color.h"
 
-#include <sstream>
+#include <cstdio>
 
 namespace Kerovane::Tesselune {
 
@@ -38,14 +38,15 @@ Color::Color(const std::string& text) {
 }
 
 std::string Color::toHexString() const {
-    const bool isOpaque = mA >= 1.0;
-    std::ostringstream text;
-    text << '#' << std::hex << std::uppercase;
-    if (!isOpaque) {
-        text << toByte(mA);
+    char text[sizeof("#FFFFFFFF")];
+    if (mA >= 1.0) {
+        static_cast<void>(
+            std::snprintf(text, sizeof(text), "#%X%X%X", toByte(mR), toByte(mG), toByte(mB)));
+    } else {
+        static_cast<void>(std::snprintf(text, sizeof(text), "#%X%X%X%X", toByte(mA), toByte(mR),
+                                        toByte(mG), toByte(mB)));
     }
-    text << toByte(mR) << toByte(mG) << toByte(mB);
-    return text.str();
+    return text;
 }
 
 } // namespace Kerovane::Tesselune

@@ -27,11 +27,11 @@ public:
     constexpr Color(double r, double g, double b, double a) noexcept;
 
     /**
-     * Reads "#RGB", "#ARGB", "#RRGGBB" or "#AARRGGBB"; alpha is 1 where it is not given. A text
+     * Reads "#RGB", "#ARGB", "#RRGGBB" or "#AARRGGBB"; alpha is 1 if it is not given. A text
      * without "#" in front, or with another count of characters behind it, gives opaque white.
      *
-     * @throws std::invalid_argument where no hexadecimal digit follows the "#",
-     *     std::out_of_range where the number takes more than 64 bits.
+     * @throws std::invalid_argument if no hexadecimal digit follows the "#",
+     *     std::out_of_range if the number takes more than 64 bits.
      */
     explicit Color(const std::string& text);
 
@@ -63,14 +63,14 @@ public:
     constexpr Color operator*(double factor) const noexcept;
 
     /// a at t = 0, b at t = 1; t is clamped to 0 to 1, and a's weight has single precision.
-    static constexpr Color lerp(const Color& a, const Color& b, double t) noexcept;
+    [[nodiscard]] static constexpr Color lerp(const Color& a, const Color& b, double t) noexcept;
 
     // Text
 
     /**
-     * "#" and the channels in upper-case hexadecimal, cut down to 0 to 255, one digit where that
-     * is enough: red, green, blue, and alpha in front of them unless it is 1. Channels are clamped
-     * to 0 to 1. As digits are not padded, this is no inverse of reading a text.
+     * "#" and the channels in upper-case hexadecimal: red, green, blue, and alpha in front of them
+     * unless it is 1. A channel is clamped to 0 to 1, scaled to 255 and cut down to a whole number,
+     * whose digits are not padded. So this is no inverse of reading a text.
      */
     std::string toHexString() const;
 

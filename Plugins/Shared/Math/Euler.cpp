@@ -4,7 +4,6 @@
 #include "Plugins/Shared/Math/Quaternion.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace Kerovane::Tesselune {
@@ -38,12 +37,9 @@ void Euler::setWithMat4(const Mat4& m, RotationOrder newOrder) noexcept {
         return;
     }
 
-    const Vec3 row1 = m.getRow(0).getVec3();
-    const Vec3 row2 = m.getRow(1).getVec3();
-    const Vec3 row3 = m.getRow(2).getVec3();
-    const auto [m11, m12, m13] = std::array{row1.x, row1.y, row1.z};
-    const auto [m21, m22, m23] = std::array{row2.x, row2.y, row2.z};
-    const auto [m31, m32, m33] = std::array{row3.x, row3.y, row3.z};
+    const auto [m11, m12, m13] = m.getRow(0).getVec3();
+    const auto [m21, m22, m23] = m.getRow(1).getVec3();
+    const auto [m31, m32, m33] = m.getRow(2).getVec3();
     constexpr auto X = &Euler::x;
     constexpr auto Y = &Euler::y;
     constexpr auto Z = &Euler::z;

@@ -7,7 +7,7 @@ namespace Float {
 
 inline constexpr double epsilon = 1e-12;
 
-/// Whether |a - b| <= tolerance, inclusive. False where a or b is NaN.
+/// Whether |a - b| <= tolerance, inclusive. False if a or b is NaN.
 constexpr bool fuzzyEqual(double a, double b, double tolerance = epsilon) noexcept {
     const double difference = a - b;
     return -tolerance <= difference && difference <= tolerance;

@@ -3,7 +3,6 @@
 #include "Plugins/Shared/Math/Quaternion.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace Kerovane::Tesselune {
@@ -11,7 +10,7 @@ namespace Kerovane::Tesselune {
 void Mat4::setRotation(double angle, const Vec3& axis) noexcept {
     Vec3 unit = axis;
     unit.normalize();
-    const auto [x, y, z] = std::array{unit.x, unit.y, unit.z};
+    const auto [x, y, z] = unit;
     const double c = std::cos(angle);
     const double s = std::sin(angle);
     const double t = 1.0 - c;
@@ -56,19 +55,19 @@ void Mat4::setWithQuaternion(const Quaternion& q) noexcept {
     const double x2 = q.x + q.x;
     const double y2 = q.y + q.y;
     const double z2 = q.z + q.z;
-    const auto [x, y, z, w] = std::array{q.x, q.y, q.z, q.w};
+    const auto [x, y, z, w] = q;
     set(1.0 - (y * y2 + z * z2), x * y2 - w * z2, x * z2 + w * y2, 0.0, //
         x * y2 + w * z2, 1.0 - (z * z2 + x * x2), y * z2 - w * x2, 0.0, //
         x * z2 - w * y2, y * z2 + w * x2, 1.0 - (y * y2 + x * x2), 0.0, //
         0.0, 0.0, 0.0, 1.0);
 }
 
-void Mat4::setPerspective(double fovy, double aspect, double near, double far) noexcept {
+void Mat4::setPerspective(double fovy, double aspect, double zNear, double zFar) noexcept {
     const double f = 1.0 / std::tan(fovy * 0.5);
-    const double depth = near - far;
-    set(f / aspect, 0.0, 0.0, 0.0,                                //
-        0.0, f, 0.0, 0.0,                                         //
-        0.0, 0.0, (near + far) / depth, 2.0 * far * near / depth, //
+    const double depth = zNear - zFar;
+    set(f / aspect, 0.0, 0.0, 0.0,                                    //
+        0.0, f, 0.0, 0.0,                                             //
+        0.0, 0.0, (zNear + zFar) / depth, 2.0 * zFar * zNear / depth, //
         0.0, 0.0, -1.0, 0.0);
 }
 

@@ -5,6 +5,7 @@
 #include "Plugins/Shared/Math/Vec4.h"
 
 #include <algorithm>
+#include <concepts>
 #include <functional>
 #include <iterator>
 #include <type_traits>
@@ -30,8 +31,9 @@ public:
     // Construction and assignment
 
     constexpr Mat4() noexcept = default;
-    /// The identity, or all zero.
-    explicit constexpr Mat4(bool identity) noexcept;
+    /// The identity, or all zero. Takes a bool alone, so that an array without its `columnMajor` is
+    /// refused.
+    explicit constexpr Mat4(std::same_as<bool> auto identity) noexcept;
     /// `columnMajor`: the numbers are in storage order; else row by row.
     constexpr Mat4(double n0, double n1, double n2, double n3, double n4, double n5, double n6,
                    double n7, double n8, double n9, double n10, double n11, double n12, double n13,
@@ -47,7 +49,7 @@ public:
                        double n13, double n14, double n15) noexcept;
     constexpr void setZero() noexcept { *this = Mat4(false); }
     constexpr void setIdentity() noexcept { *this = Mat4(true); }
-    static constexpr Mat4 identity() noexcept { return Mat4(true); }
+    [[nodiscard]] static constexpr Mat4 identity() noexcept { return Mat4(true); }
 
     // Basic transforms: each replaces the whole matrix
 
@@ -66,22 +68,22 @@ public:
     /// Of the x and y of points; z stays.
     constexpr void setWithAffine(const Affine& affine) noexcept;
 
-    // Projections: each replaces the whole matrix. They look along -z and map near and far to -1
-    // and 1. Limits that are equal give infinities or NaN.
+    // Projections: each replaces the whole matrix. They look along -z and map the distances `zNear`
+    // and `zFar` to -1 and 1. Limits that are equal give infinities or NaN.
 
     /// `fovy`: the vertical angle of view. `aspect`: width by height.
-    void setPerspective(double fovy, double aspect, double near, double far) noexcept;
-    constexpr void setFrustum(double left, double right, double bottom, double top, double near,
-                              double far) noexcept;
+    void setPerspective(double fovy, double aspect, double zNear, double zFar) noexcept;
+    constexpr void setFrustum(double left, double right, double bottom, double top, double zNear,
+                              double zFar) noexcept;
     /// Top comes before bottom, unlike in setFrustum.
-    constexpr void setOrtho(double left, double right, double top, double bottom, double near,
-                            double far) noexcept;
+    constexpr void setOrtho(double left, double right, double top, double bottom, double zNear,
+                            double zFar) noexcept;
 
     /**
      * Replaces the upper three by three with an orientation whose z axis points from the target
-     * to the eye: not a view matrix, which would be its inverse. All other elements stay. Where
-     * eye and target are equal, z is (0, 0, 1). Where `up` lies along z, z is nudged by 1e-4
-     * along (0, 0, 1) and not scaled to length 1 again.
+     * to the eye: not a view matrix, which would be its inverse. All other elements stay. If eye
+     * and target are equal, z is (0, 0, 1). If `up` lies along z, z is nudged by 1e-4 along
+     * (0, 0, 1) and not scaled to length 1 again.
      */
     void setLookAt(const Vec3& eye, const Vec3& target, const Vec3& up) noexcept;
     void setLookAt(double eyeX, double eyeY, double eyeZ, double targetX, double targetY,
@@ -125,8 +127,8 @@ public:
     constexpr void setTranspose() noexcept { transpose(*this); }
     constexpr void transpose(Mat4& out) const noexcept;
     constexpr double determinant() const noexcept;
-    /// False, with the identity in `out`, where the determinant is exactly 0.
-    constexpr bool getInverse(Mat4& out) const noexcept;
+    /// Returns false and writes the identity if the determinant is exactly 0.
+    [[nodiscard]] constexpr bool getInverse(Mat4& out) const noexcept;
 
     // Product of matrices
 
@@ -153,15 +155,15 @@ public:
 
     // Product with vectors
 
-    constexpr Vec4 mult(const Vec4& v) const noexcept;
+    [[nodiscard]] constexpr Vec4 mult(const Vec4& v) const noexcept;
     constexpr Vec4 operator*(const Vec4& v) const noexcept { return mult(v); }
     /// As a point, without division by w.
-    constexpr Vec3 mult(const Vec3& v) const noexcept;
+    [[nodiscard]] constexpr Vec3 mult(const Vec3& v) const noexcept;
     constexpr Vec3 operator*(const Vec3& v) const noexcept { return mult(v); }
     /// As a direction.
-    constexpr Vec3 multWithoutTranslate(const Vec3& v) const noexcept;
+    [[nodiscard]] constexpr Vec3 multWithoutTranslate(const Vec3& v) const noexcept;
     /// As a point, divided by w.
-    constexpr Vec3 multAndProject(const Vec3& v) const noexcept;
+    [[nodiscard]] constexpr Vec3 multAndProject(const Vec3& v) const noexcept;
 
     // Composition and decomposition
 
@@ -182,8 +184,18 @@ public:
 private:
     constexpr double& element(int row, int column) noexcept { return mElements[4 * column + row]; }
 
-    /// The signed determinant of what is left without the row and the column.
-    constexpr double cofactor(int row, int column) const noexcept;
+    /// The two by two minors of a pair of rows, each under the names of its two columns.
+    struct Minors {
+        double xy, xz, xw, yz, yw, zw;
+    };
+    constexpr Minors minors(int row, int otherRow) const noexcept;
+
+    /// The determinant from the minors of the first two rows and of the last two.
+    static constexpr double determinant(const Minors& upper, const Minors& lower) noexcept;
+
+    /// The three by three minors of a row and the pair of rows behind `pair`, with alternating
+    /// signs; one for each column that is left out.
+    static constexpr Vec4 cofactors(const Vec4& row, const Minors& pair) noexcept;
 
     /// Multiplies the upper three elements of each of the first three columns.
     constexpr void scaleAxes(const Vec3& factors) noexcept;
@@ -192,7 +204,7 @@ private:
 static_assert(std::is_trivially_copyable_v<Mat4> && std::is_standard_layout_v<Mat4>);
 static_assert(sizeof(Mat4) == 16 * sizeof(double));
 
-constexpr Mat4::Mat4(bool identity) noexcept {
+constexpr Mat4::Mat4(std::same_as<bool> auto identity) noexcept {
     if (!identity) {
         std::ranges::fill(mElements, 0.0);
     }
@@ -250,25 +262,25 @@ constexpr void Mat4::setWithAffine(const Affine& affine) noexcept {
         0.0, 0.0, 0.0, 1.0);
 }
 
-constexpr void Mat4::setFrustum(double left, double right, double bottom, double top, double near,
-                                double far) noexcept {
+constexpr void Mat4::setFrustum(double left, double right, double bottom, double top, double zNear,
+                                double zFar) noexcept {
     const double width = right - left;
     const double height = top - bottom;
-    const double depth = far - near;
-    set(2.0 * near / width, 0.0, (right + left) / width, 0.0,       //
-        0.0, 2.0 * near / height, (top + bottom) / height, 0.0,     //
-        0.0, 0.0, -(near + far) / depth, -2.0 * far * near / depth, //
+    const double depth = zFar - zNear;
+    set(2.0 * zNear / width, 0.0, (right + left) / width, 0.0,          //
+        0.0, 2.0 * zNear / height, (top + bottom) / height, 0.0,        //
+        0.0, 0.0, -(zNear + zFar) / depth, -2.0 * zFar * zNear / depth, //
         0.0, 0.0, -1.0, 0.0);
 }
 
-constexpr void Mat4::setOrtho(double left, double right, double top, double bottom, double near,
-                              double far) noexcept {
+constexpr void Mat4::setOrtho(double left, double right, double top, double bottom, double zNear,
+                              double zFar) noexcept {
     const double width = right - left;
     const double height = top - bottom;
-    const double depth = far - near;
+    const double depth = zFar - zNear;
     set(2.0 / width, 0.0, 0.0, -(right + left) / width,   //
         0.0, 2.0 / height, 0.0, -(top + bottom) / height, //
-        0.0, 0.0, -2.0 / depth, -(near + far) / depth,    //
+        0.0, 0.0, -2.0 / depth, -(zNear + zFar) / depth,  //
         0.0, 0.0, 0.0, 1.0);
 }
 
@@ -346,31 +358,42 @@ constexpr void Mat4::transpose(Mat4& out) const noexcept {
     out = Mat4(getRow(0), getRow(1), getRow(2), getRow(3), false);
 }
 
-constexpr double Mat4::cofactor(int row, int column) const noexcept {
-    // In cyclic order the three rows that are left are an even permutation; so are the columns.
-    const auto left = [&](int i, int j) { return at((row + i) % 4, (column + j) % 4); };
-    const double minor = left(1, 1) * (left(2, 2) * left(3, 3) - left(2, 3) * left(3, 2)) -
-                         left(1, 2) * (left(2, 1) * left(3, 3) - left(2, 3) * left(3, 1)) +
-                         left(1, 3) * (left(2, 1) * left(3, 2) - left(2, 2) * left(3, 1));
-    return (row + column) % 2 == 0 ? minor : -minor;
+constexpr Mat4::Minors Mat4::minors(int row, int otherRow) const noexcept {
+    const Vec4 a = getRow(row);
+    const Vec4 b = getRow(otherRow);
+    return {a.x * b.y - a.y * b.x, a.x * b.z - a.z * b.x, a.x * b.w - a.w * b.x,
+            a.y * b.z - a.z * b.y, a.y * b.w - a.w * b.y, a.z * b.w - a.w * b.z};
+}
+
+constexpr double Mat4::determinant(const Minors& upper, const Minors& lower) noexcept {
+    // In pairs, so that two equal columns cancel to exactly 0.
+    return (upper.xy * lower.zw + upper.zw * lower.xy) -
+           (upper.xz * lower.yw + upper.yw * lower.xz) +
+           (upper.xw * lower.yz + upper.yz * lower.xw);
+}
+
+constexpr Vec4 Mat4::cofactors(const Vec4& row, const Minors& pair) noexcept {
+    return {row.y * pair.zw - row.z * pair.yw + row.w * pair.yz,
+            row.z * pair.xw - row.x * pair.zw - row.w * pair.xz,
+            row.x * pair.yw - row.y * pair.xw + row.w * pair.xy,
+            row.y * pair.xz - row.x * pair.yz - row.z * pair.xy};
 }
 
 constexpr double Mat4::determinant() const noexcept {
-    return at(0, 0) * cofactor(0, 0) + at(0, 1) * cofactor(0, 1) + at(0, 2) * cofactor(0, 2) +
-           at(0, 3) * cofactor(0, 3);
+    return determinant(minors(0, 1), minors(2, 3));
 }
 
 constexpr bool Mat4::getInverse(Mat4& out) const noexcept {
-    const double fullDeterminant = determinant();
+    const Minors upper = minors(0, 1);
+    const Minors lower = minors(2, 3);
+    const double fullDeterminant = determinant(upper, lower);
     if (fullDeterminant == 0.0) {
         out.setIdentity();
         return false;
     }
-    Mat4 adjugate;
-    for (int i = 0; i < 4; ++i) {
-        adjugate.setRow(i, {cofactor(0, i), cofactor(1, i), cofactor(2, i), cofactor(3, i)});
-    }
-    out = adjugate * (1.0 / fullDeterminant);
+    const double i = 1.0 / fullDeterminant;
+    out = Mat4(cofactors(getRow(1), lower) * i, cofactors(getRow(0), lower) * -i,
+               cofactors(getRow(3), upper) * i, cofactors(getRow(2), upper) * -i, false);
     return true;
 }
 

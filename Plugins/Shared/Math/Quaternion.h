@@ -43,7 +43,8 @@ public:
     void setWithDirection(const Vec3& from, const Vec3& to) noexcept;
     /// From the upper three by three, which must be a rotation alone.
     void setWithMat4(const Mat4& m) noexcept;
-    /// In single precision. OrderUnset gives (0, 0, 0, 0); an unknown order changes nothing.
+    /// In single precision from the sines and cosines on, which are narrowed from double.
+    /// OrderUnset gives (0, 0, 0, 0); an unknown order changes nothing.
     void setWithEuler(const Euler& e) noexcept;
 
     /// Reads x, y, z, w at a[offset].
@@ -70,9 +71,9 @@ public:
 
     // Angle and axis
 
-    /// In degrees, 0 to 360. NaN where w is outside -1 to 1.
+    /// In degrees, 0 to 360. NaN if w is outside -1 to 1.
     double getRotationAngle() const noexcept;
-    /// (0, 0, 1) where the angle is all but 0: where 1 - w w is below 1e-12, strictly.
+    /// (0, 0, 1) if the angle is all but 0: if 1 - w w is below 1e-12, strictly.
     Vec3 getRotationAxis() const noexcept;
 
     // Product
@@ -84,7 +85,8 @@ public:
     /// this = a * b; either may be this one.
     constexpr void multiplyQuaternions(const Quaternion& a, const Quaternion& b) noexcept;
     /// The vector rotated by a quaternion of length 1.
-    static constexpr Vec3 quaternionMulVec3(const Quaternion& q, const Vec3& v) noexcept;
+    [[nodiscard]] static constexpr Vec3 quaternionMulVec3(const Quaternion& q,
+                                                          const Vec3& v) noexcept;
 
     // Interpolation
 
@@ -93,8 +95,9 @@ public:
      * than about 0.001 apart give their mean at any other t, not scaled to length 1.
      */
     void slerp(const Quaternion& q, double t) noexcept;
-    /// Spherical as well: a after slerp(b, t); exactly a where the two are equal.
-    static Quaternion lerp(const Quaternion& a, const Quaternion& b, double t) noexcept;
+    /// Spherical as well: a after slerp(b, t); exactly a if the two are equal.
+    [[nodiscard]] static Quaternion lerp(const Quaternion& a, const Quaternion& b,
+                                         double t) noexcept;
 };
 
 static_assert(std::is_trivially_copyable_v<Quaternion> && std::is_standard_layout_v<Quaternion>);

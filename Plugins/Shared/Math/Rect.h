@@ -11,6 +11,9 @@ namespace Kerovane::Tesselune {
 /**
  * A rectangle along the axes, held as left, top, width and height in the four numbers of its
  * base. The y axis runs downwards. Width and height may be negative; nothing puts them right.
+ *
+ * What the base does with a vector it does with these four numbers, and knows no rectangle: its
+ * operators give a Vec4, `lerp` scales to length 1, and `equal`, unlike `==`, goes by distance.
  */
 class Rect : public Vec4 {
 public:
@@ -29,34 +32,37 @@ public:
 
     // Origin and size
 
-    constexpr Vec2 getPoint() const noexcept { return {x, y}; }
+    constexpr Vec2 getPoint() const noexcept { return {getLeft(), getTop()}; }
     constexpr void setPoint(const Vec2& point) noexcept;
-    constexpr Vec2 getSize() const noexcept { return {z, w}; }
+    constexpr double getWidth() const noexcept { return z; }
+    constexpr double getHeight() const noexcept { return w; }
+    constexpr Vec2 getSize() const noexcept { return {getWidth(), getHeight()}; }
     constexpr void setSize(const Vec2& size) noexcept;
-    constexpr double getArea() const noexcept { return z * w; }
+    constexpr double getArea() const noexcept { return getWidth() * getHeight(); }
     /// Whether the width or the height is 0 or below.
-    constexpr bool isEmpty() const noexcept { return z <= 0.0 || w <= 0.0; }
+    constexpr bool isEmpty() const noexcept { return getWidth() <= 0.0 || getHeight() <= 0.0; }
 
     // Edges
 
     constexpr double getLeft() const noexcept { return x; }
     constexpr double getTop() const noexcept { return y; }
-    constexpr double getRight() const noexcept { return x + z; }
-    constexpr double getBottom() const noexcept { return y + w; }
+    constexpr double getRight() const noexcept { return getLeft() + getWidth(); }
+    constexpr double getBottom() const noexcept { return getTop() + getHeight(); }
     /// Moves the rectangle; the size stays.
-    constexpr void setLeft(double left) noexcept { x = left; }
-    constexpr void setTop(double top) noexcept { y = top; }
+    constexpr void setLeft(double newLeft) noexcept { left() = newLeft; }
+    constexpr void setTop(double newTop) noexcept { top() = newTop; }
     /// Changes the size; the edge opposite stays.
-    constexpr void setRight(double right) noexcept { z = right - x; }
-    constexpr void setBottom(float bottom) noexcept { w = bottom - y; }
+    constexpr void setRight(double right) noexcept { width() = right - getLeft(); }
+    /// The same; the argument has single precision, so 0.1 counts as 0.1F, the float nearest to it.
+    constexpr void setBottom(float bottom) noexcept { height() = bottom - getTop(); }
 
     // Centre; setting it moves the rectangle
 
-    constexpr double getCenterX() const noexcept { return x + z * 0.5; }
-    constexpr double getCenterY() const noexcept { return y + w * 0.5; }
+    constexpr double getCenterX() const noexcept { return getLeft() + getWidth() * 0.5; }
+    constexpr double getCenterY() const noexcept { return getTop() + getHeight() * 0.5; }
     constexpr Vec2 getCenter() const noexcept { return {getCenterX(), getCenterY()}; }
-    constexpr void setCenterX(double centerX) noexcept { x = centerX - z * 0.5; }
-    constexpr void setCenterY(double centerY) noexcept { y = centerY - w * 0.5; }
+    constexpr void setCenterX(double centerX) noexcept { left() = centerX - getWidth() * 0.5; }
+    constexpr void setCenterY(double centerY) noexcept { top() = centerY - getHeight() * 0.5; }
     constexpr void setCenter(const Vec2& center) noexcept;
 
     // Corners
@@ -76,26 +82,33 @@ public:
     /// Inclusive: rectangles that only share an edge or a corner touch.
     constexpr bool touches(const Rect& other) const noexcept;
 
-    // New rectangles
+    // New rectangles; a `float` argument has single precision, as that of setBottom
 
     /// What the two have in common; its size is negative on an axis on which they are apart.
-    constexpr Rect intersect(const Rect& other) const noexcept;
-    /// The least rectangle around the two, also where either is empty.
-    constexpr Rect unite(const Rect& other) const noexcept;
+    [[nodiscard]] constexpr Rect intersect(const Rect& other) const noexcept;
+    /// The least rectangle around the two, even if one is empty.
+    [[nodiscard]] constexpr Rect unite(const Rect& other) const noexcept;
     /// Grown by d.x at left and right, by d.y at top and bottom.
-    constexpr Rect expand(const Vec2& d) const noexcept;
-    constexpr Rect expand(float d) const noexcept { return expand(Vec2(d, d)); }
+    [[nodiscard]] constexpr Rect expand(const Vec2& d) const noexcept;
+    [[nodiscard]] constexpr Rect expand(float d) const noexcept { return expand(Vec2(d, d)); }
     /// Each side moves by (factor - 1) times the size, so the size becomes 2 factor - 1 times what
     /// it was. The centre stays.
-    constexpr Rect scale(float factorX, float factorY) const noexcept;
+    [[nodiscard]] constexpr Rect scale(float factorX, float factorY) const noexcept;
 
     // Growth to a point
 
     /// Grows in place until the point lies on or in the rectangle.
     constexpr void include(const Vec2& p) noexcept;
-    constexpr Rect getInclude(const Vec2& p) const noexcept;
+    [[nodiscard]] constexpr Rect getInclude(const Vec2& p) const noexcept;
 
 private:
+    // The fields of the base under their meaning here
+
+    constexpr double& left() noexcept { return x; }
+    constexpr double& top() noexcept { return y; }
+    constexpr double& width() noexcept { return z; }
+    constexpr double& height() noexcept { return w; }
+
     /// Grows a span from `start`, `extent` long, to the value.
     static constexpr void include(double& start, double& extent, double value) noexcept;
 };
@@ -108,13 +121,13 @@ constexpr bool Rect::operator==(const Rect& other) const noexcept {
 }
 
 constexpr void Rect::setPoint(const Vec2& point) noexcept {
-    x = point.x;
-    y = point.y;
+    left() = point.x;
+    top() = point.y;
 }
 
 constexpr void Rect::setSize(const Vec2& size) noexcept {
-    z = size.x;
-    w = size.y;
+    width() = size.x;
+    height() = size.y;
 }
 
 constexpr void Rect::setCenter(const Vec2& center) noexcept {
@@ -163,12 +176,12 @@ constexpr Rect Rect::expand(const Vec2& d) const noexcept {
 }
 
 constexpr Rect Rect::scale(float factorX, float factorY) const noexcept {
-    return expand(Vec2(factorX * z - z, factorY * w - w));
+    return expand(Vec2(factorX * getWidth() - getWidth(), factorY * getHeight() - getHeight()));
 }
 
 constexpr void Rect::include(const Vec2& p) noexcept {
-    include(x, z, p.x);
-    include(y, w, p.y);
+    include(left(), width(), p.x);
+    include(top(), height(), p.y);
 }
 
 constexpr Rect Rect::getInclude(const Vec2& p) const noexcept {

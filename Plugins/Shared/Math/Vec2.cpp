@@ -8,7 +8,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// How far two vectors may be from collinear or orthogonal: the greatest cross or dot product.
+/// The greatest cross or dot product that counts as none.
 double productTolerance(const Vec2& a, const Vec2& b) {
     return Float::epsilon * std::sqrt(a.lengthSquare() * b.lengthSquare());
 }

@@ -51,16 +51,18 @@ public:
     constexpr bool negligible() const noexcept { return negligible(x) && negligible(y); }
     constexpr bool nonNegligible() const noexcept { return !negligible(); }
 
-    /// Parallel to the other, either way round, within a sine of 1e-12, inclusive. A zero vector
-    /// is collinear and orthogonal to every vector.
+    // Whether the magnitude of the cross product (parallel, either way round) or of the dot product
+    // (at a right angle) is at most 1e-12 times the product of the lengths, inclusive. A zero
+    // vector is both to every vector. Means nothing if the square of a length, or the product of
+    // the two squares, overflows or underflows.
+
     bool isCollinear(const Vec2& other) const noexcept;
-    /// At a right angle to the other within a cosine of 1e-12, inclusive.
     bool isOrthogonal(const Vec2& other) const noexcept;
 
     // Arithmetic, beside that of VectorFamily
 
     /// The remainders of the components, each with the sign of this vector's, as fmod has it.
-    Vec2 modulo(const Vec2& other) const noexcept;
+    [[nodiscard]] Vec2 modulo(const Vec2& other) const noexcept;
     Vec2 operator%(const Vec2& other) const noexcept { return modulo(other); }
 
     // Products
@@ -76,25 +78,25 @@ public:
     // Length and distance
 
     using PointFamily::normalize;
-    /// Scales the pair to length 1 in place; leaves it where its length is 1e-12 or less.
+    /// Scales the pair to length 1 in place; leaves it if its length is 1e-12 or less.
     static void normalize(double* x, double* y) noexcept;
 
     static constexpr double distanceSquared(const Vec2& a, const Vec2& b) noexcept {
         return (a - b).lengthSquare();
     }
-    /// From this point to its foot on the line through a and b. NaN where a equals b.
+    /// From this point to its foot on the line through a and b. NaN if a equals b.
     double distanceToLine(const Vec2& a, const Vec2& b) const noexcept;
-    /// From a to that foot; never negative. NaN where a equals b.
+    /// From a to that foot; never negative. NaN if a equals b.
     double lineProjectionLength(const Vec2& a, const Vec2& b) const noexcept;
-    /// This vector's part along `onto`; zero where `onto` is exactly zero.
-    constexpr Vec2 project(const Vec2& onto) const noexcept;
+    /// This vector's part along `onto`; zero if `onto` is exactly zero.
+    [[nodiscard]] constexpr Vec2 project(const Vec2& onto) const noexcept;
 
     // Rotation and direction, in degrees. A rotation by exactly 0 changes no bit.
 
     void rotate(double degrees) noexcept;
     void rotateAround(double degrees, const Vec2& center) noexcept;
     /// This point rotated about the centre, as a new value.
-    Vec2 rotateRound(double degrees, const Vec2& center) const noexcept;
+    [[nodiscard]] Vec2 rotateRound(double degrees, const Vec2& center) const noexcept;
 
     /// In -180 to 180; 0 for the zero vector.
     double getAngle() const noexcept;
@@ -116,7 +118,7 @@ public:
     /// normal() in place.
     constexpr void prepen() noexcept { *this = normal(); }
 
-    /// y / x: infinite or NaN where x is 0.
+    /// y / x: infinite or NaN if x is 0.
     constexpr double slope() const noexcept { return y / x; }
 
     /// Gives each component the other's sign, where zero counts as not positive.

@@ -54,32 +54,33 @@ public:
 
     constexpr void setNegate() noexcept { *this = negate(); }
     /// The reciprocals of the components.
-    constexpr Vec3 invert() const noexcept { return Vec3(1.0) / *this; }
+    [[nodiscard]] constexpr Vec3 invert() const noexcept { return Vec3(1.0) / *this; }
     constexpr void setInvert() noexcept { *this = invert(); }
     /// The components rounded down.
-    Vec3 floor() const noexcept;
+    [[nodiscard]] Vec3 floor() const noexcept;
     /// Component by component, without wrapping.
     constexpr Vec3 rotationalDifference(const Vec3& other) const noexcept { return *this - other; }
 
     // Products
 
     constexpr double dot(const Vec3& other) const noexcept;
-    constexpr Vec3 cross(const Vec3& other) const noexcept;
+    [[nodiscard]] constexpr Vec3 cross(const Vec3& other) const noexcept;
 
     // Length and direction
 
     constexpr double distanceSquare(const Vec3& other) const noexcept;
 
-    /// In radians, 0 to pi. NaN for a zero vector, and where rounding takes the cosine beyond 1.
+    /// In radians, 0 to pi. NaN for a zero vector, and if rounding takes the cosine beyond 1.
     double angleBetween(const Vec3& other) const noexcept;
 
     /// The index of the component of greatest magnitude; the later one of equals.
     constexpr int largestAbsComponent() const noexcept;
 
     /**
-     * Becomes a unit vector perpendicular to the other. Its present direction chooses which: the
-     * result is also perpendicular to the axis before that of its largest component, cyclically.
-     * Becomes (1, 0, 0) where the other lies along that axis.
+     * Becomes the direction of the other's cross product with an axis: a unit vector perpendicular
+     * to both. The axis is chosen by the present value: the one before that of
+     * largestAbsComponent(), cyclically. Becomes (1, 0, 0), whether that is perpendicular or not,
+     * if the other is zero or lies along the axis.
      */
     void ortho(const Vec3& other) noexcept;
 

@@ -44,7 +44,9 @@ public:
     // Arithmetic, beside that of VectorFamily
 
     /// The reciprocals of the components.
-    constexpr Vec4 invert() const noexcept { return Vec4(1.0, 1.0, 1.0, 1.0) / *this; }
+    [[nodiscard]] constexpr Vec4 invert() const noexcept {
+        return Vec4(1.0, 1.0, 1.0, 1.0) / *this;
+    }
 
     // Products and length
 
@@ -55,11 +57,15 @@ public:
     // Interpolation
 
     /**
-     * By the weights of the arc between the directions of a and b, or of a and -b where these are
-     * nearer, in single precision. The result has length 1; the longer of the two pulls it more.
-     * Exactly a at t = 0 and b at t = 1. NaN between them where a or b has length 0.
+     * Spherical: a weighted sum of a and b, scaled to length 1. If their directions are more than a
+     * right angle apart, -b stands for b. The weights are 1 - t and t if the cosine between the
+     * directions is above 0.99, else those of the arc, whose angle and sines have single precision.
+     * They apply to the vectors as they are, so the longer one pulls the result to itself.
+     *
+     * Returns a at t = 0 and b at t = 1 as they are, of any length. NaN at any other t if a or b is
+     * zero.
      */
-    static Vec4 lerp(const Vec4& a, const Vec4& b, double t) noexcept;
+    [[nodiscard]] static Vec4 lerp(const Vec4& a, const Vec4& b, double t) noexcept;
 };
 
 static_assert(std::is_trivially_copyable_v<Vec4> && std::is_standard_layout_v<Vec4>);

@@ -30,7 +30,9 @@ public:
     constexpr Vector operator/(double value) const noexcept { return self() / filled(value); }
 
     /// The negated vector; this one stays as it is.
-    constexpr Vector negate() const noexcept { return Vector::map(std::negate(), self()); }
+    [[nodiscard]] constexpr Vector negate() const noexcept {
+        return Vector::map(std::negate(), self());
+    }
 
     // The same in place
 
@@ -95,7 +97,8 @@ public:
     // Interpolation
 
     /// On the straight line: a at t = 0, b at t = 1, beyond them outside 0 to 1.
-    static constexpr Vector lerp(const Vector& a, const Vector& b, double t) noexcept {
+    [[nodiscard]] static constexpr Vector lerp(const Vector& a, const Vector& b,
+                                               double t) noexcept {
         return b * t + a * (1.0 - t);
     }
 
