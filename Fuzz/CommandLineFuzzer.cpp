@@ -89,7 +89,8 @@ private:
     void readVariations() {
         const CLI::Option* vary = mSheetCommand.get_option("--vary");
         if (!vary->empty()) {
-            const SheetPlan plan = Variations(vary->results(), SampleEffect());
+            const SheetPlan plan =
+                Variations(vary->results(), SampleEffect(), mSheetParameters.names());
             Expect(!plan.empty() && !plan.front().empty(), "a sheet has a picture");
         }
     }

@@ -1,7 +1,7 @@
 #include "Host/Command/CommandOutline.h"
 
 #include "Host/Command/ParameterOptions.h"
-#include "Host/Command/TypedChoices.h"
+#include "Host/Parameters/ParameterText.h"
 
 #include <algorithm>
 #include <array>
@@ -30,8 +30,8 @@ std::vector<std::string> WordsOf(std::string_view name) {
 
 /// The parameters' options as words, with `ending` behind those that have no choices.
 std::vector<std::string> ParameterNames(const std::vector<Parameter>& parameters,
+                                        const std::vector<std::string>& names,
                                         std::string_view ending) {
-    const std::vector<std::string> names = OptionNames(parameters);
     std::vector<std::string> words;
     for (std::size_t index = 0; index < parameters.size(); ++index) {
         if (parameters[index].hasValue()) {
@@ -52,7 +52,8 @@ std::string ExampleOf(const CLI::App& app) {
     return footer.substr(kHeading.size(), footer.find("\n\n") - kHeading.size());
 }
 
-OutlineOption OutlineOf(const CLI::Option& option, const std::vector<Parameter>& parameters) {
+OutlineOption OutlineOf(const CLI::Option& option, const std::vector<Parameter>& parameters,
+                        const std::vector<std::string>& names) {
     const bool positional = !option.nonpositional();
     OutlineOption outline{
         .name = positional ? option.get_name() : "--" + option.get_lnames().front(),
@@ -60,15 +61,14 @@ OutlineOption OutlineOf(const CLI::Option& option, const std::vector<Parameter>&
         .takesValue = option.get_items_expected_max() > 0,
     };
     outline.takesFile = std::ranges::find(kFiles, outline.name) != kFiles.end();
-    const std::vector<std::string> names = OptionNames(parameters);
     const auto found = std::ranges::find(names, outline.name.substr(positional ? 0 : 2));
     outline.isParameter = !positional && found != names.end();
     if (outline.isParameter) {
         outline.words = TypedChoices(parameters[static_cast<std::size_t>(found - names.begin())]);
     } else if (outline.name == "--vary") {
-        outline.words = ParameterNames(parameters, "=");
+        outline.words = ParameterNames(parameters, names, "=");
     } else if (outline.name == "NAME") {
-        outline.words = ParameterNames(parameters, "");
+        outline.words = ParameterNames(parameters, names, "");
     } else {
         outline.words = WordsOf(outline.name);
     }
@@ -80,9 +80,10 @@ OutlineOption OutlineOf(const CLI::Option& option, const std::vector<Parameter>&
 CommandOutline Outline(const CLI::App& app, const std::vector<Parameter>& parameters) {
     CommandOutline outline{
         .name = app.get_name(), .description = app.get_description(), .example = ExampleOf(app)};
+    const std::vector<std::string> names = OptionNamesIn(app, parameters);
     for (const CLI::Option* option : app.get_options()) {
         auto& list = option->nonpositional() ? outline.options : outline.arguments;
-        list.push_back(OutlineOf(*option, parameters));
+        list.push_back(OutlineOf(*option, parameters, names));
     }
     for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
         outline.commands.push_back(Outline(*command, parameters));

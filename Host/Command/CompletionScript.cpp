@@ -14,13 +14,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-std::string Join(const std::vector<std::string>& words, std::string_view separator) {
-    std::string joined;
-    for (const std::string& word : words) {
-        joined += joined.empty() ? "" : separator;
-        joined += word;
-    }
-    return joined;
+std::string Joined(const std::vector<std::string>& words) {
+    return fmt::format("{}", fmt::join(words, " "));
 }
 
 /// As one word of a shell.
@@ -75,13 +70,14 @@ std::string BashCommand(const std::string& pattern, const CommandOutline& comman
             words.push_back(option.name);
         }
     }
-    return BashBranch(kIndent, pattern, ' ' + Join(words, " "), files);
+    return BashBranch(kIndent, pattern, ' ' + Joined(words), files);
 }
 
-/// One of `_arguments`' descriptions, in which brackets and colons have a meaning.
+/// One of `_arguments`' descriptions, in which brackets and colons have a meaning: the last line of
+/// `text`, which for a parameter is what it takes.
 std::string ZshDescription(std::string_view text) {
     std::string escaped;
-    for (const char character : text) {
+    for (const char character : text.substr(text.rfind('\n') + 1)) {
         if (std::string_view("[]:\\").find(character) != std::string_view::npos) {
             escaped += '\\';
         }
@@ -93,7 +89,7 @@ std::string ZshDescription(std::string_view text) {
 std::string ZshValue(const OutlineOption& option) {
     return option.takesFile       ? "_files"
            : option.words.empty() ? ""
-                                  : "(" + Join(option.words, " ") + ")";
+                                  : "(" + Joined(option.words) + ")";
 }
 
 /// The lines of a call of `_arguments` that stand for options and arguments.
@@ -122,7 +118,7 @@ std::string ZshBranch(const CommandOutline& command, const std::vector<OutlineOp
 std::string BashCompletion(const CommandOutline& command) {
     std::string values;
     for (const auto& [name, option] : OptionsWithValues(command)) {
-        values += BashBranch("        ", name, Join(option.words, " "), option.takesFile);
+        values += BashBranch("        ", name, Joined(option.words), option.takesFile);
     }
     std::string options;
     for (const CommandOutline& subcommand : command.commands) {
@@ -130,7 +126,7 @@ std::string BashCompletion(const CommandOutline& command) {
     }
     options += BashCommand("*", command, {});
     return Fill(std::string(Skeletons::kCompletionBash),
-                {{"COMMANDS", Join(CommandNames(command), " | ")},
+                {{"COMMANDS", fmt::format("{}", fmt::join(CommandNames(command), " | "))},
                  {"VALUES", values},
                  {"OPTIONS", options}});
 }

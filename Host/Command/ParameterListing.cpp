@@ -1,9 +1,8 @@
 #include "Host/Command/ParameterListing.h"
 
-#include "Host/Command/ParameterOptions.h"
 #include "Host/Parameters/KeyframeText.h"
+#include "Host/Parameters/ParameterMeaning.h"
 #include "Host/Parameters/ParameterText.h"
-#include "Host/Text/JsonNumber.h"
 
 #include <fmt/format.h>
 
@@ -15,8 +14,9 @@ namespace Kerovane::Host {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-using Row = std::array<std::string, 7>;
+constexpr std::size_t kColumns = 7;
+using Row = std::array<std::string, kColumns>;
+using Widths = std::array<std::size_t, kColumns>;
 
 std::string TableDefault(const Parameter& parameter) {
     return parameter.hasValue() ? FormatValue(parameter, parameter.defaultValue) : "";
@@ -45,111 +45,69 @@ Row TableRow(std::size_t index, const Parameter& parameter, const std::string& o
             TableValues(parameter)};
 }
 
-Json Range(const Interval& interval) {
-    return {{"min", JsonNumber(interval.min)}, {"max", JsonNumber(interval.max)}};
-}
-
-Json Choices(const Parameter& parameter) {
-    Json choices = Json::array();
-    for (std::size_t choice = 0; choice < parameter.choices.size(); ++choice) {
-        choices.push_back({{"value", choice + 1},
-                           {"name", parameter.choices[choice]},
-                           {"typed", TypedName(parameter.choices[choice])}});
-    }
-    return choices;
-}
-
-Json InterpolationNames(const Parameter& parameter) {
-    Json names = Json::array();
-    for (const Interpolation interpolation : Interpolations(parameter)) {
-        names.push_back(InterpolationName(interpolation));
-    }
-    return names;
-}
-
-Json Entry(std::size_t index, const Parameter& parameter, const std::string& option) {
-    Json entry{{"index", index}, {"type", TypeName(parameter)}, {"name", parameter.name}};
-    if (parameter.type() != PF_Param_LAYER) {
-        entry["id"] = parameter.id();
-    }
-    if (!parameter.hasValue()) {
-        return entry;
-    }
-    entry["label"] = parameter.label;
-    entry["option"] = option;
-    entry["unit"] = UnitName(parameter);
-    entry["default"] = JsonNumber(parameter.defaultValue);
-    entry["valid"] = Range(parameter.valid);
-    entry["slider"] = Range(parameter.slider);
-    entry["precision"] = parameter.precision;
-    entry["choices"] = Choices(parameter);
-    entry["animatable"] = parameter.canVaryOverTime();
-    entry["interpolations"] = InterpolationNames(parameter);
-    return entry;
-}
-
-std::string Text(const Json& json) {
-    constexpr int kIndent = 2;
-    return json.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
-}
-
 std::string AnimationText(const Parameter& parameter) {
-    std::string text;
-    for (const Interpolation interpolation : Interpolations(parameter)) {
-        text += text.empty() ? "" : ", ";
-        text += InterpolationName(interpolation);
+    const std::vector<std::string> names = InterpolationNames(parameter);
+    return names.empty() ? "none" : fmt::format("{}", fmt::join(names, ", "));
+}
+
+/// With two blanks behind each column.
+Widths WidthsOf(const std::vector<Row>& rows) {
+    Widths widths{};
+    for (const Row& row : rows) {
+        for (std::size_t column = 0; column < kColumns; ++column) {
+            widths[column] = std::max(widths[column], row[column].size() + 2);
+        }
     }
-    return text.empty() ? "none" : text;
+    return widths;
+}
+
+std::string TableLine(const Row& row, const Widths& widths) {
+    std::string line;
+    for (std::size_t column = 0; column < kColumns; ++column) {
+        line += fmt::format("{:{}}", row[column], widths[column]);
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line + '\n';
 }
 
 } // namespace
 
-std::string ParameterTable(const std::vector<Parameter>& parameters) {
-    const std::vector<std::string> options = OptionNames(parameters);
+std::string ParameterTable(const std::vector<Parameter>& parameters,
+                           const std::vector<std::string>& options) {
     std::vector<Row> rows{{"Index", "Id", "Type", "Name", "Option", "Default", "Values"}};
     for (std::size_t index = 0; index < parameters.size(); ++index) {
         rows.push_back(TableRow(index, parameters[index], options[index]));
     }
-    std::string table;
-    for (const Row& row : rows) {
-        std::string line;
-        for (std::size_t column = 0; column < row.size(); ++column) {
-            const auto widest = std::ranges::max(
-                rows, {}, [column](const Row& other) { return other[column].size(); });
-            line += fmt::format("{:{}}  ", row[column], widest[column].size());
+    const Widths widths = WidthsOf(rows);
+    const std::size_t nameColumn = widths[0] + widths[1] + widths[2];
+    std::string table = TableLine(rows.front(), widths);
+    for (std::size_t index = 0; index < parameters.size(); ++index) {
+        table += TableLine(rows[index + 1], widths);
+        const std::string_view meaning = MeaningOf(parameters[index]);
+        if (!meaning.empty()) {
+            table += fmt::format("{:{}}{}\n", "", nameColumn, meaning);
         }
-        line.erase(line.find_last_not_of(' ') + 1);
-        table += line + '\n';
     }
     return table;
 }
 
-std::string ParameterJson(const std::vector<Parameter>& parameters) {
-    const std::vector<std::string> options = OptionNames(parameters);
-    Json list = Json::array();
-    for (std::size_t index = 0; index < parameters.size(); ++index) {
-        list.push_back(Entry(index, parameters[index], options[index]));
-    }
-    return Text(Json{{"parameters", list}});
-}
-
-std::string ParameterJson(const std::vector<Parameter>& parameters, std::size_t index) {
-    return Text(Entry(index, parameters[index], OptionNames(parameters)[index]));
-}
-
-std::string ParameterDescription(const std::vector<Parameter>& parameters, std::size_t index) {
+std::string ParameterDescription(const std::vector<Parameter>& parameters,
+                                 const std::vector<std::string>& options, std::size_t index) {
     const Parameter& parameter = parameters[index];
-    const Row row = TableRow(index, parameter, OptionNames(parameters)[index]);
+    const Row row = TableRow(index, parameter, options[index]);
     const auto& [place, id, type, name, option, standard, values] = row;
-    const std::string_view unit = UnitName(parameter);
+    const std::string_view meaning = MeaningOf(parameter);
+    const std::string_view unit = UnitOf(parameter);
     return fmt::format("{}\n"
+                       "{}"
                        "  option      {}\n"
                        "  takes       {}\n"
                        "  default     {}\n"
                        "  unit        {}\n"
                        "  animation   {}\n"
                        "  type        {}, disk id {}, index {}\n",
-                       name, option, values, standard, unit.empty() ? "none" : unit,
+                       name, meaning.empty() ? "" : fmt::format("  meaning     {}\n", meaning),
+                       option, values, standard, unit.empty() ? "none" : unit,
                        AnimationText(parameter), type, id, place);
 }
 

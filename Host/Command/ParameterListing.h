@@ -8,16 +8,13 @@
 
 namespace Kerovane::Host {
 
-/// The parameters as a table for people, a line each.
-std::string ParameterTable(const std::vector<Parameter>& parameters);
+/// The parameters as a table for people, a line each and what it means under it. `options` are
+/// those of OptionNames.
+std::string ParameterTable(const std::vector<Parameter>& parameters,
+                           const std::vector<std::string>& options);
 
 /// All that there is to say of one parameter, for people.
-std::string ParameterDescription(const std::vector<Parameter>& parameters, std::size_t index);
-
-/// The parameters as JSON for programs: everything that the table has and more.
-std::string ParameterJson(const std::vector<Parameter>& parameters);
-
-/// One of them as in ParameterJson's list.
-std::string ParameterJson(const std::vector<Parameter>& parameters, std::size_t index);
+std::string ParameterDescription(const std::vector<Parameter>& parameters,
+                                 const std::vector<std::string>& options, std::size_t index);
 
 } // namespace Kerovane::Host

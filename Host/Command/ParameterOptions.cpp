@@ -1,71 +1,65 @@
 #include "Host/Command/ParameterOptions.h"
 
 #include "Host/Parameters/KeyframeText.h"
+#include "Host/Parameters/OptionNames.h"
+#include "Host/Parameters/ParameterMeaning.h"
 #include "Host/Parameters/ParameterText.h"
 #include "Host/Text/Error.h"
-#include "Host/Text/NearestNames.h"
 
 #include <fmt/format.h>
 
 #include <set>
+#include <string_view>
+#include <utility>
 
 namespace Kerovane::Host {
 
 namespace {
 
-/// The commands' own options: a parameter has the same option in all of them.
-std::set<std::string> OwnOptions() {
-    return {"",        "chunk",  "depth",   "downsample", "effect",
-            "fps",     "frames", "help",    "json-log",   "max-frames-in-flight",
-            "missing", "preset", "quiet",   "resume",     "save-preset",
-            "threads", "vary",   "verbose", "version",    "width"};
+constexpr const char* kGroup = "Parameters of the effect";
+
+/// Adds the long names of the options that `app` and its commands have, but for parameters.
+void CollectOwnOptions(const CLI::App& app, std::set<std::string>& names) {
+    for (const CLI::Option* option : app.get_options()) {
+        if (option->get_group() != kGroup) {
+            names.insert(option->get_lnames().begin(), option->get_lnames().end());
+        }
+    }
+    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+        CollectOwnOptions(*command, names);
+    }
+}
+
+/// What a parameter means, if that is known, on a line of its own, and what it takes.
+std::string HelpOf(const Parameter& parameter) {
+    const std::string_view meaning = MeaningOf(parameter);
+    return fmt::format("{}{} [{}]", meaning.empty() ? "" : fmt::format("{};\n", meaning),
+                       AcceptedValues(parameter), FormatValue(parameter, parameter.defaultValue));
 }
 
 } // namespace
 
-std::vector<std::string> OptionNames(const std::vector<Parameter>& parameters) {
-    std::set<std::string> taken = OwnOptions();
-    std::vector<std::string> names;
-    for (const Parameter& parameter : parameters) {
-        std::string name = parameter.hasValue() ? TypedName(parameter.displayName()) : "";
-        if (parameter.hasValue() && !taken.insert(name).second) {
-            name += fmt::format("{}{}", name.empty() ? "parameter-" : "-", parameter.id());
-            taken.insert(name);
-        }
-        names.push_back(std::move(name));
+std::vector<std::string> OptionNamesIn(const CLI::App& command,
+                                       const std::vector<Parameter>& parameters) {
+    const CLI::App* line = &command;
+    while (line->get_parent() != nullptr) {
+        line = line->get_parent();
     }
-    return names;
-}
-
-std::size_t IndexOfParameter(const std::vector<Parameter>& parameters, std::string_view name) {
-    const std::vector<std::string> options = OptionNames(parameters);
-    std::vector<std::string> names;
-    for (std::size_t index = 0; index < parameters.size(); ++index) {
-        const Parameter& parameter = parameters[index];
-        if (!parameter.hasValue()) {
-            continue;
-        }
-        if (name == options[index] || name == parameter.displayName() ||
-            name == std::to_string(parameter.id())) {
-            return index;
-        }
-        names.push_back(options[index]);
-    }
-    throw Error(fmt::format("no parameter '{}'{}", name, Suggestion(TypedName(name), names)));
+    std::set<std::string> taken;
+    CollectOwnOptions(*line, taken);
+    return OptionNames(parameters, std::move(taken));
 }
 
 void ParameterOptions::addTo(CLI::App& command, const std::vector<Parameter>& parameters) {
-    const std::vector<std::string> names = OptionNames(parameters);
+    mNames = OptionNamesIn(command, parameters);
     for (std::size_t index = 0; index < parameters.size(); ++index) {
         const Parameter& parameter = parameters[index];
         if (!parameter.hasValue()) {
             continue;
         }
-        const std::string description = fmt::format("{} [{}]", AcceptedValues(parameter),
-                                                    FormatValue(parameter, parameter.defaultValue));
-        const CLI::Option* option = command.add_option("--" + names[index], description)
-                                        ->type_name("")
-                                        ->group("Parameters of the effect");
+        const std::string help = HelpOf(parameter);
+        const CLI::Option* option =
+            command.add_option("--" + mNames[index], help)->type_name("")->group(kGroup);
         mOptions.push_back({.parameter = &parameter, .option = option});
     }
 }

@@ -5,29 +5,27 @@
 
 #include <CLI/App.hpp>
 
-#include <cstddef>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace Kerovane::Host {
 
 /**
- * The option of each parameter, by index, without its hyphens: the typed name, with the disk id
- * behind it where the command or an earlier parameter has that name already. Empty for parameters
- * without a value.
+ * The option of each parameter, by index, the same in all commands of the line that `command` is
+ * part of. A parameter never has the name of an option that the line or a command has itself.
  */
-std::vector<std::string> OptionNames(const std::vector<Parameter>& parameters);
-
-/// The index of the parameter that a user calls `name`: its option, its shown name or its disk id.
-/// Throws Error where there is none.
-std::size_t IndexOfParameter(const std::vector<Parameter>& parameters, std::string_view name);
+std::vector<std::string> OptionNamesIn(const CLI::App& command,
+                                       const std::vector<Parameter>& parameters);
 
 /** Options of the command line that are made from an effect's parameters. */
 class ParameterOptions {
 public:
-    /// Adds them to `command`, which together with `parameters` outlives this object.
+    /// Adds them to `command`, which together with `parameters` outlives this object. The commands
+    /// of the line have their own options already.
     void addTo(CLI::App& command, const std::vector<Parameter>& parameters);
+
+    /// By index, without hyphens, as OptionNamesIn gives them.
+    const std::vector<std::string>& names() const { return mNames; }
 
     /// What was given, once the line is parsed: values or keys over frames. Throws Error where one
     /// can't be set.
@@ -42,6 +40,7 @@ private:
         const CLI::Option* option;
     };
 
+    std::vector<std::string> mNames;
     std::vector<ParameterOption> mOptions;
 };
 

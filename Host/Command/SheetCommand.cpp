@@ -104,9 +104,9 @@ void SheetCommand::run(Effect& effect) const {
 
 SheetPlan SheetCommand::plan(const Effect& effect, const ParameterValues& fixed) const {
     if (mVary.empty()) {
-        return Overview(effect.parameters());
+        return Overview(effect.parameters(), mParameters.names());
     }
-    SheetPlan plan = Variations(mVary, effect.parameters());
+    SheetPlan plan = Variations(mVary, effect.parameters(), mParameters.names());
     for (const SheetSetting& setting : plan.front().front()) {
         if (fixed.at(setting.id, {})) {
             const std::string option = setting.text.substr(0, setting.text.find(' '));

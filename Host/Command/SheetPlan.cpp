@@ -1,9 +1,8 @@
 #include "Host/Command/SheetPlan.h"
 
-#include "Host/Command/ParameterOptions.h"
-#include "Host/Command/TypedChoices.h"
 #include "Host/Parameters/ParameterText.h"
 #include "Host/Text/Error.h"
+#include "Host/Text/Split.h"
 
 #include <fmt/format.h>
 
@@ -16,15 +15,19 @@ namespace {
 /// All settings of one parameter that a row or a column goes through.
 using Axis = std::vector<SheetSetting>;
 
-const Parameter& ParameterOfOption(std::string_view option,
-                                   const std::vector<Parameter>& parameters) {
-    const std::vector<std::string> names = OptionNames(parameters);
-    const auto found = std::ranges::find(names, option);
-    if (option.empty() || found == names.end()) {
-        throw Error(fmt::format("--vary: the effect has no parameter '{}'", option));
+/// An effect's parameters with the options that they have, both by index.
+struct Options {
+    const std::vector<Parameter>& parameters;
+    const std::vector<std::string>& names;
+
+    const Parameter& parameter(std::string_view name) const {
+        const auto found = std::ranges::find(names, name);
+        if (name.empty() || found == names.end()) {
+            throw Error(fmt::format("--vary: the effect has no parameter '{}'", name));
+        }
+        return parameters[static_cast<std::size_t>(found - names.begin())];
     }
-    return parameters[static_cast<std::size_t>(found - names.begin())];
-}
+};
 
 std::vector<std::string> AllChoices(std::string_view option, const Parameter& parameter) {
     std::vector<std::string> choices = TypedChoices(parameter);
@@ -35,23 +38,18 @@ std::vector<std::string> AllChoices(std::string_view option, const Parameter& pa
     return choices;
 }
 
-std::vector<std::string> SplitAtCommas(std::string_view text) {
-    std::vector<std::string> pieces;
-    for (std::size_t start = 0; start <= text.size();) {
-        const std::size_t end = std::min(text.find(',', start), text.size());
-        pieces.emplace_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return pieces;
+std::vector<std::string> Values(std::string_view list) {
+    const std::vector<std::string_view> values = Split(list, ',');
+    return std::vector<std::string>(values.begin(), values.end());
 }
 
-Axis ParseAxis(std::string_view text, const std::vector<Parameter>& parameters) {
+Axis ParseAxis(std::string_view text, const Options& options) {
     const std::size_t equals = text.find('=');
     const std::string_view option = text.substr(0, equals);
-    const Parameter& parameter = ParameterOfOption(option, parameters);
+    const Parameter& parameter = options.parameter(option);
     const std::vector<std::string> values = equals == std::string_view::npos
                                                 ? AllChoices(option, parameter)
-                                                : SplitAtCommas(text.substr(equals + 1));
+                                                : Values(text.substr(equals + 1));
     Axis axis;
     for (const std::string& typed : values) {
         try {
@@ -87,8 +85,11 @@ SheetPlan Grid(const Axis& across, const Axis& down) {
 
 } // namespace
 
-SheetPlan Overview(const std::vector<Parameter>& parameters) {
-    const auto axis = [&parameters](std::string_view text) { return ParseAxis(text, parameters); };
+SheetPlan Overview(const std::vector<Parameter>& parameters,
+                   const std::vector<std::string>& options) {
+    const auto axis = [&](std::string_view text) {
+        return ParseAxis(text, {.parameters = parameters, .names = options});
+    };
     SheetPlan plan{Row(axis("shape-type"))};
     plan.front().emplace(plan.front().begin());
     plan.push_back(Grid(axis("transition-type"), axis("transition-progress=50")).front());
@@ -98,15 +99,17 @@ SheetPlan Overview(const std::vector<Parameter>& parameters) {
 }
 
 SheetPlan Variations(const std::vector<std::string>& texts,
-                     const std::vector<Parameter>& parameters) {
+                     const std::vector<Parameter>& parameters,
+                     const std::vector<std::string>& options) {
     if (texts.empty() || texts.size() > 2) {
         throw Error(fmt::format("--vary takes one parameter or two, not {}", texts.size()));
     }
-    const Axis across = ParseAxis(texts.front(), parameters);
+    const Options all{.parameters = parameters, .names = options};
+    const Axis across = ParseAxis(texts.front(), all);
     if (texts.size() == 1) {
         return {Row(across)};
     }
-    const Axis down = ParseAxis(texts.back(), parameters);
+    const Axis down = ParseAxis(texts.back(), all);
     if (across.front().id == down.front().id) {
         throw Error(fmt::format("--vary {} and {}: two different parameters are needed",
                                 texts.front(), texts.back()));

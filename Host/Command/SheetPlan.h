@@ -21,9 +21,10 @@ using SheetCell = std::vector<SheetSetting>;
 /// What a contact sheet shows, row by row.
 using SheetPlan = std::vector<std::vector<SheetCell>>;
 
-/// The original, all shapes, all transitions and a ladder of their progress. Throws Error where
-/// the effect has no such parameters.
-SheetPlan Overview(const std::vector<Parameter>& parameters);
+/// The original, all shapes, all transitions and a ladder of their progress. `options` are those of
+/// OptionNames. Throws Error where the effect has no such parameters.
+SheetPlan Overview(const std::vector<Parameter>& parameters,
+                   const std::vector<std::string>& options);
 
 /**
  * A row or a grid of all values of one or two parameters, each given as "size=8,16,32", or as
@@ -31,6 +32,7 @@ SheetPlan Overview(const std::vector<Parameter>& parameters);
  * from row to row. Throws Error where they are not one or two, or can't be varied so.
  */
 SheetPlan Variations(const std::vector<std::string>& texts,
-                     const std::vector<Parameter>& parameters);
+                     const std::vector<Parameter>& parameters,
+                     const std::vector<std::string>& options);
 
 } // namespace Kerovane::Host

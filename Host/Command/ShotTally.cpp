@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -69,13 +70,11 @@ std::string ShotTally::sizes() const {
     if (mFirstOfSize.size() < 2) {
         return "";
     }
-    std::string text;
+    std::vector<std::string> sizes;
     for (const auto& [size, frame] : mFirstOfSize) {
-        text +=
-            fmt::format("{} {} x {} (frame {})", text.empty() ? "the frames differ in size:" : ",",
-                        size.first, size.second, frame);
+        sizes.push_back(fmt::format("{} x {} (frame {})", size.first, size.second, frame));
     }
-    return text;
+    return fmt::format("the frames differ in size: {}", fmt::join(sizes, ", "));
 }
 
 } // namespace Kerovane::Host

@@ -9,6 +9,8 @@
 #include "Host/Command/RenderCommand.h"
 #include "Host/Command/SheetCommand.h"
 #include "Host/Command/StandardStreams.h"
+#include "Host/Parameters/OptionNames.h"
+#include "Host/Parameters/ParameterSchema.h"
 #include "Host/Session/Effect.h"
 #include "Host/Text/Error.h"
 #include "Platform/Memory/FreedMemory.h"
@@ -53,12 +55,15 @@ struct ParamsCommand {
         command.footer("Example:\n  tesselune params size");
     }
 
-    std::string text(const std::vector<Parameter>& parameters) const {
+    std::string text(const std::vector<Parameter>& parameters,
+                     const std::vector<std::string>& options) const {
         if (name.empty()) {
-            return asJson ? ParameterJson(parameters) : ParameterTable(parameters);
+            return asJson ? ParameterSchema(parameters, options)
+                          : ParameterTable(parameters, options);
         }
-        const std::size_t index = IndexOfParameter(parameters, name);
-        return asJson ? ParameterJson(parameters, index) : ParameterDescription(parameters, index);
+        const std::size_t index = IndexOfParameter(parameters, options, name);
+        return asJson ? ParameterSchema(parameters, options, index)
+                      : ParameterDescription(parameters, options, index);
     }
 };
 
@@ -136,7 +141,8 @@ int Run(int argc, char** argv, StandardStreams& streams) {
     }
     if (paramsCommand.parsed()) {
         effect.emplace(setting.module);
-        streams.print(params.text(effect->parameters()));
+        const std::vector<Parameter>& parameters = effect->parameters();
+        streams.print(params.text(parameters, OptionNamesIn(app, parameters)));
         return 0;
     }
     if (aboutCommand.parsed()) {

@@ -2,6 +2,7 @@
 
 #include "Host/Text/Error.h"
 #include "Host/Text/NumberText.h"
+#include "Host/Text/Split.h"
 
 #include <fmt/format.h>
 
@@ -9,6 +10,7 @@
 #include <limits>
 #include <numeric>
 #include <optional>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -75,11 +77,9 @@ double FrameRate::frameAt(Time time) const {
 }
 
 FrameRate ParseFrameRate(std::string_view text) {
-    const std::size_t slash = text.find('/');
+    const std::vector<std::string_view> terms = Split(text, '/');
     const std::optional<FrameRate> rate =
-        slash != std::string_view::npos
-            ? FromFraction(text.substr(0, slash), text.substr(slash + 1))
-            : FromDecimal(text);
+        terms.size() == 2 ? FromFraction(terms.front(), terms.back()) : FromDecimal(text);
     if (!rate) {
         throw Error(
             fmt::format("takes frames a second, like 25, 23.976 or 24000/1001, not '{}'", text));

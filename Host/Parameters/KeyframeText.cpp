@@ -4,10 +4,10 @@
 #include "Host/Text/Error.h"
 #include "Host/Text/NearestNames.h"
 #include "Host/Text/NumberText.h"
+#include "Host/Text/Split.h"
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -16,24 +16,13 @@ namespace Kerovane::Host {
 
 namespace {
 
-std::vector<std::string_view> Split(std::string_view text, char separator) {
-    std::vector<std::string_view> parts;
-    for (std::size_t start = 0; start <= text.size();) {
-        const std::size_t end = std::min(text.find(separator, start), text.size());
-        parts.push_back(text.substr(start, end - start));
-        start = end + 1;
-    }
-    return parts;
-}
-
 Interpolation ParseInterpolation(const Parameter& parameter, std::string_view text) {
-    std::vector<std::string> names;
     for (const Interpolation interpolation : Interpolations(parameter)) {
         if (InterpolationName(interpolation) == text) {
             return interpolation;
         }
-        names.emplace_back(InterpolationName(interpolation));
     }
+    const std::vector<std::string> names = InterpolationNames(parameter);
     throw Error(fmt::format("can go {} from key to key, not '{}'{}", fmt::join(names, ", "), text,
                             Suggestion(text, names)));
 }
@@ -76,6 +65,14 @@ std::vector<Interpolation> Interpolations(const Parameter& parameter) {
     return {Interpolation::Linear, Interpolation::Hold, Interpolation::Smooth};
 }
 
+std::vector<std::string> InterpolationNames(const Parameter& parameter) {
+    std::vector<std::string> names;
+    for (const Interpolation interpolation : Interpolations(parameter)) {
+        names.emplace_back(InterpolationName(interpolation));
+    }
+    return names;
+}
+
 Keyframes ParseKeyframes(const Parameter& parameter, std::string_view text) {
     if (text.find(':') == std::string_view::npos) {
         return Keyframes(ParseValue(parameter, text));
@@ -97,12 +94,11 @@ std::string FormatKeyframes(const Parameter& parameter, const Keyframes& keyfram
     if (keys.size() == 1) {
         return ExactValue(parameter, keys.front().value);
     }
-    std::string text;
+    std::vector<std::string> texts;
     for (const Keyframe& key : keys) {
-        text += text.empty() ? "" : " ";
-        text += FormatKey(parameter, key);
+        texts.push_back(FormatKey(parameter, key));
     }
-    return text;
+    return fmt::format("{}", fmt::join(texts, " "));
 }
 
 } // namespace Kerovane::Host

@@ -13,6 +13,9 @@ namespace Kerovane::Host {
 /// where it can't be animated.
 std::vector<Interpolation> Interpolations(const Parameter& parameter);
 
+/// Their names, as ParseKeyframes reads them.
+std::vector<std::string> InterpolationNames(const Parameter& parameter);
+
 /**
  * Reads what a parameter is set to: one value, "24", or keys FRAME:VALUE with blanks between,
  * "1001:0 1050:100". The way from a key to the next is linear, or held where the parameter holds

@@ -1,6 +1,7 @@
 #include "Host/Parameters/Parameter.h"
 
 #include "Host/Text/Error.h"
+#include "Host/Text/Split.h"
 
 #include <fmt/format.h>
 
@@ -41,16 +42,6 @@ std::string BoundedText(const A_char* text, std::size_t size) {
     return {text, strnlen(text, size)};
 }
 
-std::vector<std::string> SplitChoices(std::string_view names) {
-    std::vector<std::string> choices;
-    for (std::size_t start = 0; start <= names.size();) {
-        const std::size_t end = std::min(names.find('|', start), names.size());
-        choices.emplace_back(names.substr(start, end - start));
-        start = end + 1;
-    }
-    return choices;
-}
-
 void ReadSlider(const PF_SliderDef& slider, Parameter& parameter) {
     parameter.defaultValue = slider.dephault;
     parameter.valid = {slider.valid_min * 1.0, slider.valid_max * 1.0};
@@ -88,7 +79,8 @@ void ReadCheckbox(const PF_CheckBoxDef& box, Parameter& parameter) {
 }
 
 void ReadPopup(const PF_PopupDef& popup, Parameter& parameter) {
-    parameter.choices = SplitChoices(popup.u.namesptr != nullptr ? popup.u.namesptr : "");
+    const auto names = Split(popup.u.namesptr != nullptr ? popup.u.namesptr : "", '|');
+    parameter.choices.assign(names.begin(), names.end());
     if (parameter.choices.size() != static_cast<std::size_t>(popup.num_choices)) {
         throw Error(fmt::format("the popup '{}' has {} choices and names {}", parameter.name,
                                 popup.num_choices, parameter.choices.size()));

@@ -3,13 +3,13 @@
 #include "Host/Text/Error.h"
 #include "Host/Text/NearestNames.h"
 #include "Host/Text/NumberText.h"
+#include "Host/Text/WordList.h"
 
 #include <fmt/format.h>
 
 #include <array>
 #include <optional>
 #include <utility>
-#include <vector>
 
 namespace Kerovane::Host {
 
@@ -62,25 +62,6 @@ std::optional<double> Parse(const Parameter& parameter, std::string_view text) {
     }
 }
 
-std::vector<std::string> TypedChoices(const Parameter& parameter) {
-    std::vector<std::string> names;
-    for (const std::string& choice : parameter.choices) {
-        names.push_back(TypedName(choice));
-    }
-    return names;
-}
-
-std::string ChoiceList(const Parameter& parameter) {
-    std::string list;
-    const std::vector<std::string> names = TypedChoices(parameter);
-    for (std::size_t choice = 0; choice < names.size(); ++choice) {
-        const bool last = choice + 1 == names.size();
-        list += choice == 0 ? "" : last ? " or " : ", ";
-        list += names[choice];
-    }
-    return list;
-}
-
 } // namespace
 
 std::string TypedName(std::string_view shownName) {
@@ -131,12 +112,21 @@ std::string_view UnitName(const Parameter& parameter) {
     return parameter.isPercent() ? "percent" : "";
 }
 
-std::string AcceptedValues(const Parameter& parameter) {
-    if (parameter.type() == PF_Param_POPUP) {
-        return ChoiceList(parameter);
-    }
+std::vector<std::string> TypedChoices(const Parameter& parameter) {
     if (parameter.type() == PF_Param_CHECKBOX) {
-        return "true or false";
+        return {"true", "false"};
+    }
+    std::vector<std::string> names;
+    for (const std::string& choice : parameter.choices) {
+        names.push_back(TypedName(choice));
+    }
+    return names;
+}
+
+std::string AcceptedValues(const Parameter& parameter) {
+    const std::vector<std::string> choices = TypedChoices(parameter);
+    if (!choices.empty()) {
+        return WordList(choices);
     }
     const std::string_view kind = parameter.takesWholeNumbers()        ? "a whole number"
                                   : parameter.isPercent()              ? "a percentage"
@@ -148,8 +138,9 @@ std::string AcceptedValues(const Parameter& parameter) {
 double ParseValue(const Parameter& parameter, std::string_view text) {
     const std::optional<double> value = Parse(parameter, text);
     if (!value || !parameter.accepts(*value)) {
+        const bool isPopup = parameter.type() == PF_Param_POPUP;
         throw Error(fmt::format("takes {}, not '{}'{}", AcceptedValues(parameter), text,
-                                Suggestion(text, TypedChoices(parameter))));
+                                isPopup ? Suggestion(text, TypedChoices(parameter)) : ""));
     }
     return *value;
 }

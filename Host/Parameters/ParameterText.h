@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -16,6 +17,9 @@ std::string_view TypeName(const Parameter& parameter);
 
 /// "percent", "degrees", or empty.
 std::string_view UnitName(const Parameter& parameter);
+
+/// The words that a popup or a checkbox can be set to, as typed; none for other parameters.
+std::vector<std::string> TypedChoices(const Parameter& parameter);
 
 /// What the parameter can be set to: "a whole number from 2 to 3000", "square or triangle".
 std::string AcceptedValues(const Parameter& parameter);

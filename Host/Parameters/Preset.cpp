@@ -2,8 +2,10 @@
 
 #include "Host/Parameters/KeyframeText.h"
 #include "Host/Parameters/ParameterText.h"
+#include "Host/Parameters/VersionText.h"
 #include "Host/Text/Error.h"
 #include "Host/Text/JsonNumber.h"
+#include "Host/Text/JsonText.h"
 #include "Host/Text/NearestNames.h"
 
 #include <fmt/format.h>
@@ -17,11 +19,6 @@ namespace Kerovane::Host {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-std::string VersionText(A_u_long version) {
-    return fmt::format("{}.{}.{}", PF_Version_VERS(version), PF_Version_SUBVERS(version),
-                       PF_Version_BUGVERS(version));
-}
 
 Json JsonValue(const Parameter& parameter, const Keyframes& keyframes) {
     const bool isText = keyframes.keys().size() > 1 || parameter.type() == PF_Param_POPUP;
@@ -48,7 +45,7 @@ public:
             readParameter((*list)[index], fmt::format("parameters[{}]", index));
         }
         if (!mProblems.empty()) {
-            throw Error(mProblems);
+            throw Error(fmt::format("{}", fmt::join(mProblems, "; ")));
         }
         return std::move(mSettings);
     }
@@ -155,12 +152,12 @@ private:
     }
 
     void complain(const std::string& place, std::string_view problem) {
-        mProblems += fmt::format("{}{} {}", mProblems.empty() ? "" : "; ", place, problem);
+        mProblems.push_back(fmt::format("{} {}", place, problem));
     }
 
     const std::vector<Parameter>& mParameters;
     ParameterSettings mSettings;
-    std::string mProblems;
+    std::vector<std::string> mProblems;
 };
 
 } // namespace
@@ -180,8 +177,7 @@ std::string FormatPreset(const std::vector<Parameter>& parameters, A_u_long vers
                         {"value", JsonValue(parameter, keyframes)}});
     }
     const Json preset{{"effect", {{"version", VersionText(version)}}}, {"parameters", list}};
-    constexpr int kIndent = 2;
-    return preset.dump(kIndent, ' ', false, Json::error_handler_t::replace) + '\n';
+    return JsonText(preset);
 }
 
 ParameterSettings ParsePreset(const std::vector<Parameter>& parameters, std::string_view json) {

@@ -2,6 +2,7 @@
 
 #include "Host/Text/Error.h"
 #include "Host/Text/NumberText.h"
+#include "Host/Text/Split.h"
 
 #include <fmt/format.h>
 
@@ -53,16 +54,13 @@ void Append(const Range& range, FrameList& frames) {
 
 FrameList ParseFrames(std::string_view text) {
     FrameList frames;
-    for (std::size_t start = 0; start <= text.size();) {
-        const std::size_t end = std::min(text.find(',', start), text.size());
-        const std::string_view word = text.substr(start, end - start);
+    for (const std::string_view word : Split(text, ',')) {
         const std::optional<Range> range = ParseRange(word);
         if (!range) {
             throw Error(fmt::format(
                 "takes frames like 1001-1100, 1001-1100x2 or 1,5,9, and '{}' is none", word));
         }
         Append(*range, frames);
-        start = end + 1;
     }
     std::ranges::sort(frames);
     frames.erase(std::unique(frames.begin(), frames.end()), frames.end());
@@ -76,26 +74,24 @@ FrameList FramesBetween(A_long first, A_long last) {
 }
 
 std::string FormatFrames(std::span<const A_long> frames) {
-    std::string text;
+    std::vector<std::string> ranges;
     for (std::size_t first = 0; first < frames.size();) {
         std::size_t last = first;
         while (last + 1 < frames.size() && frames[last + 1] == frames[last] + 1) {
             ++last;
         }
-        text += text.empty() ? "" : ", ";
-        text += last == first ? fmt::format("{}", frames[first])
-                              : fmt::format("{}-{}", frames[first], frames[last]);
+        ranges.push_back(last == first ? fmt::format("{}", frames[first])
+                                       : fmt::format("{}-{}", frames[first], frames[last]));
         first = last + 1;
     }
-    return text;
+    return fmt::format("{}", fmt::join(ranges, ", "));
 }
 
 Chunk ParseChunk(std::string_view text) {
-    const std::size_t slash = text.find('/');
-    const std::optional<A_long> number = ParseWhole(text.substr(0, slash));
-    const std::optional<A_long> count =
-        slash != std::string_view::npos ? ParseWhole(text.substr(slash + 1)) : std::nullopt;
-    if (!number || !count || *number < 1 || *number > *count) {
+    const std::vector<std::string_view> terms = Split(text, '/');
+    const std::optional<A_long> number = ParseWhole(terms.front());
+    const std::optional<A_long> count = ParseWhole(terms.back());
+    if (terms.size() != 2 || !number || !count || *number < 1 || *number > *count) {
         throw Error(
             fmt::format("takes a part of all, from 1/10 to 10/10 for example, not '{}'", text));
     }

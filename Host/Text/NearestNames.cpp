@@ -1,5 +1,9 @@
 #include "Host/Text/NearestNames.h"
 
+#include "Host/Text/WordList.h"
+
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <numeric>
 #include <utility>
@@ -47,12 +51,11 @@ std::string Suggestion(std::string_view word, std::span<const std::string> names
     std::ranges::stable_sort(near, {}, &decltype(near)::value_type::first);
     constexpr std::size_t kMost = 3;
     near.resize(std::min(near.size(), kMost));
-    std::string text;
-    for (std::size_t i = 0; i < near.size(); ++i) {
-        text += i == 0 ? "; did you mean " : i + 1 == near.size() ? " or " : ", ";
-        text += near[i].second;
+    std::vector<std::string> words;
+    for (const auto& [distance, name] : near) {
+        words.emplace_back(name);
     }
-    return text.empty() ? text : text + '?';
+    return words.empty() ? "" : fmt::format("; did you mean {}?", WordList(words));
 }
 
 } // namespace Kerovane::Host

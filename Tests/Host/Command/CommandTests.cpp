@@ -155,6 +155,7 @@ TEST_F(Command, ListsTheParametersForPeopleAndPrograms) {
                                 {"name", "Amount (px)"},
                                 {"id", 1},
                                 {"label", ""},
+                                {"meaning", ""},
                                 {"option", "amount-px"},
                                 {"unit", ""},
                                 {"default", 3},
@@ -166,10 +167,31 @@ TEST_F(Command, ListsTheParametersForPeopleAndPrograms) {
                                 {"interpolations", {"linear", "hold", "smooth"}}};
     EXPECT_EQ(json[1], slider);
     EXPECT_EQ(json[2]["default"], 0.3);
+    EXPECT_EQ(json[2]["meaning"], "") << "another Ratio than Tesselune's";
     EXPECT_EQ(json[3]["unit"], "percent");
     EXPECT_EQ(json[5]["choices"][1]["typed"], "number-two");
     EXPECT_EQ(json[5]["option"], "depth-5") << "the command has a --depth of its own";
     EXPECT_EQ(json[8]["label"], "Invert");
+}
+
+TEST_F(Command, TellsWhatEachParameterOfTesseluneMeans) {
+    const std::string table = run({"params"}).output;
+    const std::string help = run({"render", "--help"}).output;
+    const auto json = nlohmann::json::parse(run({"params", "--json"}).output)["parameters"];
+    int meanings = 0;
+    for (const auto& parameter : json) {
+        if (parameter.contains("option")) {
+            const std::string meaning = parameter["meaning"];
+            EXPECT_NE(meaning, "") << parameter;
+            EXPECT_NE(table.find(' ' + meaning + '\n'), std::string::npos) << table;
+            EXPECT_NE(help.find(' ' + meaning + ";\n"), std::string::npos) << help;
+            ++meanings;
+        }
+    }
+    EXPECT_EQ(meanings, 13);
+    const std::string size = run({"params", "size"}).output;
+    EXPECT_NE(size.find("  meaning     Height of the cells"), std::string::npos) << size;
+    EXPECT_NE(size.find("  unit        pixels\n"), std::string::npos) << size;
 }
 
 TEST_F(Command, DescribesOneParameter) {
@@ -183,15 +205,19 @@ TEST_F(Command, DescribesOneParameter) {
 }
 
 TEST_F(Command, GivesAParameterAnotherOptionThanItsOwn) {
-    std::istringstream help(run({"render", "--help"}).output);
     std::string names;
-    for (std::string line; std::getline(help, line) && line != "Parameters of the effect:";) {
-        const std::size_t start = line.find("--");
-        if (start <= 5) {
-            names += line.substr(start + 2, line.find(' ', start) - start - 2) + ' ';
+    for (const char* command : {"render", "sheet"}) {
+        std::istringstream help(run({command, "--help"}).output);
+        for (std::string line; std::getline(help, line) && line != "Parameters of the effect:";) {
+            const std::size_t start = line.find("--");
+            if (start <= 5) {
+                names += line.substr(start + 2, line.find(' ', start) - start - 2) + ' ';
+            }
         }
     }
-    EXPECT_NE(names.find("frames "), std::string::npos) << names;
+    for (const char* name : {"frames ", "vary "}) {
+        EXPECT_NE(names.find(name), std::string::npos) << names;
+    }
     const std::string json =
         runFake({"params", "--json"}, "", {"FAKE_EFFECT_SWITCHES=" + names}).output;
     const nlohmann::json listing = nlohmann::json::parse(json);
