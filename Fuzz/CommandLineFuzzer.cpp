@@ -5,11 +5,9 @@
 #include "Fuzz/TextInput.h"
 #include "Host/Command/LineParser.h"
 #include "Host/Command/ParameterOptions.h"
-#include "Host/Command/RenderCommand.h"
-#include "Host/Command/SheetCommand.h"
+#include "Host/Command/PresetOptions.h"
 #include "Host/Command/SheetPlan.h"
-#include "Host/Parameters/FrameRate.h"
-#include "Host/Shots/FrameList.h"
+#include "Host/Command/ShotOptions.h"
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -36,73 +34,56 @@ std::vector<std::string> Words(std::string_view text) {
     return words;
 }
 
-/// The command's two subcommands with the options of the sample effect.
-class Line {
-public:
-    Line() {
-        mApp.fallthrough();
-        mRender.addTo(mRenderCommand);
-        mRenderParameters.addTo(mRenderCommand, SampleEffect());
-        mSheet.addTo(mSheetCommand);
-        mSheetParameters.addTo(mSheetCommand, SampleEffect());
+void CheckSettings(const ParameterOptions& options) {
+    for (const auto& [id, keyframes] : options.settings()) {
+        const Parameter* parameter = FindParameter(SampleEffect(), id);
+        Expect(parameter != nullptr && parameter->accepts(keyframes.keys().front().value),
+               "an option sets what its parameter accepts");
     }
+}
 
-    /// Throws Error where the line asks for what can't be, CLI::Success where it asks for help.
-    bool read(const std::vector<std::string>& words) {
-        std::vector<const char*> arguments(words.size());
-        std::ranges::transform(words, arguments.begin(), &std::string::c_str);
-        ParseLine(mApp, static_cast<int>(arguments.size()), arguments.data());
-        if (mRenderCommand.parsed()) {
-            checkSettings(mRenderParameters.settings());
-            readShot();
-        }
-        if (mSheetCommand.parsed()) {
-            checkSettings(mSheetParameters.settings());
-            readVariations();
-        }
-        return true;
-    }
+/// The options of the two commands that render, with those of the sample effect. Throws Error if
+/// the line asks for what can't be, CLI::Success if it asks for help.
+bool ReadLine(const std::vector<std::string>& words) {
+    CLI::App app{"", "tesselune"};
+    app.fallthrough();
+    std::string in;
+    std::string out;
 
-private:
-    static void checkSettings(const ParameterSettings& settings) {
-        for (const auto& [id, keyframes] : settings) {
-            const Parameter* parameter = FindParameter(SampleEffect(), id);
-            Expect(parameter != nullptr && parameter->accepts(keyframes.keys().front().value),
-                   "an option sets what its parameter accepts");
-        }
-    }
+    CLI::App& render = *app.add_subcommand("render", "");
+    render.add_option("IN", in)->required();
+    render.add_option("OUT", out)->required();
+    ShotOptions shot;
+    shot.addTo(render);
+    PresetOptions preset;
+    preset.addTo(render);
+    ParameterOptions renderParameters;
+    renderParameters.addTo(render, SampleEffect());
+    render.callback([&] {
+        CheckSettings(renderParameters);
+        shot.request(in, out);
+        shot.setting();
+        shot.rate();
+    });
 
-    void readShot() {
-        readOption("--frames", ParseFrames);
-        readOption("--chunk", ParseChunk);
-        readOption("--fps", ParseFrameRate);
-    }
-
-    template <typename Parse>
-    void readOption(const char* name, Parse parse) {
-        const CLI::Option* option = mRenderCommand.get_option(name);
-        if (!option->empty()) {
-            parse(option->as<std::string>());
-        }
-    }
-
-    void readVariations() {
-        const CLI::Option* vary = mSheetCommand.get_option("--vary");
-        if (!vary->empty()) {
-            const SheetPlan plan =
-                Variations(vary->results(), SampleEffect(), mSheetParameters.names());
+    CLI::App& sheet = *app.add_subcommand("sheet", "");
+    std::vector<std::string> vary;
+    sheet.add_option("--vary", vary)->allow_extra_args(false);
+    ParameterOptions sheetParameters;
+    sheetParameters.addTo(sheet, SampleEffect());
+    sheet.callback([&] {
+        CheckSettings(sheetParameters);
+        if (!vary.empty()) {
+            const SheetPlan plan = Variations(vary, SampleEffect(), sheetParameters.names());
             Expect(!plan.empty() && !plan.front().empty(), "a sheet has a picture");
         }
-    }
+    });
 
-    CLI::App mApp{"", "tesselune"};
-    CLI::App& mRenderCommand = *mApp.add_subcommand("render", "");
-    CLI::App& mSheetCommand = *mApp.add_subcommand("sheet", "");
-    RenderCommand mRender;
-    SheetCommand mSheet;
-    ParameterOptions mRenderParameters;
-    ParameterOptions mSheetParameters;
-};
+    std::vector<const char*> line(words.size());
+    std::ranges::transform(words, line.begin(), &std::string::c_str);
+    ParseLine(app, line);
+    return true;
+}
 
 } // namespace
 
@@ -111,8 +92,7 @@ private:
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace Kerovane::Fuzz;
     try {
-        Line line;
-        ReadOrError([&] { return line.read(Words(TextOf(data, size))); });
+        ReadOrError([&] { return ReadLine(Words(TextOf(data, size))); });
     } catch (const CLI::Success&) {
         return 0; // help is asked for
     }

@@ -2,4 +2,5 @@
 # and manual pages are compressed.
 set(share ${CPACK_TEMPORARY_DIRECTORY}/${CPACK_PACKAGING_INSTALL_PREFIX}/share)
 file(RENAME ${share}/zsh/site-functions ${share}/zsh/vendor-completions)
-execute_process(COMMAND gzip -9n ${share}/man/man1/tesselune.1 COMMAND_ERROR_IS_FATAL ANY)
+file(GLOB pages ${share}/man/man1/*.1)
+execute_process(COMMAND gzip -9n ${pages} COMMAND_ERROR_IS_FATAL ANY)

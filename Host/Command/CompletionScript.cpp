@@ -73,11 +73,11 @@ std::string BashCommand(const std::string& pattern, const CommandOutline& comman
     return BashBranch(kIndent, pattern, ' ' + Joined(words), files);
 }
 
-/// One of `_arguments`' descriptions, in which brackets and colons have a meaning: the last line of
-/// `text`, which for a parameter is what it takes.
+/// One of `_arguments`' descriptions, in which brackets and colons have a meaning: the first line
+/// of `text`, which for a parameter is what it means.
 std::string ZshDescription(std::string_view text) {
     std::string escaped;
-    for (const char character : text.substr(text.rfind('\n') + 1)) {
+    for (const char character : text.substr(0, text.find(";\n"))) {
         if (std::string_view("[]:\\").find(character) != std::string_view::npos) {
             escaped += '\\';
         }

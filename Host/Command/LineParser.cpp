@@ -1,7 +1,9 @@
 #include "Host/Command/LineParser.h"
 
+#include "Host/Command/Subcommands.h"
 #include "Host/Text/Error.h"
 #include "Host/Text/NearestNames.h"
+#include "Host/Text/WordList.h"
 
 #include <fmt/format.h>
 
@@ -12,8 +14,17 @@ namespace Kerovane::Host {
 
 namespace {
 
+std::vector<std::string> CommandNames(const CLI::App& app) {
+    std::vector<std::string> names;
+    for (const CLI::App* command : CommandsOf(app)) {
+        names.push_back(command->get_name());
+    }
+    return names;
+}
+
 /// The names of what may stand on the line once the given part of it is understood.
 std::vector<std::string> KnownNames(const CLI::App& app) {
+    const std::vector<std::string> commands = CommandNames(app);
     std::vector<std::string> names;
     for (const CLI::App* part = &app; part != nullptr;) {
         for (const CLI::Option* option : part->get_options()) {
@@ -24,9 +35,7 @@ std::vector<std::string> KnownNames(const CLI::App& app) {
         const std::vector<CLI::App*> chosen = part->get_subcommands();
         part = chosen.empty() ? nullptr : chosen.front();
     }
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
-        names.push_back(command->get_name());
-    }
+    names.insert(names.end(), commands.begin(), commands.end());
     return names;
 }
 
@@ -44,9 +53,15 @@ std::string Unexpected(const CLI::App& app) {
 
 } // namespace
 
-void ParseLine(CLI::App& app, int argc, const char* const* argv) {
+void ParseLine(CLI::App& app, std::span<const char* const> line) {
+    app.callback([&app] {
+        if (app.get_subcommands().empty()) {
+            throw Error(fmt::format("a command is needed: {}; see tesselune --help",
+                                    WordList(CommandNames(app))));
+        }
+    });
     try {
-        app.parse(argc, argv);
+        app.parse(static_cast<int>(line.size()), line.data());
     } catch (const CLI::Success&) {
         throw;
     } catch (const CLI::ExtrasError&) {

@@ -1,5 +1,7 @@
 #include "Host/Command/ParameterOptions.h"
 
+#include "Host/Command/Subcommands.h"
+#include "Host/Command/ValueTypes.h"
 #include "Host/Parameters/KeyframeText.h"
 #include "Host/Parameters/OptionNames.h"
 #include "Host/Parameters/ParameterMeaning.h"
@@ -16,25 +18,32 @@ namespace Kerovane::Host {
 
 namespace {
 
-constexpr const char* kGroup = "Parameters of the effect";
-
 /// Adds the long names of the options that `app` and its commands have, but for parameters.
 void CollectOwnOptions(const CLI::App& app, std::set<std::string>& names) {
     for (const CLI::Option* option : app.get_options()) {
-        if (option->get_group() != kGroup) {
+        if (option->get_group() != kParameterGroup) {
             names.insert(option->get_lnames().begin(), option->get_lnames().end());
         }
     }
-    for (const CLI::App* command : app.get_subcommands([](const CLI::App*) { return true; })) {
+    for (const CLI::App* command : CommandsOf(app)) {
         CollectOwnOptions(*command, names);
     }
 }
 
-/// What a parameter means, if that is known, on a line of its own, and what it takes.
+std::string ValueType(const Parameter& parameter) {
+    const std::vector<std::string> choices = TypedChoices(parameter);
+    return choices.empty() ? "VALUE" : ChoiceType(choices);
+}
+
+/// What a parameter means, as far as it is known, and on a line of its own what it takes, unless
+/// its choices say so already.
 std::string HelpOf(const Parameter& parameter) {
-    const std::string_view meaning = MeaningOf(parameter);
-    return fmt::format("{}{} [{}]", meaning.empty() ? "" : fmt::format("{};\n", meaning),
-                       AcceptedValues(parameter), FormatValue(parameter, parameter.defaultValue));
+    std::string help(MeaningOf(parameter));
+    if (TypedChoices(parameter).empty()) {
+        help += fmt::format("{}{}", help.empty() ? "" : ";\n", AcceptedValues(parameter));
+    }
+    return fmt::format("{}{}[{}]", help, help.empty() ? "" : " ",
+                       FormatValue(parameter, parameter.defaultValue));
 }
 
 } // namespace
@@ -58,8 +67,9 @@ void ParameterOptions::addTo(CLI::App& command, const std::vector<Parameter>& pa
             continue;
         }
         const std::string help = HelpOf(parameter);
-        const CLI::Option* option =
-            command.add_option("--" + mNames[index], help)->type_name("")->group(kGroup);
+        const CLI::Option* option = command.add_option("--" + mNames[index], help)
+                                        ->type_name(ValueType(parameter))
+                                        ->group(kParameterGroup);
         mOptions.push_back({.parameter = &parameter, .option = option});
     }
 }

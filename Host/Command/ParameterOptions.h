@@ -10,6 +10,9 @@
 
 namespace Kerovane::Host {
 
+/// The heading of these options in the help.
+inline constexpr const char* kParameterGroup = "Parameters of the effect";
+
 /**
  * The option of each parameter, by index, the same in all commands of the line that `command` is
  * part of. A parameter never has the name of an option that the line or a command has itself.

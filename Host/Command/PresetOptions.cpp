@@ -1,5 +1,6 @@
 #include "Host/Command/PresetOptions.h"
 
+#include "Host/Command/ValueTypes.h"
 #include "Host/Parameters/Preset.h"
 #include "Host/Pictures/ReplaceFile.h"
 #include "Host/Text/Error.h"
@@ -40,10 +41,10 @@ std::string ContentOf(const std::filesystem::path& path) {
 
 void PresetOptions::addTo(CLI::App& command) {
     command.add_option("--preset", mToLoad, "file with parameters; options win over it")
-        ->type_name("")
+        ->type_name(kFileType)
         ->group("Presets");
     command.add_option("--save-preset", mToSave, "file to keep the parameters in")
-        ->type_name("")
+        ->type_name(kFileType)
         ->group("Presets");
 }
 

@@ -1,48 +1,72 @@
-#include "Host/Command/RenderCommand.h"
-
-#include "Host/Command/JsonLog.h"
-#include "Host/Command/ShotProgress.h"
-#include "Host/Command/ShotTally.h"
+#include "Host/Command/Commands.h"
+#include "Host/Command/ParameterOptions.h"
+#include "Host/Command/PresetOptions.h"
+#include "Host/Command/ShotOptions.h"
+#include "Host/Command/ShotReport.h"
+#include "Host/Command/ValueTypes.h"
 #include "Host/Pictures/PictureWriter.h"
 #include "Host/Session/Drawable.h"
 #include "Host/Shots/Interruption.h"
-#include "Host/Text/Error.h"
 
 #include <CLI/Validators.hpp>
+#include <fmt/format.h>
 
 #include <csignal>
-#include <optional>
+#include <filesystem>
+#include <memory>
 
 namespace Kerovane::Host {
 
 namespace {
 
-/// Draws worlds with what the line sets. Without OpenGL the effect draws nothing and reports
-/// nothing, so it is asked for beforehand.
-class FrameRenderer {
-public:
-    FrameRenderer(Effect& effect, const ParameterSettings& settings, FrameRate rate,
-                  A_long downsample)
-        : mEffect(effect),
-          mValues(ValuesOverTime(settings, rate)),
-          mRate(rate),
-          mDownsample(downsample) {
-        CheckDrawable(0, 0);
-    }
+/// What the line asks for.
+struct RenderOptions {
+    std::filesystem::path in;
+    std::filesystem::path out;
+    A_long downsample = 1;
+    std::filesystem::path jsonLog; ///< empty: none
+    bool quiet = false;
+    ShotOptions shot;
+    PresetOptions preset;
+    ParameterOptions parameters;
 
-    void render(A_long frame, const World& input, World& output) {
-        CheckDrawable(input.width(), input.height());
-        mEffect.render(
-            {.time = mRate.timeOf(frame), .timeStep = mRate.timeStep(), .downsample = mDownsample},
-            mValues, input, output);
-    }
+    void addTo(CLI::App& command);
 
-private:
-    Effect& mEffect;
-    ParameterValues mValues;
-    FrameRate mRate;
-    A_long mDownsample;
+    /// Throws Error if the preset doesn't fit the effect or an option's value is none.
+    ParameterSettings settings(const Effect& effect) const;
 };
+
+void RenderOptions::addTo(CLI::App& command) {
+    constexpr int kMaxDownsample = 64;
+    command.add_option("IN", in, "picture to read, or sequence: shot.#.png, shot.%04d.exr")
+        ->required()
+        ->type_name(kFileType);
+    command.add_option("OUT", out, "picture or sequence to write, as its extension says")
+        ->required()
+        ->type_name(kFileType);
+    shot.addTo(command);
+    command
+        .add_option("--downsample", downsample,
+                    "IN is a preview, reduced so many times: pixels in parameters follow [1]")
+        ->check(CLI::Range(1, kMaxDownsample).description(""))
+        ->type_name("N");
+    preset.addTo(command);
+    command.add_flag("--quiet", quiet, "show failures only")->group("Progress");
+    command.add_option("--json-log", jsonLog, "a line of JSON for each frame; - is the output")
+        ->type_name(kFileType)
+        ->group("Progress");
+    command.footer("A parameter takes one value, or keys FRAME:VALUE with linear, hold or smooth "
+                   "behind them.\n\nExamples:\n"
+                   "  tesselune render photo.jpg cells.png --shape-type triangle --size 40\n"
+                   "  tesselune render shot.#.exr out.#.exr --frames 1001-1050 \\\n"
+                   "      --transition-progress \"1001:0:smooth 1050:100\"");
+}
+
+ParameterSettings RenderOptions::settings(const Effect& effect) const {
+    ParameterSettings settings = parameters.settings();
+    settings.merge(preset.load(effect)); // adds what isn't there
+    return settings;
+}
 
 /// A single picture is frame 0, and what fails with it fails as a whole.
 Shot SinglePicture(const ShotRequest& request) {
@@ -73,113 +97,60 @@ void CheckTimes(const Shot& shot, FrameRate rate) {
     }
 }
 
-/// So that where a file may not grow, or nobody listens any more, writing fails as it does on a
-/// full disk, and the process goes on.
+/// Ignores SIGXFSZ and SIGPIPE: writing then fails with an error code instead of ending the
+/// process.
 void LetWritingFail() {
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 }
 
-constexpr int kAllDone = 0;
-constexpr int kSomeFailed = 2;
-constexpr int kInterrupted = 130;
+int Render(const RenderOptions& options, CommandContext& context) {
+    Effect& effect = context.effect();
+    const ParameterSettings settings = options.settings(effect);
+    const ShotRequest request = options.shot.request(options.in, options.out);
+    const FrameRate rate = options.shot.rate();
+    const Rendering rendering = AsksForShot(request) ? Rendering::Shot : Rendering::Picture;
+    const Shot shot = rendering == Rendering::Shot ? PlanShot(request) : SinglePicture(request);
+    CheckTimes(shot, rate);
+    CheckTarget(shot);
+    CheckDrawable(0, 0);
 
-int Status(const ShotTally& tally) {
-    if (tally.ended() < tally.frames()) {
-        return kInterrupted;
-    }
-    return tally.hasFailures() ? kSomeFailed : kAllDone;
+    const Verbosity verbosity = context.isVerbose() ? Verbosity::Verbose
+                                : options.quiet     ? Verbosity::Quiet
+                                                    : Verbosity::Normal;
+    ShotReport report(rendering, shot.frames.size(), verbosity, options.jsonLog, context.streams());
+    options.preset.save(effect, settings);
+    TellMissing(shot, request.missing, context.streams());
+
+    LetWritingFail();
+    const Interruption interruption;
+    const ParameterValues values = ValuesOverTime(settings, rate);
+    const auto render = [&](const ShotFrame& frame, const World& input, World& output) {
+        CheckDrawable(input.width(), input.height());
+        effect.render({.time = rate.timeOf(frame.number),
+                       .timeStep = rate.timeStep(),
+                       .downsample = options.downsample},
+                      values, input, output);
+    };
+    const auto ended = [&](const ShotFrame& frame, const FrameReport& frameReport) {
+        report.frameEnded(frame, frameReport);
+    };
+    RenderShot(shot.frames, options.shot.setting(), {.render = render, .ended = ended},
+               Interruption::requested());
+    return report.finish();
 }
 
 } // namespace
 
-void RenderCommand::addTo(CLI::App& command) {
-    constexpr int kMaxDownsample = 64;
-    command.add_option("IN", mIn, "picture to read, or sequence: shot.#.png, shot.%04d.exr")
-        ->required()
-        ->type_name("");
-    command.add_option("OUT", mOut, "picture or sequence to write, as its extension says")
-        ->required()
-        ->type_name("");
-    mShot.addTo(command);
-    command
-        .add_option("--downsample", mDownsample,
-                    "IN is a preview, reduced so many times: pixels in parameters follow [1]")
-        ->check(CLI::Range(1, kMaxDownsample).description(""))
-        ->type_name("");
-    mPreset.addTo(command);
-    command.add_flag("--quiet", mQuiet, "show failures only")->group("Progress");
-    command.add_option("--json-log", mJsonLog, "file for a line of JSON a frame; - is the output")
-        ->type_name("")
-        ->group("Progress");
-    command.footer("A parameter takes one value, or keys FRAME:VALUE with linear, hold or smooth "
-                   "behind them.\n\nExamples:\n"
-                   "  tesselune render photo.jpg cells.png --shape-type triangle --size 40\n"
-                   "  tesselune render shot.#.exr out.#.exr --frames 1001-1050 \\\n"
-                   "      --transition-progress \"1001:0:smooth 1050:100\"");
-}
-
-void RenderCommand::addParametersTo(CLI::App& command, const Effect& effect) {
-    mParameters.addTo(command, effect.parameters());
-}
-
-ParameterSettings RenderCommand::settings(const Effect& effect) const {
-    ParameterSettings settings = mParameters.settings();
-    settings.merge(mPreset.load(effect)); // adds what isn't there
-    return settings;
-}
-
-int RenderCommand::run(Effect& effect, StandardStreams& streams, bool verbose) const {
-    const Verbosity verbosity = verbose  ? Verbosity::Verbose
-                                : mQuiet ? Verbosity::Quiet
-                                         : Verbosity::Normal;
-    const ParameterSettings settings = this->settings(effect);
-    const ShotRequest request = mShot.request(mIn, mOut);
-    const FrameRate rate = mShot.rate();
-    const bool isShot = AsksForShot(request);
-    const Shot shot = isShot ? PlanShot(request) : SinglePicture(request);
-    CheckTimes(shot, rate);
-    CheckTarget(shot);
-    FrameRenderer renderer(effect, settings, rate, mDownsample);
-    std::optional<JsonLog> log;
-    if (!mJsonLog.empty()) {
-        log.emplace(mJsonLog, streams);
-    }
-    mPreset.save(effect, settings);
-    TellMissing(shot, request.missing, streams);
-
-    LetWritingFail();
-    const Interruption interruption;
-    ShotTally tally(shot.frames.size());
-    ShotProgress progress(verbosity, streams);
-    std::string failure;
-    const auto render = [&](const ShotFrame& frame, const World& input, World& output) {
-        renderer.render(frame.number, input, output);
-    };
-    const auto ended = [&](const ShotFrame& frame, const FrameReport& report) {
-        tally.add(frame, report);
-        if (log) {
-            log->add(frame, report);
-        }
-        if (isShot) {
-            progress.frameEnded(frame, report, tally);
-        }
-        failure = report.reason;
-    };
-    RenderShot(shot.frames, mShot.setting(), {.render = render, .ended = ended},
-               Interruption::requested());
-    if (!isShot && !failure.empty()) {
-        throw Error(failure);
-    }
-    if (isShot || verbose) {
-        progress.finish(tally);
-    }
-    if (Status(tally) == kInterrupted) {
-        streams.complain(fmt::format("interrupted with {} of {} frames done; the same command with "
-                                     "--resume does the rest",
-                                     tally.ended(), tally.frames()));
-    }
-    return Status(tally);
+void AddRenderCommand(CLI::App& app, CommandContext& context) {
+    CLI::App* command =
+        app.add_subcommand("render", "Render a picture or a sequence through the effect");
+    const auto options = std::make_shared<RenderOptions>();
+    options->addTo(*command);
+    context.addParametersTo(*command, [options, command](const std::vector<Parameter>& parameters) {
+        options->parameters.addTo(*command, parameters);
+    });
+    command->callback([options, &context] { context.exitStatus = Render(*options, context); });
 }
 
 } // namespace Kerovane::Host

@@ -1,5 +1,7 @@
-#include "Host/Command/SheetCommand.h"
-
+#include "Host/Command/Commands.h"
+#include "Host/Command/ParameterOptions.h"
+#include "Host/Command/SheetPlan.h"
+#include "Host/Command/ValueTypes.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
 #include "Host/Session/Drawable.h"
@@ -11,11 +13,45 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
 
 namespace Kerovane::Host {
 
 namespace {
+
+/// What the line asks for.
+struct SheetOptions {
+    std::filesystem::path in;
+    std::filesystem::path out;
+    std::vector<std::string> vary; ///< empty: an overview
+    A_long width = 320;            ///< of a cell's picture, in pixels
+    ParameterOptions parameters;
+
+    void addTo(CLI::App& command);
+};
+
+void SheetOptions::addTo(CLI::App& command) {
+    command.add_option("IN", in, "picture to read")->required()->type_name(kFileType);
+    command.add_option("OUT", out, "sheet to write, its format as its extension says")
+        ->required()
+        ->type_name(kFileType);
+    command
+        .add_option("--vary", vary,
+                    "a parameter to vary, the whole effect if there is none; PARAMETER alone for "
+                    "all choices; twice for a grid")
+        ->allow_extra_args(false)
+        ->type_name(kVariationType);
+    constexpr int kMinWidth = 16;
+    command.add_option("--width", width, "pixels across each picture, at most IN's own [320]")
+        ->check(CLI::Range(kMinWidth, World::kMaxSide).description(""))
+        ->type_name("N");
+    command.footer("Example:\n  tesselune sheet photo.jpg sheet.png --vary size=8,16,32 "
+                   "--vary direction=0,45,90 \\\n      --transition-progress 50");
+}
 
 Label LabelOf(const SheetCell& cell) {
     if (cell.empty()) {
@@ -55,39 +91,29 @@ OIIO::ImageSpec OriginOfSheet(OIIO::ImageSpec origin, const World& sheet) {
     return origin;
 }
 
-} // namespace
-
-void SheetCommand::addTo(CLI::App& command) {
-    command.add_option("IN", mIn, "picture to read")->required()->type_name("");
-    command.add_option("OUT", mOut, "sheet to write, its format as its extension says")
-        ->required()
-        ->type_name("");
-    command
-        .add_option("--vary", mVary,
-                    "NAME=VALUE,...: a parameter to vary, the whole effect where none is; NAME "
-                    "alone for all choices; twice for a grid")
-        ->allow_extra_args(false)
-        ->type_name("");
-    constexpr int kMinWidth = 16;
-    command.add_option("--width", mWidth, "pixels across each picture, at most IN's own [320]")
-        ->check(CLI::Range(kMinWidth, World::kMaxSide).description(""))
-        ->type_name("");
-    command.footer("Example:\n  tesselune sheet photo.jpg sheet.png --vary size=8,16,32 "
-                   "--vary direction=0,45,90 \\\n      --transition-progress 50");
+SheetPlan PlanOf(const SheetOptions& options, const std::vector<Parameter>& parameters,
+                 const ParameterValues& fixed) {
+    if (options.vary.empty()) {
+        return Overview(parameters, options.parameters.names());
+    }
+    SheetPlan plan = Variations(options.vary, parameters, options.parameters.names());
+    for (const SheetSetting& setting : plan.front().front()) {
+        if (fixed.at(setting.id, {})) {
+            const std::string option = setting.text.substr(0, setting.text.find(' '));
+            throw Error(fmt::format("--{0} is given and --vary {0} too", option));
+        }
+    }
+    return plan;
 }
 
-void SheetCommand::addParametersTo(CLI::App& command, const Effect& effect) {
-    mParameters.addTo(command, effect.parameters());
-}
-
-void SheetCommand::run(Effect& effect) const {
-    const ParameterValues fixed = mParameters.values();
-    const SheetPlan plan = this->plan(effect, fixed);
-    const PictureWriter writer(mOut);
-    const Picture picture = ReadPicture(mIn);
+void MakeSheet(const SheetOptions& options, Effect& effect) {
+    const ParameterValues fixed = options.parameters.values();
+    const SheetPlan plan = PlanOf(options, effect.parameters(), fixed);
+    const PictureWriter writer(options.out);
+    const Picture picture = ReadPicture(options.in);
     const World& input = picture.world;
     CheckDrawable(input.width(), input.height());
-    ContactSheet sheet = Layout(plan, input, mWidth);
+    ContactSheet sheet = Layout(plan, input, options.width);
     World output(input.depth(), input.width(), input.height());
     for (std::size_t row = 0; row < plan.size(); ++row) {
         for (std::size_t column = 0; column < plan[row].size(); ++column) {
@@ -102,18 +128,17 @@ void SheetCommand::run(Effect& effect) const {
     writer.write(page, OriginOfSheet(picture.origin, page));
 }
 
-SheetPlan SheetCommand::plan(const Effect& effect, const ParameterValues& fixed) const {
-    if (mVary.empty()) {
-        return Overview(effect.parameters(), mParameters.names());
-    }
-    SheetPlan plan = Variations(mVary, effect.parameters(), mParameters.names());
-    for (const SheetSetting& setting : plan.front().front()) {
-        if (fixed.at(setting.id, {})) {
-            const std::string option = setting.text.substr(0, setting.text.find(' '));
-            throw Error(fmt::format("--{0} is given and --vary {0} too", option));
-        }
-    }
-    return plan;
+} // namespace
+
+void AddSheetCommand(CLI::App& app, CommandContext& context) {
+    CLI::App* command =
+        app.add_subcommand("sheet", "Show a picture under many settings on one page");
+    const auto options = std::make_shared<SheetOptions>();
+    options->addTo(*command);
+    context.addParametersTo(*command, [options, command](const std::vector<Parameter>& parameters) {
+        options->parameters.addTo(*command, parameters);
+    });
+    command->callback([options, &context] { MakeSheet(*options, context.effect()); });
 }
 
 } // namespace Kerovane::Host

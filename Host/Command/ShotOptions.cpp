@@ -1,13 +1,14 @@
 #include "Host/Command/ShotOptions.h"
 
+#include "Host/Command/ValueTypes.h"
 #include "Host/Text/Error.h"
 #include "Host/Text/NearestNames.h"
+#include "Host/Text/WordList.h"
 
 #include <CLI/Validators.hpp>
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <thread>
 
 namespace Kerovane::Host {
@@ -31,14 +32,20 @@ auto Read(const char* option, const std::string& text, Parse parse) {
     }
 }
 
+/// In the order of MissingFrames.
+const std::vector<std::string>& MissingNames() {
+    static const std::vector<std::string> kNames{"error", "skip", "hold"};
+    return kNames;
+}
+
 MissingFrames ParseMissing(const std::string& text) {
-    static const std::array<std::string, 3> kNames{"error", "skip", "hold"};
-    const auto* const found = std::ranges::find(kNames, text);
-    if (found == kNames.end()) {
+    const std::vector<std::string>& names = MissingNames();
+    const auto found = std::ranges::find(names, text);
+    if (found == names.end()) {
         throw Error(
-            fmt::format("takes error, skip or hold, not '{}'{}", text, Suggestion(text, kNames)));
+            fmt::format("takes {}, not '{}'{}", WordList(names), text, Suggestion(text, names)));
     }
-    return static_cast<MissingFrames>(found - kNames.begin());
+    return static_cast<MissingFrames>(found - names.begin());
 }
 
 } // namespace
@@ -46,22 +53,25 @@ MissingFrames ParseMissing(const std::string& text) {
 ShotOptions::ShotOptions() : mThreads(DefaultThreads()) {}
 
 void ShotOptions::addTo(CLI::App& command) {
-    const auto add = [&command](const char* name, auto& value, const std::string& text) {
-        return command.add_option(name, value, text)->type_name("")->group("Sequences");
+    const auto add = [&command](const char* name, auto& value, const std::string& type,
+                                const std::string& text) {
+        return command.add_option(name, value, text)->type_name(type)->group("Sequences");
     };
-    add("--frames", mFrames, "1001-1100, 1001-1100x2 or 1,5,9 [all from first to last on disk]");
-    add("--fps", mRate, "frames a second: 25, 23.976 or 24000/1001 [24]");
-    add("--missing", mMissing, "frames that aren't there: error, skip or hold [error]");
-    add("--chunk", mChunk, "the K-th of N parts of the frames: 3/10 [1/1]");
+    add("--frames", mFrames, "LIST",
+        "1001-1100, 1001-1100x2 or 1,5,9 [all from first to last on disk]");
+    add("--fps", mRate, "RATE", "frames a second: 25, 23.976 or 24000/1001 [24]");
+    add("--missing", mMissing, ChoiceType(MissingNames()),
+        "what becomes of frames that aren't there [error]");
+    add("--chunk", mChunk, "K/N", "the K-th of N parts of the frames: 3/10 [1/1]");
     command.add_flag("--resume", mResume, "keep the outputs that are there and whole")
         ->group("Sequences");
-    add("--threads", mThreads, fmt::format("that read and write files [{}]", mThreads))
+    add("--threads", mThreads, "N", fmt::format("that read and write files [{}]", mThreads))
         ->check(CLI::Range(std::size_t{1}, kMostThreads).description(""));
-    add("--max-frames-in-flight", mInFlight, "frames in memory at a time [threads + 2]")
+    add("--max-frames-in-flight", mInFlight, "N", "frames in memory at a time [threads + 2]")
         ->check(CLI::Range(std::size_t{1}, std::size_t{4} * kMostThreads).description(""));
-    command.add_option("--depth", mDepth, "bits of a channel: 8, 16 or 32 [as IN has]")
+    command.add_option("--depth", mDepth, "bits of a channel [as IN has]")
         ->check(CLI::IsMember({8, 16, 32}).description(""))
-        ->type_name("");
+        ->type_name(ChoiceType({"8", "16", "32"}));
 }
 
 ShotRequest ShotOptions::request(const std::filesystem::path& input,

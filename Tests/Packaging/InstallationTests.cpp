@@ -23,7 +23,7 @@ protected:
 
 TEST_F(Installation, PutsEverythingInItsUsualPlace) {
     for (const char* file :
-         {"bin/tesselune", "share/man/man1/tesselune.1",
+         {"bin/tesselune", "share/man/man1/tesselune.1", "share/man/man1/tesselune-render.1",
           "share/bash-completion/completions/tesselune", "share/zsh/site-functions/_tesselune"}) {
         EXPECT_TRUE(fs::is_regular_file(root() / file)) << file;
         EXPECT_GT(fs::file_size(root() / file), 1000U) << file;

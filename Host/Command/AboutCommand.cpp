@@ -1,10 +1,11 @@
-#include "Host/Command/AboutText.h"
-
+#include "Host/Command/Commands.h"
 #include "Host/Parameters/VersionText.h"
 #include "Platform/OpenGL/OpenGLAvailability.h"
 #include "Platform/OpenGL/OpenGLDescription.h"
 
 #include <fmt/format.h>
+
+#include <string>
 
 namespace Kerovane::Host {
 
@@ -21,9 +22,14 @@ std::string OpenGLText() {
 
 } // namespace
 
-std::string AboutText(Effect& effect) {
-    return fmt::format("{}\nVersion: {}\n{}", effect.about(), FullVersionText(effect.version()),
-                       OpenGLText());
+void AddAboutCommand(CLI::App& app, CommandContext& context) {
+    CLI::App* command =
+        app.add_subcommand("about", "Tell the versions of the effect and of OpenGL");
+    command->callback([&context] {
+        Effect& effect = context.effect();
+        context.streams().print(fmt::format("{}\nVersion: {}\n{}", effect.about(),
+                                            FullVersionText(effect.version()), OpenGLText()));
+    });
 }
 
 } // namespace Kerovane::Host

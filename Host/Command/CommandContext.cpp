@@ -1,0 +1,53 @@
+#include "Host/Command/CommandContext.h"
+
+#include "Host/Command/InstalledModule.h"
+#include "Host/Command/ValueTypes.h"
+
+#include <string_view>
+#include <utility>
+
+namespace Kerovane::Host {
+
+CommandContext::CommandContext(std::span<const char* const> line, StandardStreams& streams)
+    : mStreams(streams), mModule(InstalledModule()) {
+    constexpr std::string_view kAssignedEffect = "--effect=";
+    for (std::size_t index = 1; index < line.size(); ++index) {
+        const std::string_view word = line[index];
+        if (word == "--verbose") {
+            mVerbose = true;
+        } else if (word == "--effect" && index + 1 < line.size()) {
+            mModule = line[++index];
+        } else if (word.starts_with(kAssignedEffect)) {
+            mModule = word.substr(kAssignedEffect.size());
+        }
+    }
+}
+
+void CommandContext::addTo(CLI::App& app) {
+    app.add_option("--effect", mModule, "module of the effect [the installed one]")
+        ->type_name(kFileType);
+    app.add_flag("--verbose", mVerbose,
+                 "tell the time of each stage, and what the effect and libraries print");
+}
+
+Effect& CommandContext::effect() {
+    if (!mEffect) {
+        mEffect.emplace(mModule);
+    }
+    return *mEffect;
+}
+
+void CommandContext::addParametersTo(CLI::App& command, AddParameters add) {
+    mAddParameters.push_back(std::move(add));
+    command.preparse_callback([this, place = mAddParameters.size() - 1](std::size_t) {
+        mAddParameters[place](effect().parameters());
+    });
+}
+
+void CommandContext::addAllParameters() {
+    for (const AddParameters& add : mAddParameters) {
+        add(effect().parameters());
+    }
+}
+
+} // namespace Kerovane::Host

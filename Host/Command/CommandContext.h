@@ -1,0 +1,56 @@
+#pragma once
+
+#include "Host/Command/StandardStreams.h"
+#include "Host/Session/Effect.h"
+
+#include <CLI/App.hpp>
+
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace Kerovane::Host {
+
+/**
+ * What the commands share: the streams, the options of every command, and the effect, which is
+ * loaded when something first asks for it.
+ */
+class CommandContext {
+public:
+    using AddParameters = std::function<void(const std::vector<Parameter>&)>;
+
+    /**
+     * Looks ahead on `line`, whose first word is the program's, for the options of every command:
+     * the effect's parameters become options too, so the effect is known before the line is parsed.
+     * `streams` outlives the context.
+     */
+    CommandContext(std::span<const char* const> line, StandardStreams& streams);
+
+    /// Adds the options of every command.
+    void addTo(CLI::App& app);
+
+    StandardStreams& streams() const { return mStreams; }
+    bool isVerbose() const { return mVerbose; }
+
+    /// Throws Error if the effect can't be loaded or set up.
+    Effect& effect();
+
+    /// Has `add` called with the effect's parameters before the parser gets to `command`'s options.
+    void addParametersTo(CLI::App& command, AddParameters add);
+
+    /// Calls what addParametersTo was given, for all commands.
+    void addAllParameters();
+
+    int exitStatus = 0; ///< of the process, if the command doesn't throw
+
+private:
+    StandardStreams& mStreams;
+    std::filesystem::path mModule;
+    bool mVerbose = false;
+    std::optional<Effect> mEffect;
+    std::vector<AddParameters> mAddParameters;
+};
+
+} // namespace Kerovane::Host

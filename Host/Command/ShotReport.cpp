@@ -1,0 +1,57 @@
+#include "Host/Command/ShotReport.h"
+
+#include "Host/Text/Error.h"
+
+#include <fmt/format.h>
+
+namespace Kerovane::Host {
+
+namespace {
+
+constexpr int kAllDone = 0;
+constexpr int kSomeFailed = 2;
+constexpr int kInterrupted = 130;
+
+} // namespace
+
+ShotReport::ShotReport(Rendering rendering, std::size_t frames, Verbosity verbosity,
+                       const std::filesystem::path& log, StandardStreams& streams)
+    : mRendering(rendering),
+      mVerbosity(verbosity),
+      mStreams(streams),
+      mTally(frames),
+      mProgress(verbosity, streams) {
+    if (!log.empty()) {
+        mLog.emplace(log, streams);
+    }
+}
+
+void ShotReport::frameEnded(const ShotFrame& frame, const FrameReport& report) {
+    mTally.add(frame, report);
+    if (mLog) {
+        mLog->add(frame, report);
+    }
+    if (mRendering == Rendering::Shot) {
+        mProgress.frameEnded(frame, report, mTally);
+    } else {
+        mFailure = report.reason;
+    }
+}
+
+int ShotReport::finish() {
+    if (!mFailure.empty()) {
+        throw Error(mFailure);
+    }
+    if (mRendering == Rendering::Shot || mVerbosity == Verbosity::Verbose) {
+        mProgress.finish(mTally);
+    }
+    if (mTally.ended() < mTally.frames()) {
+        mStreams.complain(fmt::format("interrupted with {} of {} frames done; the same command "
+                                      "with --resume does the rest",
+                                      mTally.ended(), mTally.frames()));
+        return kInterrupted;
+    }
+    return mTally.hasFailures() ? kSomeFailed : kAllDone;
+}
+
+} // namespace Kerovane::Host

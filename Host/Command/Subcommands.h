@@ -1,0 +1,14 @@
+#pragma once
+
+#include <CLI/App.hpp>
+
+#include <vector>
+
+namespace Kerovane::Host {
+
+/// All commands that `app` has, in the order in which they were added.
+inline std::vector<const CLI::App*> CommandsOf(const CLI::App& app) {
+    return app.get_subcommands([](const CLI::App*) { return true; });
+}
+
+} // namespace Kerovane::Host
