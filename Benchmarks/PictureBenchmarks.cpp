@@ -112,7 +112,7 @@ void RenderShot(benchmark::State& state, Host::Depth depth) {
     }
     const std::size_t threads = std::max(std::thread::hardware_concurrency(), 1U);
     Host::ShotSetting setting;
-    setting.limits = {.threads = threads, .itemsInFlight = threads + 2};
+    setting.framesInFlight = threads + 1;
     Host::Effect effect(TESSELUNE_MODULE);
     const Host::ShotCallbacks callbacks{
         .render = [&](const auto&, const auto& input,

@@ -67,7 +67,7 @@ void ShotOptions::addTo(CLI::App& command) {
         ->group("Sequences");
     add("--threads", mThreads, "N", fmt::format("that read and write files [{}]", mThreads))
         ->check(CLI::Range(std::size_t{1}, kMostThreads).description(""));
-    add("--max-frames-in-flight", mInFlight, "N", "frames in memory at a time [threads + 2]")
+    add("--max-frames-in-flight", mInFlight, "N", "frames in memory at a time [threads + 1]")
         ->check(CLI::Range(std::size_t{1}, std::size_t{4} * kMostThreads).description(""));
     command.add_option("--depth", mDepth, "bits of a channel [as IN has]")
         ->check(CLI::IsMember({8, 16, 32}).description(""))
@@ -88,9 +88,8 @@ ShotRequest ShotOptions::request(const std::filesystem::path& input,
 }
 
 ShotSetting ShotOptions::setting() const {
-    constexpr std::size_t kBeside = 2; // one that is rendered and one that waits to be
-    return {.limits = {.threads = mThreads,
-                       .itemsInFlight = mInFlight != 0 ? mInFlight : mThreads + kBeside},
+    const std::size_t most = mThreads + 1; // one frame is rendered while the others' files are busy
+    return {.framesInFlight = mInFlight != 0 ? std::min(mInFlight, most) : most,
             .depth = mDepth != 0 ? std::optional(static_cast<Depth>(mDepth)) : std::nullopt,
             .resume = mResume};
 }

@@ -1,13 +1,14 @@
 #pragma once
 
 #include "Host/Session/World.h"
-#include "Host/Shots/Pipeline.h"
 #include "Host/Shots/Shot.h"
 
 #include <atomic>
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -33,16 +34,18 @@ struct FrameReport {
 };
 
 struct ShotSetting {
-    PipelineLimits limits;
-    std::optional<Depth> depth; ///< else that of each file
-    bool resume = false;        ///< keep the outputs that are there and whole
+    std::size_t framesInFlight = 1; ///< each on a thread of its own
+    std::optional<Depth> depth;     ///< else that of each file
+    bool resume = false;            ///< keep the outputs that are there and whole
 };
 
 struct ShotCallbacks {
-    /// Draws a frame; on the calling thread. A std::exception that it throws fails the frame.
+    /// Draws a frame; from any thread, one call at a time, in the order of the frames. A
+    /// std::exception that it throws fails the frame.
     std::function<void(const ShotFrame&, const World& input, World& output)> render;
 
-    /// Once for each frame that began, as it ends; from any thread, one call at a time.
+    /// Once for each frame that began, as it ends; from any thread, one call at a time, in the
+    /// order of the frames.
     std::function<void(const ShotFrame&, const FrameReport&)> ended;
 };
 
