@@ -1,9 +1,9 @@
 // The headless host's frame from file to file, and what it is made of.
 
 #include "Benchmarks/BenchmarkPicture.h"
-#include "Benchmarks/EffectFrame.h"
 #include "Benchmarks/Names.h"
 #include "Benchmarks/Suites.h"
+#include "Host/Frames/FrameRenderer.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
 #include "Host/Shots/ShotRenderer.h"
@@ -54,6 +54,10 @@ private:
     std::filesystem::path mFolder;
 };
 
+void Render(Host::FrameRenderer& renderer, const Host::World& input, Host::World& output) {
+    renderer.render({}, {}, ViewOf(input), ViewOf(output));
+}
+
 void Read(benchmark::State& state, Host::Depth depth) {
     const PictureFiles files(depth);
     for ([[maybe_unused]] auto _ : state) {
@@ -66,7 +70,8 @@ void Write(benchmark::State& state, Host::Depth depth) {
     const PictureFiles files(depth);
     const Host::Picture picture = Host::ReadPicture(files.input());
     Host::World output(depth, picture.world.width(), picture.world.height());
-    Host::Effect(TESSELUNE_MODULE).render({}, {}, picture.world, output);
+    Host::FrameRenderer renderer(TESSELUNE_MODULE);
+    Render(renderer, picture.world, output);
     const Host::PictureWriter writer(files.output());
     for ([[maybe_unused]] auto _ : state) {
         writer.write(output, picture.origin);
@@ -76,21 +81,21 @@ void Write(benchmark::State& state, Host::Depth depth) {
 void RenderPicture(benchmark::State& state, Host::Depth depth) {
     const Host::World input = BenchmarkPicture(depth, kWidth, kHeight);
     Host::World output(depth, kWidth, kHeight);
-    Host::Effect effect(TESSELUNE_MODULE);
-    effect.render({}, {}, input, output);
+    Host::FrameRenderer renderer(TESSELUNE_MODULE);
+    Render(renderer, input, output);
     for ([[maybe_unused]] auto _ : state) {
-        effect.render({}, {}, input, output);
+        Render(renderer, input, output);
     }
 }
 
 void FileToFile(benchmark::State& state, Host::Depth depth) {
     const PictureFiles files(depth);
-    Host::Effect effect(TESSELUNE_MODULE);
+    Host::FrameRenderer renderer(TESSELUNE_MODULE);
     const Host::PictureWriter writer(files.output());
     const auto renderFile = [&] {
         const Host::Picture picture = Host::ReadPicture(files.input());
         Host::World output(depth, picture.world.width(), picture.world.height());
-        effect.render({}, {}, picture.world, output);
+        Render(renderer, picture.world, output);
         writer.write(output, picture.origin);
     };
     renderFile(); // builds the programs
@@ -113,19 +118,16 @@ void RenderShot(benchmark::State& state, Host::Depth depth) {
     const std::size_t threads = std::max(std::thread::hardware_concurrency(), 1U);
     Host::ShotSetting setting;
     setting.framesInFlight = threads + 1;
-    Host::Effect effect(TESSELUNE_MODULE);
-    const Host::ShotCallbacks callbacks{
-        .render = [&](const auto&, const auto& input,
-                      auto& output) { effect.render({}, {}, input, output); },
-        .ended =
-            [&](const auto&, const Host::FrameReport& report) {
-                if (report.ending != Host::FrameEnding::Rendered) {
-                    state.SkipWithError(report.reason.c_str());
-                }
-            }};
+    Host::FrameRenderer renderer(TESSELUNE_MODULE);
+    const Host::ShotDrawing drawing{.renderer = renderer, .values = {}, .rate = {}};
+    const auto ended = [&state](const auto&, const Host::FrameReport& report) {
+        if (report.ending != Host::FrameEnding::Rendered) {
+            state.SkipWithError(report.reason.c_str());
+        }
+    };
     const std::atomic<bool> stop = false;
     while (state.KeepRunningBatch(kFrames)) {
-        Host::RenderShot(frames, setting, callbacks, stop);
+        Host::RenderShot(frames, setting, drawing, ended, stop);
     }
 }
 

@@ -1,5 +1,5 @@
-#include "Benchmarks/OwnOutput.h"
 #include "Benchmarks/Suites.h"
+#include "Host/Frames/SilentThread.h"
 #include "Platform/Memory/FreedMemory.h"
 
 #include <benchmark/benchmark.h>
@@ -8,6 +8,7 @@
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <ostream>
 
 namespace {
 
@@ -24,10 +25,11 @@ int Run(int argc, char** argv) {
     RegisterPictureBenchmarks();
     RegisterMathBenchmarks();
 
-    OwnOutput output;
+    std::ostream output(std::cout.rdbuf()); // is still heard
+    const Kerovane::Host::SilentThread silent;
     const std::unique_ptr<benchmark::BenchmarkReporter> reporter(
         benchmark::CreateDefaultDisplayReporter());
-    reporter->SetOutputStream(&output.stream());
+    reporter->SetOutputStream(&output);
     benchmark::RunSpecifiedBenchmarks(reporter.get());
     benchmark::Shutdown();
     return 0;

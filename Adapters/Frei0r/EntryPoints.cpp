@@ -3,39 +3,15 @@
 #include "Adapters/Frei0r/Declaration.h"
 #include "Adapters/Frei0r/Frei0rInterface.h"
 #include "Adapters/Frei0r/Instance.h"
-#include "Adapters/Frei0r/RenderThread.h"
 #include "Adapters/Shared/Complaint.h"
+#include "Adapters/Shared/SharedRenderer.h"
 
 #include <exception>
-#include <memory>
-#include <mutex>
 #include <string>
 
 namespace Kerovane::Frei0r {
 
 namespace {
-
-/// What the process's instances share. The thread lives from the first frame to the last
-/// f0r_deinit; hosts call that once for each time that they loaded the module, or never.
-struct Process {
-    std::mutex mutex;
-    int loads = 0;
-    std::shared_ptr<RenderThread> renderThread;
-};
-
-Process& TheProcess() {
-    static Process& process = *new Process; // never destroyed: its thread may outlive exit()
-    return process;
-}
-
-std::shared_ptr<RenderThread> TheRenderThread() {
-    Process& process = TheProcess();
-    const std::lock_guard lock(process.mutex);
-    if (process.renderThread == nullptr) {
-        process.renderThread = std::make_shared<RenderThread>();
-    }
-    return process.renderThread;
-}
 
 Instance& InstanceOf(f0r_instance_t instance) {
     return *static_cast<Instance*>(instance);
@@ -54,22 +30,16 @@ double& PositionIn(f0r_param_t param) {
 
 } // namespace Kerovane::Frei0r
 
+using namespace Kerovane;
 using namespace Kerovane::Frei0r;
 
 int f0r_init() {
-    Process& process = TheProcess();
-    const std::lock_guard lock(process.mutex);
-    ++process.loads;
+    Adapters::SharedRenderer::countLoad();
     return 1;
 }
 
 void f0r_deinit() {
-    std::shared_ptr<RenderThread> last; // ends outside of the lock
-    Process& process = TheProcess();
-    const std::lock_guard lock(process.mutex);
-    if (process.loads > 0 && --process.loads == 0) {
-        last.swap(process.renderThread);
-    }
+    Adapters::SharedRenderer::countUnload();
 }
 
 void f0r_get_plugin_info(f0r_plugin_info_t* info) {
@@ -122,9 +92,9 @@ void f0r_update(f0r_instance_t instance, double time, const uint32_t* inframe, u
     Instance& called = InstanceOf(instance);
     const HostFrame frame = called.frameAt(inframe, outframe);
     try {
-        called.update(time, frame, *TheRenderThread());
+        called.update(time, frame, *Adapters::SharedRenderer::get());
     } catch (const std::exception& error) {
         PassThrough(frame);
-        Complain(std::string("frames pass unchanged: ") + error.what());
+        Adapters::Complain(std::string("frames pass unchanged: ") + error.what());
     }
 }

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "Host/Frames/PixelView.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <span>
 
 namespace Kerovane::Frei0r {
 
@@ -17,13 +18,26 @@ struct HostFrame {
     const std::uint32_t* in = nullptr;
     std::uint32_t* out = nullptr;
 
-    std::span<const std::uint32_t> input() const { return {in, width * height}; }
-    std::span<std::uint32_t> output() const { return {out, width * height}; }
+    std::size_t pixels() const { return width * height; }
+
+    Host::ConstPixelView input() const { return viewAt(reinterpret_cast<const std::byte*>(in)); }
+    Host::PixelView output() const { return viewAt(reinterpret_cast<std::byte*>(out)); }
+
+private:
+    template <typename Byte>
+    Host::BasicPixelView<Byte> viewAt(Byte* top) const {
+        return {.top = top,
+                .rowBytes = static_cast<std::ptrdiff_t>(width * sizeof *in),
+                .width = static_cast<std::ptrdiff_t>(width),
+                .height = static_cast<std::ptrdiff_t>(height),
+                .depth = Host::Depth::Bits8,
+                .order = Host::ChannelOrder::Rgba};
+    }
 };
 
 /// Copies the input to the output, as it is.
 inline void PassThrough(const HostFrame& frame) {
-    std::memmove(frame.out, frame.in, frame.output().size_bytes());
+    std::memmove(frame.out, frame.in, frame.pixels() * sizeof *frame.in);
 }
 
 } // namespace Kerovane::Frei0r

@@ -32,9 +32,10 @@ HostFrame Instance::frameAt(const std::uint32_t* in, std::uint32_t* out) const {
     return {.width = mWidth, .height = mHeight, .in = in, .out = out};
 }
 
-void Instance::update(double time, const HostFrame& frame, RenderThread& renderThread) {
+void Instance::update(double time, const HostFrame& frame, Host::FrameRenderer& renderer) {
     take(time, frame);
-    renderThread.run([&](FrameRenderer& renderer) { renderWith(frame, renderer); });
+    const std::lock_guard turn(mRendering);
+    renderWith(frame, renderer);
 }
 
 void Instance::take(double time, const HostFrame& slice) {
@@ -47,7 +48,7 @@ void Instance::take(double time, const HostFrame& slice) {
     mRenderedSlices = 0;
 }
 
-void Instance::renderWith(const HostFrame& slice, FrameRenderer& renderer) {
+void Instance::renderWith(const HostFrame& slice, Host::FrameRenderer& renderer) {
     std::unique_lock lock(mMutex);
     const std::size_t slices = mFrame->sliceCount();
     const std::optional<HostFrame> frame = mFrame->joined();
@@ -60,7 +61,9 @@ void Instance::renderWith(const HostFrame& slice, FrameRenderer& renderer) {
     }
     // Further slices may come meanwhile; they are rendered with these when it is their turn.
     lock.unlock();
-    renderer.render(ValuesAt(mPositions), *frame);
+    // The values are those of this moment already, so the frame needs no time; hosts disagree on
+    // its unit.
+    renderer.render({}, ValuesAt(mPositions), frame->input(), frame->output());
     lock.lock();
     mRenderedSlices = slices;
 }

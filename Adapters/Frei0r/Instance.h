@@ -1,9 +1,8 @@
 #pragma once
 
 #include "Adapters/Frei0r/Control.h"
-#include "Adapters/Frei0r/RenderThread.h"
 #include "Adapters/Frei0r/SlicedFrame.h"
-#include "Host/Parameters/ParameterValues.h"
+#include "Host/Frames/FrameRenderer.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -33,21 +32,22 @@ public:
 
     /**
      * Renders `frame`, or if it is a slice, with the slices that came before it what there is of
-     * the whole: when the last slice's call returns, all of it is rendered. Throws Error where
+     * the whole: when the last slice's call returns, all of it is rendered. Throws Error if
      * rendering fails.
      */
-    void update(double time, const HostFrame& frame, RenderThread& renderThread);
+    void update(double time, const HostFrame& frame, Host::FrameRenderer& renderer);
 
 private:
     void take(double time, const HostFrame& slice);
-    void renderWith(const HostFrame& slice, FrameRenderer& renderer);
+    void renderWith(const HostFrame& slice, Host::FrameRenderer& renderer);
 
     const std::size_t mWidth;
     const std::size_t mHeight;
     const std::thread::id mMaker = std::this_thread::get_id();
     std::vector<double> mPositions;
 
-    std::mutex mMutex; ///< guards the members below, which slices share
+    std::mutex mRendering; ///< one slice at a time
+    std::mutex mMutex;     ///< guards the members below, which slices share
     std::optional<SlicedFrame> mFrame;
     std::size_t mRenderedSlices = 0; ///< of mFrame
 };

@@ -22,7 +22,7 @@ SlicedFrame::SlicedFrame(double time, const HostFrame& slice)
     : mTime(time), mFirst(slice), mPlaces{0} {}
 
 bool SlicedFrame::add(double time, const HostFrame& slice) {
-    const auto sliceBytes = static_cast<std::ptrdiff_t>(slice.input().size_bytes());
+    const auto sliceBytes = static_cast<std::ptrdiff_t>(slice.pixels() * sizeof *slice.in);
     const std::ptrdiff_t distance = Distance(mFirst.in, slice.in);
     const bool fits = time == mTime && distance == Distance(mFirst.out, slice.out) &&
                       distance % sliceBytes == 0 && std::abs(distance / sliceBytes) < kMaxSlices;
@@ -35,7 +35,7 @@ std::optional<HostFrame> SlicedFrame::joined() const {
     if (*mPlaces.rbegin() - top != count - 1) {
         return std::nullopt;
     }
-    const auto slicePixels = static_cast<std::ptrdiff_t>(mFirst.input().size());
+    const auto slicePixels = static_cast<std::ptrdiff_t>(mFirst.pixels());
     return HostFrame{.width = mFirst.width,
                      .height = mFirst.height * mPlaces.size(),
                      .in = mFirst.in + top * slicePixels,

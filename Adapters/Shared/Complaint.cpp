@@ -4,7 +4,7 @@
 #include <mutex>
 #include <set>
 
-namespace Kerovane::Frei0r {
+namespace Kerovane::Adapters {
 
 void Complain(const std::string& text) {
     static std::mutex mutex;
@@ -15,4 +15,4 @@ void Complain(const std::string& text) {
     }
 }
 
-} // namespace Kerovane::Frei0r
+} // namespace Kerovane::Adapters

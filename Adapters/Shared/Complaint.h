@@ -2,9 +2,9 @@
 
 #include <string>
 
-namespace Kerovane::Frei0r {
+namespace Kerovane::Adapters {
 
 /// Writes `text` on standard error as a line of this plug-in's; each text once in a process.
 void Complain(const std::string& text);
 
-} // namespace Kerovane::Frei0r
+} // namespace Kerovane::Adapters

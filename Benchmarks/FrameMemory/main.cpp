@@ -3,8 +3,7 @@
 #include "Benchmarks/BenchmarkPicture.h"
 #include "Benchmarks/FrameMemory/AllocationMeter.h"
 #include "Benchmarks/Names.h"
-#include "Benchmarks/OwnOutput.h"
-#include "Host/Session/Effect.h"
+#include "Host/Frames/FrameRenderer.h"
 
 #include <nlohmann/json.hpp>
 
@@ -15,13 +14,14 @@ namespace Kerovane::Benchmarks {
 
 namespace {
 
-nlohmann::json Measure(Host::Effect& effect, Host::Depth depth) {
+nlohmann::json Measure(Host::FrameRenderer& renderer, Host::Depth depth) {
     constexpr A_long kWidth = 1920;
     constexpr A_long kHeight = 1080;
     const Host::World input = BenchmarkPicture(depth, kWidth, kHeight);
     Host::World output(depth, kWidth, kHeight);
-    const std::size_t peak =
-        PeakAllocatedBytes(TESSELUNE_MODULE, [&] { effect.render({}, {}, input, output); });
+    const std::size_t peak = PeakAllocatedBytes(TESSELUNE_MODULE, [&] {
+        renderer.render({}, {}, Host::ViewOf(input), Host::ViewOf(output));
+    });
     const double frame = static_cast<double>(kWidth) * kHeight * Host::BytesPerPixel(depth);
     return {{"bits", static_cast<int>(depth)}, {"frames", static_cast<double>(peak) / frame}};
 }
@@ -33,13 +33,12 @@ nlohmann::json Measure(Host::Effect& effect, Host::Depth depth) {
 int main() {
     using namespace Kerovane;
     try {
-        Benchmarks::OwnOutput output;
-        Host::Effect effect(TESSELUNE_MODULE);
+        Host::FrameRenderer renderer(TESSELUNE_MODULE);
         nlohmann::json rows = nlohmann::json::array();
         for (const Host::Depth depth : Benchmarks::kDepths) {
-            rows.push_back(Benchmarks::Measure(effect, depth));
+            rows.push_back(Benchmarks::Measure(renderer, depth));
         }
-        output.stream() << rows.dump(1) << '\n';
+        std::cout << rows.dump(1) << '\n';
         return 0;
     } catch (const std::exception& error) {
         std::cerr << "FrameMemory: " << error.what() << '\n';

@@ -5,8 +5,8 @@
 #include "Benchmarks/BenchmarkPicture.h"
 #include "Benchmarks/EffectFrame.h"
 #include "Benchmarks/Names.h"
-#include "Benchmarks/OwnOutput.h"
 #include "Benchmarks/PairedFrames/PairedTiming.h"
+#include "Host/Frames/SilentThread.h"
 #include "Platform/Memory/FreedMemory.h"
 #include "Platform/OpenGL/HostContext.h"
 
@@ -180,7 +180,8 @@ json CompareParameters(Host::Effect& effect, const Settings& settings) {
 }
 
 /// One build of the effect against another.
-json CompareModules(Host::Effect& effect, Host::Effect& base, const Settings& settings) {
+json CompareModules(Host::Effect& effect, const Settings& settings) {
+    Host::Effect base(settings.base);
     json rows = json::array();
     for (const Host::Depth depth : kDepths) {
         constexpr PictureSize kFullHd = {1920, 1080};
@@ -193,25 +194,32 @@ json CompareModules(Host::Effect& effect, Host::Effect& base, const Settings& se
     return rows;
 }
 
-/// Prints a line a row and the verdict. True where the effect is slower than its base.
-bool ReportVerdict(const json& rows, std::ostream& output) {
+/// What `compare` says of the effect, whose reports on standard output are dropped.
+json Compared(json (*compare)(Host::Effect&, const Settings&), const Settings& settings) {
+    const Host::SilentThread silent;
+    Host::Effect effect(settings.module);
+    return compare(effect, settings);
+}
+
+/// Prints a line a row and the verdict. True if the effect is slower than its base.
+bool ReportVerdict(const json& rows) {
     constexpr double kTolerance = 1.01;
     bool isSlower = false;
     for (const json& row : rows) {
         const json& base = row["sides"]["base"];
-        output << fmt::format("{:2} bits:", row["bits"].get<int>());
+        std::cout << fmt::format("{:2} bits:", row["bits"].get<int>());
         for (const auto& [key, label] :
              {std::pair{"cpu_ratio", "processor time"}, std::pair{"wall_ratio", "wall time"}}) {
             const json& ratio = base[key];
             isSlower = isSlower || ratio["low"].get<double>() > kTolerance;
-            output << fmt::format("  {} x {:.3f} ({:.3f} to {:.3f})", label,
-                                  ratio["median"].get<double>(), ratio["low"].get<double>(),
-                                  ratio["high"].get<double>());
+            std::cout << fmt::format("  {} x {:.3f} ({:.3f} to {:.3f})", label,
+                                     ratio["median"].get<double>(), ratio["low"].get<double>(),
+                                     ratio["high"].get<double>());
         }
-        output << '\n';
+        std::cout << '\n';
     }
-    output << (isSlower ? "The render command is slower than the base beyond the noise.\n"
-                        : "The render command is not slower than the base beyond the noise.\n");
+    std::cout << (isSlower ? "The render command is slower than the base beyond the noise.\n"
+                           : "The render command is not slower than the base beyond the noise.\n");
     return isSlower;
 }
 
@@ -246,17 +254,12 @@ int Run(int argc, char** argv) {
     // As the command does. Page faults would fall on one side of a comparison or the other as the
     // heap happens to lie.
     Platform::KeepFreedMemory();
-    OwnOutput output;
-    Host::Effect effect(settings.module);
-    if (*modules) {
-        Host::Effect base(settings.base);
-        const json rows = CompareModules(effect, base, settings);
-        Write(rows, settings.report);
-        return ReportVerdict(rows, output.stream()) ? 1 : 0;
-    }
-    Write(*parameters ? CompareParameters(effect, settings) : CompareWithFloors(effect, settings),
-          settings.report);
-    return 0;
+    const json rows = Compared(*modules      ? CompareModules
+                               : *parameters ? CompareParameters
+                                             : CompareWithFloors,
+                               settings);
+    Write(rows, settings.report);
+    return *modules && ReportVerdict(rows) ? 1 : 0;
 }
 
 } // namespace

@@ -26,9 +26,9 @@ void AddAboutCommand(CLI::App& app, CommandContext& context) {
     CLI::App* command =
         app.add_subcommand("about", "Tell the versions of the effect and of OpenGL");
     command->callback([&context] {
-        Effect& effect = context.effect();
-        context.streams().print(fmt::format("{}\nVersion: {}\n{}", effect.about(),
-                                            FullVersionText(effect.version()), OpenGLText()));
+        FrameRenderer& renderer = context.renderer();
+        context.streams().print(fmt::format("{}\nVersion: {}\n{}", renderer.about(),
+                                            FullVersionText(renderer.version()), OpenGLText()));
     });
 }
 

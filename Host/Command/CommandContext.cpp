@@ -1,7 +1,7 @@
 #include "Host/Command/CommandContext.h"
 
-#include "Host/Command/InstalledModule.h"
 #include "Host/Command/ValueTypes.h"
+#include "Host/Session/InstalledModule.h"
 
 #include <string_view>
 #include <utility>
@@ -9,7 +9,7 @@
 namespace Kerovane::Host {
 
 CommandContext::CommandContext(std::span<const char* const> line, StandardStreams& streams)
-    : mStreams(streams), mModule(InstalledModule()) {
+    : mStreams(streams), mModule(InstalledModule(TESSELUNE_MODULE_PATH "/Tesselune.so")) {
     constexpr std::string_view kAssignedEffect = "--effect=";
     for (std::size_t index = 1; index < line.size(); ++index) {
         const std::string_view word = line[index];
@@ -30,23 +30,23 @@ void CommandContext::addTo(CLI::App& app) {
                  "tell the time of each stage, and what the effect and libraries print");
 }
 
-Effect& CommandContext::effect() {
-    if (!mEffect) {
-        mEffect.emplace(mModule);
+FrameRenderer& CommandContext::renderer() {
+    if (!mRenderer) {
+        mRenderer.emplace(mModule, mVerbose ? EffectOutput::Shown : EffectOutput::Dropped);
     }
-    return *mEffect;
+    return *mRenderer;
 }
 
 void CommandContext::addParametersTo(CLI::App& command, AddParameters add) {
     mAddParameters.push_back(std::move(add));
     command.preparse_callback([this, place = mAddParameters.size() - 1](std::size_t) {
-        mAddParameters[place](effect().parameters());
+        mAddParameters[place](renderer().parameters());
     });
 }
 
 void CommandContext::addAllParameters() {
     for (const AddParameters& add : mAddParameters) {
-        add(effect().parameters());
+        add(renderer().parameters());
     }
 }
 

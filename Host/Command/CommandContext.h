@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Host/Command/StandardStreams.h"
-#include "Host/Session/Effect.h"
+#include "Host/Frames/FrameRenderer.h"
 
 #include <CLI/App.hpp>
 
@@ -35,7 +35,7 @@ public:
     bool isVerbose() const { return mVerbose; }
 
     /// Throws Error if the effect can't be loaded or set up.
-    Effect& effect();
+    FrameRenderer& renderer();
 
     /// Has `add` called with the effect's parameters before the parser gets to `command`'s options.
     void addParametersTo(CLI::App& command, AddParameters add);
@@ -49,7 +49,7 @@ private:
     StandardStreams& mStreams;
     std::filesystem::path mModule;
     bool mVerbose = false;
-    std::optional<Effect> mEffect;
+    std::optional<FrameRenderer> mRenderer;
     std::vector<AddParameters> mAddParameters;
 };
 

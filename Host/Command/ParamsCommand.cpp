@@ -39,7 +39,7 @@ void AddParamsCommand(CLI::App& app, CommandContext& context) {
     command->add_flag("--json", options->asJson, "for programs");
     command->footer("Example:\n  tesselune params size");
     command->callback([options, command, &context] {
-        const std::vector<Parameter>& parameters = context.effect().parameters();
+        const std::vector<Parameter>& parameters = context.renderer().parameters();
         context.streams().print(Listing(*options, parameters, OptionNamesIn(*command, parameters)));
     });
 }

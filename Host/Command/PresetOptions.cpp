@@ -48,21 +48,22 @@ void PresetOptions::addTo(CLI::App& command) {
         ->group("Presets");
 }
 
-ParameterSettings PresetOptions::load(const Effect& effect) const {
+ParameterSettings PresetOptions::load(const FrameRenderer& renderer) const {
     if (mToLoad.empty()) {
         return {};
     }
     const std::string content = ContentOf(mToLoad);
     try {
-        return ParsePreset(effect.parameters(), content);
+        return ParsePreset(renderer.parameters(), content);
     } catch (const Error& error) {
         throw Error(fmt::format("'{}': {}", mToLoad.string(), error.what()));
     }
 }
 
-void PresetOptions::save(const Effect& effect, const ParameterSettings& settings) const {
+void PresetOptions::save(const FrameRenderer& renderer, const ParameterSettings& settings) const {
     if (!mToSave.empty()) {
-        const std::string preset = FormatPreset(effect.parameters(), effect.version(), settings);
+        const std::string preset =
+            FormatPreset(renderer.parameters(), renderer.version(), settings);
         ReplaceFile(mToSave, std::as_bytes(std::span(preset)));
     }
 }

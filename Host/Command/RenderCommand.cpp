@@ -5,7 +5,6 @@
 #include "Host/Command/ShotReport.h"
 #include "Host/Command/ValueTypes.h"
 #include "Host/Pictures/PictureWriter.h"
-#include "Host/Session/Drawable.h"
 #include "Host/Shots/Interruption.h"
 
 #include <CLI/Validators.hpp>
@@ -33,7 +32,7 @@ struct RenderOptions {
     void addTo(CLI::App& command);
 
     /// Throws Error if the preset doesn't fit the effect or an option's value is none.
-    ParameterSettings settings(const Effect& effect) const;
+    ParameterSettings settings(const FrameRenderer& renderer) const;
 };
 
 void RenderOptions::addTo(CLI::App& command) {
@@ -62,9 +61,9 @@ void RenderOptions::addTo(CLI::App& command) {
                    "      --transition-progress \"1001:0:smooth 1050:100\"");
 }
 
-ParameterSettings RenderOptions::settings(const Effect& effect) const {
+ParameterSettings RenderOptions::settings(const FrameRenderer& renderer) const {
     ParameterSettings settings = parameters.settings();
-    settings.merge(preset.load(effect)); // adds what isn't there
+    settings.merge(preset.load(renderer)); // adds what isn't there
     return settings;
 }
 
@@ -105,38 +104,33 @@ void LetWritingFail() {
 }
 
 int Render(const RenderOptions& options, CommandContext& context) {
-    Effect& effect = context.effect();
-    const ParameterSettings settings = options.settings(effect);
+    FrameRenderer& renderer = context.renderer();
+    const ParameterSettings settings = options.settings(renderer);
     const ShotRequest request = options.shot.request(options.in, options.out);
     const FrameRate rate = options.shot.rate();
     const Rendering rendering = AsksForShot(request) ? Rendering::Shot : Rendering::Picture;
     const Shot shot = rendering == Rendering::Shot ? PlanShot(request) : SinglePicture(request);
     CheckTimes(shot, rate);
     CheckTarget(shot);
-    CheckDrawable(0, 0);
+    renderer.checkDrawable();
 
     const Verbosity verbosity = context.isVerbose() ? Verbosity::Verbose
                                 : options.quiet     ? Verbosity::Quiet
                                                     : Verbosity::Normal;
     ShotReport report(rendering, shot.frames.size(), verbosity, options.jsonLog, context.streams());
-    options.preset.save(effect, settings);
+    options.preset.save(renderer, settings);
     TellMissing(shot, request.missing, context.streams());
 
     LetWritingFail();
     const Interruption interruption;
-    const ParameterValues values = ValuesOverTime(settings, rate);
-    const auto render = [&](const ShotFrame& frame, const World& input, World& output) {
-        CheckDrawable(input.width(), input.height());
-        effect.render({.time = rate.timeOf(frame.number),
-                       .timeStep = rate.timeStep(),
-                       .downsample = options.downsample},
-                      values, input, output);
-    };
-    const auto ended = [&](const ShotFrame& frame, const FrameReport& frameReport) {
+    const ShotDrawing drawing{.renderer = renderer,
+                              .values = ValuesOverTime(settings, rate),
+                              .rate = rate,
+                              .downsample = options.downsample};
+    const auto ended = [&report](const ShotFrame& frame, const FrameReport& frameReport) {
         report.frameEnded(frame, frameReport);
     };
-    RenderShot(shot.frames, options.shot.setting(), {.render = render, .ended = ended},
-               Interruption::requested());
+    RenderShot(shot.frames, options.shot.setting(), drawing, ended, Interruption::requested());
     return report.finish();
 }
 

@@ -4,7 +4,6 @@
 #include "Host/Command/ValueTypes.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
-#include "Host/Session/Drawable.h"
 #include "Host/Sheet/ContactSheet.h"
 #include "Host/Text/Error.h"
 
@@ -106,20 +105,20 @@ SheetPlan PlanOf(const SheetOptions& options, const std::vector<Parameter>& para
     return plan;
 }
 
-void MakeSheet(const SheetOptions& options, Effect& effect) {
+void MakeSheet(const SheetOptions& options, FrameRenderer& renderer) {
     const ParameterValues fixed = options.parameters.values();
-    const SheetPlan plan = PlanOf(options, effect.parameters(), fixed);
+    const SheetPlan plan = PlanOf(options, renderer.parameters(), fixed);
     const PictureWriter writer(options.out);
     const Picture picture = ReadPicture(options.in);
     const World& input = picture.world;
-    CheckDrawable(input.width(), input.height());
+    renderer.checkDrawable();
     ContactSheet sheet = Layout(plan, input, options.width);
     World output(input.depth(), input.width(), input.height());
     for (std::size_t row = 0; row < plan.size(); ++row) {
         for (std::size_t column = 0; column < plan[row].size(); ++column) {
             const SheetCell& cell = plan[row][column];
             if (!cell.empty()) {
-                effect.render({}, ValuesOf(cell, fixed), input, output);
+                renderer.render({}, ValuesOf(cell, fixed), ViewOf(input), ViewOf(output));
             }
             sheet.place(row, column, cell.empty() ? input : output);
         }
@@ -138,7 +137,7 @@ void AddSheetCommand(CLI::App& app, CommandContext& context) {
     context.addParametersTo(*command, [options, command](const std::vector<Parameter>& parameters) {
         options->parameters.addTo(*command, parameters);
     });
-    command->callback([options, &context] { MakeSheet(*options, context.effect()); });
+    command->callback([options, &context] { MakeSheet(*options, context.renderer()); });
 }
 
 } // namespace Kerovane::Host

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "A.h"
+#include <cstddef>
 
 namespace Kerovane::Host {
 
 /**
- * Throws Error where OpenGL on this machine can't draw a picture of `width` by `height` pixels: the
- * effect draws nothing then and reports nothing. Cheap but for the first call in a process, at
- * which the calling thread has no context current.
+ * Throws Error if OpenGL on this machine can't draw a picture of `width` by `height` pixels: the
+ * effect draws nothing then and reports nothing. Cheap but for the first call in a process. What
+ * the calling thread has current stays so.
  */
-void CheckDrawable(A_long width, A_long height);
+void CheckDrawable(std::ptrdiff_t width, std::ptrdiff_t height);
 
 } // namespace Kerovane::Host

@@ -74,7 +74,7 @@ void Run(EffectSession& session, std::string_view doing, Send send) {
     }
 }
 
-void SetFrame(const Frame& frame, const World& input, PF_InData& inData) {
+void SetFrame(const Frame& frame, const PF_LayerDef& input, PF_InData& inData) {
     inData.current_time = frame.time.ticks;
     inData.time_scale = frame.time.scale;
     inData.time_step = frame.timeStep;
@@ -82,10 +82,10 @@ void SetFrame(const Frame& frame, const World& input, PF_InData& inData) {
     inData.total_time = frame.time.ticks + frame.timeStep;
     inData.downsample_x = {.num = 1, .den = static_cast<A_u_long>(frame.downsample)};
     inData.downsample_y = inData.downsample_x;
-    inData.width = input.width() * frame.downsample;
-    inData.height = input.height() * frame.downsample;
-    inData.extent_hint = input.layer().extent_hint;
-    inData.pixel_aspect_ratio = input.layer().pix_aspect_ratio;
+    inData.width = input.width * frame.downsample;
+    inData.height = input.height * frame.downsample;
+    inData.extent_hint = input.extent_hint;
+    inData.pixel_aspect_ratio = input.pix_aspect_ratio;
 }
 
 } // namespace
@@ -119,10 +119,10 @@ std::string Effect::about() {
     return text;
 }
 
-void Effect::render(const Frame& frame, const ParameterValues& values, const World& input,
-                    World& output) {
-    if (output.depth() != input.depth() || output.width() != input.width() ||
-        output.height() != input.height()) {
+void Effect::render(const Frame& frame, const ParameterValues& values, const PF_LayerDef& input,
+                    PF_LayerDef& output) {
+    if (DepthOf(output) != DepthOf(input) || output.width != input.width ||
+        output.height != input.height) {
         throw Error("the output layer differs from the input layer in depth or size");
     }
     const std::lock_guard lock(mMutex);

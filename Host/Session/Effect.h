@@ -38,9 +38,14 @@ public:
     /// The effect's about text, its lines separated by '\n'.
     std::string about();
 
-    /// `output` has the depth and the size of `input`.
+    /// `output` has the depth and the size of `input`. If rendering fails it may be written in
+    /// part.
+    void render(const Frame& frame, const ParameterValues& values, const PF_LayerDef& input,
+                PF_LayerDef& output);
     void render(const Frame& frame, const ParameterValues& values, const World& input,
-                World& output);
+                World& output) {
+        render(frame, values, input.layer(), output.layer());
+    }
 
 private:
     /// From PF_Cmd_GLOBAL_SETUP to PF_Cmd_GLOBAL_SETDOWN.

@@ -146,8 +146,8 @@ PF_Err EffectSession::call(PF_Cmd command, PF_ParamDef** params, PF_LayerDef* ou
     return mModule.entry()(command, &mInData, &mOutData, params, output, nullptr);
 }
 
-PF_Err EffectSession::render(const World& input, World& output) {
-    mInput = input.layer();
+PF_Err EffectSession::render(const PF_LayerDef& input, PF_LayerDef& output) {
+    mInput = input;
     std::vector<PF_ParamDef> definitions(mParameters.size());
     std::vector<PF_ParamDef*> params(mParameters.size());
     for (std::size_t index = 0; index < mParameters.size(); ++index) {
@@ -155,7 +155,7 @@ PF_Err EffectSession::render(const World& input, World& output) {
             definitionAt(index, {.ticks = mInData.current_time, .scale = mInData.time_scale});
         params[index] = &definitions[index];
     }
-    return call(PF_Cmd_RENDER, params.data(), &output.layer());
+    return call(PF_Cmd_RENDER, params.data(), &output);
 }
 
 LiveCounts EffectSession::liveCounts() const {

@@ -44,7 +44,10 @@ public:
 
     /// Sends PF_Cmd_RENDER with the parameter list at inData()'s current time, the input layer
     /// first.
-    PF_Err render(const World& input, World& output);
+    PF_Err render(const PF_LayerDef& input, PF_LayerDef& output);
+    PF_Err render(const World& input, World& output) {
+        return render(input.layer(), output.layer());
+    }
 
     /// The records of the next call. Callbacks and the basic suite in them may be replaced.
     PF_InData& inData() { return mInData; }

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <limits>
 #include <new>
+#include <utility>
 
 namespace Kerovane::Host {
 
@@ -33,17 +34,17 @@ const DepthTraits& TraitsOf(Depth depth) {
     return *std::ranges::find(kDepths, depth, &DepthTraits::depth);
 }
 
-void CheckSides(A_long width, A_long height) {
+void CheckSides(std::ptrdiff_t width, std::ptrdiff_t height) {
     if (std::min(width, height) < 0 || std::max(width, height) > World::kMaxSide) {
         throw Error(fmt::format("a picture of {} x {} pixels is beyond {} pixels a side", width,
                                 height, World::kMaxSide));
     }
 }
 
-A_long PaddedRowBytes(Depth depth, A_long width, A_long height) {
+std::ptrdiff_t PaddedRowBytes(Depth depth, std::ptrdiff_t width, std::ptrdiff_t height) {
     CheckSides(width, height);
-    constexpr A_long kAlignment = 16;
-    const A_long rowBytes = width * BytesPerPixel(depth);
+    constexpr std::ptrdiff_t kAlignment = 16;
+    const std::ptrdiff_t rowBytes = width * BytesPerPixel(depth);
     return (rowBytes + kAlignment - 1) / kAlignment * kAlignment + kAlignment;
 }
 
@@ -53,29 +54,18 @@ static_assert(std::int64_t{World::kMaxSide} * sizeof(PF_PixelFloat) + 32 <=
 
 } // namespace
 
-World::World(Depth depth, A_long width, A_long height)
+World::World(Depth depth, std::ptrdiff_t width, std::ptrdiff_t height)
     : World(depth, width, height, PaddedRowBytes(depth, width, height)) {}
 
-World::World(Depth depth, A_long width, A_long height, A_long rowBytes) : mDepth(depth) {
-    CheckSides(width, height);
-    const DepthTraits& traits = TraitsOf(depth);
-    if (rowBytes < width * traits.bytesPerPixel || rowBytes % traits.bytesPerChannel() != 0) {
-        throw Error(fmt::format("rows of {} pixels can't be {} bytes apart", width, rowBytes));
-    }
+World::World(Depth depth, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t rowBytes)
+    : mDepth(depth), mLayer(LayerOver(nullptr, depth, width, height, rowBytes)) {
     // Zeroed by the system as pages are touched, so a large world costs nothing until it is used.
     mMemory.reset(std::calloc(std::max<std::size_t>(static_cast<std::size_t>(height), 1),
                               std::max<std::size_t>(static_cast<std::size_t>(rowBytes), 1)));
     if (mMemory == nullptr) {
         throw std::bad_alloc();
     }
-    mLayer.reserved0 = const_cast<DepthTraits*>(&traits);
-    mLayer.world_flags = PF_WorldFlag_WRITEABLE | (depth == Depth::Bits16 ? PF_WorldFlag_DEEP : 0);
     mLayer.data = static_cast<PF_PixelPtr>(mMemory.get());
-    mLayer.rowbytes = rowBytes;
-    mLayer.width = width;
-    mLayer.height = height;
-    mLayer.extent_hint = {.left = 0, .top = 0, .right = width, .bottom = height};
-    mLayer.pix_aspect_ratio = {.num = 1, .den = 1};
 }
 
 std::span<std::byte> World::bytes() {
@@ -86,6 +76,26 @@ std::span<std::byte> World::bytes() {
 std::span<const std::byte> World::bytes() const {
     return {static_cast<const std::byte*>(mMemory.get()),
             static_cast<std::size_t>(mLayer.height) * static_cast<std::size_t>(mLayer.rowbytes)};
+}
+
+PF_LayerDef LayerOver(void* pixels, Depth depth, std::ptrdiff_t width, std::ptrdiff_t height,
+                      std::ptrdiff_t rowBytes) {
+    CheckSides(width, height);
+    const DepthTraits& traits = TraitsOf(depth);
+    if (rowBytes < width * traits.bytesPerPixel || rowBytes % traits.bytesPerChannel() != 0 ||
+        !std::in_range<A_long>(rowBytes)) {
+        throw Error(fmt::format("rows of {} pixels can't be {} bytes apart", width, rowBytes));
+    }
+    PF_LayerDef layer{};
+    layer.reserved0 = const_cast<DepthTraits*>(&traits);
+    layer.world_flags = PF_WorldFlag_WRITEABLE | (depth == Depth::Bits16 ? PF_WorldFlag_DEEP : 0);
+    layer.data = static_cast<PF_PixelPtr>(pixels);
+    layer.rowbytes = static_cast<A_long>(rowBytes);
+    layer.width = static_cast<A_long>(width);
+    layer.height = static_cast<A_long>(height);
+    layer.extent_hint = {.left = 0, .top = 0, .right = layer.width, .bottom = layer.height};
+    layer.pix_aspect_ratio = {.num = 1, .den = 1};
+    return layer;
 }
 
 A_long BytesPerPixel(Depth depth) {

@@ -41,13 +41,10 @@ public:
      * A transparent black world, each row padded to a multiple of 16 bytes and 16 bytes more.
      * Throws Error where a side is negative or above kMaxSide, std::bad_alloc without memory.
      */
-    World(Depth depth, A_long width, A_long height);
+    World(Depth depth, std::ptrdiff_t width, std::ptrdiff_t height);
 
-    /**
-     * The same with `rowBytes` from row to row. Throws Error also where it is too small for a row
-     * or no multiple of a channel's size.
-     */
-    World(Depth depth, A_long width, A_long height, A_long rowBytes);
+    /// The same with `rowBytes` from row to row. Throws Error also if LayerOver refuses them.
+    World(Depth depth, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t rowBytes);
 
     Depth depth() const { return mDepth; }
     A_long width() const { return mLayer.width; }
@@ -79,6 +76,15 @@ private:
     std::unique_ptr<void, Free> mMemory;
 };
 
+/**
+ * The record that stands for pixels in anybody's memory in calls to the effect: rows of `width`
+ * pixels of `depth`, laid out as a World's, `rowBytes` apart. Throws Error if a side is negative or
+ * above World::kMaxSide, or if `rowBytes` is too small for a row or no multiple of a channel's
+ * size.
+ */
+PF_LayerDef LayerOver(void* pixels, Depth depth, std::ptrdiff_t width, std::ptrdiff_t height,
+                      std::ptrdiff_t rowBytes);
+
 /// Bytes of a pixel: 4, 8 or 16.
 A_long BytesPerPixel(Depth depth);
 
@@ -87,7 +93,8 @@ PF_PixelFormat PixelFormatOf(Depth depth);
 /// Nothing where `format` is none of the three.
 std::optional<Depth> DepthOf(PF_PixelFormat format);
 
-/// The depth of a world from its record or a copy of it; nothing where no World made it.
+/// The depth of a layer from its record or a copy of it; nothing if neither a World nor LayerOver
+/// made it.
 std::optional<Depth> DepthOf(const PF_LayerDef& layer);
 
 template <typename Pixel>

@@ -84,11 +84,14 @@ void Read(FrameJob& job, const ShotSetting& setting) {
     job.origin = std::move(picture.origin);
 }
 
-void Render(FrameJob& job, const ShotCallbacks& callbacks) {
+void Render(FrameJob& job, const ShotDrawing& drawing) {
     const Stopwatch stopwatch(job.report.seconds.render);
     const World& input = *job.input;
     World& output = job.output.emplace(input.depth(), input.width(), input.height());
-    callbacks.render(job.frame, input, output);
+    drawing.renderer.render({.time = drawing.rate.timeOf(job.frame.number),
+                             .timeStep = drawing.rate.timeStep(),
+                             .downsample = drawing.downsample},
+                            drawing.values, ViewOf(input), ViewOf(output));
     job.input.reset();
 }
 
@@ -134,15 +137,16 @@ std::vector<std::future<void>> StartThreads(std::size_t count, const Work& work)
 } // namespace
 
 void RenderShot(const std::vector<ShotFrame>& frames, const ShotSetting& setting,
-                const ShotCallbacks& callbacks, const std::atomic<bool>& stop) {
+                const ShotDrawing& drawing, const FrameEnded& ended,
+                const std::atomic<bool>& stop) {
     Turnstile rendering;
     Turnstile reporting;
     const auto renderFrame = [&](std::size_t index) {
         FrameJob job{.frame = frames[index]};
         Run(job, [&] { Read(job, setting); });
-        rendering.pass(index, [&] { Run(job, [&] { Render(job, callbacks); }); });
+        rendering.pass(index, [&] { Run(job, [&] { Render(job, drawing); }); });
         Run(job, [&] { Write(job); });
-        reporting.pass(index, [&] { callbacks.ended(job.frame, job.report); });
+        reporting.pass(index, [&] { ended(job.frame, job.report); });
     };
 
     // A frame that was taken goes all the way, so that none waits for one that never comes.

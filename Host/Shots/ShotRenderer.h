@@ -1,6 +1,8 @@
 #pragma once
 
-#include "Host/Session/World.h"
+#include "Host/Frames/FrameRenderer.h"
+#include "Host/Parameters/FrameRate.h"
+#include "Host/Parameters/ParameterValues.h"
 #include "Host/Shots/Shot.h"
 
 #include <atomic>
@@ -39,15 +41,17 @@ struct ShotSetting {
     bool resume = false;            ///< keep the outputs that are there and whole
 };
 
-struct ShotCallbacks {
-    /// Draws a frame; from any thread, one call at a time, in the order of the frames. A
-    /// std::exception that it throws fails the frame.
-    std::function<void(const ShotFrame&, const World& input, World& output)> render;
-
-    /// Once for each frame that began, as it ends; from any thread, one call at a time, in the
-    /// order of the frames.
-    std::function<void(const ShotFrame&, const FrameReport&)> ended;
+/// What the frames are drawn with.
+struct ShotDrawing {
+    FrameRenderer& renderer;
+    ParameterValues values;
+    FrameRate rate;
+    A_long downsample = 1;
 };
+
+/// Called once for each frame that began, as it ends; from any thread, one call at a time, in the
+/// order of the frames.
+using FrameEnded = std::function<void(const ShotFrame&, const FrameReport&)>;
 
 /**
  * Renders each frame of a shot: its files are read, drawn and written on several threads at a time,
@@ -55,6 +59,6 @@ struct ShotCallbacks {
  * others go on. Once `stop` is true no further frame begins.
  */
 void RenderShot(const std::vector<ShotFrame>& frames, const ShotSetting& setting,
-                const ShotCallbacks& callbacks, const std::atomic<bool>& stop);
+                const ShotDrawing& drawing, const FrameEnded& ended, const std::atomic<bool>& stop);
 
 } // namespace Kerovane::Host

@@ -2,8 +2,8 @@
 // the bare render command on the same frame. Rounds of one run each, so that what the machine does
 // otherwise meets all alike; the medians of the rounds are printed.
 
-#include "Adapters/Frei0r/ChannelOrder.h"
-#include "Adapters/Frei0r/SilentThread.h"
+#include "Host/Frames/ConvertPixels.h"
+#include "Host/Frames/SilentThread.h"
 #include "Host/Session/Effect.h"
 #include "Tests/Support/TemporaryFolder.h"
 
@@ -74,18 +74,19 @@ public:
         Host::Effect effect(TESSELUNE_MODULE);
         Host::World input(Host::Depth::Bits8, kWidth, kHeight, kWidth * 4);
         Host::World output(Host::Depth::Bits8, kWidth, kHeight, kWidth * 4);
-        Frei0r::AlphaFirst(frame(), PixelsOf(input));
+        std::vector<std::uint32_t> in = frame();
+        Host::ConvertPixels(ViewOf(in), Host::ViewOf(input));
         return timeOf([&] { effect.render({}, {}, input, output); });
     }
 
     /// Milliseconds of a frame's way from the host's order of channels to the effect's and back.
     double channelOrder() const {
-        const std::vector<std::uint32_t> in = frame();
-        std::vector<std::uint32_t> layer(in.size());
+        std::vector<std::uint32_t> in = frame();
         std::vector<std::uint32_t> out(in.size());
+        Host::World layer(Host::Depth::Bits8, kWidth, kHeight);
         return timeOf([&] {
-            Frei0r::AlphaFirst(in, layer);
-            Frei0r::AlphaLast(layer, out);
+            Host::ConvertPixels(ViewOf(in), Host::ViewOf(layer));
+            Host::ConvertPixels(Host::ViewOf(layer), ViewOf(out));
         });
     }
 
@@ -103,9 +104,12 @@ private:
         return Median({times.begin() + kWarmUp, times.end()});
     }
 
-    static std::span<std::uint32_t> PixelsOf(Host::World& layer) {
-        const std::span<std::byte> bytes = layer.bytes();
-        return {reinterpret_cast<std::uint32_t*>(bytes.data()), bytes.size() / 4};
+    static Host::PixelView ViewOf(std::vector<std::uint32_t>& frame) {
+        return {.top = std::as_writable_bytes(std::span(frame)).data(),
+                .rowBytes = kWidth * 4,
+                .width = kWidth,
+                .height = kHeight,
+                .order = Host::ChannelOrder::Rgba};
     }
 
     std::vector<std::uint32_t> frame() const {
@@ -129,7 +133,7 @@ private:
 
 int main() {
     try {
-        const Frei0r::SilentThread silent; // of the effect's reports
+        const Host::SilentThread silent; // of the effect's reports
         const Measurement measurement;
         std::vector<double> bare;
         std::vector<double> tesselune;

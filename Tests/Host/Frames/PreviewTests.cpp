@@ -1,5 +1,5 @@
+#include "Host/Frames/FrameRenderer.h"
 #include "Host/Parameters/ParameterText.h"
-#include "Host/Session/Effect.h"
 
 #include <gtest/gtest.h>
 
@@ -34,17 +34,17 @@ World Ramp(A_long reduced) {
 
 using Look = std::map<std::string_view, std::string_view>;
 
-World Rendered(Effect& effect, const Look& look, A_long reduced) {
+World Rendered(FrameRenderer& renderer, const Look& look, A_long reduced) {
     ParameterValues values;
     for (const auto& [name, text] : look) {
-        const Parameter* parameter = FindParameter(effect.parameters(), name);
+        const Parameter* parameter = FindParameter(renderer.parameters(), name);
         values.set(parameter->id(), ParseValue(*parameter, text));
     }
     const World input = Ramp(reduced);
     World output(input.depth(), input.width(), input.height());
     Frame frame;
     frame.downsample = reduced;
-    effect.render(frame, values, input, output);
+    renderer.render(frame, values, ViewOf(input), ViewOf(output));
     return output;
 }
 
@@ -79,17 +79,17 @@ TEST(Preview, ShowsTheCellsOfTheFullPictureWhereTheirSizeDividesEvenly) {
          {"Transition Progress", "45"},
          {"Feather", "0"}},
     };
-    Effect effect(TESSELUNE_MODULE);
+    FrameRenderer renderer(TESSELUNE_MODULE);
     // Colours are read between pixels, at the picture's border from fewer of them, and so agree to
     // within a pixel of the preview; those of neighbouring cells are further apart.
     for (const Look& look : looks) {
-        const World full = Rendered(effect, look, 1);
+        const World full = Rendered(renderer, look, 1);
         for (const A_long reduced : {2, 4}) {
             const auto tolerance = static_cast<float>(reduced) / kHeight;
-            EXPECT_LE(Difference(full, Rendered(effect, look, reduced), reduced), tolerance)
+            EXPECT_LE(Difference(full, Rendered(renderer, look, reduced), reduced), tolerance)
                 << testing::PrintToString(look) << " reduced " << reduced << " times";
         }
-        EXPECT_GT(Difference(full, Rendered(effect, {{"Size", "24"}}, 4), 4), 5.0F / kHeight)
+        EXPECT_GT(Difference(full, Rendered(renderer, {{"Size", "24"}}, 4), 4), 5.0F / kHeight)
             << "other cells are told from these";
     }
 }

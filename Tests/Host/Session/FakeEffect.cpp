@@ -179,6 +179,9 @@ PF_Err Render(PF_InData* in, PF_OutData* out, PF_ParamDef** params, PF_LayerDef*
     in->inter.checkout_param(in->effect_ref, kInvert, in->current_time, in->time_step,
                              in->time_scale, &invert);
     for (A_long y = 0; y < output->height; ++y) {
+        if (y == 1 && Shows("render error after a row")) {
+            return PF_Err_BAD_CALLBACK_PARAM;
+        }
         const char* from =
             reinterpret_cast<const char*>(input.data) + std::ptrdiff_t{y} * input.rowbytes;
         char* to = reinterpret_cast<char*>(output->data) + std::ptrdiff_t{y} * output->rowbytes;

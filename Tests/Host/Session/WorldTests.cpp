@@ -43,11 +43,11 @@ TEST(World, HasRowsWhereItsRecordSays) {
 
 TEST(World, RefusesSizesBeforeItAllocates) {
     struct Row {
-        A_long width, height, rowBytes;
+        std::ptrdiff_t width, height, rowBytes;
     };
     constexpr Row kRows[] = {
         {-1, 4, 64}, {4, -1, 64}, {World::kMaxSide + 1, 1, 1 << 20}, {1, World::kMaxSide + 1, 64},
-        {4, 4, 31},  {4, 4, 33}};
+        {4, 4, 31},  {4, 4, 33},  {4, 4, std::ptrdiff_t{1} << 33}};
     for (const Row& row : kRows) {
         EXPECT_THROW(World(Depth::Bits16, row.width, row.height, row.rowBytes), Error)
             << row.width << " x " << row.height << ", " << row.rowBytes;

@@ -1,21 +1,20 @@
-#include "Adapters/Frei0r/SilentThread.h"
+#include "Host/Frames/SilentThread.h"
 
-#include <atomic>
 #include <iostream>
 #include <streambuf>
-#include <thread>
 
-namespace Kerovane::Frei0r {
+namespace Kerovane::Host {
 
 namespace {
+
+/// SilentThreads that live on this thread.
+thread_local int mSilent = 0;
 
 /// Stands before std::cout's own buffer, without any of its own. Never removed nor destroyed:
 /// another thread may be writing, and std::cout is flushed at the very end of the process.
 class ThreadFilter : public std::streambuf {
 public:
     explicit ThreadFilter(std::streambuf& next) : mNext(next) {}
-
-    void silence(std::thread::id thread) { mSilent = thread; }
 
 protected:
     int_type overflow(int_type byte) override {
@@ -32,29 +31,28 @@ protected:
     int sync() override { return isSilent() ? 0 : mNext.pubsync(); }
 
 private:
-    bool isSilent() const { return mSilent.load() == std::this_thread::get_id(); }
+    static bool isSilent() { return mSilent > 0; }
 
     std::streambuf& mNext;
-    std::atomic<std::thread::id> mSilent;
 };
 
-ThreadFilter& InstalledFilter() {
-    static ThreadFilter& filter = []() -> ThreadFilter& {
-        auto& made = *new ThreadFilter(*std::cout.rdbuf());
-        std::cout.rdbuf(&made);
-        return made;
+void InstallFilter() {
+    [[maybe_unused]] static const auto& kFilter = []() -> ThreadFilter& {
+        auto& filter = *new ThreadFilter(*std::cout.rdbuf());
+        std::cout.rdbuf(&filter);
+        return filter;
     }();
-    return filter;
 }
 
 } // namespace
 
 SilentThread::SilentThread() {
-    InstalledFilter().silence(std::this_thread::get_id());
+    InstallFilter();
+    ++mSilent;
 }
 
 SilentThread::~SilentThread() {
-    InstalledFilter().silence({});
+    --mSilent;
 }
 
-} // namespace Kerovane::Frei0r
+} // namespace Kerovane::Host

@@ -1,12 +1,12 @@
-#include "Adapters/Frei0r/SilentThread.h"
+#include "Host/Frames/SilentThread.h"
 
 #include <gtest/gtest.h>
 
 #include <iostream>
+#include <optional>
 #include <thread>
 
-namespace Kerovane::Frei0r {
-
+namespace Kerovane::Host {
 namespace {
 
 TEST(SilentThread, IsAloneInBeingSilent) {
@@ -16,7 +16,14 @@ TEST(SilentThread, IsAloneInBeingSilent) {
         {
             const SilentThread silent;
             std::cout << "unheard" << 1 << std::endl;
-            std::thread([] { std::cout << "another, "; }).join();
+            std::thread([] {
+                std::cout << "another, ";
+                const SilentThread silentToo;
+                std::cout << "unheard too";
+            }).join();
+            std::optional<SilentThread> nested(std::in_place);
+            nested.reset();
+            std::cout << "still unheard";
         }
         std::cout << "after" << std::flush;
     }).join();
@@ -24,5 +31,4 @@ TEST(SilentThread, IsAloneInBeingSilent) {
 }
 
 } // namespace
-
-} // namespace Kerovane::Frei0r
+} // namespace Kerovane::Host

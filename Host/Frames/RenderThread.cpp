@@ -1,19 +1,18 @@
-#include "Adapters/Frei0r/RenderThread.h"
+#include "Host/Frames/RenderThread.h"
 
-#include "Adapters/Frei0r/SilentThread.h"
+#include "Host/Frames/SilentThread.h"
 
 #include <csignal>
 #include <utility>
 
-namespace Kerovane::Frei0r {
+namespace Kerovane::Host {
 
 namespace {
 
-/// The module knows one set-up in a process: a thread waits for the one before it to set down.
 std::mutex mEffectInUse;
 
-/// Blocks all signals on the calling thread for its life, for the threads that it starts: the
-/// host's handlers run on the host's own threads.
+/// Blocks all signals on the calling thread for its life, and so on the threads that it starts:
+/// handlers run on threads of those who set them.
 class BlockedSignals {
 public:
     BlockedSignals() {
@@ -31,9 +30,9 @@ private:
 
 } // namespace
 
-RenderThread::RenderThread() {
+RenderThread::RenderThread(const std::filesystem::path& module, EffectOutput output) {
     const BlockedSignals blocked;
-    mThread = std::thread([this] { work(); });
+    mThread = std::thread([=, this] { work(module, output); });
 }
 
 RenderThread::~RenderThread() {
@@ -56,11 +55,14 @@ void RenderThread::run(const Task& task) {
     done.get();
 }
 
-void RenderThread::work() {
+void RenderThread::work(const std::filesystem::path& module, EffectOutput output) {
     const std::lock_guard inUse(mEffectInUse);
-    const SilentThread silent;
+    std::optional<SilentThread> silent;
+    if (output == EffectOutput::Dropped) {
+        silent.emplace();
+    }
     try {
-        mRenderer.emplace();
+        mRenderer.emplace(module);
     } catch (...) {
         mProblem = std::current_exception();
     }
@@ -81,11 +83,11 @@ std::optional<RenderThread::Order> RenderThread::nextOrder() {
     return order;
 }
 
-FrameRenderer& RenderThread::renderer() {
+EffectRenderer& RenderThread::renderer() {
     if (mProblem != nullptr) {
         std::rethrow_exception(mProblem);
     }
     return *mRenderer;
 }
 
-} // namespace Kerovane::Frei0r
+} // namespace Kerovane::Host

@@ -1,11 +1,12 @@
 #pragma once
 
-namespace Kerovane::Frei0r {
+namespace Kerovane::Host {
 
 /**
  * While it lives, what its thread writes on std::cout is dropped, and all others' text passes as
- * before. The effect reports each new GL context there, and a host's standard output may well be
- * the video that it makes. The process's descriptors stay as they are. One at a time.
+ * before. Effects report there, on each new GL context say, and a process's standard output may
+ * well be the video that it makes. The process's descriptors stay as they are. Made and destroyed
+ * on one thread; several on a thread nest.
  */
 class SilentThread {
 public:
@@ -15,4 +16,4 @@ public:
     SilentThread& operator=(const SilentThread&) = delete;
 };
 
-} // namespace Kerovane::Frei0r
+} // namespace Kerovane::Host

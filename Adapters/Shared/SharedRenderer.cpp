@@ -1,0 +1,77 @@
+#include "Adapters/Shared/SharedRenderer.h"
+
+#include "Adapters/Shared/InstalledModule.h"
+
+#include <exception>
+#include <mutex>
+#include <optional>
+
+namespace Kerovane::Adapters {
+
+namespace {
+
+/// A renderer that is made when it is first asked for, or the reason why it can't be.
+class LazyRenderer {
+public:
+    Host::FrameRenderer& get() {
+        std::call_once(mMade, [this] { make(); });
+        if (mProblem != nullptr) {
+            std::rethrow_exception(mProblem);
+        }
+        return *mRenderer;
+    }
+
+private:
+    void make() {
+        try {
+            mRenderer.emplace(InstalledModule());
+        } catch (...) {
+            mProblem = std::current_exception();
+        }
+    }
+
+    std::once_flag mMade;
+    std::optional<Host::FrameRenderer> mRenderer;
+    std::exception_ptr mProblem;
+};
+
+struct Process {
+    std::mutex mutex;
+    int loads = 0;
+    std::shared_ptr<LazyRenderer> renderer;
+};
+
+Process& TheProcess() {
+    static Process& process = *new Process; // never destroyed: its thread may outlive exit()
+    return process;
+}
+
+} // namespace
+
+void SharedRenderer::countLoad() {
+    Process& process = TheProcess();
+    const std::lock_guard lock(process.mutex);
+    ++process.loads;
+}
+
+void SharedRenderer::countUnload() {
+    std::shared_ptr<LazyRenderer> last; // ends outside of the lock
+    Process& process = TheProcess();
+    const std::lock_guard lock(process.mutex);
+    if (process.loads > 0 && --process.loads == 0) {
+        last.swap(process.renderer);
+    }
+}
+
+std::shared_ptr<Host::FrameRenderer> SharedRenderer::get() {
+    Process& process = TheProcess();
+    std::unique_lock lock(process.mutex);
+    if (process.renderer == nullptr) {
+        process.renderer = std::make_shared<LazyRenderer>();
+    }
+    const std::shared_ptr<LazyRenderer> shared = process.renderer;
+    lock.unlock(); // setting up takes its time, and may have to wait for a set-down
+    return {shared, &shared->get()};
+}
+
+} // namespace Kerovane::Adapters

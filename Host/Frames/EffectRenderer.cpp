@@ -1,0 +1,61 @@
+#include "Host/Frames/EffectRenderer.h"
+
+#include "Host/Frames/ConvertPixels.h"
+#include "Host/Session/Drawable.h"
+#include "Host/Text/Error.h"
+
+#include <cstdint>
+
+namespace Kerovane::Host {
+
+namespace {
+
+/// Whether the effect can take the pixels where they are: OpenGL wants whole pixels from row to
+/// row, and channels at their natural addresses.
+bool IsLayer(const ConstPixelView& view) {
+    return view.order == ChannelOrder::Argb && view.alpha == Alpha::Straight &&
+           withPixelType(view.depth, [&view](auto type) {
+               using Pixel = typename decltype(type)::type;
+               constexpr std::ptrdiff_t kBytes = sizeof(Pixel);
+               return view.rowBytes >= view.width * kBytes && view.rowBytes % kBytes == 0 &&
+                      reinterpret_cast<std::uintptr_t>(view.top) % alignof(Pixel) == 0;
+           });
+}
+
+/// An input layer is never written, though its record's pointer would allow it.
+PF_LayerDef LayerOver(const ConstPixelView& view) {
+    return LayerOver(const_cast<std::byte*>(view.top), view.depth, view.width, view.height,
+                     view.rowBytes);
+}
+
+/// `layer`, made anew unless it has the shape of `view` already.
+World& Fitted(std::optional<World>& layer, const ConstPixelView& view) {
+    if (!layer || !HaveOneShape(ViewOf(*layer), view)) {
+        layer.emplace(view.depth, view.width, view.height);
+    }
+    return *layer;
+}
+
+} // namespace
+
+void EffectRenderer::render(const Frame& frame, const ParameterValues& values,
+                            const ConstPixelView& in, const PixelView& out) {
+    if (!HaveOneShape(in, out)) {
+        throw Error("the output differs from the input in depth or size");
+    }
+    CheckDrawable(in.width, in.height);
+    ConstPixelView inLayer = in;
+    if (!IsLayer(in)) {
+        const PixelView kept = ViewOf(Fitted(mInput, in));
+        ConvertPixels(in, kept);
+        inLayer = kept;
+    }
+    const PixelView outLayer = IsLayer(out) ? out : ViewOf(Fitted(mOutput, out));
+    PF_LayerDef output = LayerOver(outLayer);
+    mEffect.render(frame, values, LayerOver(inLayer), output);
+    if (!IsLayer(out)) {
+        ConvertPixels(outLayer, out);
+    }
+}
+
+} // namespace Kerovane::Host

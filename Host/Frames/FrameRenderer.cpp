@@ -1,0 +1,30 @@
+#include "Host/Frames/FrameRenderer.h"
+
+#include "Host/Session/Drawable.h"
+
+namespace Kerovane::Host {
+
+FrameRenderer::FrameRenderer(const std::filesystem::path& module, EffectOutput output)
+    : mThread(module, output) {
+    mThread.run([this](EffectRenderer& renderer) {
+        mParameters = renderer.effect().parameters();
+        mVersion = renderer.effect().version();
+    });
+}
+
+std::string FrameRenderer::about() {
+    std::string text;
+    mThread.run([&text](EffectRenderer& renderer) { text = renderer.effect().about(); });
+    return text;
+}
+
+void FrameRenderer::checkDrawable() {
+    mThread.run([](EffectRenderer&) { CheckDrawable(0, 0); });
+}
+
+void FrameRenderer::render(const Frame& frame, const ParameterValues& values,
+                           const ConstPixelView& in, const PixelView& out) {
+    mThread.run([&](EffectRenderer& renderer) { renderer.render(frame, values, in, out); });
+}
+
+} // namespace Kerovane::Host

@@ -1,0 +1,147 @@
+#include "Host/Frames/ConvertPixels.h"
+#include "Host/Text/Error.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <vector>
+
+namespace Kerovane::Host {
+namespace {
+
+constexpr std::ptrdiff_t kHeight = 3;
+constexpr std::ptrdiff_t kGap = 5; ///< bytes between rows
+constexpr std::byte kUntouched{0xa7};
+
+/// Alpha, red, green, blue.
+template <typename Channel>
+using Argb = std::array<Channel, 4>;
+
+/// How a picture lies in memory.
+struct Form {
+    ChannelOrder order;
+    Alpha alpha;
+    bool bottomUp;
+    std::ptrdiff_t offset; ///< bytes before the first row
+};
+
+constexpr Form kForms[] = {
+    {ChannelOrder::Argb, Alpha::Straight, false, 0},
+    {ChannelOrder::Argb, Alpha::Premultiplied, true, 1},
+    {ChannelOrder::Rgba, Alpha::Straight, true, 0},
+    {ChannelOrder::Rgba, Alpha::Straight, false, 3},
+    {ChannelOrder::Rgba, Alpha::Premultiplied, false, 0},
+};
+
+template <typename Channel>
+struct Picture {
+    Picture(Depth depth, std::ptrdiff_t width, const Form& form)
+        : rowBytes(width * BytesPerPixel(depth) + kGap),
+          bytes(static_cast<std::size_t>(form.offset + kHeight * rowBytes), kUntouched),
+          view{.top = bytes.data() + form.offset + (form.bottomUp ? 2 * rowBytes : 0),
+               .rowBytes = form.bottomUp ? -rowBytes : rowBytes,
+               .width = width,
+               .height = kHeight,
+               .depth = depth,
+               .order = form.order,
+               .alpha = form.alpha} {}
+
+    /// Takes the pixel out, or swaps it in.
+    Argb<Channel> exchange(std::ptrdiff_t x, std::ptrdiff_t y, Argb<Channel> pixel) {
+        std::byte* place = view.row(y) + x * static_cast<std::ptrdiff_t>(sizeof pixel);
+        const bool alphaLast = view.order == ChannelOrder::Rgba;
+        std::ranges::rotate(pixel, pixel.begin() + alphaLast);
+        Argb<Channel> before;
+        std::memcpy(before.data(), place, sizeof before);
+        std::memcpy(place, pixel.data(), sizeof pixel);
+        std::ranges::rotate(before, before.end() - alphaLast);
+        return before;
+    }
+
+    std::ptrdiff_t rowBytes;
+    std::vector<std::byte> bytes;
+    PixelView view;
+};
+
+/// What becomes of a pixel, in exact terms.
+template <typename Channel>
+Argb<Channel> Converted(Argb<Channel> pixel, Alpha from, Alpha to, double white) {
+    const double alpha = pixel[0];
+    for (std::size_t i = 1; i < pixel.size() && from != to; ++i) {
+        if (to == Alpha::Premultiplied || alpha != 0) {
+            const double factor = to == Alpha::Straight ? white : alpha;
+            const double divisor = to == Alpha::Straight ? alpha : white;
+            const double colour = pixel[i] * factor / divisor;
+            pixel[i] = static_cast<Channel>(white == 1 ? colour
+                                                       : std::min(std::floor(colour + 0.5), white));
+        }
+    }
+    return pixel;
+}
+
+/// Exactly, or up to the last bit of a float, which the two formulas may round differently.
+template <typename Channel>
+bool AreSame(const Argb<Channel>& one, const Argb<Channel>& other) {
+    constexpr double kTolerance = std::numeric_limits<Channel>::epsilon(); // 0 of whole numbers
+    return std::ranges::equal(
+        one, other, [](double a, double b) { return std::abs(a - b) <= kTolerance * std::abs(b); });
+}
+
+/// Pixel `i` of a row: all pairs of colour and alpha that there are at 8 bits in 65536 of them.
+template <typename Channel>
+Argb<Channel> Sample(std::ptrdiff_t i, double white) {
+    const auto part = [white](std::ptrdiff_t of255) {
+        return static_cast<Channel>(white * static_cast<double>(of255) / 255);
+    };
+    return {part(i / 256 % 256), part(i % 256), part(i % 253), part(i * 7 % 256)};
+}
+
+template <typename Channel>
+void CheckAllForms(Depth depth, double white) {
+    // Short rows, as the last pixels behind the vectors are done one by one.
+    for (const std::ptrdiff_t width : {0, 1, 15, 65536}) {
+        for (const Form& fromForm : kForms) {
+            for (const Form& toForm : kForms) {
+                SCOPED_TRACE(testing::Message()
+                             << static_cast<int>(depth) << " bits, " << width << " wide, forms "
+                             << &fromForm - kForms << " to " << &toForm - kForms);
+                Picture<Channel> from(depth, width, fromForm);
+                Picture<Channel> to(depth, width, toForm);
+                for (std::ptrdiff_t i = 0; i < kHeight * width; ++i) {
+                    from.exchange(i % width, i / width, Sample<Channel>(i, white));
+                }
+                ConvertPixels(from.view, to.view);
+                Argb<Channel> untouched;
+                std::memset(untouched.data(), std::to_integer<int>(kUntouched), sizeof untouched);
+                for (std::ptrdiff_t i = 0; i < kHeight * width; ++i) {
+                    ASSERT_PRED2(
+                        AreSame<Channel>, to.exchange(i % width, i / width, untouched),
+                        Converted(Sample<Channel>(i, white), fromForm.alpha, toForm.alpha, white))
+                        << i;
+                }
+                ASSERT_EQ(std::ranges::count(to.bytes, kUntouched), std::ssize(to.bytes));
+            }
+        }
+    }
+}
+
+TEST(ConvertPixels, GivesEachPixelTheOtherFormAndTouchesNothingElse) {
+    CheckAllForms<A_u_char>(Depth::Bits8, 255);
+    CheckAllForms<A_u_short>(Depth::Bits16, 32768);
+    CheckAllForms<float>(Depth::Float32, 1);
+}
+
+TEST(ConvertPixels, RefusesPicturesOfDifferentShape) {
+    const Picture<A_u_char> eight(Depth::Bits8, 4, kForms[0]);
+    const Picture<A_u_char> wider(Depth::Bits8, 5, kForms[0]);
+    const Picture<A_u_short> sixteen(Depth::Bits16, 4, kForms[0]);
+    EXPECT_THROW(ConvertPixels(eight.view, wider.view), Error);
+    EXPECT_THROW(ConvertPixels(eight.view, sixteen.view), Error);
+}
+
+} // namespace
+} // namespace Kerovane::Host
