@@ -1,7 +1,10 @@
 #include "Benchmarks/BenchmarkPicture.h"
 
+#include "Host/Pictures/PixelConversion.h"
+
 #include <cstdint>
 #include <random>
+#include <type_traits>
 
 namespace Kerovane::Benchmarks {
 
@@ -14,9 +17,11 @@ struct Colour {
     std::uint32_t blue;
 };
 
-/// `convert` makes a channel of a value from 0 to 255.
-template <typename Pixel, typename Convert>
-void Paint(Host::World& world, Convert convert) {
+template <typename Pixel>
+void Paint(Host::World& world) {
+    const auto convert = [](std::uint32_t value) {
+        return Host::Rescale<Host::LayerChannel<Pixel>>(value, 255, Host::kLayerWhite<Pixel>);
+    };
     std::minstd_rand grain; // NOLINT(cert-msc*): the same picture each time
     for (A_long y = 0; y < world.height(); ++y) {
         A_long x = 0;
@@ -37,20 +42,8 @@ void Paint(Host::World& world, Convert convert) {
 
 Host::World BenchmarkPicture(Host::Depth depth, A_long width, A_long height) {
     Host::World world(depth, width, height);
-    switch (depth) {
-    case Host::Depth::Bits8:
-        Paint<PF_Pixel8>(world, [](std::uint32_t value) { return static_cast<A_u_char>(value); });
-        break;
-    case Host::Depth::Bits16:
-        Paint<PF_Pixel16>(world, [](std::uint32_t value) {
-            return static_cast<A_u_short>(value * 32768U / 255U);
-        });
-        break;
-    case Host::Depth::Float32:
-        Paint<PF_PixelFloat>(
-            world, [](std::uint32_t value) { return static_cast<PF_FpShort>(value) / 255.0F; });
-        break;
-    }
+    Host::withPixelType(depth,
+                        [&]<typename Pixel>(std::type_identity<Pixel>) { Paint<Pixel>(world); });
     return world;
 }
 

@@ -1,6 +1,7 @@
 #include "Host/Pictures/PictureReader.h"
 
-#include "Host/Pictures/HeaderCheck.h"
+#include "Host/Pictures/FileHeader.h"
+#include "Host/Pictures/PictureFormat.h"
 #include "Host/Pictures/PixelConversion.h"
 #include "Host/Text/Error.h"
 
@@ -17,6 +18,7 @@
 #include <new>
 #include <string>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 
 namespace Kerovane::Host {
@@ -47,16 +49,12 @@ public:
         if (std::filesystem::is_directory(file)) {
             fail("it is a directory");
         }
-        if (const std::string reason = ReasonNotToOpen(file); !reason.empty()) {
-            fail(reason);
-        }
-        ImageSpec wishes;
-        wishes.attribute("oiio:UnassociatedAlpha", 1);
-        attempt([&] { mInput = OIIO::ImageInput::open(mName, &wishes); });
-        if (mInput == nullptr) {
-            fail(OIIO::geterror());
-        }
+        const FileHeader header(file);
+        const PictureFormat* format = FormatOf(header);
+        refuseFor(ReasonNotToOpen(format, header));
+        open(*format);
         check();
+        refuseFor(ReasonNotToRead(*format, header, layout()));
     }
 
     const ImageSpec& layout() const { return mInput->spec(); }
@@ -86,6 +84,29 @@ public:
     }
 
 private:
+    void refuseFor(const std::string& reason) const {
+        if (!reason.empty()) {
+            fail(reason);
+        }
+    }
+
+    /// With the reader of that format alone: the library would try all others once it fails.
+    void open(const PictureFormat& format) {
+        mInput = OIIO::ImageInput::create(format.reader);
+        if (mInput == nullptr) {
+            OIIO::geterror(); // takes the message, which would stay for the next failure
+            fail(fmt::format("OpenImageIO was built without a reader for {}", format.name));
+        }
+        ImageSpec wishes;
+        wishes.attribute("oiio:UnassociatedAlpha", 1);
+        ImageSpec layout;
+        bool isOpen = false;
+        attempt([&] { isOpen = mInput->open(mName, layout, wishes); });
+        if (!isOpen) {
+            fail(mInput->geterror());
+        }
+    }
+
     /// Some of the library's readers let exceptions through: their own, or for lack of memory.
     template <typename Action>
     void attempt(Action action) const {
@@ -100,10 +121,6 @@ private:
 
     void check() const {
         const ImageSpec& layout = this->layout();
-        // Damaged files make their readers crash or write beyond their memory.
-        if (format() == "ico" || format() == "sgi") {
-            fail(fmt::format("the format '{}' is not read, as its reader is not safe", format()));
-        }
         if (layout.deep || layout.depth > 1) {
             fail("it is not a flat picture");
         }
@@ -265,14 +282,9 @@ World ReadPixels(PictureFile& file, Depth depth, ImageSpec& layout) {
 }
 
 World ReadWorld(PictureFile& file, Depth depth, ImageSpec& layout) {
-    switch (depth) {
-    case Depth::Bits8:
-        return ReadPixels<PF_Pixel8>(file, depth, layout);
-    case Depth::Bits16:
-        return ReadPixels<PF_Pixel16>(file, depth, layout);
-    default:
-        return ReadPixels<PF_PixelFloat>(file, depth, layout);
-    }
+    return withPixelType(depth, [&]<typename Pixel>(std::type_identity<Pixel>) {
+        return ReadPixels<Pixel>(file, depth, layout);
+    });
 }
 
 PF_RationalScale PixelAspectRatio(const ImageSpec& layout) {

@@ -14,6 +14,7 @@
 #include <memory>
 #include <string_view>
 #include <system_error>
+#include <type_traits>
 #include <utility>
 
 namespace Kerovane::Host {
@@ -164,8 +165,9 @@ bool WriteStrips(ImageOutput& output, const World& world, Fill fill) {
     return true;
 }
 
-template <typename Channel, typename Pixel>
+template <typename Pixel>
 bool WriteStraight(ImageOutput& output, const World& world) {
+    using Channel = LayerChannel<Pixel>; // as many bits in the file
     return WriteStrips<Channel>(
         output, world, [&world](A_long y, Channel* row) { WriteRow(world.row<Pixel>(y), row); });
 }
@@ -186,17 +188,10 @@ bool WritePremultiplied(ImageOutput& output, const World& world) {
 
 bool WriteWorld(ImageOutput& output, const World& world) {
     const bool straight = output.supports("alpha") && StoresStraightAlpha(output);
-    switch (world.depth()) {
-    case Depth::Bits8:
-        return straight ? WriteStraight<std::uint8_t, PF_Pixel8>(output, world)
-                        : WritePremultiplied<PF_Pixel8>(output, world);
-    case Depth::Bits16:
-        return straight ? WriteStraight<std::uint16_t, PF_Pixel16>(output, world)
-                        : WritePremultiplied<PF_Pixel16>(output, world);
-    default:
-        return straight ? WriteStraight<float, PF_PixelFloat>(output, world)
-                        : WritePremultiplied<PF_PixelFloat>(output, world);
-    }
+    return withPixelType(world.depth(), [&]<typename Pixel>(std::type_identity<Pixel>) {
+        return straight ? WriteStraight<Pixel>(output, world)
+                        : WritePremultiplied<Pixel>(output, world);
+    });
 }
 
 } // namespace

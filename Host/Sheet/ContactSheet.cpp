@@ -1,7 +1,6 @@
 #include "Host/Sheet/ContactSheet.h"
 
 #include "Host/Pictures/PixelConversion.h"
-#include "Host/Sheet/Lettering.h"
 #include "Host/Text/Error.h"
 
 #include <OpenImageIO/imagebufalgo.h>
@@ -10,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <type_traits>
 #include <utility>
 
 namespace Kerovane::Host {
@@ -39,12 +39,12 @@ std::size_t Columns(const std::vector<std::vector<Label>>& rows) {
     return columns;
 }
 
-int WidestLine(const std::vector<std::vector<Label>>& rows) {
+int WidestLine(const Font& font, const std::vector<std::vector<Label>>& rows) {
     int width = 0;
     for (const std::vector<Label>& row : rows) {
         for (const Label& label : row) {
             for (const std::string& line : label) {
-                width = std::max(width, TextWidth(line));
+                width = std::max(width, font.widthOf(line));
             }
         }
     }
@@ -56,7 +56,7 @@ int LabelHeight(const std::vector<Label>& row) {
     for (const Label& label : row) {
         lines = std::max(lines, label.size());
     }
-    return kAboveLabel + static_cast<int>(lines) * kLineHeight;
+    return kAboveLabel + static_cast<int>(lines) * Font::kLineHeight;
 }
 
 /// `side` as a side of the page, or an Error.
@@ -88,16 +88,9 @@ void ReadPixels(const World& world, float* rgba) {
 
 std::vector<float> StraightPixels(const World& world) {
     std::vector<float> pixels(ValuesOf(FloatSpec(world.width(), world.height())));
-    switch (world.depth()) {
-    case Depth::Bits8:
-        ReadPixels<PF_Pixel8>(world, pixels.data());
-        break;
-    case Depth::Bits16:
-        ReadPixels<PF_Pixel16>(world, pixels.data());
-        break;
-    default:
-        ReadPixels<PF_PixelFloat>(world, pixels.data());
-    }
+    withPixelType(world.depth(), [&]<typename Pixel>(std::type_identity<Pixel>) {
+        ReadPixels<Pixel>(world, pixels.data());
+    });
     return pixels;
 }
 
@@ -126,7 +119,7 @@ ContactSheet::ContactSheet(std::vector<std::vector<Label>> labels, int pictureWi
     : mLabels(std::move(labels)),
       mPictureWidth(pictureWidth),
       mPictureHeight(pictureHeight),
-      mColumnWidth(std::max(pictureWidth, WidestLine(mLabels)) + kMargin) {
+      mColumnWidth(std::max(pictureWidth, WidestLine(mFont, mLabels)) + kMargin) {
     std::int64_t height = kMargin;
     for (const std::vector<Label>& row : mLabels) {
         mRowTops.push_back(PageSide(height));
@@ -148,23 +141,16 @@ void ContactSheet::place(std::size_t row, std::size_t column, const World& pictu
     Algo::paste(mPage, left, top, 0, 0, Algo::over(Thumbnail(picture, size), squares));
     int line = top + mPictureHeight + kAboveLabel;
     for (const std::string& text : mLabels[row][column]) {
-        DrawText(mPage, left, line, text);
-        line += kLineHeight;
+        mFont.draw(mPage, left, line, text);
+        line += Font::kLineHeight;
     }
 }
 
 World ContactSheet::world(Depth depth) const {
     World world(depth, mPage.spec().width, mPage.spec().height);
-    switch (depth) {
-    case Depth::Bits8:
-        FillWorld<PF_Pixel8>(mPixels.data(), world);
-        break;
-    case Depth::Bits16:
-        FillWorld<PF_Pixel16>(mPixels.data(), world);
-        break;
-    default:
-        FillWorld<PF_PixelFloat>(mPixels.data(), world);
-    }
+    withPixelType(depth, [&]<typename Pixel>(std::type_identity<Pixel>) {
+        FillWorld<Pixel>(mPixels.data(), world);
+    });
     return world;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Host/Session/World.h"
+#include "Host/Sheet/Font.h"
 
 #include <OpenImageIO/imagebuf.h>
 
@@ -19,7 +20,8 @@ class ContactSheet {
 public:
     /**
      * An empty page with room for a picture over each label; all pictures will have the given size
-     * in pixels. Throws Error where the page would be larger than a world can be.
+     * in pixels. Throws Error if the page would be larger than a world can be or its font is
+     * missing.
      */
     ContactSheet(std::vector<std::vector<Label>> labels, int pictureWidth, int pictureHeight);
 
@@ -30,6 +32,7 @@ public:
     World world(Depth depth) const;
 
 private:
+    Font mFont;
     std::vector<std::vector<Label>> mLabels;
     int mPictureWidth;
     int mPictureHeight;

@@ -1,11 +1,14 @@
 #include "Tests/Effect/EffectFixture.h"
 
+#include "Host/Pictures/PixelConversion.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstring>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
 
 namespace Kerovane::TestSupport {
 
@@ -13,13 +16,18 @@ namespace {
 
 using Channels8 = std::array<A_u_char, 4>;
 
-/// Calls `convert(channel)` for every channel of `from` and stores the results in `to`.
-template <typename From, typename To, typename Convert>
-void ConvertChannels(const Host::World& from, Host::World& to, Convert convert) {
+/// Stores the channels of `from` in `to` at the depth of the pixels there.
+template <typename From, typename To>
+void ConvertChannels(const Host::World& from, Host::World& to) {
+    const auto convert = [](Host::LayerChannel<From> channel) {
+        return Host::Rescale<Host::LayerChannel<To>>(channel, Host::kLayerWhite<From>,
+                                                     Host::kLayerWhite<To>);
+    };
     for (int y = 0; y < from.height(); ++y) {
-        const auto* source = reinterpret_cast<const From*>(from.row<PF_Pixel8>(y).data());
-        auto* target = reinterpret_cast<To*>(to.row<PF_Pixel8>(y).data());
-        std::transform(source, source + std::ptrdiff_t{4} * from.width(), target, convert);
+        std::ranges::transform(from.row<From>(y), to.row<To>(y).begin(), [&](const From& pixel) {
+            return To{convert(pixel.alpha), convert(pixel.red), convert(pixel.green),
+                      convert(pixel.blue)};
+        });
     }
 }
 
@@ -88,38 +96,17 @@ Host::World SmoothPicture(int width, int height, bool opaque) {
 
 Host::World AtDepth(const Host::World& picture8, Host::Depth depth) {
     Host::World converted(depth, picture8.width(), picture8.height());
-    switch (depth) {
-    case Host::Depth::Bits8:
-        ConvertChannels<A_u_char, A_u_char>(picture8, converted, [](A_u_char c) { return c; });
-        break;
-    case Host::Depth::Bits16:
-        ConvertChannels<A_u_char, A_u_short>(picture8, converted, [](A_u_char c) {
-            return static_cast<A_u_short>(std::lround(c * 32768.0 / 255.0));
-        });
-        break;
-    case Host::Depth::Float32:
-        ConvertChannels<A_u_char, PF_FpShort>(
-            picture8, converted, [](A_u_char c) { return static_cast<float>(c) / 255.0F; });
-        break;
-    }
+    Host::withPixelType(depth, [&]<typename Pixel>(std::type_identity<Pixel>) {
+        ConvertChannels<PF_Pixel8, Pixel>(picture8, converted);
+    });
     return converted;
 }
 
 Host::World At8Bits(const Host::World& picture) {
     Host::World converted(Host::Depth::Bits8, picture.width(), picture.height());
-    switch (picture.depth()) {
-    case Host::Depth::Bits8:
-        ConvertChannels<A_u_char, A_u_char>(picture, converted, [](A_u_char c) { return c; });
-        break;
-    case Host::Depth::Bits16:
-        ConvertChannels<A_u_short, A_u_char>(
-            picture, converted, [](A_u_short c) { return ToByte(c * 255.0 / 32768.0); });
-        break;
-    case Host::Depth::Float32:
-        ConvertChannels<PF_FpShort, A_u_char>(picture, converted,
-                                              [](PF_FpShort c) { return ToByte(c * 255.0); });
-        break;
-    }
+    Host::withPixelType(picture.depth(), [&]<typename Pixel>(std::type_identity<Pixel>) {
+        ConvertChannels<Pixel, PF_Pixel8>(picture, converted);
+    });
     return converted;
 }
 

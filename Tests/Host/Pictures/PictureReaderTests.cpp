@@ -10,6 +10,7 @@
 #include <cstring>
 #include <fstream>
 #include <optional>
+#include <type_traits>
 
 namespace Kerovane::Host {
 namespace {
@@ -19,19 +20,11 @@ using OIIO::TypeDesc;
 
 /// The pixel as four numbers: alpha, red, green, blue, on the layer's own scale.
 std::vector<float> Argb(const World& world, A_long x, A_long y) {
-    const auto numbers = [](const auto& pixel) {
+    return withPixelType(world.depth(), [&]<typename Pixel>(std::type_identity<Pixel>) {
+        const Pixel pixel = world.row<Pixel>(y)[static_cast<std::size_t>(x)];
         return std::vector<float>{static_cast<float>(pixel.alpha), static_cast<float>(pixel.red),
                                   static_cast<float>(pixel.green), static_cast<float>(pixel.blue)};
-    };
-    const auto column = static_cast<std::size_t>(x);
-    switch (world.depth()) {
-    case Depth::Bits8:
-        return numbers(world.row<PF_Pixel8>(y)[column]);
-    case Depth::Bits16:
-        return numbers(world.row<PF_Pixel16>(y)[column]);
-    default:
-        return numbers(world.row<PF_PixelFloat>(y)[column]);
-    }
+    });
 }
 
 class PictureReader : public testing::Test {
@@ -206,14 +199,75 @@ TEST_F(PictureReader, RefusesGifPicturesThatTheirReaderWouldWriteBeyond) {
     }
 }
 
-TEST_F(PictureReader, RefusesFormatsWhoseReadersAreNotSafe) {
-    for (const std::string format : {"ico", "sgi"}) {
-        const auto file = mFolder / ("a." + format);
-        RawPicture::of({0.5F, 0.25F, 1}, OIIO::TypeDesc::UINT8, -1, 4, 3).write(file);
-        EXPECT_EQ(ErrorOf([&] { ReadPicture(file); }),
-                  "cannot read '" + file.string() + "': the format '" + format +
-                      "' is not read, as its reader is not safe");
+TEST_F(PictureReader, KnowsAFormatByItsContent) {
+    for (const char* format :
+         {"png", "jpg", "tif", "exr", "dpx", "bmp", "gif", "hdr", "ppm", "webp", "rla"}) {
+        const auto file = mFolder / "a."s += format;
+        RawPicture::of({0.5F, 0.25F, 1}, TypeDesc::UINT8, -1, 4, 3).write(file);
+        for (const char* name : {"picture", "picture.png", "picture.jpg", "picture.ico"}) {
+            std::filesystem::copy_file(file, mFolder / name,
+                                       std::filesystem::copy_options::overwrite_existing);
+            EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / name); }), "") << format << ", " << name;
+        }
     }
+}
+
+TEST_F(PictureReader, KnowsTgaByItsExtensionAlone) {
+    RawPicture::of({0.5F, 0.25F, 1}, TypeDesc::UINT8, -1, 4, 3).write(mFolder / "a.tga");
+    std::filesystem::copy_file(mFolder / "a.tga", mFolder / "A.TGA");
+    std::filesystem::copy_file(mFolder / "a.tga", mFolder / "a.png");
+    EXPECT_EQ(ReadPicture(mFolder / "A.TGA").world.height(), 3);
+    EXPECT_NE(ErrorOf([&] { ReadPicture(mFolder / "a.png"); }), "");
+}
+
+TEST_F(PictureReader, RefusesOtherFormatsByTheirNames) {
+    struct Row {
+        std::string content;
+        std::string reason;
+        const char* name = "a.png";
+    };
+    const Row rows[] = {
+        {"\0\0\1\0\1\0"s, "icons are not read, as their reader is not safe"},
+        {"\x01\xda\0\1"s, "SGI pictures are not read, as their reader is not safe"},
+        {"\x80\x2a\x5f\xd7", "Cineon pictures are not read, as their reader is not safe"},
+        {"\0\0\0\x1c"
+         "ftypheic"s,
+         "HEIF and AVIF pictures are not read, as their reader is not safe"},
+        {"\0\0\0\x1c"
+         "ftypisom"s,
+         "movies are not read, as their frames have to be extracted first"},
+        {"RIFF\xff\0\0\0AVI "s, "movies are not read, as their frames have to be extracted first"},
+        {"II*\0\x8"s, "camera raw files are not read, as they have to be developed first", "a.NEF"},
+        {"SIMPLE  =", "FITS files are not read"},
+    };
+    const std::string rest = "; PNG, JPEG, OpenEXR, DPX, WebP, GIF, PSD, JPEG 2000, Radiance HDR, "
+                             "BMP, PNM, TIFF, TGA and RLA are";
+    for (const Row& row : rows) {
+        const auto file = mFolder / row.name;
+        std::ofstream(file) << row.content;
+        EXPECT_EQ(ErrorOf([&] { ReadPicture(file); }),
+                  "cannot read '" + file.string() + "': " + row.reason + rest);
+    }
+    std::ofstream(mFolder / "a.png") << "hello";
+    EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / "a.png"); }),
+              "cannot read '" + (mFolder / "a.png").string() + "': its format is unknown" + rest +
+                  " read");
+}
+
+/// A flat PSD picture of one RGB pixel that says so of its number of channels.
+std::string PsdOf(char channels) {
+    return "8BPS\0\1\0\0\0\0\0\0\0"s + channels + "\0\0\0\1\0\0\0\1\0\x08\0\3"s +
+           std::string(3 * 4, '\0') + "\0\0\xff\x80\0"s;
+}
+
+TEST_F(PictureReader, RefusesPsdPicturesThatLackChannels) {
+    std::ofstream(mFolder / "a.psd") << PsdOf(3);
+    EXPECT_EQ(Argb(ReadPicture(mFolder / "a.psd").world, 0, 0),
+              (std::vector<float>{255, 255, 128, 0}));
+    std::ofstream(mFolder / "a.psd") << PsdOf(1);
+    EXPECT_EQ(ErrorOf([&] { ReadPicture(mFolder / "a.psd"); }),
+              "cannot read '" + (mFolder / "a.psd").string() +
+                  "': it has fewer channels than its colour mode needs");
 }
 
 TEST_F(PictureReader, RefusesDpxPicturesThatNameMoreThanTheyHold) {

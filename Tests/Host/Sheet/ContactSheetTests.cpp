@@ -1,6 +1,8 @@
 #include "Host/Sheet/ContactSheet.h"
-#include "Host/Sheet/Lettering.h"
+#include "Host/Sheet/Font.h"
 #include "Host/Text/Error.h"
+
+#include "Tests/Support/ErrorText.h"
 
 #include <gtest/gtest.h>
 
@@ -23,33 +25,43 @@ World Plain(A_long width, A_long height, PF_Pixel8 colour) {
 
 constexpr int kCanvasWidth = 300;
 
+/// The red of a line's pixels; 0 if nothing is drawn there.
 std::vector<float> Drawn(const std::string& text) {
-    std::vector<float> pixels(std::size_t{kCanvasWidth} * kLineHeight);
-    OIIO::ImageBuf canvas(OIIO::ImageSpec(kCanvasWidth, kLineHeight, 1, OIIO::TypeDesc::FLOAT),
-                          pixels.data());
-    DrawText(canvas, 0, 0, text);
+    OIIO::ImageBuf canvas(
+        OIIO::ImageSpec(kCanvasWidth, Font::kLineHeight, 4, OIIO::TypeDesc::FLOAT));
+    Font().draw(canvas, 0, 0, text);
+    std::vector<float> pixels(std::size_t{kCanvasWidth} * Font::kLineHeight);
+    canvas.get_pixels(OIIO::ROI(0, kCanvasWidth, 0, Font::kLineHeight, 0, 1, 0, 1),
+                      OIIO::TypeDesc::FLOAT, pixels.data());
     return pixels;
 }
 
-TEST(Lettering, TellsEveryCharacterFromEveryOther) {
+TEST(Font, TellsCharactersApart) {
     std::set<std::vector<float>> letters;
-    for (char character = ' '; character <= '~'; ++character) {
-        const std::string text(1, character);
+    for (const std::string text : {"", "0", "O", "1", "l", "I", "e", "\u00e9", "\u0416", "-"}) {
         EXPECT_TRUE(letters.insert(Drawn(text)).second) << "'" << text << "' looks like another";
     }
-    EXPECT_TRUE(letters.insert(Drawn("\n")).second) << "characters without a letter";
-    EXPECT_EQ(Drawn("\u00e9"), Drawn("\n")) << "one box for one character of two bytes";
 }
 
-TEST(Lettering, KnowsHowWideItDraws) {
-    for (const std::string text : {"", "i", "size 16", "--transition-progress", "gjpqy_,;"}) {
+TEST(Font, DrawsWithinTheLineAndItsWidth) {
+    for (const std::string text : {"", "i", "size 16", "transition-progress", "\u00c9gjpqy_,;|"}) {
         const std::vector<float> pixels = Drawn(text);
-        int ink = 0;
+        int right = 0;
         for (std::size_t at = 0; at < pixels.size(); ++at) {
-            ink = pixels[at] > 0 ? std::max(ink, static_cast<int>(at % kCanvasWidth) + 1) : ink;
+            const int x = static_cast<int>(at % kCanvasWidth);
+            const int y = static_cast<int>(at / kCanvasWidth);
+            const bool ink = pixels[at] > 0;
+            right = ink ? std::max(right, x + 1) : right;
+            EXPECT_FALSE(ink && (y == 0 || y == Font::kLineHeight - 1)) << text << " touches lines";
         }
-        EXPECT_EQ(TextWidth(text), ink) << text;
+        EXPECT_NEAR(Font().widthOf(text), right, 1) << text;
     }
+}
+
+TEST(Font, SaysWhichPackageIsMissing) {
+    EXPECT_EQ(ErrorOf([] { const Font font("/missing/DejaVuSans.ttf"); }),
+              "no font for the sheet in '/missing/DejaVuSans.ttf', which the package "
+              "fonts-dejavu-core installs");
 }
 
 TEST(ContactSheet, GrowsWithItsRowsAndItsLabels) {
@@ -58,8 +70,8 @@ TEST(ContactSheet, GrowsWithItsRowsAndItsLabels) {
         int width;
         int height;
     };
-    const int line = kLineHeight;
-    const int wide = TextWidth("a label wider than its picture");
+    const int line = Font::kLineHeight;
+    const int wide = Font().widthOf("a label wider than its picture");
     const Row rows[] = {
         {{{{"a"}}}, 16 + 100 + 16, 16 + 50 + 8 + line + 16},
         {{{{"a"}, {"b"}, {"c"}}}, 16 + 3 * 116, 16 + 50 + 8 + line + 16},
