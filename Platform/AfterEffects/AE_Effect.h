@@ -336,11 +336,20 @@ typedef PF_Err (*PF_EffectEntry)(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out
 
 static_assert(sizeof(PF_Pixel) == 4 && sizeof(PF_Pixel16) == 8 && sizeof(PF_PixelFloat) == 16,
               "pixels are packed");
-static_assert(PF_Cmd_GLOBAL_SETUP == 1 && PF_Cmd_GLOBAL_SETDOWN == 3 && PF_Cmd_PARAMS_SETUP == 4 &&
+static_assert(PF_Err_NONE == 0 && PF_Err_OUT_OF_MEMORY == 4 &&
+                  PF_Err_INTERNAL_STRUCT_DAMAGED == 512 && PF_Err_INVALID_INDEX == 513 &&
+                  PF_Err_UNRECOGNIZED_PARAM_TYPE == 514 && PF_Err_INVALID_CALLBACK == 515 &&
+                  PF_Err_BAD_CALLBACK_PARAM == 516 && PF_Interrupt_CANCEL == 517,
+              "error codes");
+static_assert(PF_Cmd_ABOUT == 0 && PF_Cmd_GLOBAL_SETUP == 1 && PF_Cmd_UNUSED_0 == 2 &&
+                  PF_Cmd_GLOBAL_SETDOWN == 3 && PF_Cmd_PARAMS_SETUP == 4 &&
                   PF_Cmd_SEQUENCE_SETUP == 5 && PF_Cmd_SEQUENCE_RESETUP == 6 &&
                   PF_Cmd_SEQUENCE_FLATTEN == 7 && PF_Cmd_SEQUENCE_SETDOWN == 8 &&
-                  PF_Cmd_DO_DIALOG == 9 && PF_Cmd_FRAME_SETUP == 10 && PF_Cmd_RENDER == 11,
+                  PF_Cmd_DO_DIALOG == 9 && PF_Cmd_FRAME_SETUP == 10 && PF_Cmd_RENDER == 11 &&
+                  PF_Cmd_FRAME_SETDOWN == 12 && PF_Cmd_USER_CHANGED_PARAM == 13 &&
+                  PF_Cmd_UPDATE_PARAMS_UI == 14 && PF_Cmd_EVENT == 15,
               "command codes");
+static_assert(sizeof(((PF_OutData*)0)->return_msg) == 256, "a message with its terminator");
 static_assert(PF_Param_SLIDER == 1 && PF_Param_FIX_SLIDER == 2 && PF_Param_ANGLE == 3 &&
                   PF_Param_CHECKBOX == 4 && PF_Param_POPUP == 7 && PF_Param_FLOAT_SLIDER == 10 &&
                   PF_Param_GROUP_START == 13 && PF_Param_GROUP_END == 14,

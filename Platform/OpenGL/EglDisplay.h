@@ -6,14 +6,14 @@ namespace Kerovane::Platform {
 
 /** The EGL display on which the effect's contexts are made, or why there is none. */
 struct EglDisplayChoice {
-    void* display = nullptr; ///< an initialised EGLDisplay; null where none can be had
-    std::string problem;     ///< one sentence for a person; empty where there is a display
+    void* display = nullptr; ///< an initialised EGLDisplay; null if none can be had
+    std::string problem;     ///< one sentence for a person; empty if there is a display
 };
 
 /**
- * The process's display: a GPU's device platform where there is a GPU, else the surfaceless
- * platform, which needs neither a GPU nor a display server. Chosen at the first call and kept; it
- * is never terminated, as a host may use the same display.
+ * The process's display, the first that gives a context: a GPU's device platform, else the
+ * surfaceless platform, which needs neither a GPU nor a display server, else EGL's default display.
+ * Chosen at the first call and kept; never terminated, as a host may use the same display.
  */
 const EglDisplayChoice& ChosenEglDisplay();
 

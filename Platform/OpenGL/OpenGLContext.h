@@ -9,8 +9,9 @@ class OpenGLContext {
 public:
     /**
      * Makes a context that shares textures, buffers and programs with `shareWith` (null: with
-     * none). Where no driver gives one, or `shareWith` is not valid, the object stands for "no
-     * context": making it current leaves the thread without a context, so that GL calls go nowhere.
+     * none). If no driver gives one, or `shareWith` is not valid, the object stands for "no
+     * context": making it current leaves the thread without an EGL context, so that GL calls go
+     * nowhere, unless the host has a GLX context current.
      */
     explicit OpenGLContext(const OpenGLContext* shareWith);
     ~OpenGLContext();
@@ -19,12 +20,12 @@ public:
 
     bool isValid() const { return mContext != nullptr; }
 
-    /// Whether this context is current on the calling thread. False where it is not valid.
+    /// Whether this context is current on the calling thread. False if it is not valid.
     bool isCurrent() const;
 
     /// Makes this context current on the calling thread, in place of any other EGL context. It is
-    /// let go when the thread ends. Where EGL refuses, as it does while another thread has the
-    /// context current, the thread is left without one.
+    /// let go when the thread ends. If EGL refuses, as it does while another thread has the context
+    /// current, or a GLX context is current, the thread is left without an EGL context.
     void makeCurrent() const;
 
     /// Names this context within the process; above 0 and never used again.

@@ -14,8 +14,8 @@ struct OpenGLDescription {
 };
 
 /**
- * Asks a context made for the purpose; nothing where none can be had. The calling thread has no
- * context current before it, and none after it.
+ * Asks a context made for the purpose; nothing if none can be had. The calling thread must have no
+ * context current, and has none afterwards.
  */
 std::optional<OpenGLDescription> DescribeOpenGL();
 

@@ -70,6 +70,7 @@ struct FaultyHost::Callbacks {
     static PF_Err checkoutParam(PF_ProgPtr effect, PF_ParamIndex index, A_long time, A_long step,
                                 A_u_long scale, PF_ParamDef* param) {
         if (mHost->fails(HostCall::CheckoutParam)) {
+            std::memset(param, kRecordContent, sizeof(*param));
             return kError;
         }
         const PF_Err err = interaction().checkout_param(effect, index, time, step, scale, param);

@@ -39,12 +39,13 @@ using HostCallCounts = std::array<int, static_cast<std::size_t>(HostCall::Count)
 
 /**
  * Puts itself between a session's host and the effect, and fails on demand. Handles that it gives
- * hold kHandleContent. One at a time.
+ * hold kHandleContent, the record of a failed checkout kRecordContent. One at a time.
  */
 class FaultyHost {
 public:
     static constexpr PF_Err kError = PF_Err_INTERNAL_STRUCT_DAMAGED;
     static constexpr int kHandleContent = 0x5a;
+    static constexpr int kRecordContent = 0x40; ///< numbers well above 0 of every type
 
     explicit FaultyHost(Host::EffectSession& session);
     ~FaultyHost();

@@ -3,10 +3,12 @@
 #include "Plugins/Shared/GL/AEOpenGLContext.h"
 #include "Plugins/Tesselune/Sources/MosaicShaderManager.h"
 #include "Tests/Effect/EffectFixture.h"
+#include "Tests/Effect/FaultyHost.h"
 
 #include <glbinding/gl/gl.h>
 
 #include <cmath>
+#include <string>
 #include <vector>
 
 using namespace gl;
@@ -20,13 +22,13 @@ class FramePreparation : public TestSupport::EffectFixture {
 protected:
     ~FramePreparation() override { MosaicShaderManager::PurgeAllShaders(); }
 
-    /// Prepares and draws a frame of the given size.
-    void drawFrame(int width, int height, float multiplier = 1.0F) {
+    /// Prepares and draws a frame of the given size; `err` is what the fetch must return.
+    void drawFrame(int width, int height, float multiplier = 1.0F, PF_Err err = PF_Err_NONE) {
         mContext.makeContextCurrent();
         PF_LayerDef layer{};
         layer.width = width;
         layer.height = height;
-        EXPECT_EQ(mRender.preaprea(&mSession.inData(), nullptr, 0, nullptr), PF_Err_NONE);
+        EXPECT_EQ(mRender.preaprea(&mSession.inData(), nullptr, 0, nullptr), err);
         mRender.draw(&layer, 0, multiplier);
     }
 
@@ -99,6 +101,47 @@ TEST_F(FramePreparation, GivesCellsOfNoSizeOnePixel) {
         EXPECT_EQ(uniform("normalBlockSize", 2), normal) << denominator;
         EXPECT_EQ(uniform("maxBlockSize", 2), largest) << denominator;
     }
+}
+
+TEST_F(FramePreparation, CountsAParameterAsZeroFromTheFirstFailedCheckoutOn) {
+    struct {
+        int failedCheckout;
+        const char* uniform;
+        Values before, after; // where it is fetched, and where not
+    } const kCases[] = {
+        {2, "normalBlockSize", {45, 30}, {1, 1}},
+        {3, "normalBlockSize", {45, 30}, {1, 30}},
+        {4, "sizeRandomLimit", {0.5}, {0}},
+        {5, "sizeLevel", {4}, {0}},
+        {6, "sizeRandomSeed", {12}, {0}},
+        {7, "dissolveRandomSeed", {34}, {0}},
+        {8, "fadePercent", {0.25}, {0}},
+        {10, "dissolveTransitionPercent", {0.75}, {0}},
+        {11, "linearTransitionAngle", {0.5235988F}, {0}},
+        {13, "useAlpha", {1}, {0}},
+    };
+    set("Size", 30);
+    set("Ratio", 1.5);
+    set("Size Random", 50);
+    set("Size Level", 4);
+    set("Size Random Seed", 12);
+    set("Dissolve", 25);
+    set("Dissolve Random Seed", 34);
+    set("Transition Progress", 75);
+    set("Direction", 30);
+    TestSupport::FaultyHost host(mSession);
+    for (const auto& [failedCheckout, name, before, after] : kCases) {
+        SCOPED_TRACE(std::to_string(failedCheckout) + " " + name);
+        host.recover();
+        drawFrame(300, 400);
+        EXPECT_EQ(uniform(name, before.size()), before);
+        host.fail(TestSupport::HostCall::CheckoutParam, failedCheckout);
+        drawFrame(300, 400, 1.0F, TestSupport::FaultyHost::kError);
+        EXPECT_EQ(uniform(name, after.size()), after);
+    }
+    host.fail(TestSupport::HostCall::CheckoutParam, 12);
+    drawFrame(300, 400, 1.0F, TestSupport::FaultyHost::kError);
+    EXPECT_EQ(uniform("dissolveFeather", 1), Values{0}) << "the form without a feather";
 }
 
 TEST_F(FramePreparation, PlacesTheSweepAtItsCorner) {

@@ -2,9 +2,14 @@
 #include "Plugins/Shared/GL/ScreenRender.h"
 
 #include "Tests/GL/GLFixture.h"
+#include "Tests/Support/GLCalls.h"
 #include "Tests/Support/LiveGLObjects.h"
 
+#include <algorithm>
 #include <random>
+#include <ranges>
+#include <string>
+#include <vector>
 
 using namespace gl;
 
@@ -73,6 +78,17 @@ TEST_F(ChannelOrderTest, ScreenRenderUndoesBackgroundRenderAndFlipsNothing) {
             }
         }
     }
+}
+
+TEST_F(ChannelOrderTest, MakesItsVerticesBeforeItUsesItsProgram) {
+    ScreenRender pass;
+    const TestSupport::GLCalls calls;
+    pass.draw(0, 1.0F);
+    const std::vector<std::string> expected = {"glGenVertexArrays", "glBindVertexArray",
+                                               "glGenBuffers",      "glBindBuffer",
+                                               "glBufferData",      "glCreateShader"};
+    ASSERT_GE(calls.names().size(), expected.size());
+    EXPECT_TRUE(std::ranges::equal(expected, calls.names() | std::views::take(expected.size())));
 }
 
 TEST_F(ChannelOrderTest, KeepsItsObjectsFromDrawToDraw) {

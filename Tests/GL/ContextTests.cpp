@@ -70,6 +70,31 @@ TEST_F(ContextManager, ReportsTheDriverInSixLines) {
     EXPECT_EQ(Occurrences(report, "\n"), 6);
 }
 
+TEST_F(ContextManager, ReportsWhicheverContextIsCurrentAndNothingWithoutOne) {
+    const EglHost host;
+    for (const bool hasContext : {true, false}) {
+        if (hasContext) {
+            host.makeCurrent();
+        } else {
+            Platform::ReleaseCurrentEglContext();
+        }
+        testing::internal::CaptureStdout();
+        AEOpenGLContext::InitializeOpenGLBindings();
+        EXPECT_EQ(Occurrences(testing::internal::GetCapturedStdout(), "\nOpenGL Version:  "),
+                  hasContext ? 1 : 0);
+    }
+}
+
+TEST_F(ContextManager, LeavesAThreadWithoutAContextThatAnotherHasCurrent) {
+    AEOpenGLContext context(nullptr);
+    std::jthread([&context] {
+        context.makeContextCurrent();
+        EXPECT_FALSE(context.isCurrent());
+        EXPECT_EQ(glGetString(GL_VERSION), nullptr);
+    }).join();
+    EXPECT_TRUE(context.isCurrent());
+}
+
 TEST_F(ContextManager, SharesObjectsButNotVertexArrays) {
     AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
     const GLTexture texture = GLTexture::generated();
@@ -97,8 +122,10 @@ TEST_F(ContextManager, GivesANumberedThreadAContextAgainAfterASecondSetUp) {
 }
 
 TEST_F(ContextManager, FlushesWhatASwitchLeavesUnlessItsFrameBufferIsIncomplete) {
-    const auto left = AEOpenGLContext::createNSContext(nullptr);
-    const auto entered = AEOpenGLContext::createNSContext(nullptr);
+    Platform::OpenGLContext* left = nullptr;
+    Platform::OpenGLContext* entered = nullptr;
+    const auto leftOwner = AEOpenGLContext::createNSContext(nullptr, left);
+    const auto enteredOwner = AEOpenGLContext::createNSContext(nullptr, entered);
     left->makeCurrent();
     const GLFramebuffer incomplete = GLFramebuffer::generated();
     struct {
@@ -109,9 +136,9 @@ TEST_F(ContextManager, FlushesWhatASwitchLeavesUnlessItsFrameBufferIsIncomplete)
         left->makeCurrent();
         glBindFramebuffer(GL_FRAMEBUFFER, frameBuffer);
         const GLCalls calls;
-        AEOpenGLContext::makeCurrentFlush(*left);
+        AEOpenGLContext::makeCurrentFlush(left);
         EXPECT_EQ(calls.names(), std::vector<std::string>{}) << "it is current already";
-        AEOpenGLContext::makeCurrentFlush(*entered);
+        AEOpenGLContext::makeCurrentFlush(entered);
         EXPECT_EQ(calls.count("glFlush"), flushes);
         EXPECT_TRUE(entered->isCurrent());
     }

@@ -70,6 +70,27 @@ TEST_F(OpenglShaderTest, ReportsAFailedBuildAtEveryUseAndLeavesNothingBehind) {
     }
 }
 
+TEST_F(OpenglShaderTest, DropsItsShadersOnceTheProgramIsLinked) {
+    const std::string geometry = "#version 330\nlayout(triangles) in;\n"
+                                 "layout(triangle_strip, max_vertices = 3) out;\nvoid main() {}";
+    const std::vector<std::string> twoStages = {"glDetachShader", "glDetachShader",
+                                                "glDeleteShader", "glDeleteShader"};
+    std::vector<std::string> threeStages = twoStages;
+    threeStages.insert(threeStages.end(), {"glDetachShader", "glDeleteShader"});
+    struct {
+        std::string geometry;
+        std::vector<std::string> calls;
+    } const kCases[] = {{"", twoStages}, {geometry, threeStages}};
+    for (const auto& [geometrySource, expected] : kCases) {
+        OpenglShader shader(kVertex, kFragment, geometrySource);
+        const GLCalls calls;
+        shader.buildShader();
+        const auto link = std::ranges::find(calls.names(), "glGetProgramiv");
+        ASSERT_NE(link, calls.names().end());
+        EXPECT_EQ(std::vector<std::string>(link + 1, calls.names().end()), expected);
+    }
+}
+
 TEST_F(OpenglShaderTest, CutsALongLog) {
     const std::string longText(2000, 'x');
     OpenglShader shader(kVertex, "#version 330\n#error " + longText + "\nvoid main() {}");

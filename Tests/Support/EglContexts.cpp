@@ -17,6 +17,7 @@ std::map<EGLContext, std::uint64_t> mNumbers;
 std::uint64_t mLastNumber = 0;
 EglCall mFaultyCall = EglCall::Count;
 int mCallsToFault = 0;
+int mFaults = 0;
 
 /// EGL's own function behind the one of that name here.
 template <typename Function>
@@ -26,7 +27,7 @@ Function* Original(const char* name) {
 
 bool Fails(EglCall call) {
     const std::lock_guard lock(mMutex);
-    return call == mFaultyCall && --mCallsToFault == 0;
+    return call == mFaultyCall && --mCallsToFault <= 0 && mCallsToFault > -mFaults;
 }
 
 } // namespace
@@ -48,10 +49,11 @@ bool isLive(std::uint64_t number) {
                                [number](const auto& entry) { return entry.second == number; });
 }
 
-void fail(EglCall call, int nth) {
+void fail(EglCall call, int nth, int times) {
     const std::lock_guard lock(mMutex);
     mFaultyCall = call;
     mCallsToFault = nth;
+    mFaults = nth > 0 ? times : 0;
 }
 
 } // namespace Kerovane::TestSupport::EglContexts
@@ -91,5 +93,6 @@ using Kerovane::TestSupport::EglCall;
                                                          EGLSurface read, EGLContext ctx) {
     static auto* const kOriginal =
         EglContexts::Original<decltype(eglMakeCurrent)>("eglMakeCurrent");
-    return EglContexts::Fails(EglCall::MakeCurrent) ? EGL_FALSE : kOriginal(dpy, draw, read, ctx);
+    const bool fails = ctx != EGL_NO_CONTEXT && EglContexts::Fails(EglCall::MakeCurrent);
+    return fails ? EGL_FALSE : kOriginal(dpy, draw, read, ctx);
 }

@@ -22,8 +22,9 @@ std::uint64_t currentNumber();
 
 bool isLive(std::uint64_t number);
 
-/// Fails the `nth` call of that kind from now on, the first being 1, and no other; 0 for none.
-void fail(EglCall call, int nth);
+/// Fails `times` calls of that kind in a row, from the `nth` on, the next being 1; 0 for none. To
+/// let a context go is no call of a kind.
+void fail(EglCall call, int nth, int times = 1);
 
 } // namespace EglContexts
 

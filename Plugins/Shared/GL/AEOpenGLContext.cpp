@@ -11,7 +11,8 @@
 namespace Kerovane::Tesselune {
 
 AEOpenGLContext::AEOpenGLContext(const AEOpenGLContext* shareWith)
-    : mNSContext(createNSContext(shareWith != nullptr ? shareWith->mNSContext.get() : nullptr)) {
+    : mNSContext(createNSContext(shareWith != nullptr ? shareWith->mNSContext.get() : nullptr,
+                                 mCGLContext)) {
     mNSContext->makeCurrent();
     InitializeOpenGLBindings();
     if (mNSContext->isCurrent()) {
@@ -22,16 +23,19 @@ AEOpenGLContext::AEOpenGLContext(const AEOpenGLContext* shareWith)
 AEOpenGLContext::~AEOpenGLContext() = default;
 
 std::unique_ptr<Platform::OpenGLContext>
-AEOpenGLContext::createNSContext(const Platform::OpenGLContext* shareContext) {
-    return std::make_unique<Platform::OpenGLContext>(shareContext);
+AEOpenGLContext::createNSContext(const Platform::OpenGLContext* shareContext,
+                                 Platform::OpenGLContext*& cglContext) {
+    auto context = std::make_unique<Platform::OpenGLContext>(shareContext);
+    cglContext = context.get();
+    return context;
 }
 
 void AEOpenGLContext::InitializeOpenGLBindings() {
     glbinding::Binding::initialize(false);
     // Once the layer knows a context, the call above does nothing for the thread.
     glbinding::Binding::useCurrentContext();
-    if (Platform::OpenGLContext::currentId() == 0) {
-        return; // nothing to report on
+    if (gl::glGetString(gl::GL_VERSION) == nullptr) {
+        return; // no context is current
     }
     std::cout << std::endl
               << "OpenGL Version:  " << glbinding::ContextInfo::version() << std::endl
@@ -43,18 +47,21 @@ void AEOpenGLContext::InitializeOpenGLBindings() {
 
 void AEOpenGLContext::makeContextCurrent() {
     mNSContext->makeCurrent();
+    makeCurrentFlush(mCGLContext);
     glbinding::Binding::useCurrentContext();
 }
 
-void AEOpenGLContext::makeCurrentFlush(const Platform::OpenGLContext& context) {
-    if (context.isCurrent()) {
+void AEOpenGLContext::makeCurrentFlush(Platform::OpenGLContext* context) {
+    if (context->isCurrent()) {
         return;
     }
     flushCurrent();
-    context.makeCurrent();
+    context->makeCurrent();
 }
 
 void AEOpenGLContext::flushCurrent() {
+    // Without bindings, as on a thread's first call, the layer aborts the process.
+    glbinding::Binding::useCurrentContext();
     gl::GLint frameBuffer = 0;
     gl::glGetIntegerv(gl::GL_DRAW_FRAMEBUFFER_BINDING, &frameBuffer);
     if (frameBuffer == 0 ||

@@ -9,13 +9,18 @@
 
 namespace Kerovane::Tesselune {
 
-/** One GL context of the effect's own, and its binding to the GL function layer. */
+/**
+ * One GL context of the effect's own, and its binding to the GL function layer.
+ *
+ * The platform has one handle for a context: `mNSContext` owns it and is never null, `mCGLContext`
+ * points to the same object.
+ */
 class AEOpenGLContext {
 public:
     /**
      * Makes a context that shares objects with `shareWith` (null: with none) and leaves it current
-     * on the calling thread. Writes the context's report to standard output. Where no context can
-     * be had, none is current afterwards and GL calls go nowhere.
+     * on the calling thread. Writes the context's report to standard output. If no context can be
+     * had, the thread's EGL context is let go, so that GL calls go nowhere.
      */
     explicit AEOpenGLContext(const AEOpenGLContext* shareWith);
 
@@ -25,23 +30,27 @@ public:
     AEOpenGLContext(const AEOpenGLContext&) = delete;
     AEOpenGLContext& operator=(const AEOpenGLContext&) = delete;
 
-    /// The platform's context, sharing with `shareContext` or with none.
+    /// The platform's context, sharing with `shareContext` or with none (null). `cglContext`
+    /// becomes its handle, valid as long as the result.
     static std::unique_ptr<Platform::OpenGLContext>
-    createNSContext(const Platform::OpenGLContext* shareContext);
+    createNSContext(const Platform::OpenGLContext* shareContext,
+                    Platform::OpenGLContext*& cglContext);
 
-    /// Binds the GL function layer to the context current on this thread and prints the report.
+    /// Binds the GL function layer to the context current on this thread, whosever it is, and
+    /// prints the report. Prints nothing if none is current.
     static void InitializeOpenGLBindings();
 
-    /// Makes this context current on the calling thread and selects its function bindings.
+    /// Makes this context current on the calling thread and selects its function bindings. If that
+    /// fails twice, the thread is left without an EGL context.
     void makeContextCurrent();
 
     /// Switches to `context` unless it is current already, and flushes the one that it leaves.
-    static void makeCurrentFlush(const Platform::OpenGLContext& context);
+    static void makeCurrentFlush(Platform::OpenGLContext* context);
 
     /// Flushes what is current, unless a frame buffer that is not complete is bound.
     static void flushCurrent();
 
-    /// False where no context could be had.
+    /// False if no context could be had.
     bool isValid() const { return mNSContext->isValid(); }
 
     /// Whether this context is current on the calling thread.
@@ -51,6 +60,7 @@ public:
     const std::set<gl::GLextension>& extensions() const { return mExtensions; }
 
 private:
+    Platform::OpenGLContext* mCGLContext = nullptr;
     std::unique_ptr<Platform::OpenGLContext> mNSContext;
     std::set<gl::GLextension> mExtensions;
 };

@@ -23,8 +23,8 @@ struct FloatCopyRefcon {
  * host's order: a texel's red holds alpha, its green red, its blue green, its alpha blue.
  *
  * Failures are thrown as an int: PF_Err_BAD_CALLBACK_PARAM for a pixel format that is none of the
- * three, PF_Err_OUT_OF_MEMORY where the host has no handle, kSuiteRefused, or what an iteration
- * returned. Nothing is left behind.
+ * three, PF_Err_OUT_OF_MEMORY if the host gives no handle or can't lock it, kSuiteRefused, or what
+ * an iteration returned. Neither a texture nor a handle is left behind then.
  */
 namespace AEOpenGLUtilities {
 
@@ -38,9 +38,9 @@ unsigned int UploadTexture(int pixelFormat, PF_LayerDef* input, PF_LayerDef* out
                            float& multiplier16bit, bool mipmap);
 
 /**
- * Writes the picture in the bound frame buffer, `width` by `height` pixels, into `output`. Of an
- * `output` of another size, the part that both have is written; padding is never touched. `bytes`
- * and `type` are those that UploadTexture gave.
+ * Writes the picture in the bound frame buffer, `width` by `height` pixels, into `output`. If GL
+ * delivers no picture, it counts as transparent. Of an `output` of another size, the part that both
+ * have is written; padding is never touched. `bytes` and `type` are those that UploadTexture gave.
  */
 void DownloadTexture(unsigned int width, unsigned int height, PF_LayerDef* input,
                      PF_LayerDef* output, PF_InData* in_data, int pixelFormat, unsigned long bytes,
@@ -50,7 +50,7 @@ void DownloadTexture(unsigned int width, unsigned int height, PF_LayerDef* input
 PF_Err CopyPixelFloatIn(void* refcon, int x, int y, PF_PixelFloat* in, PF_PixelFloat* out);
 PF_Err CopyPixelFloatOut(void* refcon, int x, int y, PF_PixelFloat* in, PF_PixelFloat* out);
 
-/// The state of the bound frame buffer in words, "OK" where it is complete.
+/// The state of the bound frame buffer in words, "OK" if it is complete.
 std::string CheckFramebufferStatus();
 
 } // namespace AEOpenGLUtilities

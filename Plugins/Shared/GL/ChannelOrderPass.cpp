@@ -36,6 +36,7 @@ ChannelOrderPass::ChannelOrderPass(const std::string& fragment)
 }
 
 void ChannelOrderPass::draw(unsigned int texture, float multiplier16bit) {
+    mQuad.make();
     mProgram.useProgram();
     mQuad.bind();
     mProgram.setAttribute3fv(kPositionLocation, FullPictureQuad::offset(0), kStride);

@@ -8,7 +8,11 @@
 
 namespace Kerovane::Tesselune {
 
-/** What ScreenRender and BackgroundRender have in common: all but the fragment program. */
+/**
+ * What ScreenRender and BackgroundRender have in common: all but the fragment program.
+ *
+ * `mQuad` owns the pass's vertex array and vertex buffer, as MosaicRender's does.
+ */
 class ChannelOrderPass {
 public:
     /**

@@ -4,21 +4,23 @@ using namespace gl;
 
 namespace Kerovane::Tesselune {
 
-void FullPictureQuad::bind() {
-    GLVertexArray& vertexArray = mVertexArrays.current();
+void FullPictureQuad::make() {
+    GLVertexArray& vertexArray = mVertexArray.current();
     if (!vertexArray) {
         vertexArray = GLVertexArray::generated();
+        glBindVertexArray(vertexArray.name());
     }
-    glBindVertexArray(vertexArray.name());
-    const bool isNew = !mVertexBuffer;
-    if (isNew) {
+    if (!mVertexBuffer) {
         mVertexBuffer = GLBuffer::generated();
-    }
-    glBindBuffer(GL_ARRAY_BUFFER, mVertexBuffer.name());
-    if (isNew) {
+        glBindBuffer(GL_ARRAY_BUFFER, mVertexBuffer.name());
         glBufferData(GL_ARRAY_BUFFER, static_cast<GLsizeiptr>(mVertices.size_bytes()),
                      mVertices.data(), GL_STATIC_DRAW);
     }
+}
+
+void FullPictureQuad::bind() {
+    glBindVertexArray(mVertexArray.current().name());
+    glBindBuffer(GL_ARRAY_BUFFER, mVertexBuffer.name());
 }
 
 void FullPictureQuad::draw() {

@@ -9,15 +9,22 @@
 namespace Kerovane::Tesselune {
 
 /**
- * The vertices of a pass that draws the whole picture as one quad: a vertex buffer, uploaded once,
- * and a vertex array in each context that draws.
+ * The vertices of a pass that draws the whole picture as one quad: a vertex buffer, uploaded once
+ * and shared by all contexts, and a vertex array, which contexts don't share.
+ *
+ * `mVertexBuffer` is an owner instead of a plain name, so that it deletes its object.
+ * `mVertexArray` holds one owner for each context, as a frame may be drawn in another context than
+ * the last.
  */
 class FullPictureQuad {
 public:
     /// Six vertices of the same number of floats each; the table must outlive the object.
     explicit FullPictureQuad(std::span<const float> vertices) : mVertices(vertices) {}
 
-    /// Binds the vertex array and the buffer, and makes what does not exist yet.
+    /// Makes what does not exist yet: the current context's vertex array, and the buffer.
+    void make();
+
+    /// Binds the vertex array and the buffer. `make` comes first.
     void bind();
 
     /// Draws the six vertices with the program in use.
@@ -33,7 +40,7 @@ public:
 
 private:
     std::span<const float> mVertices;
-    PerContext<GLVertexArray> mVertexArrays;
+    PerContext<GLVertexArray> mVertexArray;
     GLBuffer mVertexBuffer;
 };
 

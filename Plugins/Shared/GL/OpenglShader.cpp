@@ -73,9 +73,9 @@ void OpenglShader::addAttributeBinding(const std::string& name, int location) {
 
 void OpenglShader::buildShader() {
     const bool hasGeometry = !mGeometrySource.empty();
-    const GLShader vertex(glCreateShader(GL_VERTEX_SHADER));
-    const GLShader fragment(glCreateShader(GL_FRAGMENT_SHADER));
-    const GLShader geometry(hasGeometry ? glCreateShader(GL_GEOMETRY_SHADER) : 0);
+    GLShader vertex(glCreateShader(GL_VERTEX_SHADER));
+    GLShader fragment(glCreateShader(GL_FRAGMENT_SHADER));
+    GLShader geometry(hasGeometry ? glCreateShader(GL_GEOMETRY_SHADER) : 0);
     if (!Compile(vertex, mVertexSource, "vert") || !Compile(fragment, mFragmentSource, "frag") ||
         (hasGeometry && !Compile(geometry, mGeometrySource, "geo"))) {
         return;
@@ -93,12 +93,15 @@ void OpenglShader::buildShader() {
     if (!Link(program)) {
         return;
     }
-    glDetachShader(program.name(), vertex.name());
-    glDetachShader(program.name(), fragment.name());
-    if (hasGeometry) {
-        glDetachShader(program.name(), geometry.name());
-    }
     mProgram = std::move(program);
+    glDetachShader(mProgram.name(), vertex.name());
+    glDetachShader(mProgram.name(), fragment.name());
+    vertex.reset();
+    fragment.reset();
+    if (hasGeometry) {
+        glDetachShader(mProgram.name(), geometry.name());
+        geometry.reset();
+    }
 }
 
 void OpenglShader::useProgram() {

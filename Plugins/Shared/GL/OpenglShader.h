@@ -15,11 +15,13 @@ namespace Kerovane::Tesselune {
 
 /**
  * One GL program with its sources, built at the first useProgram, so that an object can be made
- * without a context. Where the build fails, a message goes to standard output, the program stays 0
+ * without a context. If the build fails, a message goes to standard output, the program stays 0
  * and every setter does nothing.
  *
  * The uniform setters work on the program in use. Each looks its name up at every call; a name that
  * the program lacks, or that the compiler dropped, is no error.
+ *
+ * `mProgram` is an owner instead of a plain name, so that every way out deletes the program.
  */
 class OpenglShader {
 public:
@@ -36,10 +38,10 @@ public:
     /// Fixes an attribute's location. The first call for a name counts, and only before the build.
     void addAttributeBinding(const std::string& name, int location);
 
-    /// Compiles and links.
+    /// Compiles and links. A failure is printed, and leaves no GL object behind.
     void buildShader();
 
-    /// Puts the program in use and builds it where that has not succeeded yet.
+    /// Puts the program in use. Builds it first if no build has succeeded yet.
     void useProgram();
 
     // Uniforms
@@ -77,16 +79,17 @@ public:
     /// One matrix; `count` must be 1.
     void setUniformMatrix4f(const std::string& name, const Mat4& matrix, int count) const;
 
-    /// Binds `texture` to texture unit `unit`, in every case, and points the sampler at the unit.
+    /// Binds `texture` to texture unit `unit` and points the sampler at the unit. Binds it even if
+    /// the program has no such sampler; does nothing if there is no program.
     void setUniformTexture(const std::string& name, int target, int texture, int unit) const;
 
-    /// -1 where there is no program or no such uniform.
+    /// -1 if there is no program or no such uniform.
     int getUniformLocation(const std::string& name) const;
 
     // Vertex attributes: the setters also enable the attribute's array. `values` is an offset into
     // the bound vertex buffer, `stride` counts bytes.
 
-    /// -1 where the program has no such attribute.
+    /// -1 if there is no program or no such attribute.
     int getAttributeLocation(const std::string& name) const;
 
     void setAttribute1iv(int location, const int* values, int stride) const;

@@ -8,8 +8,8 @@ namespace Kerovane::Tesselune {
 class CheckedOutParam {
 public:
     /**
-     * `err` is the first error of a row of fetches. Once it is set, nothing is checked out and all
-     * values are 0, but the check-in is made in every case.
+     * `err` is the first error of a row of fetches. Once it is set, nothing more is checked out,
+     * but the check-in is made in every case.
      */
     CheckedOutParam(PF_InData* in_data, PF_ParamIndex index, PF_Err& err)
         : mInData(in_data), mErr(err) {
@@ -29,9 +29,15 @@ public:
     CheckedOutParam(const CheckedOutParam&) = delete;
     CheckedOutParam& operator=(const CheckedOutParam&) = delete;
 
-    const PF_ParamDef* operator->() const { return &mParam; }
+    /**
+     * The parameter as the host filled it in. Once `err` is set all fields are 0, whatever a failed
+     * checkout left in the record.
+     */
+    const PF_ParamDef* operator->() const { return mErr == PF_Err_NONE ? &mParam : &kCleared; }
 
 private:
+    static constexpr PF_ParamDef kCleared{};
+
     PF_InData* mInData;
     PF_Err& mErr;
     PF_ParamDef mParam{};

@@ -13,7 +13,7 @@ namespace Kerovane::Tesselune {
 namespace {
 
 /// v grows with y, so that the texture's first row is drawn at the bottom, where row 0 is read.
-constexpr std::array<float, 24> kPositions = {
+constexpr std::array<float, 24> positions = {
     // x, y, u, v
     1.0F,  -1.0F, 1.0F, 0.0F, //
     1.0F,  1.0F,  1.0F, 1.0F, //
@@ -37,8 +37,8 @@ float Fraction(PF_Fixed percent) {
     return static_cast<float>(FromFixed(percent) / 100.0);
 }
 
-/// A popup's value, counted from 1; 0, as where there is none, if it is none of its choices. So
-/// only programs that there are get made.
+/// A popup's value, counted from 1. Returns 0 if it is no choice of the popup, so that no unknown
+/// variant is compiled.
 int Choice(int value, int choices) {
     return value >= 1 && value <= choices ? value : 0;
 }
@@ -55,7 +55,7 @@ float CellSide(float pixels) {
 
 } // namespace
 
-MosaicRender::MosaicRender() : mQuad(kPositions) {}
+MosaicRender::MosaicRender() : mQuad(positions) {}
 
 MosaicRender::~MosaicRender() = default;
 
@@ -82,6 +82,7 @@ PF_Err MosaicRender::preaprea(PF_InData* in_data, PF_OutData* /*out_data*/, int 
 }
 
 void MosaicRender::draw(PF_LayerDef* layer, unsigned int texture, float multiplier) {
+    mQuad.make();
     OpenglShader& shader = *MosaicShaderManager::GetShader(mParam);
     shader.useProgram();
     mQuad.bind();

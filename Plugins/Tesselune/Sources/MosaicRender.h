@@ -25,6 +25,9 @@ struct MosaicRenderParam {
  * The renderer of all frames. A frame is `preaprea`, which fetches the parameters at the frame's
  * time, and `draw`, which turns them into the picture; nothing is kept from frame to frame but GL
  * objects. Not for two frames at once.
+ *
+ * `mQuad` owns the two GL objects, mVertexArray and mVertexBuffer, instead of two plain names here.
+ * `mParam` is a value, as the key has the renderer's lifetime.
  */
 class MosaicRender {
 public:
@@ -38,8 +41,9 @@ public:
     MosaicRender& operator=(const MosaicRender&) = delete;
 
     /**
-     * Fetches the frame's parameters. Returns the host's first error: the parameters behind it are
-     * skipped and count as 0. Reads nothing but `in_data`.
+     * Fetches the frame's parameters. Returns the host's first error: a parameter whose checkout
+     * fails counts as 0, and so do those after it, which are not checked out. Reads nothing but
+     * `in_data`.
      */
     PF_Err preaprea(PF_InData* in_data, PF_OutData* out_data, int pluginId, PF_LayerDef* layer);
 

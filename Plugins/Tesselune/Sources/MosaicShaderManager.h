@@ -13,7 +13,11 @@ namespace Kerovane::Tesselune {
 constexpr int kPositionLocation = 0;           ///< two floats, clip space
 constexpr int kTextureCoordinatesLocation = 1; ///< two floats, 0 to 1
 
-/** The programs of all shader variants, each made when it is first asked for. */
+/**
+ * The programs of all shader variants, each made when it is first asked for.
+ *
+ * A variant holds its key as a value and owns its program, so that purging deletes both.
+ */
 class MosaicShaderManager {
 public:
     MosaicShaderManager() = delete;

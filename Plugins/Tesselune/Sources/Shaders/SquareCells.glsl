@@ -20,7 +20,7 @@ void getComplexSquareMosaicSample(in vec2 pixLoc, in vec2 normalBlockSize, in ve
     vec2 highGrid = squareGrid(pixLoc, maxBlockSize, sizeLevel);
     sample.grid = squareGrid(pixLoc, normalBlockSize, sizeLevel);
     sample.texCoords = pixLoc;
-    vec2 unitSize = normalBlockSize;
+    getSquareMosicSample(pixLoc, normalBlockSize, sample);
     float randomFactor = rand(highGrid);
     float gridLevel = sizeLevel;
     if (sizeRandomLimit > 0.0 && fastPercentFilter(randomFactor, sizeRandomLimit) > 0.0) {
@@ -30,14 +30,11 @@ void getComplexSquareMosaicSample(in vec2 pixLoc, in vec2 normalBlockSize, in ve
             float randomFactor = rand(grid);
             if (randomFactor >= 0.5) {
                 sample.grid = grid;
-                unitSize = realUnitSize;
-                break;
+                getSquareMosicSample(pixLoc, realUnitSize, sample);
+                return;
             }
         }
     }
-    // Once, for the size that was found: where both sides of a branch run under a mask, a call on
-    // each would be paid for by every pixel.
-    getSquareMosicSample(pixLoc, unitSize, sample);
 }
 
 vec4 getSquareColor(in vec2 texCoords, in vec2 normalBlockSize, in vec2 maxBlockSize, in vec4 texColor)

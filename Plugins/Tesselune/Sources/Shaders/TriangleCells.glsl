@@ -38,7 +38,7 @@ void getComplexTriangleMosaicSample(in vec2 pixLoc, in vec2 normalBlockSize, in 
     pixLoc = triMat * pixLoc;
     vec2 highGrid = triangleGrid(pixLoc, maxBlockSize, sizeLevel);
     sample.grid = triangleGrid(pixLoc, normalBlockSize, sizeLevel);
-    vec2 unitSize = normalBlockSize;
+    getTriangleMosicSample(pixLoc, normalBlockSize, sample);
     float randomFactor = rand(highGrid);
     float gridLevel = sizeLevel;
     if (sizeRandomLimit > 0.0 && fastPercentFilter(randomFactor, sizeRandomLimit) > 0.0) {
@@ -48,14 +48,11 @@ void getComplexTriangleMosaicSample(in vec2 pixLoc, in vec2 normalBlockSize, in 
             float randomFactor = rand(grid);
             if (randomFactor >= 0.5) {
                 sample.grid = grid;
-                unitSize = realUnitSize;
-                break;
+                getTriangleMosicSample(pixLoc, realUnitSize, sample);
+                return;
             }
         }
     }
-    // Once, for the size that was found: where both sides of a branch run under a mask, a call on
-    // each would be paid for by every pixel.
-    getTriangleMosicSample(pixLoc, unitSize, sample);
 }
 
 vec4 getTriangleColor(in vec2 texCoords, in vec2 normalBlockSize, in vec2 maxBlockSize, in vec4 texColor)
