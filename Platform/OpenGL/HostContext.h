@@ -4,7 +4,7 @@ namespace Kerovane::Platform {
 
 /**
  * A thread's current EGL context, whoever made it, with the display and the surfaces that belong to
- * it. All null where the thread has none.
+ * it. All null if the thread has none.
  */
 struct EglBinding {
     void* display = nullptr;
@@ -31,12 +31,13 @@ GlxBinding CurrentGlxBinding();
 
 /**
  * Make `binding`, which is not empty, current on the calling thread, whole. A thread has either an
- * EGL or a GLX context: whichever of the other kind is current has to be let go first.
+ * EGL or a GLX context: whichever of the other kind is current has to be let go first. A refusal of
+ * EGL's is not reported; one of GLX's is an X error, which by default ends the process.
  */
 void MakeCurrent(const EglBinding& binding);
 void MakeCurrent(const GlxBinding& binding);
 
-/// Let the calling thread's context of that kind go. Nothing happens where there is none.
+/// Let the calling thread's context of that kind go. Nothing happens if there is none.
 void ReleaseCurrentEglContext();
 void ReleaseCurrentGlxContext();
 

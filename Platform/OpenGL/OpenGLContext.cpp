@@ -13,12 +13,24 @@ namespace {
 
 std::atomic<std::uint64_t> mNextId{1};
 
-/// What makeCurrent last made current on this thread. EGL is asked whether it still is.
+/// A destroyed context stays current until its thread lets it go, but EGL no longer knows it.
+bool CurrentIsDestroyed() {
+    EGLint type = 0;
+    return eglQueryContext(eglGetCurrentDisplay(), eglGetCurrentContext(), EGL_CONTEXT_CLIENT_TYPE,
+                           &type) == EGL_FALSE;
+}
+
+/// What makeCurrent last made current on this thread.
 struct LastMadeCurrent {
     void* context = nullptr;
     std::uint64_t id = 0;
+    std::weak_ptr<const void> lifetime;
 
-    bool isStill() const { return context != nullptr && context == eglGetCurrentContext(); }
+    /// Once the context is freed, the host may be given one of its own at the same address.
+    bool isStill() const {
+        return context != nullptr && context == eglGetCurrentContext() &&
+               (!lifetime.expired() || CurrentIsDestroyed());
+    }
 
     /// A context that is current on a thread that has ended could never be freed.
     ~LastMadeCurrent() {
@@ -58,6 +70,7 @@ void OpenGLContext::makeCurrent() const {
     }
     mLastMadeCurrent.context = mContext;
     mLastMadeCurrent.id = mId;
+    mLastMadeCurrent.lifetime = mLifetime;
 }
 
 std::uint64_t OpenGLContext::currentId() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 namespace Kerovane::Platform {
 
@@ -31,13 +32,15 @@ public:
     /// Names this context within the process; above 0 and never used again.
     std::uint64_t id() const { return mId; }
 
-    /// The id of the context of this class that is current on the calling thread; 0 without one.
+    /// The id of the context of this class that is current on the calling thread, which may have
+    /// been destroyed since; 0 if there is none, or one of the host's.
     static std::uint64_t currentId();
 
 private:
     void* mDisplay;
     void* mContext = nullptr;
     std::uint64_t mId;
+    std::shared_ptr<const void> mLifetime = std::make_shared<char>(); ///< ends with this object
 };
 
 } // namespace Kerovane::Platform

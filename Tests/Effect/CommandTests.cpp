@@ -1,10 +1,14 @@
+#include "Platform/OpenGL/HostContext.h"
 #include "Tests/Effect/EffectFixture.h"
+#include "Tests/Effect/FaultyHost.h"
 #include "Tests/Support/LiveGLObjects.h"
 
 #include <array>
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <thread>
+#include <utility>
 
 namespace Kerovane::TestSupport {
 
@@ -60,6 +64,46 @@ TEST_F(Commands, GlobalSetdownFreesTheHandlesThatTheHostGave) {
     EXPECT_EQ(mSession.outData().global_data, global) << "the effect leaves it to the host";
     mSession.inData().sequence_data = nullptr;
     mSession.inData().global_data = nullptr;
+}
+
+int sDisposed = 0;
+
+TEST_F(Commands, OnlyTheFirstGlobalSetdownFreesHandles) {
+    const PF_UtilCallbacks* utilities = mSession.inData().utils;
+    PF_UtilCallbacks counting = *utilities;
+    counting.host_dispose_handle = [](PF_Handle) { ++sDisposed; };
+    mSession.inData().utils = &counting;
+    mSession.inData().global_data = utilities->host_new_handle(8);
+    sDisposed = 0;
+    globalSetdown();
+    globalSetdown();
+    EXPECT_EQ(sDisposed, 1);
+
+    {
+        FaultyHost faulty(mSession);
+        faulty.refuseSuite("AEGP Utility Suite");
+        EXPECT_EQ(mSession.call(PF_Cmd_GLOBAL_SETUP), PF_Err_BAD_CALLBACK_PARAM);
+    }
+    globalSetdown();
+    EXPECT_EQ(sDisposed, 2) << "the first one after a set-up, though that failed";
+
+    utilities->host_dispose_handle(std::exchange(mSession.inData().global_data, nullptr));
+    mSession.inData().utils = const_cast<PF_UtilCallbacks*>(utilities);
+    globalSetup();
+}
+
+TEST_F(Commands, GlobalSetdownLeavesNoContextToAHostThatHadNone) {
+    const Host::World input = SmoothPicture(40, 30, true);
+    const Host::World before = rendered(input);
+    EXPECT_NE(Platform::CurrentEglBinding(), Platform::EglBinding());
+    globalSetdown();
+    EXPECT_EQ(Platform::CurrentEglBinding(), Platform::EglBinding());
+
+    globalSetup();
+    EXPECT_TRUE(SamePixels(rendered(input), before));
+    std::thread([this] { globalSetdown(); }).join(); // this thread's context dies while current
+    globalSetup();
+    EXPECT_TRUE(SamePixels(rendered(input), before));
 }
 
 TEST_F(Commands, RenderIsRefusedBetweenSetDownAndSetUp) {

@@ -95,6 +95,13 @@ TEST_F(GlxHostContext, IsCurrentAgainWholeAfterEveryCommand) {
     EXPECT_TRUE(host.isCurrent()) << "after a second set-up";
 }
 
+TEST_F(GlxHostContext, CanBeMadeCurrentFirstAfterTheSetDown) {
+    rendered(SmoothPicture(32, 32, true));
+    globalSetdown();
+    const GlxHost host; // an X error ends the process if a context of the effect's is in the way
+    EXPECT_TRUE(host.isCurrent());
+}
+
 TEST_F(GlxHostContext, ChangesNothingInThePicturesOfManyThreads) {
     expectSamePictures([] {
         const auto host = std::make_shared<GlxHost>();

@@ -175,6 +175,14 @@ TEST_F(SavedContext, ComesBackWhenAnExceptionPasses) {
     EXPECT_EQ(Platform::CurrentEglBinding(), host.binding());
 }
 
+TEST_F(SavedContext, IsNoneIfItIsTheEffectsOwn) {
+    AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
+    EXPECT_EQ(SaveRestoreGLContextMac().mContext(), Platform::EglBinding());
+    AEOpenGLContextManager::releaseContextManager();
+    EXPECT_EQ(SaveRestoreGLContextMac().mContext(), Platform::EglBinding()) << "destroyed";
+    AEOpenGLContextManager::setupContextManager();
+}
+
 TEST_F(SavedContext, LeavesTheCurrentOneAloneWhereThereWasNone) {
     Platform::ReleaseCurrentEglContext();
     SaveRestoreGLContextMac saved;

@@ -110,16 +110,28 @@ TEST_F(MainFrameBuffer, DropsAllTargetsOfAFrameThatBrokeOff) {
     EXPECT_EQ(mFrameBuffer.popRenderContext(), 0U);
 }
 
-TEST_F(MainFrameBuffer, GivesATransparentPictureWhereTheDriverHadNoTarget) {
+TEST_F(MainFrameBuffer, GivesATransparentPictureIfGLHasNoTargetOrRefusesToHandItOver) {
+    auto integers = GLRenderbuffer::generated();
+    glBindRenderbuffer(GL_RENDERBUFFER, integers.name());
+    glRenderbufferStorage(GL_RENDERBUFFER, GL_RGBA8UI, 8, 4);
+    int width = 8;
     for (const bool multisample : {true, false}) {
-        mFrameBuffer.prepare(multisample ? 8 : 9, 4, multisample);
-        mFrameBuffer.pushRenderContext(false, false);
-        glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, 0);
-        // Many a driver clears what has no content. It must not be left to it.
-        const GLObserver content(glbinding::Binding::TexImage2D,
-                                 [](auto, auto, auto, auto, auto, auto, auto, auto,
-                                    const void* pixels) { EXPECT_NE(pixels, nullptr); });
-        EXPECT_TRUE(AllAre(Popped(), kTransparent)) << "multisample " << multisample;
+        for (const GLuint target : {GLuint{0}, integers.name()}) {
+            SCOPED_TRACE(testing::Message()
+                         << "multisample " << multisample << ", integers " << (target != 0));
+            mFrameBuffer.prepare(width++, 4, multisample);
+            mFrameBuffer.pushRenderContext(false, false);
+            glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER,
+                                      target);
+            // Many a driver clears what has no content. It must not be left to it.
+            bool isWritten = false;
+            const GLObserver content(glbinding::Binding::TexImage2D,
+                                     [&](auto, auto, auto, auto, auto, auto, auto, auto,
+                                         const void* pixels) { isWritten = pixels != nullptr; });
+            const GLObserver clear(glbinding::Binding::Clear, [&](auto) { isWritten = true; });
+            EXPECT_TRUE(AllAre(Popped(), kTransparent));
+            EXPECT_TRUE(isWritten);
+        }
     }
 }
 

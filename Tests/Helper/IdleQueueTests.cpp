@@ -69,6 +69,27 @@ TEST(IdleQueue, LetsATaskUseIt) {
     EXPECT_FALSE(droppedHasRun);
 }
 
+/** A task whose copies each use the queue as they are destroyed. */
+struct UsesTheQueueAtItsEnd {
+    IdleQueue* queue;
+    int* ends;
+
+    UsesTheQueueAtItsEnd(IdleQueue& used, int& count) : queue(&used), ends(&count) {}
+    UsesTheQueueAtItsEnd(const UsesTheQueueAtItsEnd&) = default;
+    UsesTheQueueAtItsEnd& operator=(const UsesTheQueueAtItsEnd&) = delete;
+    ~UsesTheQueueAtItsEnd() { *ends += queue->hasTask() ? 0 : 1; }
+    void operator()() const {}
+};
+
+TEST(IdleQueue, DestroysATaskOutsideOfItsLock) {
+    IdleQueue queue;
+    int ends = 0;
+    queue.async(UsesTheQueueAtItsEnd(queue, ends));
+    ends = 0;
+    queue.updateQueue(); // would wait for its own lock
+    EXPECT_EQ(ends, 2) << "the queue's and the one that ran";
+}
+
 TEST(IdleQueue, DropsTasksWithoutRunningThem) {
     const auto token = std::make_shared<bool>(false);
     const auto task = [token] { *token = true; };

@@ -2,7 +2,7 @@
 
 #include "Plugins/Shared/GL/SampleCount.h"
 
-#include <cstdlib>
+#include <cstddef>
 
 using namespace gl;
 
@@ -38,8 +38,8 @@ unsigned int CreateTexture(GLenum internalFormat, const Vec2& size, const Textur
 unsigned int CreateClearedTexture(GLenum internalFormat, const Vec2& size,
                                   const TextureFilters& filters) {
     const auto byteCount = static_cast<std::size_t>(size.x * size.y * 4.0);
-    const std::unique_ptr<void, decltype(&std::free)> zeros(std::calloc(byteCount, 1), std::free);
-    return CreateTexture(internalFormat, size, filters, zeros.get());
+    const std::vector<std::byte> zeros(byteCount);
+    return CreateTexture(internalFormat, size, filters, zeros.data());
 }
 
 TextureFilters FloatTextureFilters(bool linear, bool mipmap) {
@@ -96,13 +96,13 @@ void AEOpenglMainFrameBuffer::prepare(long width, long height, bool multisample)
 
 void AEOpenglMainFrameBuffer::makeMissingTargets() {
     FrameBuffers& frameBuffers = mFrameBuffers.current();
-    if (!frameBuffers.output) {
-        frameBuffers.output = GLFramebuffer::generated();
+    if (!frameBuffers.mOutputFrameBuffer) {
+        frameBuffers.mOutputFrameBuffer = GLFramebuffer::generated();
     }
-    if (mMultisample && !frameBuffers.multisample) {
-        frameBuffers.resolve = GLFramebuffer::generated();
-        frameBuffers.multisample = GLFramebuffer::generated();
-        frameBuffers.samples = ColorSampleCount();
+    if (mMultisample && !frameBuffers.mMultisampleFrameBuffer) {
+        frameBuffers.mResolveFrameBuffer = GLFramebuffer::generated();
+        frameBuffers.mMultisampleFrameBuffer = GLFramebuffer::generated();
+        frameBuffers.mSamples = ColorSampleCount();
     }
     if (!mOutputRenderBuffer) {
         mOutputRenderBuffer = GLRenderbuffer::generated();
@@ -142,7 +142,7 @@ void AEOpenglMainFrameBuffer::endDrawing(float multiplier16bit) {
     if (!picture) {
         return;
     }
-    glBindFramebuffer(GL_FRAMEBUFFER, mFrameBuffers.current().output.name());
+    glBindFramebuffer(GL_FRAMEBUFFER, mFrameBuffers.current().mOutputFrameBuffer.name());
     AttachColor(mOutputRenderBuffer);
     glDisable(GL_BLEND);
     glDisable(GL_MULTISAMPLE);
@@ -190,31 +190,40 @@ unsigned int AEOpenglMainFrameBuffer::popRenderContext() {
     if (mRenderStack.empty()) {
         return 0;
     }
-    glBindFramebuffer(GL_READ_FRAMEBUFFER, carrier());
-    const bool isComplete =
-        glCheckFramebufferStatus(GL_READ_FRAMEBUFFER) == GL_FRAMEBUFFER_COMPLETE;
-    // What was drawn fills the texture, which is cleared only where the driver had no target.
-    GLTexture picture(isComplete ? CreateTexture(GL_RGBA, size(), {GL_LINEAR, GL_LINEAR}, nullptr)
-                                 : createRenderTexture(false));
-    const auto width = static_cast<GLsizei>(mWidth);
-    const auto height = static_cast<GLsizei>(mHeight);
-    if (mMultisample) {
-        glBindFramebuffer(GL_DRAW_FRAMEBUFFER, mFrameBuffers.current().resolve.name());
-        glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D,
-                               picture.name(), 0);
-        glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT,
-                          GL_NEAREST);
-    } else {
-        glBindTexture(GL_TEXTURE_2D, picture.name());
-        glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 0, 0, width, height, 0);
-    }
-
+    GLTexture picture(mMultisample ? resolvedPicture() : copiedPicture());
     const unsigned int closed = mRenderStack.back().name();
     mRenderStack.pop_back();
     mStencilBuffers.erase(closed);
     if (!mRenderStack.empty()) {
         returnToTop();
     }
+    return picture.release();
+}
+
+/// The multisample resolve of the top render context, as a new texture.
+unsigned int AEOpenglMainFrameBuffer::resolvedPicture() {
+    const auto width = static_cast<GLsizei>(mWidth);
+    const auto height = static_cast<GLsizei>(mHeight);
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, carrier());
+    GLTexture picture(CreateTexture(GL_RGBA, size(), {GL_LINEAR, GL_LINEAR}, nullptr));
+    glBindFramebuffer(GL_DRAW_FRAMEBUFFER, mFrameBuffers.current().mResolveFrameBuffer.name());
+    glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, picture.name(),
+                           0);
+    // GL may refuse the resolve, and must not leave memory that nothing wrote to be the picture.
+    // Clearing on the GPU costs far less than uploading zeros.
+    ClearToTransparentBlack();
+    glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
+    return picture.release();
+}
+
+/// The picture of the top render context without multisampling, as a new texture, which stays
+/// bound.
+unsigned int AEOpenglMainFrameBuffer::copiedPicture() {
+    glBindFramebuffer(GL_READ_FRAMEBUFFER, carrier());
+    GLTexture picture(createRenderTexture(false));
+    glBindTexture(GL_TEXTURE_2D, picture.name());
+    glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 0, 0, static_cast<GLsizei>(mWidth),
+                     static_cast<GLsizei>(mHeight), 0);
     return picture.release();
 }
 
@@ -231,10 +240,11 @@ void AEOpenglMainFrameBuffer::pushNormalRenderContext(unsigned int texture, cons
 void AEOpenglMainFrameBuffer::popNormalRenderContext() {
     int bound = 0;
     glGetIntegerv(GL_DRAW_FRAMEBUFFER_BINDING, &bound);
-    const GLFramebuffer frameBuffer(static_cast<unsigned int>(bound));
+    GLFramebuffer frameBuffer(static_cast<unsigned int>(bound));
     glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, 0, 0);
     glBindRenderbuffer(GL_RENDERBUFFER, 0);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
+    frameBuffer.reset();
     if (!mRenderStack.empty()) {
         returnToTop();
         const GLenum target = GL_COLOR_ATTACHMENT0;
@@ -251,7 +261,8 @@ void AEOpenglMainFrameBuffer::clearStack() {
 /// The frame buffer that carries the render contexts.
 unsigned int AEOpenglMainFrameBuffer::carrier() {
     const FrameBuffers& frameBuffers = mFrameBuffers.current();
-    return mMultisample ? frameBuffers.multisample.name() : frameBuffers.output.name();
+    return mMultisample ? frameBuffers.mMultisampleFrameBuffer.name()
+                        : frameBuffers.mOutputFrameBuffer.name();
 }
 
 /// Gives the bound renderbuffer storage of the frame's size for a render context.
@@ -259,7 +270,7 @@ void AEOpenglMainFrameBuffer::allocateStorage(GLenum internalFormat) {
     const auto width = static_cast<GLsizei>(mWidth);
     const auto height = static_cast<GLsizei>(mHeight);
     if (mMultisample) {
-        glRenderbufferStorageMultisample(GL_RENDERBUFFER, mFrameBuffers.current().samples,
+        glRenderbufferStorageMultisample(GL_RENDERBUFFER, mFrameBuffers.current().mSamples,
                                          internalFormat, width, height);
     } else {
         glRenderbufferStorage(GL_RENDERBUFFER, internalFormat, width, height);
@@ -275,9 +286,9 @@ void AEOpenglMainFrameBuffer::returnToTop() {
 }
 
 void AEOpenglMainFrameBuffer::FrameBuffers::release() {
-    resolve.release();
-    output.release();
-    multisample.release();
+    mResolveFrameBuffer.release();
+    mOutputFrameBuffer.release();
+    mMultisampleFrameBuffer.release();
 }
 
 } // namespace Kerovane::Tesselune

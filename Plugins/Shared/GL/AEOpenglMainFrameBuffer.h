@@ -18,8 +18,12 @@ namespace Kerovane::Tesselune {
  * in a single-sample renderbuffer.
  *
  * A frame is `prepare`, `beginDrawing`, the passes, `endDrawing`, all with one GL context current;
- * the next frame may use another. All colour storage is GL_RGBA at every depth of the host. No GL
- * result is examined.
+ * the next frame may use another. Render contexts and finished pictures are GL_RGBA at every depth
+ * of the host. GL errors are not asked for: of a render context that GL could not draw or resolve,
+ * the picture is transparent black.
+ *
+ * GL names are held by owners instead of as plain numbers, so that they are deleted on every way
+ * out, and the three frame buffers once per GL context, as contexts don't share them.
  */
 class AEOpenglMainFrameBuffer {
 public:
@@ -32,12 +36,13 @@ public:
     // The frame
 
     /**
-     * Makes the targets fit a frame of `width` by `height` pixels. Where the size has not changed
-     * they are kept, and `multisample` is not looked at. A frame without pixels has no targets.
+     * Makes the targets fit a frame of `width` by `height` pixels. If the size has not changed they
+     * are kept, and `multisample` is not looked at. A frame without pixels has no targets.
      */
     void prepare(long width, long height, bool multisample);
 
-    /// Deletes the targets and drops all open render contexts. The size stays known.
+    /// Deletes the current GL context's frame buffers and the finished picture, and drops all open
+    /// render contexts. The size stays known.
     void unprepare();
 
     /**
@@ -51,7 +56,7 @@ public:
 
     /**
      * Closes the frame: the picture goes through ScreenRender into the output frame buffer, which
-     * stays bound for reading. Nothing happens where no render context is open.
+     * stays bound for reading. Nothing happens if no render context is open.
      */
     void endDrawing(float multiplier16bit);
 
@@ -74,7 +79,7 @@ public:
 
     /**
      * Closes the top render context and returns its picture as a new texture, owned by the caller;
-     * 0, without a GL call, where none is open. The one below is a target again, but without its
+     * 0, without a GL call, if none is open. The one below is a target again, but without its
      * stencil buffer.
      */
     unsigned int popRenderContext();
@@ -92,12 +97,13 @@ public:
     void clearStack();
 
 private:
-    /// Frame buffers belong to one GL context; they carry targets of any size.
+    /// Frame buffers belong to one GL context; they carry targets of any size. Deleted from the
+    /// last to the first.
     struct FrameBuffers {
-        GLFramebuffer resolve;     ///< receives the multisample resolve
-        GLFramebuffer output;      ///< takes the last pass and is read back
-        GLFramebuffer multisample; ///< carries the render contexts
-        int samples = 0;           ///< of a multisampled target
+        GLFramebuffer mMultisampleFrameBuffer; ///< carries the render contexts
+        GLFramebuffer mOutputFrameBuffer;      ///< takes the last pass and is read back
+        GLFramebuffer mResolveFrameBuffer;     ///< receives the multisample resolve
+        int mSamples = 0;                      ///< of a multisampled target
 
         void release();
     };
@@ -107,6 +113,8 @@ private:
 
     void makeMissingTargets();
     unsigned int carrier();
+    unsigned int resolvedPicture();
+    unsigned int copiedPicture();
     void allocateStorage(gl::GLenum internalFormat);
     void returnToTop();
     Vec2 size() const { return {static_cast<double>(mWidth), static_cast<double>(mHeight)}; }

@@ -4,8 +4,10 @@
 
 namespace Kerovane::Tesselune {
 
-SaveRestoreGLContextMac::SaveRestoreGLContextMac()
-    : _mContext(Platform::CurrentEglBinding()), _mRC(Platform::CurrentGlxBinding()) {
+SaveRestoreGLContextMac::SaveRestoreGLContextMac() : _mRC(Platform::CurrentGlxBinding()) {
+    if (Platform::OpenGLContext::currentId() == 0) {
+        _mContext = Platform::CurrentEglBinding();
+    }
     Platform::ReleaseCurrentGlxContext();
 }
 

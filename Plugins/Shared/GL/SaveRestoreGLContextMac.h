@@ -5,15 +5,17 @@
 namespace Kerovane::Tesselune {
 
 /**
- * Remembers which GL context the host has current on this thread and makes it current again, with
- * its display and surfaces. A command that touches GL begins with one.
+ * Remembers which GL context the host has current on this thread and makes it current again. A
+ * command that touches GL begins with one.
  *
- * A host on this platform has an EGL context (`mContext`) or a GLX context (`mRC`). The two can't
- * follow each other on a thread directly, so that construction lets a GLX context go.
+ * A host on this platform has an EGL context (`mContext`) or a GLX context (`mRC`). Each is held
+ * with its display and surfaces instead of as a bare handle, as it is made current with them. The
+ * two can't follow each other on a thread directly, so construction lets a GLX context go.
  */
 class SaveRestoreGLContextMac {
 public:
-    /// Remembers what is current.
+    /// Remembers what is current. A context of the effect's own, left by an earlier command, counts
+    /// as none: it may be destroyed before `restore`.
     SaveRestoreGLContextMac();
 
     /// Restores, if that has not been done.
@@ -23,7 +25,7 @@ public:
     SaveRestoreGLContextMac& operator=(const SaveRestoreGLContextMac&) = delete;
 
     /**
-     * Makes what was current so again; the second call does nothing. Where the host had no context,
+     * Makes what was current so again; the second call does nothing. If the host had no context,
      * the effect's stays current.
      */
     void restore();

@@ -33,12 +33,16 @@ void IdleQueue::async(const std::function<void()>& task) {
 void IdleQueue::updateQueue() {
     std::function<void()> task;
     {
+        // Destroyed after the lock is released, as the destructors of its captures may use the
+        // queue.
+        std::function<void()> removed;
         // Test and take in one turn of the lock: several threads may drive the queue.
         const SemaphoreLock lock(*mLock);
         if (mQueue.empty()) {
             return;
         }
         task = mQueue.front();
+        removed.swap(mQueue.front());
         mQueue.pop_front();
     }
     task();

@@ -10,7 +10,8 @@ namespace Kerovane::Tesselune {
 
 /**
  * Tasks put off until somebody is idle. Any threads push them, and whoever drives the queue runs
- * one at each turn, oldest first. Starts no thread of its own.
+ * one at each turn, oldest first. Starts no thread of its own. A task is copied under the lock, so
+ * copying it must not use the queue.
  */
 class IdleQueue {
 public:
@@ -29,11 +30,12 @@ public:
 
     /**
      * Runs the oldest task, or none if the queue is empty. From any thread, and from several at
-     * once. The task runs without the lock, so it may use the queue; what it pushes waits for the
-     * next call.
+     * once. The task runs and is destroyed without the lock, so it may use the queue; what it
+     * pushes waits for the next call.
      *
      * @throws what the task throws, and std::bad_function_call for an empty one. The task has left
-     *     the queue then, which remains usable.
+     *     the queue then, which remains usable. What copying the task throws, with the task still
+     *     in the queue.
      */
     void updateQueue();
 

@@ -2,6 +2,7 @@
 
 #include "AE_EffectCBSuites.h"
 #include "AE_GeneralPlug.h"
+#include "Platform/OpenGL/HostContext.h"
 #include "Plugins/Shared/GL/AEOpenGLContextManager.h"
 #include "Plugins/Shared/GL/AEOpenGLUtilities.h"
 #include "Plugins/Shared/GL/AEOpenglMainFrameBuffer.h"
@@ -37,6 +38,9 @@ NeverDestroyed<std::unique_ptr<MosaicRender>> mRender(std::make_unique<MosaicRen
 
 AEGP_PluginID mPluginID = 0;
 
+/// Whether the last of the global commands was a set-down that succeeded.
+bool mIsSetDown = false;
+
 void About(PF_InData* in_data, PF_OutData* out_data) {
     const SuiteScoper<PF_ANSICallbacksSuite1> ansi(in_data, "PF ANSI Suite", 1);
     ansi->sprintf(out_data->return_msg, "%s v%d.%d\r%s", kDisplayName, kMajorVersion, kMinorVersion,
@@ -44,6 +48,7 @@ void About(PF_InData* in_data, PF_OutData* out_data) {
 }
 
 void GlobalSetup(PF_InData* in_data, PF_OutData* out_data) {
+    mIsSetDown = false;
     out_data->my_version = kVersion;
     out_data->out_flags |= kOutFlags;
     out_data->out_flags2 = PF_OutFlag2_NONE;
@@ -69,21 +74,33 @@ void FreeHandles(PF_InData* in_data, PF_OutData* out_data) {
     }
 }
 
-void GlobalSetdown(PF_InData* in_data, PF_OutData* out_data) {
-    if (AEOpenGLContext* sharedContext = AEOpenGLContextManager::getSharedDataContext()) {
-        SaveRestoreGLContextMac hostContext;
-        sharedContext->makeContextCurrent();
-        if (!sharedContext->isCurrent()) {
-            // Another thread of the host's has it current. This one's shares all that matters.
-            AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
-        }
-        AEOpenglMainFrameBuffer::mainFrameBuffer()->destory();
-        mRender->reset();
-        MosaicShaderManager::PurgeAllShaders();
-        AEOpenGLContextManager::releaseContextManager();
-        hostContext.restore();
+/// Deletes the GL objects of all frames and ends the contexts.
+void ReleaseGL(AEOpenGLContext& sharedContext) {
+    sharedContext.makeContextCurrent();
+    if (!sharedContext.isCurrent()) {
+        // Another thread of the host's has it current. This one's shares all that matters.
+        AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
     }
+    AEOpenglMainFrameBuffer::mainFrameBuffer()->destory();
+    mRender->reset();
+    MosaicShaderManager::PurgeAllShaders();
+    AEOpenGLContextManager::releaseContextManager();
+}
+
+void GlobalSetdown(PF_InData* in_data, PF_OutData* out_data) {
+    if (mIsSetDown) {
+        return;
+    }
+    SaveRestoreGLContextMac hostContext;
+    if (AEOpenGLContext* sharedContext = AEOpenGLContextManager::getSharedDataContext()) {
+        ReleaseGL(*sharedContext);
+    }
+    // The host's comes back below. If it had none, the effect's would keep it from making a GLX
+    // context current on this thread.
+    Platform::ReleaseCurrentEglContext();
+    hostContext.restore();
     FreeHandles(in_data, out_data);
+    mIsSetDown = true;
 }
 
 /// Adds the effect's parameters to the host's list, until the host refuses one.
