@@ -54,11 +54,11 @@ struct Picture {
     Argb<Channel> exchange(std::ptrdiff_t x, std::ptrdiff_t y, Argb<Channel> pixel) {
         std::byte* place = view.row(y) + x * static_cast<std::ptrdiff_t>(sizeof pixel);
         const bool alphaLast = view.order == ChannelOrder::Rgba;
-        std::ranges::rotate(pixel, pixel.begin() + alphaLast);
+        std::rotate(pixel.begin(), pixel.begin() + alphaLast, pixel.end());
         Argb<Channel> before;
         std::memcpy(before.data(), place, sizeof before);
         std::memcpy(place, pixel.data(), sizeof pixel);
-        std::ranges::rotate(before, before.end() - alphaLast);
+        std::rotate(before.begin(), before.end() - alphaLast, before.end());
         return before;
     }
 
