@@ -20,16 +20,18 @@ std::string OpenGLText() {
                        driver->vendor, driver->renderer, driver->version);
 }
 
-} // namespace
-
-void AddAboutCommand(CLI::App& app, CommandContext& context) {
-    CLI::App* command =
-        app.add_subcommand("about", "Tell the versions of the effect and of OpenGL");
-    command->callback([&context] {
+void SetUp(CLI::App& command, CommandContext& context) {
+    command.callback([&context] {
         FrameRenderer& renderer = context.renderer();
         context.streams().print(fmt::format("{}\nVersion: {}\n{}", renderer.about(),
                                             FullVersionText(renderer.version()), OpenGLText()));
     });
 }
+
+const CommandRegistration kAbout({.name = "about",
+                                  .description = "Tell the versions of the effect and of OpenGL",
+                                  .setUp = SetUp});
+
+} // namespace
 
 } // namespace Kerovane::Host

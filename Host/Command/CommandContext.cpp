@@ -4,7 +4,6 @@
 #include "Host/Session/InstalledModule.h"
 
 #include <string_view>
-#include <utility>
 
 namespace Kerovane::Host {
 
@@ -37,16 +36,16 @@ FrameRenderer& CommandContext::renderer() {
     return *mRenderer;
 }
 
-void CommandContext::addParametersTo(CLI::App& command, AddParameters add) {
-    mAddParameters.push_back(std::move(add));
-    command.preparse_callback([this, place = mAddParameters.size() - 1](std::size_t) {
-        mAddParameters[place](renderer().parameters());
+void CommandContext::addParametersTo(CLI::App& command, ParameterOptions& options) {
+    mParameterOptions.emplace_back(&command, &options);
+    command.preparse_callback([this, &command, &options](std::size_t) {
+        options.addTo(command, renderer().parameters());
     });
 }
 
 void CommandContext::addAllParameters() {
-    for (const AddParameters& add : mAddParameters) {
-        add(renderer().parameters());
+    for (const auto& [command, options] : mParameterOptions) {
+        options->addTo(*command, renderer().parameters());
     }
 }
 

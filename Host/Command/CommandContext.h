@@ -1,14 +1,15 @@
 #pragma once
 
+#include "Host/Command/ParameterOptions.h"
 #include "Host/Command/StandardStreams.h"
 #include "Host/Frames/FrameRenderer.h"
 
 #include <CLI/App.hpp>
 
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace Kerovane::Host {
@@ -19,8 +20,6 @@ namespace Kerovane::Host {
  */
 class CommandContext {
 public:
-    using AddParameters = std::function<void(const std::vector<Parameter>&)>;
-
     /**
      * Looks ahead on `line`, whose first word is the program's, for the options of every command:
      * the effect's parameters become options too, so the effect is known before the line is parsed.
@@ -37,10 +36,11 @@ public:
     /// Throws Error if the effect can't be loaded or set up.
     FrameRenderer& renderer();
 
-    /// Has `add` called with the effect's parameters before the parser gets to `command`'s options.
-    void addParametersTo(CLI::App& command, AddParameters add);
+    /// Has the effect's parameters added to `command` as `options` before the parser gets to its
+    /// options. Both outlive the context's last use.
+    void addParametersTo(CLI::App& command, ParameterOptions& options);
 
-    /// Calls what addParametersTo was given, for all commands.
+    /// Adds them to all commands at once.
     void addAllParameters();
 
     int exitStatus = 0; ///< of the process, if the command doesn't throw
@@ -50,7 +50,7 @@ private:
     std::filesystem::path mModule;
     bool mVerbose = false;
     std::optional<FrameRenderer> mRenderer;
-    std::vector<AddParameters> mAddParameters;
+    std::vector<std::pair<CLI::App*, ParameterOptions*>> mParameterOptions;
 };
 
 } // namespace Kerovane::Host

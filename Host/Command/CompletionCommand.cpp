@@ -8,18 +8,25 @@
 
 namespace Kerovane::Host {
 
-void AddCompletionCommand(CLI::App& app, CommandContext& context) {
-    CLI::App* command =
-        app.add_subcommand("completion", "Print a script that completes the command in a shell");
+namespace {
+
+void SetUp(CLI::App& command, CommandContext& context) {
     const auto shell = std::make_shared<std::string>();
-    command->add_option("SHELL", *shell, "the shell that will run the script")
+    command.add_option("SHELL", *shell, "the shell that will run the script")
         ->required()
         ->type_name(ChoiceType({"bash", "zsh"}));
-    command->footer("Example:\n  source <(tesselune completion bash)");
-    command->callback([shell, &app, &context] {
+    command.footer("Example:\n  source <(tesselune completion bash)");
+    command.callback([shell, &command, &context] {
         context.addAllParameters();
-        context.streams().print(CompletionScript(*shell, Outline(app)));
+        context.streams().print(CompletionScript(*shell, Outline(*command.get_parent())));
     });
 }
+
+const CommandRegistration
+    kCompletion({.name = "completion",
+                 .description = "Print a script that completes the command in a shell",
+                 .setUp = SetUp});
+
+} // namespace
 
 } // namespace Kerovane::Host

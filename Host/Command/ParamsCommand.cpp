@@ -29,19 +29,21 @@ std::string Listing(const ParamsOptions& options, const std::vector<Parameter>& 
                           : ParameterDescription(parameters, names, index);
 }
 
-} // namespace
-
-void AddParamsCommand(CLI::App& app, CommandContext& context) {
-    CLI::App* command = app.add_subcommand("params", "List the effect's parameters");
+void SetUp(CLI::App& command, CommandContext& context) {
     const auto options = std::make_shared<ParamsOptions>();
-    command->add_option("NAME", options->name, "one of them, by option, shown name or disk id")
+    command.add_option("NAME", options->name, "one of them, by option, shown name or disk id")
         ->type_name(kParameterType);
-    command->add_flag("--json", options->asJson, "for programs");
-    command->footer("Example:\n  tesselune params size");
-    command->callback([options, command, &context] {
+    command.add_flag("--json", options->asJson, "for programs");
+    command.footer("Example:\n  tesselune params size");
+    command.callback([options, &command, &context] {
         const std::vector<Parameter>& parameters = context.renderer().parameters();
-        context.streams().print(Listing(*options, parameters, OptionNamesIn(*command, parameters)));
+        context.streams().print(Listing(*options, parameters, OptionNamesIn(command, parameters)));
     });
 }
+
+const CommandRegistration
+    kParams({.name = "params", .description = "List the effect's parameters", .setUp = SetUp});
+
+} // namespace
 
 } // namespace Kerovane::Host

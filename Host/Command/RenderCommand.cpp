@@ -134,17 +134,18 @@ int Render(const RenderOptions& options, CommandContext& context) {
     return report.finish();
 }
 
-} // namespace
-
-void AddRenderCommand(CLI::App& app, CommandContext& context) {
-    CLI::App* command =
-        app.add_subcommand("render", "Render a picture or a sequence through the effect");
+void SetUp(CLI::App& command, CommandContext& context) {
     const auto options = std::make_shared<RenderOptions>();
-    options->addTo(*command);
-    context.addParametersTo(*command, [options, command](const std::vector<Parameter>& parameters) {
-        options->parameters.addTo(*command, parameters);
-    });
-    command->callback([options, &context] { context.exitStatus = Render(*options, context); });
+    options->addTo(command);
+    context.addParametersTo(command, options->parameters);
+    command.callback([options, &context] { context.exitStatus = Render(*options, context); });
 }
+
+const CommandRegistration
+    kRender({.name = "render",
+             .description = "Render a picture or a sequence through the effect",
+             .setUp = SetUp});
+
+} // namespace
 
 } // namespace Kerovane::Host

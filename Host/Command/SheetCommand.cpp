@@ -127,17 +127,17 @@ void MakeSheet(const SheetOptions& options, FrameRenderer& renderer) {
     writer.write(page, OriginOfSheet(picture.origin, page));
 }
 
-} // namespace
-
-void AddSheetCommand(CLI::App& app, CommandContext& context) {
-    CLI::App* command =
-        app.add_subcommand("sheet", "Show a picture under many settings on one page");
+void SetUp(CLI::App& command, CommandContext& context) {
     const auto options = std::make_shared<SheetOptions>();
-    options->addTo(*command);
-    context.addParametersTo(*command, [options, command](const std::vector<Parameter>& parameters) {
-        options->parameters.addTo(*command, parameters);
-    });
-    command->callback([options, &context] { MakeSheet(*options, context.renderer()); });
+    options->addTo(command);
+    context.addParametersTo(command, options->parameters);
+    command.callback([options, &context] { MakeSheet(*options, context.renderer()); });
 }
+
+const CommandRegistration kSheet({.name = "sheet",
+                                  .description = "Show a picture under many settings on one page",
+                                  .setUp = SetUp});
+
+} // namespace
 
 } // namespace Kerovane::Host

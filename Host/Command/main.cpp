@@ -30,9 +30,8 @@ int Run(std::span<const char* const> line, StandardStreams& streams) {
     app.footer("Example:\n  tesselune render photo.jpg cells.png --size 40\n\n"
                "tesselune COMMAND --help tells more.");
     context.addTo(app);
-    for (const auto add : {AddRenderCommand, AddSheetCommand, AddParamsCommand, AddAboutCommand,
-                           AddCompletionCommand}) {
-        add(app, context);
+    for (const Command& command : RegisteredCommands()) {
+        command.setUp(*app.add_subcommand(command.name, command.description), context);
     }
     try {
         ParseLine(app, line);

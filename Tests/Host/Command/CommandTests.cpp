@@ -23,7 +23,7 @@ TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
         const char* text;
     };
     const Row rows[] = {
-        {{}, "a command is needed: render, sheet, params, about or completion"},
+        {{}, "a command is needed: about, completion, params, render or sheet"},
         {{"rendr", "in.png", "out.png"}, "unknown command 'rendr'"},
         {{"--frobnicate"}, "unknown option '--frobnicate'"},
         {{"render"}, "IN is required"},

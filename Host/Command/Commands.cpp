@@ -1,0 +1,27 @@
+#include "Host/Command/Commands.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Kerovane::Host {
+
+namespace {
+
+std::vector<Command>& Registry() {
+    static std::vector<Command> registry; // made at the first registration
+    return registry;
+}
+
+} // namespace
+
+CommandRegistration::CommandRegistration(Command command) {
+    Registry().push_back(std::move(command));
+}
+
+std::vector<Command> RegisteredCommands() {
+    std::vector<Command> commands = Registry();
+    std::ranges::sort(commands, {}, &Command::name);
+    return commands;
+}
+
+} // namespace Kerovane::Host
