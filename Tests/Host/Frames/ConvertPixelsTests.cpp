@@ -51,15 +51,16 @@ struct Picture {
                .alpha = form.alpha} {}
 
     /// Takes the pixel out, or swaps it in.
-    Argb<Channel> exchange(std::ptrdiff_t x, std::ptrdiff_t y, Argb<Channel> pixel) {
+    Argb<Channel> exchange(std::ptrdiff_t x, std::ptrdiff_t y, const Argb<Channel>& pixel) {
         std::byte* place = view.row(y) + x * static_cast<std::ptrdiff_t>(sizeof pixel);
         const bool alphaLast = view.order == ChannelOrder::Rgba;
-        std::rotate(pixel.begin(), pixel.begin() + alphaLast, pixel.end());
+        const auto& [a, r, g, b] = pixel;
+        const Argb<Channel> inMemory = alphaLast ? Argb<Channel>{r, g, b, a} : pixel;
         Argb<Channel> before;
         std::memcpy(before.data(), place, sizeof before);
-        std::memcpy(place, pixel.data(), sizeof pixel);
-        std::rotate(before.begin(), before.end() - alphaLast, before.end());
-        return before;
+        std::memcpy(place, inMemory.data(), sizeof inMemory);
+        const auto& [first, second, third, fourth] = before;
+        return alphaLast ? Argb<Channel>{fourth, first, second, third} : before;
     }
 
     std::ptrdiff_t rowBytes;
