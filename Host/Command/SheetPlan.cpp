@@ -40,7 +40,7 @@ std::vector<std::string> AllChoices(std::string_view option, const Parameter& pa
 
 std::vector<std::string> Values(std::string_view list) {
     const std::vector<std::string_view> values = Split(list, ',');
-    return std::vector<std::string>(values.begin(), values.end());
+    return {values.begin(), values.end()};
 }
 
 Axis ParseAxis(std::string_view text, const Options& options) {

@@ -13,7 +13,7 @@ struct Meaning {
     std::string_view name;
     A_long id;
     std::string_view sentence;
-    std::string_view unit = ""; ///< if the effect declares none
+    std::string_view unit{}; ///< if the effect declares none
 };
 
 constexpr std::array<Meaning, 13> kMeanings{{

@@ -116,7 +116,7 @@ const std::vector<PictureFormat>& Formats() {
          .reader = "tiff",
          .signatures = {{"II*\0"sv}, {"MM\0*"sv}, {"II+\0"sv}, {"MM\0+"sv}}},
         {.name = "TGA", .reader = "targa", .extensions = {"tga", "tpic", "vda", "icb", "vst"}},
-        {.name = "RLA", .reader = "rla", .signatures = {{"\xff\xfe", 26}}},
+        {.name = "RLA pictures", .signatures = {{"\xff\xfe", 26}}, .whyNotRead = kReaderNotSafe},
     };
     return kFormats;
 }

@@ -52,6 +52,7 @@ std::string Suggestion(std::string_view word, std::span<const std::string> names
     constexpr std::size_t kMost = 3;
     near.resize(std::min(near.size(), kMost));
     std::vector<std::string> words;
+    words.reserve(near.size());
     for (const auto& [distance, name] : near) {
         words.emplace_back(name);
     }

@@ -201,7 +201,7 @@ TEST_F(PictureReader, RefusesGifPicturesThatTheirReaderWouldWriteBeyond) {
 
 TEST_F(PictureReader, KnowsAFormatByItsContent) {
     for (const char* format :
-         {"png", "jpg", "tif", "exr", "dpx", "bmp", "gif", "hdr", "ppm", "webp", "rla"}) {
+         {"png", "jpg", "tif", "exr", "dpx", "bmp", "gif", "hdr", "ppm", "webp"}) {
         const auto file = mFolder / "a."s += format;
         RawPicture::of({0.5F, 0.25F, 1}, TypeDesc::UINT8, -1, 4, 3).write(file);
         for (const char* name : {"picture", "picture.png", "picture.jpg", "picture.ico"}) {
@@ -241,7 +241,7 @@ TEST_F(PictureReader, RefusesOtherFormatsByTheirNames) {
         {"SIMPLE  =", "FITS files are not read"},
     };
     const std::string rest = "; PNG, JPEG, OpenEXR, DPX, WebP, GIF, PSD, JPEG 2000, Radiance HDR, "
-                             "BMP, PNM, TIFF, TGA and RLA are";
+                             "BMP, PNM, TIFF and TGA are";
     for (const Row& row : rows) {
         const auto file = mFolder / row.name;
         std::ofstream(file) << row.content;
@@ -256,7 +256,7 @@ TEST_F(PictureReader, RefusesOtherFormatsByTheirNames) {
 
 /// A flat PSD picture of one RGB pixel that says so of its number of channels.
 std::string PsdOf(char channels) {
-    return "8BPS\0\1\0\0\0\0\0\0\0"s + channels + "\0\0\0\1\0\0\0\1\0\x08\0\3"s +
+    return "8BPS\0\1\0\0\0\0\0\0\0"s + std::string(1, channels) + "\0\0\0\1\0\0\0\1\0\x08\0\3"s +
            std::string(3 * 4, '\0') + "\0\0\xff\x80\0"s;
 }
 
