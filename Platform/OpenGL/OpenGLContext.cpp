@@ -6,12 +6,37 @@
 #include <EGL/egl.h>
 
 #include <atomic>
+#include <mutex>
+#include <set>
 
 namespace Kerovane::Platform {
 
 namespace {
 
 std::atomic<std::uint64_t> mNextId{1};
+
+/// The ids of the contexts that have not been destroyed.
+class LiveIds {
+public:
+    void add(std::uint64_t id) {
+        const std::lock_guard lock(mMutex);
+        mIds.insert(id);
+    }
+    void remove(std::uint64_t id) {
+        const std::lock_guard lock(mMutex);
+        mIds.erase(id);
+    }
+    bool has(std::uint64_t id) const {
+        const std::lock_guard lock(mMutex);
+        return mIds.count(id) != 0;
+    }
+
+private:
+    mutable std::mutex mMutex;
+    std::set<std::uint64_t> mIds;
+};
+
+LiveIds mLiveIds;
 
 /// A destroyed context stays current until its thread lets it go, but EGL no longer knows it.
 bool CurrentIsDestroyed() {
@@ -24,12 +49,11 @@ bool CurrentIsDestroyed() {
 struct LastMadeCurrent {
     void* context = nullptr;
     std::uint64_t id = 0;
-    std::weak_ptr<const void> lifetime;
 
     /// Once the context is freed, the host may be given one of its own at the same address.
     bool isStill() const {
         return context != nullptr && context == eglGetCurrentContext() &&
-               (!lifetime.expired() || CurrentIsDestroyed());
+               (mLiveIds.has(id) || CurrentIsDestroyed());
     }
 
     /// A context that is current on a thread that has ended could never be freed.
@@ -49,9 +73,11 @@ OpenGLContext::OpenGLContext(const OpenGLContext* shareWith)
     if (mDisplay != nullptr && (shareWith == nullptr || shareWith->isValid())) {
         mContext = CreateEglContext(mDisplay, shareWith != nullptr ? shareWith->mContext : nullptr);
     }
+    mLiveIds.add(mId);
 }
 
 OpenGLContext::~OpenGLContext() {
+    mLiveIds.remove(mId);
     if (mContext != nullptr) {
         eglDestroyContext(mDisplay, mContext);
     }
@@ -70,7 +96,6 @@ void OpenGLContext::makeCurrent() const {
     }
     mLastMadeCurrent.context = mContext;
     mLastMadeCurrent.id = mId;
-    mLastMadeCurrent.lifetime = mLifetime;
 }
 
 std::uint64_t OpenGLContext::currentId() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
 namespace Kerovane::Platform {
 
@@ -40,7 +39,6 @@ private:
     void* mDisplay;
     void* mContext = nullptr;
     std::uint64_t mId;
-    std::shared_ptr<const void> mLifetime = std::make_shared<char>(); ///< ends with this object
 };
 
 } // namespace Kerovane::Platform
