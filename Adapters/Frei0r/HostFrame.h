@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Host/Frames/PixelView.h"
+#include "Host/Frames/WorldView.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "Host/Frames/EffectRenderer.h"
 
-#include "Host/Frames/ConvertPixels.h"
+#include "Host/Pixels/ConvertPixels.h"
 #include "Host/Session/Drawable.h"
 #include "Host/Text/Error.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Host/Frames/PixelView.h"
+#include "Host/Frames/WorldView.h"
 #include "Host/Session/Effect.h"
 
 #include <filesystem>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Host/Frames/PixelView.h"
 #include "Host/Frames/RenderThread.h"
+#include "Host/Frames/WorldView.h"
 #include "Host/Parameters/Parameter.h"
 
 #include <filesystem>

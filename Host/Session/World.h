@@ -1,6 +1,7 @@
 #pragma once
 
 #include "AE_Effect.h"
+#include "Host/Pixels/PixelView.h"
 
 #include <cstddef>
 #include <cstdlib>
@@ -11,9 +12,6 @@
 #include <utility>
 
 namespace Kerovane::Host {
-
-/// Bits of a channel.
-enum class Depth { Bits8 = 8, Bits16 = 16, Float32 = 32 };
 
 /// Calls `f` with a std::type_identity of the pixel type of `depth` (PF_Pixel8, PF_Pixel16 or
 /// PF_PixelFloat) and returns what it returns.

@@ -2,8 +2,9 @@
 // the bare render command on the same frame. Rounds of one run each, so that what the machine does
 // otherwise meets all alike; the medians of the rounds are printed.
 
-#include "Host/Frames/ConvertPixels.h"
 #include "Host/Frames/SilentThread.h"
+#include "Host/Frames/WorldView.h"
+#include "Host/Pixels/ConvertPixels.h"
 #include "Host/Session/Effect.h"
 #include "Tests/Support/TemporaryFolder.h"
 

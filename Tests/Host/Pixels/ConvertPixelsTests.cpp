@@ -1,4 +1,4 @@
-#include "Host/Frames/ConvertPixels.h"
+#include "Host/Pixels/ConvertPixels.h"
 #include "Host/Text/Error.h"
 
 #include <gtest/gtest.h>
@@ -40,7 +40,7 @@ constexpr Form kForms[] = {
 template <typename Channel>
 struct Picture {
     Picture(Depth depth, std::ptrdiff_t width, const Form& form)
-        : rowBytes(width * BytesPerPixel(depth) + kGap),
+        : rowBytes(width * std::ptrdiff_t{sizeof(Argb<Channel>)} + kGap),
           bytes(static_cast<std::size_t>(form.offset + kHeight * rowBytes), kUntouched),
           view{.top = bytes.data() + form.offset + (form.bottomUp ? 2 * rowBytes : 0),
                .rowBytes = form.bottomUp ? -rowBytes : rowBytes,
@@ -131,15 +131,15 @@ void CheckAllForms(Depth depth, double white) {
 }
 
 TEST(ConvertPixels, GivesEachPixelTheOtherFormAndTouchesNothingElse) {
-    CheckAllForms<A_u_char>(Depth::Bits8, 255);
-    CheckAllForms<A_u_short>(Depth::Bits16, 32768);
+    CheckAllForms<std::uint8_t>(Depth::Bits8, 255);
+    CheckAllForms<std::uint16_t>(Depth::Bits16, 32768);
     CheckAllForms<float>(Depth::Float32, 1);
 }
 
 TEST(ConvertPixels, RefusesPicturesOfDifferentShape) {
-    const Picture<A_u_char> eight(Depth::Bits8, 4, kForms[0]);
-    const Picture<A_u_char> wider(Depth::Bits8, 5, kForms[0]);
-    const Picture<A_u_short> sixteen(Depth::Bits16, 4, kForms[0]);
+    const Picture<std::uint8_t> eight(Depth::Bits8, 4, kForms[0]);
+    const Picture<std::uint8_t> wider(Depth::Bits8, 5, kForms[0]);
+    const Picture<std::uint16_t> sixteen(Depth::Bits16, 4, kForms[0]);
     EXPECT_THROW(ConvertPixels(eight.view, wider.view), Error);
     EXPECT_THROW(ConvertPixels(eight.view, sixteen.view), Error);
 }

@@ -1,12 +1,29 @@
 #pragma once
 
-#include "Host/Session/World.h"
-
 #include <concepts>
 #include <cstddef>
+#include <cstdint>
 #include <type_traits>
+#include <utility>
 
 namespace Kerovane::Host {
+
+/// Bits of a channel.
+enum class Depth { Bits8 = 8, Bits16 = 16, Float32 = 32 };
+
+/// Calls `f` with a std::type_identity of the channel type of `depth` (std::uint8_t, std::uint16_t
+/// or float) and returns what it returns.
+template <typename F>
+auto WithChannelType(Depth depth, F&& f) {
+    switch (depth) {
+    case Depth::Bits8:
+        return std::forward<F>(f)(std::type_identity<std::uint8_t>());
+    case Depth::Bits16:
+        return std::forward<F>(f)(std::type_identity<std::uint16_t>());
+    default:
+        return std::forward<F>(f)(std::type_identity<float>());
+    }
+}
 
 /// The order of a pixel's channels in memory: an effect's, or that of most others.
 enum class ChannelOrder { Argb, Rgba };
@@ -41,22 +58,6 @@ struct BasicPixelView {
 
 using PixelView = BasicPixelView<std::byte>;
 using ConstPixelView = BasicPixelView<const std::byte>;
-
-inline PixelView ViewOf(World& world) {
-    return {.top = world.bytes().data(),
-            .rowBytes = world.rowBytes(),
-            .width = world.width(),
-            .height = world.height(),
-            .depth = world.depth()};
-}
-
-inline ConstPixelView ViewOf(const World& world) {
-    return {.top = world.bytes().data(),
-            .rowBytes = world.rowBytes(),
-            .width = world.width(),
-            .height = world.height(),
-            .depth = world.depth()};
-}
 
 /// Whether the pictures have one size and depth, so that each pixel of one has its place in the
 /// other.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Host/Frames/PixelView.h"
+#include "Host/Pixels/PixelView.h"
 
 namespace Kerovane::Host {
 
