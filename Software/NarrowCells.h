@@ -1,0 +1,50 @@
+#pragma once
+
+#include "Software/Scene.h"
+
+#include <cmath>
+
+namespace Kerovane::Software {
+
+/** Draws cells narrower than a pixel, of which most hold one pixel of a row or none: pixel by
+ * pixel, as the formulas stand. */
+template <typename Channel>
+class NarrowCells {
+public:
+    explicit NarrowCells(const Scene<Channel>& scene) : mScene(scene) {}
+
+    void draw(int band) {
+        for (std::ptrdiff_t y = mScene.grid.rowEdge(band); y < mScene.grid.rowEdge(band + 1); ++y) {
+            mCells.clear();
+            for (std::ptrdiff_t x = 0; x < mScene.out.width; ++x) {
+                mCells.add(pointOf(x, y, band));
+            }
+            mCells.paint(mScene.fate, mScene.painter);
+            for (std::ptrdiff_t x = 0; x < mScene.out.width; ++x) {
+                mScene.fill(mCells[static_cast<std::size_t>(x)], y, x, x + 1);
+            }
+        }
+    }
+
+private:
+    /// The reference point of the cell that holds the pixel.
+    Location pointOf(std::ptrdiff_t x, std::ptrdiff_t y, int band) const {
+        const CellGrid& grid = mScene.grid;
+        const float inGrid = static_cast<float>(x) + grid.shift(y);
+        const float normalColumn = grid.columnAt(inGrid);
+        const int rung = mScene.search.rungAt(normalColumn, static_cast<float>(band));
+        const float column = std::floor(std::ldexp(normalColumn, -rung));
+        const auto row = static_cast<float>(band >> rung);
+        if (grid.shape() == Shape::Square) {
+            return grid.centre(rung, column, row);
+        }
+        const bool isUpper = grid.isUpper(inGrid - grid.left(rung, column),
+                                          static_cast<float>(y) - grid.top(rung, row));
+        return isUpper ? grid.upperPoint(rung, column, row) : grid.lowerPoint(rung, column, row);
+    }
+
+    Scene<Channel> mScene;
+    PaintedCells<Channel> mCells; ///< of a row of pixels, one for each
+};
+
+} // namespace Kerovane::Software
