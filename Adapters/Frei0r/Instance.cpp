@@ -1,6 +1,7 @@
 #include "Adapters/Frei0r/Instance.h"
 
 #include "Adapters/Frei0r/Declaration.h"
+#include "Adapters/Shared/DrawFrame.h"
 
 namespace Kerovane::Frei0r {
 
@@ -63,7 +64,7 @@ void Instance::renderWith(const HostFrame& slice, Host::FrameRenderer& renderer)
     lock.unlock();
     // The values are those of this moment already, so the frame needs no time; hosts disagree on
     // its unit.
-    renderer.render({}, ValuesAt(mPositions), frame->input(), frame->output());
+    Adapters::DrawFrame(renderer, {}, ValuesAt(mPositions), frame->input(), frame->output());
     lock.lock();
     mRenderedSlices = slices;
 }

@@ -1,6 +1,7 @@
 #include "Adapters/Shared/DeclaredParameters.h"
 
 #include "Adapters/Shared/InstalledModule.h"
+#include "Adapters/Shared/RendererParameter.h"
 #include "Host/Session/EffectSession.h"
 #include "Host/Text/Error.h"
 
@@ -15,7 +16,9 @@ std::vector<Host::Parameter> DeclaredParameters() {
         throw Host::Error(fmt::format("the effect failed to declare its parameters: error {}; {}",
                                       error, session.refusal()));
     }
-    return session.parameters();
+    std::vector<Host::Parameter> parameters = session.parameters();
+    parameters.push_back(RendererParameter());
+    return parameters;
 }
 
 } // namespace Kerovane::Adapters

@@ -16,8 +16,10 @@ CommandContext::CommandContext(std::span<const char* const> line, StandardStream
             mVerbose = true;
         } else if (word == "--effect" && index + 1 < line.size()) {
             mModule = line[++index];
+            mHasForeignEffect = true;
         } else if (word.starts_with(kAssignedEffect)) {
             mModule = word.substr(kAssignedEffect.size());
+            mHasForeignEffect = true;
         }
     }
 }

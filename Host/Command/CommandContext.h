@@ -31,6 +31,9 @@ public:
     void addTo(CLI::App& app);
 
     StandardStreams& streams() const { return mStreams; }
+    /// Whether another effect than the installed one was asked for.
+    bool hasForeignEffect() const { return mHasForeignEffect; }
+
     bool isVerbose() const { return mVerbose; }
 
     /// Throws Error if the effect can't be loaded or set up.
@@ -48,6 +51,7 @@ public:
 private:
     StandardStreams& mStreams;
     std::filesystem::path mModule;
+    bool mHasForeignEffect = false;
     bool mVerbose = false;
     std::optional<FrameRenderer> mRenderer;
     std::vector<std::pair<CLI::App*, ParameterOptions*>> mParameterOptions;

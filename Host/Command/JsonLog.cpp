@@ -27,11 +27,12 @@ std::string_view Name(FrameEnding ending) {
     }
 }
 
-std::string Line(const ShotFrame& frame, const FrameReport& report) {
+std::string Line(const ShotFrame& frame, const FrameReport& report, Renderer renderer) {
     Json line{{"frame", frame.number},
               {"status", Name(report.ending)},
               {"input", frame.input.string()},
-              {"output", frame.output.string()}};
+              {"output", frame.output.string()},
+              {"renderer", NameOf(renderer)}};
     if (report.ending == FrameEnding::Failed) {
         line["reason"] = report.reason;
     }
@@ -47,8 +48,8 @@ std::string Line(const ShotFrame& frame, const FrameReport& report) {
 
 } // namespace
 
-JsonLog::JsonLog(const std::filesystem::path& file, StandardStreams& streams)
-    : mPath(file), mStreams(streams) {
+JsonLog::JsonLog(const std::filesystem::path& file, Renderer renderer, StandardStreams& streams)
+    : mPath(file), mRenderer(renderer), mStreams(streams) {
     if (file == "-") {
         return;
     }
@@ -60,7 +61,7 @@ JsonLog::JsonLog(const std::filesystem::path& file, StandardStreams& streams)
 }
 
 void JsonLog::add(const ShotFrame& frame, const FrameReport& report) {
-    if (!write(Line(frame, report)) && !mFailed) {
+    if (!write(Line(frame, report, mRenderer)) && !mFailed) {
         mFailed = true;
         mStreams.complain(fmt::format("cannot write to the log '{}'", mPath.string()));
     }

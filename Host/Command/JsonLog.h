@@ -14,7 +14,7 @@ class JsonLog {
 public:
     /// The file is made anew; "-" is standard output. `streams` outlives the log. Throws Error
     /// where the file can't be made.
-    JsonLog(const std::filesystem::path& file, StandardStreams& streams);
+    JsonLog(const std::filesystem::path& file, Renderer renderer, StandardStreams& streams);
 
     /// A line that can't be written is complained of once.
     void add(const ShotFrame& frame, const FrameReport& report);
@@ -27,6 +27,7 @@ private:
     bool write(const std::string& line);
 
     std::filesystem::path mPath;
+    Renderer mRenderer;
     StandardStreams& mStreams;
     std::unique_ptr<std::FILE, Close> mFile; ///< null for standard output
     bool mFailed = false;

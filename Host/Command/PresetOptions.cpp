@@ -1,7 +1,6 @@
 #include "Host/Command/PresetOptions.h"
 
 #include "Host/Command/ValueTypes.h"
-#include "Host/Parameters/Preset.h"
 #include "Host/Pictures/ReplaceFile.h"
 #include "Host/Text/Error.h"
 
@@ -48,7 +47,7 @@ void PresetOptions::addTo(CLI::App& command) {
         ->group("Presets");
 }
 
-ParameterSettings PresetOptions::load(const FrameRenderer& renderer) const {
+Preset PresetOptions::load(const FrameRenderer& renderer) const {
     if (mToLoad.empty()) {
         return {};
     }
@@ -60,11 +59,10 @@ ParameterSettings PresetOptions::load(const FrameRenderer& renderer) const {
     }
 }
 
-void PresetOptions::save(const FrameRenderer& renderer, const ParameterSettings& settings) const {
+void PresetOptions::save(const FrameRenderer& renderer, const Preset& preset) const {
     if (!mToSave.empty()) {
-        const std::string preset =
-            FormatPreset(renderer.parameters(), renderer.version(), settings);
-        ReplaceFile(mToSave, std::as_bytes(std::span(preset)));
+        const std::string text = FormatPreset(renderer.parameters(), renderer.version(), preset);
+        ReplaceFile(mToSave, std::as_bytes(std::span(text)));
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Host/Frames/FrameRenderer.h"
-#include "Host/Parameters/ParameterSettings.h"
+#include "Host/Parameters/Preset.h"
 
 #include <CLI/App.hpp>
 
@@ -16,10 +16,10 @@ public:
 
     /// What the preset sets, if one was given. Throws Error, which names the file, where it can't
     /// be read or doesn't fit the effect.
-    ParameterSettings load(const FrameRenderer& renderer) const;
+    Preset load(const FrameRenderer& renderer) const;
 
     /// Writes a preset, whole or not at all, if that was asked for. Throws Error where it fails.
-    void save(const FrameRenderer& renderer, const ParameterSettings& settings) const;
+    void save(const FrameRenderer& renderer, const Preset& preset) const;
 
 private:
     std::filesystem::path mToLoad;

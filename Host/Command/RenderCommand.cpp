@@ -1,6 +1,7 @@
 #include "Host/Command/Commands.h"
 #include "Host/Command/ParameterOptions.h"
 #include "Host/Command/PresetOptions.h"
+#include "Host/Command/RendererOptions.h"
 #include "Host/Command/ShotOptions.h"
 #include "Host/Command/ShotReport.h"
 #include "Host/Command/ValueTypes.h"
@@ -26,13 +27,11 @@ struct RenderOptions {
     std::filesystem::path jsonLog; ///< empty: none
     bool quiet = false;
     ShotOptions shot;
+    RendererOptions renderer;
     PresetOptions preset;
     ParameterOptions parameters;
 
     void addTo(CLI::App& command);
-
-    /// Throws Error if the preset doesn't fit the effect or an option's value is none.
-    ParameterSettings settings(const FrameRenderer& renderer) const;
 };
 
 void RenderOptions::addTo(CLI::App& command) {
@@ -49,6 +48,7 @@ void RenderOptions::addTo(CLI::App& command) {
                     "IN is a preview, reduced so many times: pixels in parameters follow [1]")
         ->check(CLI::Range(1, kMaxDownsample).description(""))
         ->type_name("N");
+    renderer.addTo(command);
     preset.addTo(command);
     command.add_flag("--quiet", quiet, "show failures only")->group("Progress");
     command.add_option("--json-log", jsonLog, "a line of JSON for each frame; - is the output")
@@ -59,12 +59,6 @@ void RenderOptions::addTo(CLI::App& command) {
                    "  tesselune render photo.jpg cells.png --shape-type triangle --size 40\n"
                    "  tesselune render shot.#.exr out.#.exr --frames 1001-1050 \\\n"
                    "      --transition-progress \"1001:0:smooth 1050:100\"");
-}
-
-ParameterSettings RenderOptions::settings(const FrameRenderer& renderer) const {
-    ParameterSettings settings = parameters.settings();
-    settings.merge(preset.load(renderer)); // adds what isn't there
-    return settings;
 }
 
 /// A single picture is frame 0, and what fails with it fails as a whole.
@@ -105,25 +99,29 @@ void LetWritingFail() {
 
 int Render(const RenderOptions& options, CommandContext& context) {
     FrameRenderer& renderer = context.renderer();
-    const ParameterSettings settings = options.settings(renderer);
+    Preset preset = options.preset.load(renderer);
+    ParameterSettings settings = options.parameters.settings();
+    settings.merge(preset.settings); // adds what isn't there
     const ShotRequest request = options.shot.request(options.in, options.out);
     const FrameRate rate = options.shot.rate();
     const Rendering rendering = AsksForShot(request) ? Rendering::Shot : Rendering::Picture;
     const Shot shot = rendering == Rendering::Shot ? PlanShot(request) : SinglePicture(request);
     CheckTimes(shot, rate);
     CheckTarget(shot);
-    renderer.checkDrawable();
+    preset.renderer = options.renderer.choose(context, preset.renderer);
 
     const Verbosity verbosity = context.isVerbose() ? Verbosity::Verbose
                                 : options.quiet     ? Verbosity::Quiet
                                                     : Verbosity::Normal;
-    ShotReport report(rendering, shot.frames.size(), verbosity, options.jsonLog, context.streams());
-    options.preset.save(renderer, settings);
+    ShotReport report(rendering, shot.frames.size(), verbosity, options.jsonLog, *preset.renderer,
+                      context.streams());
+    options.preset.save(renderer, {.settings = settings, .renderer = preset.renderer});
     TellMissing(shot, request.missing, context.streams());
 
     LetWritingFail();
     const Interruption interruption;
     const ShotDrawing drawing{.renderer = renderer,
+                              .with = *preset.renderer,
                               .values = ValuesOverTime(settings, rate),
                               .rate = rate,
                               .downsample = options.downsample};

@@ -1,5 +1,6 @@
 #include "Host/Command/Commands.h"
 #include "Host/Command/ParameterOptions.h"
+#include "Host/Command/RendererOptions.h"
 #include "Host/Command/SheetPlan.h"
 #include "Host/Command/ValueTypes.h"
 #include "Host/Pictures/PictureReader.h"
@@ -28,6 +29,7 @@ struct SheetOptions {
     std::filesystem::path out;
     std::vector<std::string> vary; ///< empty: an overview
     A_long width = 320;            ///< of a cell's picture, in pixels
+    RendererOptions renderer;
     ParameterOptions parameters;
 
     void addTo(CLI::App& command);
@@ -48,6 +50,7 @@ void SheetOptions::addTo(CLI::App& command) {
     command.add_option("--width", width, "pixels across each picture, at most IN's own [320]")
         ->check(CLI::Range(kMinWidth, World::kMaxSide).description(""))
         ->type_name("N");
+    renderer.addTo(command);
     command.footer("Example:\n  tesselune sheet photo.jpg sheet.png --vary size=8,16,32 "
                    "--vary direction=0,45,90 \\\n      --transition-progress 50");
 }
@@ -105,20 +108,21 @@ SheetPlan PlanOf(const SheetOptions& options, const std::vector<Parameter>& para
     return plan;
 }
 
-void MakeSheet(const SheetOptions& options, FrameRenderer& renderer) {
+void MakeSheet(const SheetOptions& options, CommandContext& context) {
+    FrameRenderer& renderer = context.renderer();
     const ParameterValues fixed = options.parameters.values();
     const SheetPlan plan = PlanOf(options, renderer.parameters(), fixed);
     const PictureWriter writer(options.out);
     const Picture picture = ReadPicture(options.in);
     const World& input = picture.world;
-    renderer.checkDrawable();
+    const Renderer with = options.renderer.choose(context);
     ContactSheet sheet = Layout(plan, input, options.width);
     World output(input.depth(), input.width(), input.height());
     for (std::size_t row = 0; row < plan.size(); ++row) {
         for (std::size_t column = 0; column < plan[row].size(); ++column) {
             const SheetCell& cell = plan[row][column];
             if (!cell.empty()) {
-                renderer.render({}, ValuesOf(cell, fixed), ViewOf(input), ViewOf(output));
+                renderer.render({}, ValuesOf(cell, fixed), ViewOf(input), ViewOf(output), with);
             }
             sheet.place(row, column, cell.empty() ? input : output);
         }
@@ -131,7 +135,7 @@ void SetUp(CLI::App& command, CommandContext& context) {
     const auto options = std::make_shared<SheetOptions>();
     options->addTo(command);
     context.addParametersTo(command, options->parameters);
-    command.callback([options, &context] { MakeSheet(*options, context.renderer()); });
+    command.callback([options, &context] { MakeSheet(*options, context); });
 }
 
 const CommandRegistration kSheet({.name = "sheet",

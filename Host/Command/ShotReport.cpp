@@ -15,14 +15,15 @@ constexpr int kInterrupted = 130;
 } // namespace
 
 ShotReport::ShotReport(Rendering rendering, std::size_t frames, Verbosity verbosity,
-                       const std::filesystem::path& log, StandardStreams& streams)
+                       const std::filesystem::path& log, Renderer renderer,
+                       StandardStreams& streams)
     : mRendering(rendering),
       mVerbosity(verbosity),
       mStreams(streams),
       mTally(frames),
       mProgress(verbosity, streams) {
     if (!log.empty()) {
-        mLog.emplace(log, streams);
+        mLog.emplace(log, renderer, streams);
     }
 }
 

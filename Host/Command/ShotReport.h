@@ -18,10 +18,10 @@ enum class Rendering { Picture, Shot };
 /** Tells of frames as they end, and of all of them at the end. */
 class ShotReport {
 public:
-    /// An empty `log` is none. Throws Error if the log can't be made. `streams` outlives the
-    /// report.
+    /// An empty `log` is none; it names the renderer. Throws Error if the log can't be made.
+    /// `streams` outlives the report.
     ShotReport(Rendering rendering, std::size_t frames, Verbosity verbosity,
-               const std::filesystem::path& log, StandardStreams& streams);
+               const std::filesystem::path& log, Renderer renderer, StandardStreams& streams);
 
     void frameEnded(const ShotFrame& frame, const FrameReport& report);
 

@@ -1,5 +1,6 @@
 #include "Host/Frames/FrameRenderer.h"
 
+#include "Host/Frames/SoftwareFrame.h"
 #include "Host/Session/Drawable.h"
 
 namespace Kerovane::Host {
@@ -23,7 +24,11 @@ void FrameRenderer::checkDrawable() {
 }
 
 void FrameRenderer::render(const Frame& frame, const ParameterValues& values,
-                           const ConstPixelView& in, const PixelView& out) {
+                           const ConstPixelView& in, const PixelView& out, Renderer with) {
+    if (with == Renderer::Software) {
+        DrawSoftwareFrame(MosaicParametersOf(mParameters, values, frame), in, out, mThreads);
+        return;
+    }
     mThread.run([&](EffectRenderer& renderer) { renderer.render(frame, values, in, out); });
 }
 

@@ -3,7 +3,9 @@
 #include "Host/Frames/RenderThread.h"
 #include "Host/Frames/WorldView.h"
 #include "Host/Parameters/Parameter.h"
+#include "Host/Parameters/Renderer.h"
 
+#include <atomic>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -11,9 +13,10 @@
 namespace Kerovane::Host {
 
 /**
- * Draws frames with the effect, for the command and for every adapter. The effect lives on a thread
- * of the renderer's own (RenderThread). Operations may be called from any thread: they run there
- * one after another, wait for their end and throw Error if they fail.
+ * Draws frames with the effect, or as it would without OpenGL, for the command and for every
+ * adapter. The effect lives on a thread of the renderer's own (RenderThread). Operations may be
+ * called from any thread: they run there one after another, wait for their end and throw Error if
+ * they fail.
  *
  *     FrameRenderer renderer(module);
  *     renderer.checkDrawable();
@@ -40,9 +43,13 @@ public:
     /// before many are begun. `render` finds out for each frame.
     void checkDrawable();
 
+    /// Of the software renderer, from the next frame on; one for each core if 0.
+    void setThreads(int threads) { mThreads = threads; }
+
     /**
-     * Draws `in` with the effect at `values` into `out`, of the same size and depth. Throws Error
-     * also if the frame is larger than OpenGL draws.
+     * Draws `in` at `values` into `out`, of the same size and depth. Throws Error also if the frame
+     * is larger than OpenGL draws. The software renderer draws on the calling thread and on threads
+     * of its own, straight from view to view, without OpenGL. What follows is about the effect.
      *
      * Views of an effect's own form (PixelView as it stands, with rows whole pixels apart and top
      * down, channels at their natural addresses) are read and written in place; others are copied
@@ -51,12 +58,13 @@ public:
      * effect begins to write it.
      */
     void render(const Frame& frame, const ParameterValues& values, const ConstPixelView& in,
-                const PixelView& out);
+                const PixelView& out, Renderer with = Renderer::OpenGL);
 
 private:
     RenderThread mThread;
     std::vector<Parameter> mParameters;
     A_u_long mVersion = 0;
+    std::atomic<int> mThreads = 0;
 };
 
 } // namespace Kerovane::Host

@@ -16,7 +16,7 @@ struct Meaning {
     std::string_view unit{}; ///< if the effect declares none
 };
 
-constexpr std::array<Meaning, 13> kMeanings{{
+constexpr std::array<Meaning, 14> kMeanings{{
     {"Shape Type", 1, "Shape of cells: squares, or triangles pointing up and down in turn"},
     {"Size", 2, "Height of the cells in pixels, of the smallest if sizes are random", "pixels"},
     {"Ratio", 3, "Width of a cell over its height: below 1 narrow, above 1 wide"},
@@ -31,6 +31,7 @@ constexpr std::array<Meaning, 13> kMeanings{{
     {"Feather", 11, "Width of the sweep's ragged edge in pixels: 0 is a clean cut", "pixels"},
     {"Direction", 12, "Where the linear sweep goes, in degrees: 0 right, 90 down, 180 left"},
     {"Use Alpha", 15, "Removed cells leave a transparent hole if on, else the picture shows"},
+    {"Renderer", 1000, "What draws: OpenGL, or Software, which is the same on every machine"},
 }};
 
 static_assert(std::ranges::all_of(kMeanings, [](const Meaning& meaning) {

@@ -34,20 +34,21 @@ class PresetReader {
 public:
     explicit PresetReader(const std::vector<Parameter>& parameters) : mParameters(parameters) {}
 
-    ParameterSettings read(std::string_view text) {
+    Preset read(std::string_view text) {
         const Json preset = parse(text);
-        checkEntries(preset, "", {"effect", "parameters"});
+        checkEntries(preset, "", {"effect", "renderer", "parameters"});
         const auto list = preset.find("parameters");
         if (list == preset.end() || !list->is_array()) {
             throw Error("has no list of \"parameters\"");
         }
+        readRenderer(preset);
         for (std::size_t index = 0; index < list->size(); ++index) {
             readParameter((*list)[index], fmt::format("parameters[{}]", index));
         }
         if (!mProblems.empty()) {
             throw Error(fmt::format("{}", fmt::join(mProblems, "; ")));
         }
-        return std::move(mSettings);
+        return std::move(mRead);
     }
 
 private:
@@ -83,6 +84,19 @@ private:
                                                    : 0);
     }
 
+    void readRenderer(const Json& preset) {
+        const auto entry = preset.find("renderer");
+        if (entry == preset.end()) {
+            return;
+        }
+        try {
+            mRead.renderer =
+                ParseRenderer(entry->is_string() ? entry->get<std::string>() : entry->dump());
+        } catch (const Error& error) {
+            complain("renderer", error.what());
+        }
+    }
+
     void readParameter(const Json& entry, const std::string& place) {
         if (!entry.is_object()) {
             return complain(place, "is no JSON object");
@@ -98,7 +112,7 @@ private:
         }
         try {
             const std::string text = value->is_string() ? value->get<std::string>() : value->dump();
-            if (!mSettings.emplace(parameter->id(), ParseKeyframes(*parameter, text)).second) {
+            if (!mRead.settings.emplace(parameter->id(), ParseKeyframes(*parameter, text)).second) {
                 complain(place, fmt::format("sets {} again", parameter->displayName()));
             }
         } catch (const Error& error) {
@@ -156,31 +170,35 @@ private:
     }
 
     const std::vector<Parameter>& mParameters;
-    ParameterSettings mSettings;
+    Preset mRead;
     std::vector<std::string> mProblems;
 };
 
 } // namespace
 
 std::string FormatPreset(const std::vector<Parameter>& parameters, A_u_long version,
-                         const ParameterSettings& settings) {
+                         const Preset& preset) {
     Json list = Json::array();
     for (const Parameter& parameter : parameters) {
         if (!parameter.hasValue()) {
             continue;
         }
-        const auto set = settings.find(parameter.id());
+        const auto set = preset.settings.find(parameter.id());
         const Keyframes keyframes =
-            set != settings.end() ? set->second : Keyframes(parameter.defaultValue);
+            set != preset.settings.end() ? set->second : Keyframes(parameter.defaultValue);
         list.push_back({{"name", parameter.displayName()},
                         {"id", parameter.id()},
                         {"value", JsonValue(parameter, keyframes)}});
     }
-    const Json preset{{"effect", {{"version", VersionText(version)}}}, {"parameters", list}};
-    return JsonText(preset);
+    Json text{{"effect", {{"version", VersionText(version)}}}};
+    if (preset.renderer) {
+        text["renderer"] = NameOf(*preset.renderer);
+    }
+    text["parameters"] = std::move(list);
+    return JsonText(text);
 }
 
-ParameterSettings ParsePreset(const std::vector<Parameter>& parameters, std::string_view json) {
+Preset ParsePreset(const std::vector<Parameter>& parameters, std::string_view json) {
     return PresetReader(parameters).read(json);
 }
 

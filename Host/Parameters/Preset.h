@@ -2,26 +2,34 @@
 
 #include "Host/Parameters/Parameter.h"
 #include "Host/Parameters/ParameterSettings.h"
+#include "Host/Parameters/Renderer.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace Kerovane::Host {
 
+/// What a preset sets.
+struct Preset {
+    ParameterSettings settings;
+    std::optional<Renderer> renderer;
+};
+
 /**
  * All of an effect's parameters as JSON, those that are not set with their defaults. `version` is
  * the effect's, as it packed it. Keys over time have the form that ParseKeyframes reads.
  */
 std::string FormatPreset(const std::vector<Parameter>& parameters, A_u_long version,
-                         const ParameterSettings& settings);
+                         const Preset& preset);
 
 /**
- * What a preset sets. A parameter is found by its disk id, which must fit its name where both are
- * given, or by its name alone; values may be JSON's or text as on the command line. Throws Error
- * where it isn't well formed or sets what can't be set; the text names each such entry with its
- * place: "parameters[2].value takes a whole number from 2 to 3000, not '1'".
+ * Reads what a preset sets. A parameter is found by its disk id, which must fit its name where both
+ * are given, or by its name alone; values may be JSON's or text as on the command line. Throws
+ * Error where it isn't well formed or sets what can't be set; the text names each such entry with
+ * its place: "parameters[2].value takes a whole number from 2 to 3000, not '1'".
  */
-ParameterSettings ParsePreset(const std::vector<Parameter>& parameters, std::string_view json);
+Preset ParsePreset(const std::vector<Parameter>& parameters, std::string_view json);
 
 } // namespace Kerovane::Host

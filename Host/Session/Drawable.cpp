@@ -14,24 +14,41 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// On a thread of its own: asking makes a context current, and none afterwards.
-std::optional<Platform::OpenGLDescription> Driver() {
-    return std::async(std::launch::async, Platform::DescribeOpenGL).get();
+/// Asked on a thread of its own, as that makes a context current, and none afterwards.
+const std::optional<Platform::OpenGLDescription>& Driver() {
+    static const std::optional<Platform::OpenGLDescription> kDriver =
+        std::async(std::launch::async, Platform::DescribeOpenGL).get();
+    return kDriver;
 }
 
 } // namespace
 
 void CheckDrawable(std::ptrdiff_t width, std::ptrdiff_t height) {
-    if (const std::optional<std::string> problem = Platform::OpenGLProblem()) {
+    if (const std::optional<std::string> problem = OpenGLProblem()) {
         throw Error(fmt::format("cannot render: {}", *problem));
     }
-    static const std::optional<Platform::OpenGLDescription> kDriver = Driver();
     const std::ptrdiff_t side = std::max(width, height);
-    if (kDriver && side > kDriver->largestSide) {
+    if (Driver() && side > Driver()->largestSide) {
         throw Error(fmt::format("cannot render: OpenGL here draws up to {} pixels a side, and the "
-                                "picture has {}",
-                                kDriver->largestSide, side));
+                                "picture has {}; the software renderer draws it",
+                                Driver()->largestSide, side));
     }
+}
+
+std::optional<std::string> OpenGLProblem() {
+    return Platform::OpenGLProblem();
+}
+
+std::optional<std::string> SoftwareRasteriser() {
+    if (Driver()) {
+        const std::string& renderer = Driver()->renderer;
+        for (const char* const name : {"llvmpipe", "softpipe"}) {
+            if (renderer.starts_with(name)) {
+                return name;
+            }
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace Kerovane::Host

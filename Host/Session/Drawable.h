@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <string>
 
 namespace Kerovane::Host {
 
@@ -10,5 +12,11 @@ namespace Kerovane::Host {
  * the calling thread has current stays so.
  */
 void CheckDrawable(std::ptrdiff_t width, std::ptrdiff_t height);
+
+/// Why OpenGL draws nothing on this machine, as a clause. Costs as CheckDrawable does.
+std::optional<std::string> OpenGLProblem();
+
+/// What OpenGL is drawn by, if that is the processor. Costs as CheckDrawable does.
+std::optional<std::string> SoftwareRasteriser();
 
 } // namespace Kerovane::Host

@@ -91,7 +91,7 @@ void Render(FrameJob& job, const ShotDrawing& drawing) {
     drawing.renderer.render({.time = drawing.rate.timeOf(job.frame.number),
                              .timeStep = drawing.rate.timeStep(),
                              .downsample = drawing.downsample},
-                            drawing.values, ViewOf(input), ViewOf(output));
+                            drawing.values, ViewOf(input), ViewOf(output), drawing.with);
     job.input.reset();
 }
 

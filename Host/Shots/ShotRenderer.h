@@ -44,6 +44,7 @@ struct ShotSetting {
 /// What the frames are drawn with.
 struct ShotDrawing {
     FrameRenderer& renderer;
+    Renderer with = Renderer::OpenGL;
     ParameterValues values;
     FrameRate rate;
     A_long downsample = 1;

@@ -32,6 +32,7 @@ TEST(Controls, AreMadeFromWhatTheEffectDeclares) {
         {"Feather", F0R_PARAM_DOUBLE, 0.5, "; 0 to 500 pixels: pixels / 500, default 250"},
         {"Direction", F0R_PARAM_DOUBLE, 0, "; 0 to 360 degrees: degrees / 360, default 0"},
         {"Use Alpha", F0R_PARAM_BOOL, 1, "hole if on, else the picture shows"},
+        {"Renderer", F0R_PARAM_DOUBLE, 0, "; 0 As configured, 0.5 OpenGL, 1 Software"},
     };
     const Frei0rHost host;
     ASSERT_EQ(host.info().num_params, static_cast<int>(std::size(kRows)));

@@ -148,25 +148,38 @@ TEST_F(Ffmpeg, WritesAnUndisturbedVideoToStandardOutput) {
     EXPECT_EQ(mFolder.contentOf("out").size(), std::size_t{4} * kWidth * kHeight);
 }
 
-TEST_F(Ffmpeg, PassesFramesOnWhereTheEffectCannotDraw) {
+TEST_F(Ffmpeg, PassesFramesOnWhereThereIsNoEffect) {
     std::filesystem::create_directory(mFolder / "alone");
     std::filesystem::copy(FREI0R_FOLDER "/tesselune.so", mFolder / "alone");
+    run("FREI0R_PATH=alone $FFMPEG -i in_%d.png -vf 'frei0r=tesselune:0|0.5' out_%d.png");
+    EXPECT_NE(complaints().find("cannot load the effect"), std::string::npos) << complaints();
+    EXPECT_EQ(Difference(picture("out_5.png"), picture("in_5.png")), 0);
+}
+
+TEST_F(Ffmpeg, DrawsByTheRendererThatIsChosenOrLeft) {
     struct Row {
         const char* environment;
-        const char* complaints;
+        const char* renderer;
+        const char* complaint;
     };
     constexpr Row kRows[] = {
-        {"__EGL_VENDOR_LIBRARY_FILENAMES=/nowhere",
-         "tesselune: frames pass unchanged: cannot render: No OpenGL driver could be initialised "
-         "through EGL.\n"},
-        {"FREI0R_PATH=alone", "cannot load the effect"},
+        {"TESSELUNE_RENDERER=software", "0", ""},
+        {"", "1", ""},
+        {"__EGL_VENDOR_LIBRARY_FILENAMES=/nowhere", "0",
+         "tesselune: OpenGL cannot be used, and the software renderer draws: No OpenGL driver "
+         "could "
+         "be initialised through EGL.\n"},
     };
+    std::vector<RawPicture> drawn;
     for (const Row& row : kRows) {
-        run(fmt::format("{} $FFMPEG -i in_%d.png -vf 'frei0r=tesselune:0|0.5' out_%d.png",
-                        row.environment));
-        EXPECT_NE(complaints().find(row.complaints), std::string::npos) << complaints();
-        EXPECT_EQ(Difference(picture("out_5.png"), picture("in_5.png")), 0) << row.environment;
+        run(fmt::format("{} $FFMPEG -i in_1.png -vf "
+                        "'frei0r=tesselune:0|0.02|0.1|0|0|0|0.5|0|0|0|0|0|y|{}' out_1.png",
+                        row.environment, row.renderer));
+        EXPECT_EQ(complaints(), row.complaint);
+        drawn.push_back(picture("out_1.png"));
+        EXPECT_EQ(Difference(drawn.back(), drawn.front()), 0) << row.renderer;
     }
+    EXPECT_GT(Difference(drawn.front(), picture("in_1.png")), 0);
 }
 
 class Melt : public Hosts {

@@ -17,7 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kParametersOfFakeEffect = 6;
+constexpr int kParametersOfFakeEffect = 7; // with the renderer
 
 /// An installation whose effect writes down the commands that it gets.
 class Loading : public testing::Test {

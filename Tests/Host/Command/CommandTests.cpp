@@ -105,6 +105,45 @@ TEST_F(Command, RefusesToRenderWithoutOpenGL) {
     EXPECT_NE(about.output.find("OpenGL: none."), std::string::npos) << about.output;
 }
 
+TEST_F(Command, DrawsByTheRendererThatIsChosenOrLeft) {
+    RawPicture::of({1, 0.5F, 0, 1}, TypeDesc::UINT8, 3, 64, 48).write(mFolder / "in.png");
+    const Words noDriver{"__EGL_VENDOR_LIBRARY_FILENAMES=/nowhere"};
+    const Words software{"TESSELUNE_RENDERER=software"};
+    struct Row {
+        Words options;
+        Words environment;
+        int lines; ///< on standard error
+    };
+    const Row rows[] = {
+        {{"--renderer", "software", "--save-preset", "p.json", "--json-log", "log"}, {}, 0},
+        {{"--preset", "p.json"}, {}, 0},
+        {{"--render-threads", "3"}, software, 0},
+        {{}, noDriver, 1},
+    };
+    std::vector<float> first;
+    for (const Row& row : rows) {
+        Words line{"render", "in.png", "out.png", "--dissolve", "50", "--size", "3"};
+        line.insert(line.end(), row.options.begin(), row.options.end());
+        const Outcome outcome = run(line, row.environment);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(std::ranges::count(outcome.error, '\n'), row.lines) << outcome.error;
+        const RawPicture drawn = RawPicture::read(mFolder / "out.png");
+        first = first.empty() ? drawn.values : first;
+        EXPECT_EQ(drawn.values, first);
+    }
+    EXPECT_NE(mFolder.contentOf("log").find(R"("renderer":"software")"), std::string::npos);
+    std::filesystem::remove(mFolder / "out.png");
+    const Words line{"render", "in.png", "out.png"};
+    ExpectOneLine(runFake(line, "", software), "the software renderer draws the installed effect");
+    ExpectOneLine(run(line, {"TESSELUNE_RENDERER=fast"}),
+                  "TESSELUNE_RENDERER takes opengl or software, not 'fast'");
+    ExpectOneLine(run({"render", "in.png", "out.png", "--renderer", "opengl"}, noDriver),
+                  "cannot render: No OpenGL driver");
+    EXPECT_FALSE(std::filesystem::exists(mFolder / "out.png"));
+    EXPECT_NE(run(line, {"TESSELUNE_RENDERER="}).error.find("'software' is many times faster"),
+              std::string::npos);
+}
+
 TEST_F(Command, KeepsTheEffectsReportOutOfItsOutput) {
     const Outcome quiet = runFake({"about"}, "");
     const Outcome chatty = runFake({"about"}, "chatty");

@@ -29,9 +29,11 @@ TEST(Preset, KeepsEverythingThatIsSet) {
         {3, ParseKeyframes(parameters[2], "1001:0:smooth 1050:33.300000000000004")},
         {5, Keyframes(3)},
         {6, Keyframes(0)}};
-    const std::string preset =
-        FormatPreset(parameters, PF_VERSION(1, 2, 3, PF_Stage_RELEASE, 4), settings);
-    EXPECT_EQ(ParsePreset(parameters, preset), settings);
+    const std::string preset = FormatPreset(parameters, PF_VERSION(1, 2, 3, PF_Stage_RELEASE, 4),
+                                            {.settings = settings, .renderer = Renderer::Software});
+    const Preset read = ParsePreset(parameters, preset);
+    EXPECT_EQ(read.settings, settings);
+    EXPECT_EQ(read.renderer, Renderer::Software);
     EXPECT_NE(preset.find(R"("version": "1.2.3")"), std::string::npos) << preset;
     EXPECT_NE(preset.find(R"("value": "radial-out")"), std::string::npos) << preset;
     EXPECT_NE(preset.find(R"("value": false)"), std::string::npos) << preset;
@@ -39,15 +41,17 @@ TEST(Preset, KeepsEverythingThatIsSet) {
 
 TEST(Preset, KeepsDefaultsToo) {
     const std::vector<Parameter> parameters = Parameters();
-    const ParameterSettings settings = ParsePreset(parameters, FormatPreset(parameters, 0, {}));
-    EXPECT_EQ(settings.size(), 4U);
-    EXPECT_EQ(settings.at(2).at(0), 10);
+    const Preset preset = ParsePreset(parameters, FormatPreset(parameters, 0, {}));
+    EXPECT_EQ(preset.settings.size(), 4U);
+    EXPECT_EQ(preset.settings.at(2).at(0), 10);
+    EXPECT_EQ(preset.renderer, std::nullopt);
 }
 
 TEST(Preset, FindsParametersByIdOrByName) {
     const auto settings = ParsePreset(Parameters(), R"({"parameters": [
         {"id": 2, "value": 7}, {"name": "Dissolve", "value": "50"},
-        {"name": "Use Alpha", "id": 6, "value": false}]})");
+        {"name": "Use Alpha", "id": 6, "value": false}]})")
+                              .settings;
     EXPECT_EQ(settings.at(2).at(0), 7);
     EXPECT_EQ(settings.at(3).at(0), 50);
     EXPECT_EQ(settings.at(6).at(0), 0);
@@ -67,6 +71,8 @@ TEST(Preset, NamesWhatIsWrongAndWhere) {
         {"{}", "has no list of \"parameters\""},
         {R"({"parametres": [], "parameters": []})",
          "parametres is unknown; did you mean parameters?"},
+        {R"({"renderer": "softwear", "parameters": []})",
+         "renderer takes opengl or software, not 'softwear'; did you mean software?"},
         {R"({"parameters": [3]})", "parameters[0] is no JSON object"},
         {R"({"parameters": [{"id": 2, "valeu": 3, "value": 3}]})",
          "parameters[0].valeu is unknown; did you mean value?"},

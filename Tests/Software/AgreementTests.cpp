@@ -1,0 +1,130 @@
+#include "Host/Frames/FrameRenderer.h"
+#include "Host/Session/World.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <string>
+#include <utility>
+#include <vector>
+
+// The software renderer's pictures beside those of the effect.
+
+namespace Kerovane::Host {
+namespace {
+
+using Values = std::vector<std::pair<const char*, double>>; ///< by the parameters' names
+
+/// Smooth and with edges, opaque on the left and softer towards the right.
+World SomePicture(A_long width, A_long height) {
+    World world(Depth::Bits8, width, height);
+    for (A_long y = 0; y < height; ++y) {
+        for (A_long x = 0; x < width; ++x) {
+            const auto wave = [](double phase) {
+                return static_cast<A_u_char>(std::lround(127.5 + 127.5 * std::sin(phase)));
+            };
+            const double alpha = std::clamp(1.6 - 1.6 * x / width, 0.0, 1.0);
+            world.row<PF_Pixel8>(y)[static_cast<std::size_t>(x)] = {
+                .alpha = static_cast<A_u_char>(std::lround(255 * alpha)),
+                .red = wave(x * 0.05 + y * 0.02),
+                .green = wave((x / 37 + y / 23) % 2 * 2.5),
+                .blue = wave(y * 0.04 - x * 0.01)};
+        }
+    }
+    return world;
+}
+
+class Agreement : public testing::Test {
+protected:
+    World drawn(Renderer with, const Values& values, A_long downsample = 1) {
+        ParameterValues set;
+        for (const auto& [name, value] : values) {
+            const Parameter* parameter = FindParameter(mRenderer.parameters(), std::string(name));
+            EXPECT_NE(parameter, nullptr) << name;
+            set.set(parameter->id(), value);
+        }
+        World out(Depth::Bits8, mPicture.width(), mPicture.height());
+        mRenderer.render({.time = {}, .downsample = downsample}, set,
+                         ViewOf(std::as_const(mPicture)), ViewOf(out), with);
+        return out;
+    }
+
+    /// The share of pixels that differ by more than `levels` in a channel.
+    static double differing(const World& one, const World& other, int levels) {
+        std::size_t count = 0;
+        for (A_long y = 0; y < one.height(); ++y) {
+            const auto row = one.row<PF_Pixel8>(y);
+            const auto otherRow = other.row<PF_Pixel8>(y);
+            for (std::size_t x = 0; x < row.size(); ++x) {
+                const auto far = [levels](int a, int b) { return std::abs(a - b) > levels; };
+                count += far(row[x].alpha, otherRow[x].alpha) || far(row[x].red, otherRow[x].red) ||
+                         far(row[x].green, otherRow[x].green) || far(row[x].blue, otherRow[x].blue);
+            }
+        }
+        return static_cast<double>(count) / (static_cast<double>(one.width()) * one.height());
+    }
+
+    FrameRenderer mRenderer{TESSELUNE_MODULE};
+    World mPicture = SomePicture(631, 401);
+};
+
+TEST_F(Agreement, OfEveryPixelThatNoRandomNumberDecides) {
+    const Values kForms[] = {{{"Shape Type", 1}, {"Size", 10}},
+                             {{"Shape Type", 1}, {"Size", 7}, {"Ratio", 1.7}},
+                             {{"Shape Type", 1}, {"Size", 2}, {"Ratio", 0.3}},
+                             {{"Shape Type", 1}, {"Size", 500}},
+                             {{"Shape Type", 2}, {"Size", 24}},
+                             {{"Shape Type", 2}, {"Size", 9}, {"Ratio", 0.6}},
+                             {{"Shape Type", 2}, {"Size", 5}, {"Ratio", 3.1}}};
+    const Values kSweeps[] = {{},
+                              {{"Transition Progress", 37}, {"Direction", 33}},
+                              {{"Transition Progress", 61}, {"Direction", 200}},
+                              {{"Transition Progress", 50}, {"Transition Type", 2}},
+                              {{"Transition Progress", 50}, {"Transition Type", 3}}};
+    for (const Values& form : kForms) {
+        for (const Values& sweep : kSweeps) {
+            for (const double useAlpha : {0, 1}) {
+                for (const A_long downsample : {1, 3}) {
+                    Values values{{"Size Random", 0}, {"Feather", 0}, {"Use Alpha", useAlpha}};
+                    values.insert(values.end(), form.begin(), form.end());
+                    values.insert(values.end(), sweep.begin(), sweep.end());
+                    const World effect = drawn(Renderer::OpenGL, values, downsample);
+                    const World software = drawn(Renderer::Software, values, downsample);
+                    EXPECT_LE(differing(effect, software, 1), 0.001)
+                        << testing::PrintToString(values) << " / " << downsample;
+                }
+            }
+        }
+    }
+}
+
+/// Each cell is a throw of the dice; the bounds are four standard deviations of their mean.
+TEST_F(Agreement, OfTheSharesThatRandomNumbersDecide) {
+    struct Row {
+        Values values;
+        double cells; ///< that decide on their own
+    };
+    const Row kRows[] = {
+        {{{"Dissolve", 30}, {"Size", 10}, {"Size Random", 0}}, 64.0 * 41},
+        {{{"Dissolve", 80}, {"Size", 6}, {"Size Random", 0}, {"Shape Type", 2}}, 106.0 * 67 * 2},
+        {{{"Transition Progress", 50}, {"Feather", 300}, {"Size", 8}, {"Size Random", 0}},
+         79.0 * 51},
+        {{{"Size Random", 40}, {"Size", 4}, {"Size Level", 2}}, 40.0 * 26},
+        {{{"Size Random", 100}, {"Size", 3}, {"Size Level", 1}, {"Shape Type", 2}}, 106.0 * 67}};
+    for (const Row& row : kRows) {
+        Values plain = row.values;
+        plain.insert(plain.end(),
+                     {{"Dissolve", 0}, {"Transition Progress", 0}, {"Size Random", 0}});
+        const auto changed = [&](Renderer with) {
+            return differing(drawn(with, row.values), drawn(with, plain), 0);
+        };
+        const double bound = 4 * std::sqrt(2 * 0.25 / row.cells);
+        EXPECT_NEAR(changed(Renderer::Software), changed(Renderer::OpenGL), bound)
+            << testing::PrintToString(row.values);
+    }
+}
+
+} // namespace
+} // namespace Kerovane::Host
