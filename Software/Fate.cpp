@@ -71,7 +71,7 @@ template <Transition kTransition, bool kRagged, bool kRandom>
 bool Fate::isLeft(Location point) const {
     point.x = std::min(std::max(point.x, 1.0F), mRight);
     point.y = std::min(std::max(point.y, 1.0F), mBottom);
-    const float random = kRandom ? mRandom.at(point.x, point.y) : 0;
+    const float random = kRandom ? mRandom.atNear(point.x, point.y) : 0;
     const bool isDissolved = kRandom && random < mDissolved;
 
     constexpr bool kInward = kTransition == Transition::RadialIn;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Software/FillRun.h"
 #include "Software/Scene.h"
 
 #include <cmath>
@@ -21,7 +22,12 @@ public:
             }
             mCells.paint(mScene.fate, mScene.painter);
             for (std::ptrdiff_t x = 0; x < mScene.out.width; ++x) {
-                mScene.fill(mCells[static_cast<std::size_t>(x)], y, x, x + 1);
+                const auto cell = static_cast<std::size_t>(x);
+                FillRun(mScene.out.row(y), x, x + 1, mScene.out.width, mCells.pixel(cell));
+            }
+            for (std::ptrdiff_t x = 0; mCells.anyShows() && x < mScene.out.width; ++x) {
+                const auto cell = static_cast<std::size_t>(x);
+                mCells.drawShowing(cell, mScene.painter, mScene.out, y, x, x + 1);
             }
         }
     }

@@ -1,24 +1,12 @@
 #pragma once
 
-#include "Software/CellGrid.h"
-#include "Software/Fate.h"
 #include "Software/Rgba.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <span>
-#include <vector>
 
 namespace Kerovane::Software {
-
-/// What a cell looks like.
-template <typename Channel>
-struct Paint {
-    Pixel<Channel> pixel{}; ///< of the whole cell, unless the picture shows through
-    bool showsPicture = false;
-    Rgba colour{}; ///< that the picture shows through
-};
 
 /// Between which pixels of a line a place lies, and the share of the second. A place outside of the
 /// line lies between the outermost pixel and itself.
@@ -58,16 +46,28 @@ public:
           mWidth(static_cast<float>(in.width)),
           mHeight(static_cast<float>(in.height)) {}
 
-    /// Of a cell that reads its colour between these pixels; of the hole that it leaves, if it has
-    /// gone.
-    Paint<Channel> paint(const Between& x, const Between& y, bool isLeft) const;
-
     Between columnsAround(float x) const { return PixelsAround(x, mWidth); }
     Between rowsAround(float y) const { return PixelsAround(y, mHeight); }
 
-    /// The pixel at `x`, `y` of a cell that shows the picture.
-    Pixel<Channel> pixel(const Paint<Channel>& paint, std::ptrdiff_t x, std::ptrdiff_t y) const {
-        return finished(Mixed(mIn.fromMemoryOrder(texel(x, y)), paint.colour));
+    /// The picture's colour between these pixels, as a texture is read with a linear filter.
+    Rgba colour(const Between& x, const Between& y) const {
+        return mIn.fromMemoryOrder((1 - x.share) * (1 - y.share) * texel(x.first, y.first) +
+                                   x.share * (1 - y.share) * texel(x.second, y.first) +
+                                   (1 - x.share) * y.share * texel(x.first, y.second) +
+                                   x.share * y.share * texel(x.second, y.second));
+    }
+
+    /// Whether the picture shows through cells of that colour.
+    bool isShowing(Rgba cell) const { return !mUseAlpha && cell[kAlpha] != 1; }
+
+    /// Of a cell through which nothing shows.
+    Pixel<Channel> pixel(Rgba cell) const {
+        return finished(cell[kAlpha] == 1 ? cell : Mixed(Rgba{}, cell));
+    }
+
+    /// At `x`, `y` of a cell through which the picture shows.
+    Pixel<Channel> pixel(Rgba cell, std::ptrdiff_t x, std::ptrdiff_t y) const {
+        return finished(Mixed(mIn.fromMemoryOrder(texel(x, y)), cell));
     }
 
 private:
@@ -81,15 +81,7 @@ private:
         return mIn.inMemoryOrder(mPicture.row(y) + x * kBytes);
     }
 
-    /// As a texture is read with a linear filter.
-    Rgba filtered(const Between& x, const Between& y) const {
-        return mIn.fromMemoryOrder((1 - x.share) * (1 - y.share) * texel(x.first, y.first) +
-                                   x.share * (1 - y.share) * texel(x.second, y.first) +
-                                   (1 - x.share) * y.share * texel(x.first, y.second) +
-                                   x.share * y.share * texel(x.second, y.second));
-    }
-
-    Pixel<Channel> finished(Rgba colour) const;
+    [[gnu::always_inline]] Pixel<Channel> finished(Rgba colour) const;
 
     Host::ConstPixelView mPicture;
     PixelForm<Channel> mIn;
@@ -100,22 +92,7 @@ private:
 };
 
 template <typename Channel>
-Paint<Channel> Painter<Channel>::paint(const Between& x, const Between& y, bool isLeft) const {
-    Paint<Channel> paint;
-    const Rgba colour = isLeft ? filtered(x, y) : Rgba{};
-    if (mUseAlpha) {
-        paint.pixel = finished(Mixed(Rgba{}, colour));
-    } else if (colour[kAlpha] == 1) {
-        paint.pixel = finished(colour);
-    } else {
-        paint.showsPicture = true;
-        paint.colour = colour;
-    }
-    return paint;
-}
-
-template <typename Channel>
-Pixel<Channel> Painter<Channel>::finished(Rgba colour) const {
+inline Pixel<Channel> Painter<Channel>::finished(Rgba colour) const {
     const float alpha = colour[kAlpha];
     if (alpha == 1) {
         return mOut.pixel(colour);
@@ -134,41 +111,5 @@ Pixel<Channel> Painter<Channel>::finished(Rgba colour) const {
     straight[kAlpha] = kept;
     return mOut.pixel(straight);
 }
-
-/// Cells, painted together.
-template <typename Channel>
-class PaintedCells {
-public:
-    void clear() { mPoints.clear(); }
-    void add(Location point) { mPoints.push_back(point); }
-
-    /// To be called when all cells are there, and before any is read.
-    void paint(const Fate& fate, const Painter<Channel>& painter) {
-        const std::size_t count = mPoints.size();
-        mLeft.resize(count);
-        mX.resize(count);
-        mY.resize(count);
-        mPaints.resize(count);
-        fate.decide(mPoints, mLeft);
-        for (std::size_t cell = 0; cell < count; ++cell) {
-            mX[cell] = painter.columnsAround(mPoints[cell].x);
-        }
-        for (std::size_t cell = 0; cell < count; ++cell) {
-            mY[cell] = painter.rowsAround(mPoints[cell].y);
-        }
-        for (std::size_t cell = 0; cell < count; ++cell) {
-            mPaints[cell] = painter.paint(mX[cell], mY[cell], mLeft[cell] != 0);
-        }
-    }
-
-    const Paint<Channel>& operator[](std::size_t cell) const { return mPaints[cell]; }
-
-private:
-    std::vector<Location> mPoints;
-    std::vector<std::int32_t> mLeft;
-    std::vector<Between> mX;
-    std::vector<Between> mY;
-    std::vector<Paint<Channel>> mPaints;
-};
 
 } // namespace Kerovane::Software

@@ -25,12 +25,21 @@ public:
     RandomSource(float step, std::int32_t seed)
         : mOffset(0.07F * Fraction(std::fmod(step * static_cast<float>(seed), 1.0F))) {}
 
-    float at(float x, float y) const {
-        const float angle = (x + mOffset) * 12.9898F + (y + mOffset) * 78.233F;
-        return Fraction(static_cast<float>(Sine(static_cast<double>(angle))) * 43758.5453F);
-    }
+    float at(float x, float y) const { return hash(Sine(angle(x, y))); }
+
+    /// The same of places that are near, which loops are made of vectors for.
+    float atNear(float x, float y) const { return hash(SineOfNear(angle(x, y))); }
+
+    /// Whether all places from 0, 0 to here are near.
+    bool isNear(float x, float y) const { return angle(x, y) < kFarAngle; }
 
 private:
+    double angle(float x, float y) const {
+        return static_cast<double>((x + mOffset) * 12.9898F + (y + mOffset) * 78.233F);
+    }
+
+    static float hash(double sine) { return Fraction(static_cast<float>(sine) * 43758.5453F); }
+
     float mOffset;
 };
 

@@ -10,16 +10,15 @@ namespace Kerovane::Software {
 static_assert(std::numeric_limits<double>::is_iec559 && FLT_EVAL_METHOD == 0,
               "every operation has to round to its own type");
 
+/// From here on angles are far: Sine knows them, and SineOfNear does not.
+constexpr double kFarAngle = 0x1p32;
+
 /**
  * The sine of an angle in radians, within 1e-13. Built from operations that IEEE 754 rounds alike
  * everywhere, in a fixed order, so that it has the same bits on every machine; a math library's or
- * a driver's has not. Beyond 2^32 radians the angle is first reduced by the double nearest to 2 pi.
+ * a driver's has not. Loops over it become vectors.
  */
-inline double Sine(double radians) {
-    constexpr double kFar = 0x1p32;
-    if (!(std::abs(radians) < kFar)) {
-        radians = std::fmod(radians, 2 * std::numbers::pi); // exact by definition
-    }
+inline double SineOfNear(double radians) {
     // Adding and subtracting 1.5 * 2^52 rounds to a whole number.
     constexpr double kRounder = 0x1.8p52;
     const double halfTurns = (radians * (1 / std::numbers::pi) + kRounder) - kRounder;
@@ -41,6 +40,12 @@ inline double Sine(double radians) {
     series = series * square + 1.0 / 120;
     series = series * square - 1.0 / 6;
     return sign * (angle + angle * square * series);
+}
+
+/// The same of any angle. A far one is reduced by the double nearest to 2 pi first.
+inline double Sine(double radians) {
+    const bool isFar = !(std::abs(radians) < kFarAngle);
+    return SineOfNear(isFar ? std::fmod(radians, 2 * std::numbers::pi) : radians); // fmod is exact
 }
 
 /// As Sine. For angles of some turns: it adds a quarter of one.

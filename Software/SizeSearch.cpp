@@ -27,21 +27,38 @@ float SizeSearch::random(int rung, float column, float row) const {
     return mSource.at(column * scale, row * scale);
 }
 
-bool SizeSearch::isSearched(float topColumn, float topRow) const {
-    return random(mRungs, topColumn, topRow) < mLimit;
+template <typename Decide>
+void SizeSearch::forRow(int rung, float row, std::span<std::int32_t> decided, Decide decide) const {
+    const float scale = kScales[static_cast<std::size_t>(rung)];
+    const float y = row * scale;
+    if (mSource.isNear(static_cast<float>(decided.size()) * scale, y)) {
+        for (std::size_t column = 0; column < decided.size(); ++column) {
+            const auto x = static_cast<float>(static_cast<std::int32_t>(column));
+            decided[column] = decide(mSource.atNear(x * scale, y)) ? 1 : 0;
+        }
+    } else {
+        for (std::size_t column = 0; column < decided.size(); ++column) {
+            decided[column] = decide(mSource.at(static_cast<float>(column) * scale, y)) ? 1 : 0;
+        }
+    }
 }
 
-bool SizeSearch::staysWhole(int rung, float column, float row) const {
-    return random(rung, column, row) >= 0.5F;
+void SizeSearch::decideRow(int rung, float row, std::span<std::int32_t> whole) const {
+    forRow(rung, row, whole, [](float random) { return staysWhole(random); });
+}
+
+void SizeSearch::searchRow(float row, std::span<std::int32_t> searched) const {
+    forRow(mRungs, row, searched, [this](float random) { return isSearched(random); });
 }
 
 int SizeSearch::rungAt(float column, float row) const {
     const auto of = [](float index, int rung) { return std::floor(std::ldexp(index, -rung)); };
     int rung = mRungs;
-    if (rung == 0 || !isSearched(of(column, rung), of(row, rung))) {
+    const auto randomOn = [&](int on) { return random(on, of(column, on), of(row, on)); };
+    if (rung == 0 || !isSearched(randomOn(rung))) {
         return 0;
     }
-    while (rung > 0 && !staysWhole(rung, of(column, rung), of(row, rung))) {
+    while (rung > 0 && !staysWhole(randomOn(rung))) {
         --rung;
     }
     return rung;
@@ -64,15 +81,9 @@ void SearchedRow::moveTo(int row) {
             continue;
         }
         keptRow = rungRow;
-        for (std::size_t column = 0; column < whole.size(); ++column) {
-            whole[column] =
-                mSearch.staysWhole(rung, static_cast<float>(column), static_cast<float>(rungRow));
-        }
+        mSearch.decideRow(rung, static_cast<float>(rungRow), whole);
         if (rung == mSearch.rungs()) {
-            for (std::size_t column = 0; column < mSearched.size(); ++column) {
-                mSearched[column] =
-                    mSearch.isSearched(static_cast<float>(column), static_cast<float>(rungRow));
-            }
+            mSearch.searchRow(static_cast<float>(rungRow), mSearched);
         }
     }
 }

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace Kerovane::Software {
@@ -22,14 +23,22 @@ public:
 
     int rungs() const { return mRungs; }
 
-    bool isSearched(float topColumn, float topRow) const;
-    bool staysWhole(int rung, float column, float row) const;
+    /// Of the first rectangles of a row on some rung, as many as there is room for: whether they
+    /// stay whole, and whether they are searched if that is the top rung.
+    void decideRow(int rung, float row, std::span<std::int32_t> whole) const;
+    void searchRow(float row, std::span<std::int32_t> searched) const;
 
     /// The rung of the cell that a normal rectangle lies in.
     int rungAt(float column, float row) const;
 
 private:
+    bool isSearched(float random) const { return random < mLimit; }
+    static bool staysWhole(float random) { return random >= 0.5F; }
+
     float random(int rung, float column, float row) const;
+
+    template <typename Decide>
+    void forRow(int rung, float row, std::span<std::int32_t> decided, Decide decide) const;
 
     int mRungs;
     float mLimit;
@@ -54,12 +63,12 @@ public:
 private:
     struct Rung {
         int row = -1;
-        std::vector<std::uint8_t> whole; ///< by column of the rung
+        std::vector<std::int32_t> whole; ///< by column of the rung
     };
 
     const SizeSearch& mSearch;
     std::vector<Rung> mRungs;            ///< above the normal size, the lowest first
-    std::vector<std::uint8_t> mSearched; ///< by column of the top rung
+    std::vector<std::int32_t> mSearched; ///< by column of the top rung
 };
 
 } // namespace Kerovane::Software

@@ -1,14 +1,16 @@
 #pragma once
 
+#include "Software/FillRun.h"
 #include "Software/Scene.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstring>
 #include <vector>
 
 namespace Kerovane::Software {
 
-/** Draws square cells: the first row of a band cell by cell, the others as copies of it. */
+/** Draws square cells: a row of a band cell by cell, and all of its rows as copies of it. */
 template <typename Channel>
 class Squares {
 public:
@@ -24,18 +26,20 @@ public:
 
     void draw(int band) {
         decide(band);
+        const Host::PixelView& out = mScene.out;
         const std::ptrdiff_t top = mScene.grid.rowEdge(band);
-        const std::ptrdiff_t bottom = mScene.grid.rowEdge(band + 1);
         for (std::size_t cell = 0; cell < mRuns.size(); ++cell) {
-            mScene.fill(mCells[cell], top, mRuns[cell].begin, mRuns[cell].end);
+            FillRun(out.row(top), mRuns[cell].begin, mRuns[cell].end, out.width,
+                    mCells.pixel(cell));
         }
-        const auto bytes = static_cast<std::size_t>(mScene.out.width) * sizeof(Pixel<Channel>);
-        for (std::ptrdiff_t y = top + 1; y < bottom; ++y) {
-            std::memcpy(mScene.out.row(y), mScene.out.row(top), bytes);
-            for (std::size_t cell = 0; cell < mRuns.size(); ++cell) {
-                if (mCells[cell].showsPicture) {
-                    mScene.fill(mCells[cell], y, mRuns[cell].begin, mRuns[cell].end);
-                }
+        const auto bytes = static_cast<std::size_t>(out.width) * sizeof(Pixel<Channel>);
+        for (std::ptrdiff_t y = top + 1; y < mScene.grid.rowEdge(band + 1); ++y) {
+            std::memcpy(out.row(y), out.row(top), bytes);
+        }
+        for (std::ptrdiff_t y = top; y < mScene.grid.rowEdge(band + 1); ++y) {
+            for (std::size_t cell = 0; mCells.anyShows() && cell < mRuns.size(); ++cell) {
+                mCells.drawShowing(cell, mScene.painter, out, y, mRuns[cell].begin,
+                                   mRuns[cell].end);
             }
         }
     }

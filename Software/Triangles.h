@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Software/FillRun.h"
 #include "Software/Scene.h"
 
 #include <algorithm>
@@ -22,24 +23,11 @@ public:
         decide(band);
         for (std::ptrdiff_t y = mScene.grid.rowEdge(band); y < mScene.grid.rowEdge(band + 1); ++y) {
             cross(y, band);
-            fill(y);
+            draw(y);
         }
     }
 
 private:
-    /// Two triangles, the lower one on the left.
-    struct Rectangle {
-        std::size_t rung;
-        float left;  ///< where it begins in the space of the cells
-        float right; ///< the least location behind it
-    };
-
-    /// Where a row of pixels leaves a rectangle's lower and its upper triangle.
-    struct Crossing {
-        std::int32_t cut;
-        std::int32_t end;
-    };
-
     /// The first pixel of a row at `shift` that lies `distance` or more to the right of `left`, as
     /// a pixel's own formula has it. The guess may be one pixel off.
     static std::int32_t FirstPixel(float shift, float left, float distance, std::int32_t width) {
@@ -47,14 +35,17 @@ private:
         auto x =
             static_cast<std::int32_t>(std::min(std::max(guess, -1.0F), static_cast<float>(width))) -
             1;
-        for (int step = 0; step < 3; ++step) {
-            x += (static_cast<float>(x) + shift) - left >= distance ? 0 : 1;
-        }
+        const auto isBefore = [=](std::int32_t pixel) {
+            return (static_cast<float>(pixel) + shift) - left >= distance ? 0 : 1;
+        };
+        x += isBefore(x) + isBefore(x + 1) + isBefore(x + 2);
         return std::min(std::max(x, 0), width);
     }
 
     void decide(int band) {
-        mRectangles.clear();
+        mRungs.clear();
+        mLefts.clear();
+        mRights.clear();
         mCells.clear();
         mSearched.moveTo(band);
         const CellGrid& grid = mScene.grid;
@@ -68,49 +59,77 @@ private:
             const int next = std::min((index + 1) << rung, grid.columns());
             const auto cellColumn = static_cast<float>(index);
             const auto cellRow = static_cast<float>(band >> rung);
-            mRectangles.push_back({static_cast<std::size_t>(rung), grid.left(rung, cellColumn),
-                                   grid.columnEdge(next)});
+            mRungs.push_back(static_cast<std::size_t>(rung));
+            mLefts.push_back(grid.left(rung, cellColumn));
+            mRights.push_back(grid.columnEdge(next));
             mCells.add(grid.lowerPoint(rung, cellColumn, cellRow));
             mCells.add(grid.upperPoint(rung, cellColumn, cellRow));
             column = next;
         }
         mCells.paint(mScene.fate, mScene.painter);
-        mCrossings.resize(mRectangles.size());
+        mDistances.resize(mRungs.size());
+        mCuts.resize(mRungs.size());
+        mEnds.resize(mRungs.size());
     }
 
     void cross(std::ptrdiff_t y, int band) {
-        for (std::size_t rung = 0; rung < static_cast<std::size_t>(mScene.search.rungs()) + 1;
-             ++rung) {
-            const auto row = static_cast<float>(band >> rung);
-            mCuts[rung] = mScene.grid.cut(static_cast<float>(y) -
-                                          mScene.grid.top(static_cast<int>(rung), row));
+        const CellGrid& grid = mScene.grid;
+        std::array<float, CellGrid::kMostRungs + 1> distances{}; // of the cut, by rung
+        for (int rung = 0; rung <= mScene.search.rungs(); ++rung) {
+            const float top = grid.top(rung, static_cast<float>(band >> rung));
+            distances[static_cast<std::size_t>(rung)] = grid.cut(static_cast<float>(y) - top);
         }
-        const float shift = mScene.grid.shift(y);
+        for (std::size_t index = 0; index < mRungs.size(); ++index) {
+            mDistances[index] = distances[mRungs[index]];
+        }
+        const float shift = grid.shift(y);
         const auto width = static_cast<std::int32_t>(mScene.out.width);
-        for (std::size_t index = 0; index < mRectangles.size(); ++index) {
-            const auto& [rung, left, right] = mRectangles[index];
-            mCrossings[index] = {FirstPixel(shift, left, mCuts[rung], width),
-                                 FirstPixel(shift, 0, right, width)};
+        for (std::size_t index = 0; index < mEnds.size(); ++index) {
+            mEnds[index] = FirstPixel(shift, 0, mRights[index], width);
+        }
+        for (std::size_t index = 0; index < mCuts.size(); ++index) {
+            const std::int32_t cut = FirstPixel(shift, mLefts[index], mDistances[index], width);
+            mCuts[index] = std::min(cut, mEnds[index]);
         }
     }
 
-    void fill(std::ptrdiff_t y) {
+    void draw(std::ptrdiff_t y) {
+        std::byte* const row = mScene.out.row(y);
+        forRuns([this, row](std::size_t cell, std::int32_t begin, std::int32_t end) {
+            FillRun(row, begin, end, mScene.out.width, mCells.pixel(cell));
+        });
+        if (mCells.anyShows()) {
+            forRuns([this, y](std::size_t cell, std::int32_t begin, std::int32_t end) {
+                mCells.drawShowing(cell, mScene.painter, mScene.out, y, begin, end);
+            });
+        }
+    }
+
+    /// Calls `f` with each cell and its pixels in the row, from left to right.
+    template <typename F>
+    void forRuns(F f) const {
         std::int32_t begin = 0;
-        std::size_t cell = 0;
-        for (const Crossing& crossing : mCrossings) {
-            const std::int32_t cut = std::clamp(crossing.cut, begin, crossing.end);
-            mScene.fill(mCells[cell++], y, begin, cut);
-            mScene.fill(mCells[cell++], y, cut, crossing.end);
-            begin = crossing.end;
+        for (std::size_t index = 0; index < mEnds.size(); ++index) {
+            const std::int32_t cut = std::max(mCuts[index], begin);
+            f(2 * index, begin, cut);
+            f(2 * index + 1, cut, mEnds[index]);
+            begin = mEnds[index];
         }
     }
 
     Scene<Channel> mScene;
     SearchedRow mSearched;
-    std::vector<Rectangle> mRectangles;
-    std::vector<Crossing> mCrossings;                    ///< of a row of pixels with the rectangles
-    std::array<float, CellGrid::kMostRungs + 1> mCuts{}; ///< of a row of pixels, by rung
-    PaintedCells<Channel> mCells;
+    PaintedCells<Channel> mCells; ///< of each rectangle the lower triangle, then the upper one
+
+    // By rectangle of the band:
+    std::vector<std::size_t> mRungs;
+    std::vector<float> mLefts;  ///< where it begins in the space of the cells
+    std::vector<float> mRights; ///< the least location behind it
+
+    // By rectangle, of one row of pixels:
+    std::vector<float> mDistances;   ///< from the left edge to the cut
+    std::vector<std::int32_t> mCuts; ///< the first pixel behind the lower triangle
+    std::vector<std::int32_t> mEnds; ///< the first pixel behind the rectangle
 };
 
 } // namespace Kerovane::Software
