@@ -135,8 +135,12 @@ TEST_F(Commands, SetUpIsEnoughForAnEmptyFrame) {
     rendered(Host::World(Host::Depth::Bits8, 0, 30));
 }
 
-TEST(Module, ExportsItsEntryAlone) {
-    const std::string command = std::string(NM) + " -D --defined-only " + TESSELUNE_MODULE;
+class Modules : public testing::TestWithParam<Module> {};
+
+TEST_EVERY_MODULE(Modules);
+
+TEST_P(Modules, ExportTheirEntryAlone) {
+    const std::string command = std::string(NM) + " -D --defined-only " + GetParam().file;
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> output(
         popen(command.c_str(), "r"), pclose); // NOLINT(cert-env33-c): the command is ours
     ASSERT_NE(output, nullptr);

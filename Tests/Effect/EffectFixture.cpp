@@ -37,7 +37,7 @@ A_u_char ToByte(double value) {
 
 } // namespace
 
-EffectFixture::EffectFixture() : mSession(TESSELUNE_MODULE) {
+EffectFixture::EffectFixture(const char* module) : mSession(module) {
     globalSetup();
     EXPECT_EQ(mSession.call(PF_Cmd_PARAMS_SETUP), PF_Err_NONE);
 }

@@ -6,6 +6,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <ostream>
+#include <string>
 #include <string_view>
 
 namespace Kerovane::TestSupport {
@@ -13,7 +15,7 @@ namespace Kerovane::TestSupport {
 /** A test of the real module, loaded and set up, with the real GL behind it. */
 class EffectFixture : public testing::Test {
 protected:
-    EffectFixture();
+    explicit EffectFixture(const char* module = TESSELUNE_MODULE);
     ~EffectFixture() override;
 
     void globalSetup();
@@ -27,6 +29,31 @@ protected:
 
     Host::EffectSession mSession;
 };
+
+/// A build of the effect.
+struct Module {
+    const char* name;
+    const char* file;
+    bool storesFloats; ///< else 8 bits a channel
+
+    friend std::ostream& operator<<(std::ostream& stream, const Module& module) {
+        return stream << module.name;
+    }
+};
+
+inline constexpr Module kModules[] = {{"Tesselune", TESSELUNE_MODULE, false},
+                                      {"TesseluneFloat", TESSELUNE_FLOAT_MODULE, true}};
+
+/** A test of each module in turn. */
+class EveryModule : public EffectFixture, public testing::WithParamInterface<Module> {
+protected:
+    EveryModule() : EffectFixture(GetParam().file) {}
+};
+
+/// Runs the EveryModule tests of a fixture.
+#define TEST_EVERY_MODULE(fixture)                                                                 \
+    INSTANTIATE_TEST_SUITE_P(Modules, fixture, testing::ValuesIn(kModules),                        \
+                             [](const auto& tested) { return std::string(tested.param.name); })
 
 using PixelAt = std::function<PF_Pixel8(int x, int y)>;
 

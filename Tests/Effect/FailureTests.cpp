@@ -56,7 +56,7 @@ struct Command {
     std::map<HostCall, PF_Err> results; ///< for each kind of call that the command makes
 };
 
-class Failures : public EffectFixture {
+class Failures : public EveryModule {
 protected:
     Failures() {
         for (const Depth depth : kDepths) {
@@ -201,7 +201,9 @@ HostCallCounts Failures::sendFailing(const Command& command, HostCall call, int 
     return calls;
 }
 
-TEST_F(Failures, OfEveryHostCallOfEveryCommandLeaveNothingBehind) {
+TEST_EVERY_MODULE(Failures);
+
+TEST_P(Failures, OfEveryHostCallOfEveryCommandLeaveNothingBehind) {
     mHostContext.makeCurrent();
     int faults = 0;
     for (const Command& command : commands()) {
@@ -224,7 +226,7 @@ TEST_F(Failures, OfEveryHostCallOfEveryCommandLeaveNothingBehind) {
     globalSetup();
 }
 
-TEST_F(Failures, OfTheHostToGiveItsPixelsAreATransparentLayer) {
+TEST_P(Failures, OfTheHostToGiveItsPixelsAreATransparentLayer) {
     // Many a driver clears what has no content, some read what null points to.
     const GLObserver content(glbinding::Binding::TexSubImage2D,
                              [](auto, auto, auto, auto, auto, auto, auto, auto,
@@ -238,7 +240,7 @@ TEST_F(Failures, OfTheHostToGiveItsPixelsAreATransparentLayer) {
     }
 }
 
-TEST_F(Failures, OfGLToReadAreNotSeenInAPictureThatLooksLikeOne) {
+TEST_P(Failures, OfGLToReadAreNotSeenInAPictureThatLooksLikeOne) {
     constexpr A_u_char kMark = 0xa5; // what the effect puts where it expects to read
     const Host::World picture = Picture8(kWidth, kHeight, [](int, int) {
         return PF_Pixel8{kMark, kMark, kMark, kMark};
@@ -247,7 +249,7 @@ TEST_F(Failures, OfGLToReadAreNotSeenInAPictureThatLooksLikeOne) {
     EXPECT_TRUE(SamePixels(rendered(picture), picture));
 }
 
-TEST_F(Failures, OfGLToHoldAFrameAreATransparentPicture) {
+TEST_P(Failures, OfGLToHoldAFrameAreATransparentPicture) {
     constexpr int kTooWide = Host::World::kMaxSide;
     if (Platform::DescribeOpenGL().value().largestSide >= kTooWide) {
         GTEST_SKIP() << "GL here holds all frames that the host has";
@@ -262,7 +264,7 @@ TEST_F(Failures, OfGLToHoldAFrameAreATransparentPicture) {
     }
 }
 
-TEST_F(Failures, OfTheDriverToGiveAContextReachNeitherHostNorOutput) {
+TEST_P(Failures, OfTheDriverToGiveAContextReachNeitherHostNorOutput) {
     const auto expectTransparentFrames = [this](EglCall call, int nth, int times = 1) {
         for (const Depth depth : kDepths) {
             SCOPED_TRACE(static_cast<int>(depth));
@@ -302,7 +304,7 @@ TEST_F(Failures, OfTheDriverToGiveAContextReachNeitherHostNorOutput) {
     expectFramesAreRight();
 }
 
-TEST_F(Failures, OfACallThatADepthNeedsAreMet) {
+TEST_P(Failures, OfACallThatADepthNeedsAreMet) {
     struct {
         Depth depth;
         int suites, pixels8, pixels16, iterations;
@@ -322,7 +324,7 @@ TEST_F(Failures, OfACallThatADepthNeedsAreMet) {
     }
 }
 
-TEST_F(Failures, OfAPixelFormatThatIsNoneOfTheThreeLeaveTheOutputAlone) {
+TEST_P(Failures, OfAPixelFormatThatIsNoneOfTheThreeLeaveTheOutputAlone) {
     mHost.reportFormat(PF_PIXEL_FORMAT_CODE('r', 'g', 'b', 'a'));
     Host::World output = MarkedOutput(Depth::Bits8);
     EXPECT_EQ(mSession.render(Input(Depth::Bits8), output), PF_Err_BAD_CALLBACK_PARAM);
@@ -331,7 +333,7 @@ TEST_F(Failures, OfAPixelFormatThatIsNoneOfTheThreeLeaveTheOutputAlone) {
     EXPECT_EQ(mSession.liveCounts(), Host::LiveCounts{});
 }
 
-TEST_F(Failures, OfASetUpLeaveTheDeclarationAndNoContexts) {
+TEST_P(Failures, OfASetUpLeaveTheDeclarationAndNoContexts) {
     mHostContext.makeCurrent();
     globalSetdown();
     mSession.outData() = {};
@@ -345,7 +347,7 @@ TEST_F(Failures, OfASetUpLeaveTheDeclarationAndNoContexts) {
     globalSetup();
 }
 
-TEST_F(Failures, OfAParameterEndTheListThere) {
+TEST_P(Failures, OfAParameterEndTheListThere) {
     for (const int nth : {1, 7, 15}) {
         mHost.fail(HostCall::AddParam, nth);
         mSession.outData().num_params = 0;
@@ -356,7 +358,7 @@ TEST_F(Failures, OfAParameterEndTheListThere) {
     }
 }
 
-TEST_F(Failures, OfAHostToKeepItsRangesEndInAPicture) {
+TEST_P(Failures, OfAHostToKeepItsRangesEndInAPicture) {
     set("Size Random", 100);
     const Host::World picture = Input(Depth::Bits8);
     const Host::World expected = rendered(picture);
@@ -375,7 +377,7 @@ TEST_F(Failures, OfAHostToKeepItsRangesEndInAPicture) {
     EXPECT_TRUE(SamePixels(rendered(picture), expected));
 }
 
-TEST_F(Failures, OfAHostToKeepItsChoicesCountAsNoneOfThemAndMakeNoVariants) {
+TEST_P(Failures, OfAHostToKeepItsChoicesCountAsNoneOfThemAndMakeNoVariants) {
     constexpr short kShapes = 2;
     constexpr short kTransitions = 3;
     const Host::World picture = Input(Depth::Bits8);
@@ -398,7 +400,7 @@ TEST_F(Failures, OfAHostToKeepItsChoicesCountAsNoneOfThemAndMakeNoVariants) {
     EXPECT_EQ(programs(), programsBefore + 2) << "one without a transition, one without cells";
 }
 
-TEST_F(Failures, OfACheckoutSkipThoseBehindItAndCheckInAll) {
+TEST_P(Failures, OfACheckoutSkipThoseBehindItAndCheckInAll) {
     const Host::World picture = Input(Depth::Bits8);
     mHost.fail(HostCall::CheckoutParam, 4);
     EXPECT_EQ(renderResult(picture), PF_Err_NONE);

@@ -68,7 +68,9 @@ private:
 
 class GlxHostContext : public ThreadedLife {};
 
-TEST_F(GlxHostContext, IsCurrentAgainWholeAfterEveryCommand) {
+TEST_EVERY_MODULE(GlxHostContext);
+
+TEST_P(GlxHostContext, IsCurrentAgainWholeAfterEveryCommand) {
     const Host::World input = SmoothPicture(32, 32, true);
     const Host::World expected = rendered(input);
     globalSetdown();
@@ -95,14 +97,14 @@ TEST_F(GlxHostContext, IsCurrentAgainWholeAfterEveryCommand) {
     EXPECT_TRUE(host.isCurrent()) << "after a second set-up";
 }
 
-TEST_F(GlxHostContext, CanBeMadeCurrentFirstAfterTheSetDown) {
+TEST_P(GlxHostContext, CanBeMadeCurrentFirstAfterTheSetDown) {
     rendered(SmoothPicture(32, 32, true));
     globalSetdown();
     const GlxHost host; // an X error ends the process if a context of the effect's is in the way
     EXPECT_TRUE(host.isCurrent());
 }
 
-TEST_F(GlxHostContext, ChangesNothingInThePicturesOfManyThreads) {
+TEST_P(GlxHostContext, ChangesNothingInThePicturesOfManyThreads) {
     expectSamePictures([] {
         const auto host = std::make_shared<GlxHost>();
         return [host] { return host->isCurrent(); };

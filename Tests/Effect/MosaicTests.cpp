@@ -18,12 +18,14 @@ bool Shows(const PF_Pixel8& pixel, const Point& reference, const Point& picture)
     return std::abs(pixel.red - color.x) <= kLevels && std::abs(pixel.green - color.y) <= kLevels;
 }
 
-class Cells : public EffectFixture {
+class Cells : public EveryModule {
 protected:
     void setShape(Shape shape) { set("Shape Type", static_cast<double>(shape)); }
 };
 
-TEST_F(Cells, KeepTheirBordersAndColoursAtEveryRatio) {
+TEST_EVERY_MODULE(Cells);
+
+TEST_P(Cells, KeepTheirBordersAndColoursAtEveryRatio) {
     struct Case {
         Shape shape;
         int size;
@@ -102,7 +104,7 @@ std::map<int, int> PixelsByRung(const Host::World& output, Shape shape, int size
     return pixels;
 }
 
-TEST_F(Cells, OfRandomSizeStandOnTheirRungAndNeverOverlap) {
+TEST_P(Cells, OfRandomSizeStandOnTheirRungAndNeverOverlap) {
     // Whole tiles of the largest cell: no cell is cut, so every colour tells its cell.
     const Host::World input = PositionPicture(256, 192);
     for (const int levels : {1, 2, 3}) {
@@ -122,7 +124,7 @@ TEST_F(Cells, OfRandomSizeStandOnTheirRungAndNeverOverlap) {
     }
 }
 
-TEST_F(Cells, OfTheLargestSizeNeedMoreThanHalfOfSizeRandom) {
+TEST_P(Cells, OfTheLargestSizeNeedMoreThanHalfOfSizeRandom) {
     const Host::World input = PositionPicture(256, 192);
     set("Size", 16);
     set("Size Level", 2);
@@ -143,7 +145,7 @@ TEST_F(Cells, OfTheLargestSizeNeedMoreThanHalfOfSizeRandom) {
     EXPECT_GT(largest[100], 0);
 }
 
-TEST_F(Cells, OfTrianglesShareTheSizeOfTheirRectangle) {
+TEST_P(Cells, OfTrianglesShareTheSizeOfTheirRectangle) {
     const Host::World input = PositionPicture(256, 256);
     setShape(Shape::Triangle);
     set("Size", 32);
@@ -172,7 +174,7 @@ TEST_F(Cells, OfTrianglesShareTheSizeOfTheirRectangle) {
     EXPECT_EQ(total.size(), 3U);
 }
 
-TEST_F(Cells, ChangeWithTheSeedAndNothingElse) {
+TEST_P(Cells, ChangeWithTheSeedAndNothingElse) {
     const Host::World input = PositionPicture(128, 128);
     set("Size Random", 100);
     set("Size Random Seed", 1);
@@ -185,7 +187,7 @@ TEST_F(Cells, ChangeWithTheSeedAndNothingElse) {
     EXPECT_TRUE(SamePixels(rendered(input), one)) << "nothing dissolves";
 }
 
-TEST_F(Cells, FollowTheDownsampleFactor) {
+TEST_P(Cells, FollowTheDownsampleFactor) {
     const Host::World input = PositionPicture(96, 64);
     const auto renderedAt = [&](int size, A_u_long denominator) {
         set("Size", size);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <set>
 #include <span>
 
 namespace Kerovane::TestSupport {
@@ -45,9 +46,11 @@ bool PaddingIsUntouched(const World& world) {
     return true;
 }
 
-using Pixels = EffectFixture;
+class Pixels : public EveryModule {};
 
-TEST_F(Pixels, PassPaddedRowsWithoutSkewAndLeaveThePaddingAlone) {
+TEST_EVERY_MODULE(Pixels);
+
+TEST_P(Pixels, PassPaddedRowsWithoutSkewAndLeaveThePaddingAlone) {
     for (const Depth depth : kDepths) {
         const World input = AtDepth(SmoothPicture(37, 23, false), depth);
         const World expected = rendered(input);
@@ -62,7 +65,7 @@ TEST_F(Pixels, PassPaddedRowsWithoutSkewAndLeaveThePaddingAlone) {
     }
 }
 
-TEST_F(Pixels, AreTheSameAtEveryDepthUpToTheTargetsPrecision) {
+TEST_P(Pixels, AreTheSameAtEveryDepthUpToTheTargetsPrecision) {
     set("Size", 5);
     set("Dissolve", 30);
     for (const bool opaque : {true, false}) {
@@ -73,24 +76,26 @@ TEST_F(Pixels, AreTheSameAtEveryDepthUpToTheTargetsPrecision) {
             for (const Depth depth : {Depth::Bits16, Depth::Float32}) {
                 const World twin = At8Bits(rendered(AtDepth(picture, depth)));
                 // Dividing by a small alpha magnifies a level of the target.
-                EXPECT_LE(LargestDifference(twin, expected), opaque ? 1 : 16)
+                const bool isExact = opaque || GetParam().storesFloats;
+                EXPECT_LE(LargestDifference(twin, expected), isExact ? 1 : 16)
                     << static_cast<int>(depth) << " bits, opaque " << opaque;
             }
         }
     }
 }
 
-TEST_F(Pixels, ReachTheWhiteOfEveryDepth) {
+TEST_P(Pixels, ReachTheWhiteOfEveryDepth) {
     const World white = Picture8(16, 16, [](int, int) { return PF_Pixel8{255, 255, 255, 255}; });
     const World output16 = rendered(AtDepth(white, Depth::Bits16));
     const World output32 = rendered(AtDepth(white, Depth::Float32));
-    // One level of the 8-bit target is 128 of the host's 16-bit levels.
-    EXPECT_NEAR(output16.row<PF_Pixel16>(3)[3].alpha, 32768, 130);
-    EXPECT_NEAR(output16.row<PF_Pixel16>(3)[3].blue, 32768, 130);
+    // One level of an 8-bit target is 128 of the host's 16-bit levels.
+    const int tolerance = GetParam().storesFloats ? 0 : 130;
+    EXPECT_NEAR(output16.row<PF_Pixel16>(3)[3].alpha, 32768, tolerance);
+    EXPECT_NEAR(output16.row<PF_Pixel16>(3)[3].blue, 32768, tolerance);
     EXPECT_EQ(output32.row<PF_PixelFloat>(3)[3].green, 1.0F);
 }
 
-TEST_F(Pixels, KeepTheirChannels) {
+TEST_P(Pixels, KeepTheirChannels) {
     const World picture = Picture8(16, 16, [](int, int) { return PF_Pixel8{255, 10, 130, 250}; });
     const PF_Pixel8 pixel = PixelOf(rendered(picture), 8, 8);
     EXPECT_EQ(pixel.alpha, 255);
@@ -99,7 +104,7 @@ TEST_F(Pixels, KeepTheirChannels) {
     EXPECT_EQ(pixel.blue, 250);
 }
 
-TEST_F(Pixels, OfSoftAlphaAreWeightedByIt) {
+TEST_P(Pixels, OfSoftAlphaAreWeightedByIt) {
     const World picture = Picture8(16, 16, [](int, int) { return PF_Pixel8{128, 200, 100, 50}; });
     const PF_Pixel8 cell = PixelOf(rendered(picture), 8, 8);
     // The cell's alpha a enters twice: alpha becomes a * a, colour becomes a * c.
@@ -111,7 +116,58 @@ TEST_F(Pixels, OfSoftAlphaAreWeightedByIt) {
     EXPECT_NEAR(blended.red, 200, 2);
 }
 
-TEST_F(Pixels, ComeInTwoSizesInTurn) {
+/// Red rises from left to right, green falls, and both leave 0 to 1.
+World Ramp(A_long levels, float alpha) {
+    World ramp(Depth::Float32, levels, 2);
+    for (int y = 0; y < 2; ++y) {
+        for (int x = 0; x < levels; ++x) {
+            const auto level = static_cast<float>(-1.0 + 8.0 * x / (levels - 1));
+            ramp.row<PF_PixelFloat>(y)[static_cast<std::size_t>(x)] = {alpha, level, -level, 3.0F};
+        }
+    }
+    return ramp;
+}
+
+class FloatPixels : public EffectFixture {
+protected:
+    FloatPixels() : EffectFixture(TESSELUNE_FLOAT_MODULE) { set("Size", 2); }
+};
+
+TEST_F(FloatPixels, KeepEveryLevelAndWhatIsBeyondBlackAndWhite) {
+    constexpr A_long kLevels = 1024;
+    const struct {
+        float alpha;
+        double useAlpha;
+        float outAlpha;
+        float cellWeight; ///< of the colour
+        float ownWeight;
+    } kCases[] = {{1.0F, 1, 1.0F, 1.0F, 0.0F},
+                  {0.5F, 1, 0.25F, 0.5F, 0.0F}, // a cell's alpha weighs twice
+                  {0.5F, 0, 0.5F, 0.5F, 0.5F},
+                  {1.0F, 0, 1.0F, 1.0F, 0.0F}};
+    for (const auto& [alpha, useAlpha, outAlpha, cellWeight, ownWeight] : kCases) {
+        SCOPED_TRACE(testing::Message() << "alpha " << alpha << ", used " << useAlpha);
+        set("Use Alpha", useAlpha);
+        const World input = Ramp(kLevels, alpha);
+        const World output = rendered(input);
+        const auto in = input.row<PF_PixelFloat>(0);
+        std::set<float> levels;
+        for (std::size_t x = 0; x < in.size(); ++x) {
+            const PF_PixelFloat& pixel = output.row<PF_PixelFloat>(1)[x];
+            // The reference point lies between the cell's pixels.
+            const float cell = (in[x / 2 * 2].red + in[x / 2 * 2 + 1].red) / 2;
+            const float expected = cell * cellWeight + in[x].red * ownWeight;
+            ASSERT_NEAR(pixel.red, expected, 1e-6) << x;
+            ASSERT_NEAR(pixel.green, -expected, 1e-6) << x;
+            ASSERT_NEAR(pixel.blue, 3.0F * (cellWeight + ownWeight), 1e-6) << x;
+            ASSERT_NEAR(pixel.alpha, outAlpha, 1e-6) << x;
+            levels.insert(pixel.red);
+        }
+        EXPECT_EQ(std::ssize(levels), ownWeight > 0 ? kLevels : kLevels / 2);
+    }
+}
+
+TEST_P(Pixels, ComeInTwoSizesInTurn) {
     const World small = SmoothPicture(31, 17, true);
     const World large = SmoothPicture(120, 90, true);
     const World expectedSmall = rendered(small);
@@ -122,7 +178,7 @@ TEST_F(Pixels, ComeInTwoSizesInTurn) {
     }
 }
 
-TEST_F(Pixels, OfAnOutputOfAnotherSizeAreThoseThatBothHave) {
+TEST_P(Pixels, OfAnOutputOfAnotherSizeAreThoseThatBothHave) {
     for (const Depth depth : kDepths) {
         const World input = AtDepth(SmoothPicture(40, 30, true), depth);
         const World expected = rendered(input);
@@ -146,7 +202,7 @@ TEST_F(Pixels, OfAnOutputOfAnotherSizeAreThoseThatBothHave) {
     }
 }
 
-TEST_F(Pixels, OfTheSmallestPicturesSurvive) {
+TEST_P(Pixels, OfTheSmallestPicturesSurvive) {
     for (const auto& [width, height] :
          {std::pair(1, 1), std::pair(1, 9), std::pair(9, 1), std::pair(2, 2), std::pair(0, 5),
           std::pair(5, 0), std::pair(0, 0)}) {

@@ -10,7 +10,9 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
-using Repeats = EffectFixture;
+class Repeats : public EveryModule {};
+
+TEST_EVERY_MODULE(Repeats);
 
 /// This process's memory in use, in bytes.
 long ResidentBytes() {
@@ -21,7 +23,7 @@ long ResidentBytes() {
     return resident * sysconf(_SC_PAGESIZE);
 }
 
-TEST_F(Repeats, LeaveNoGLObjectsBehindWhateverChanges) {
+TEST_P(Repeats, LeaveNoGLObjectsBehindWhateverChanges) {
     const LiveGLObjects live;
     const auto frames = [this] {
         for (const double shape : {1.0, 2.0}) {
@@ -51,7 +53,7 @@ TEST_F(Repeats, LeaveNoGLObjectsBehindWhateverChanges) {
     }
 }
 
-TEST_F(Repeats, LetMemoryAloneOverAThousandFrames) {
+TEST_P(Repeats, LetMemoryAloneOverAThousandFrames) {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "sanitizers keep memory of their own";
 #endif
@@ -69,19 +71,25 @@ TEST_F(Repeats, LetMemoryAloneOverAThousandFrames) {
     EXPECT_LT(ResidentBytes() - before, 1 << 20) << "less than a kilobyte a frame";
 }
 
-using RepeatsOnThreads = ThreadedLife;
+class RepeatsOnThreads : public ThreadedLife {};
 
-TEST_F(RepeatsOnThreads, GiveTheSamePicturesInAHostWithoutAContext) {
+TEST_EVERY_MODULE(RepeatsOnThreads);
+
+TEST_P(RepeatsOnThreads, GiveTheSamePicturesInAHostWithoutAContext) {
     expectSamePictures(EnterHostWithoutContext);
 }
 
-TEST_F(RepeatsOnThreads, GiveTheSamePicturesInAHostWithContexts) {
+TEST_P(RepeatsOnThreads, GiveTheSamePicturesInAHostWithContexts) {
     expectSamePictures(EnterEglHost);
 }
 
-TEST(Module, CanBeLoadedAgain) {
+class Loads : public testing::TestWithParam<Module> {};
+
+TEST_EVERY_MODULE(Loads);
+
+TEST_P(Loads, CanFollowEachOther) {
     for (int load = 0; load < 3; ++load) {
-        Host::EffectSession session(TESSELUNE_MODULE);
+        Host::EffectSession session(GetParam().file);
         EXPECT_EQ(session.call(PF_Cmd_GLOBAL_SETUP), PF_Err_NONE);
         EXPECT_EQ(session.call(PF_Cmd_PARAMS_SETUP), PF_Err_NONE);
         const Host::World input = SmoothPicture(8, 8, true);

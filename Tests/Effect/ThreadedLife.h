@@ -16,7 +16,7 @@ HostPresence EnterHostWithoutContext();
 HostPresence EnterEglHost();
 
 /** A test of the effect in a host that calls it from many threads, one at a time. */
-class ThreadedLife : public EffectFixture {
+class ThreadedLife : public EveryModule {
 protected:
     /**
      * Sets the effect up, renders on eight threads in turn, of which some end on the way, and sets

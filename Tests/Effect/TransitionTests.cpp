@@ -29,7 +29,7 @@ Point CentreOf(std::size_t cell) {
 }
 
 /** Cells in a grid, of which a frame removes some. */
-class Removal : public EffectFixture {
+class Removal : public EveryModule {
 protected:
     Removal() { set("Size", kSize); }
 
@@ -65,7 +65,9 @@ protected:
 
 constexpr long kAll = long{kColumns} * kRows;
 
-TEST_F(Removal, StartsWithAllCellsAndEndsWithNone) {
+TEST_EVERY_MODULE(Removal);
+
+TEST_P(Removal, StartsWithAllCellsAndEndsWithNone) {
     for (const Transition transition :
          {Transition::Linear, Transition::RadialIn, Transition::RadialOut}) {
         for (const int feather : {0, 40}) {
@@ -81,7 +83,7 @@ TEST_F(Removal, StartsWithAllCellsAndEndsWithNone) {
     }
 }
 
-TEST_F(Removal, TreatsACellAtThePicturesCentreByItself) {
+TEST_P(Removal, TreatsACellAtThePicturesCentreByItself) {
     const Host::World input = SmoothPicture(150, 90, true);
     const auto keeps = [&](Transition transition, int percent, int x, int y) {
         setTransition(transition, 0);
@@ -94,7 +96,7 @@ TEST_F(Removal, TreatsACellAtThePicturesCentreByItself) {
     EXPECT_FALSE(keeps(Transition::RadialIn, 100, 65, 45));
 }
 
-TEST_F(Removal, NeverBringsACellBack) {
+TEST_P(Removal, NeverBringsACellBack) {
     struct Case {
         std::string parameter;
         Transition transition;
@@ -128,7 +130,7 @@ TEST_F(Removal, NeverBringsACellBack) {
     }
 }
 
-TEST_F(Removal, SweepsInThePlainFormExactlyWhereGeometryHasIt) {
+TEST_P(Removal, SweepsInThePlainFormExactlyWhereGeometryHasIt) {
     for (const double direction : {0.0, 45.0, 90.0, 135.0, 180.0, 225.0, 270.0, 300.0, -90.0}) {
         set("Direction", direction);
         for (const double percent : {20.0, 50.0, 80.0}) {
@@ -165,7 +167,7 @@ TEST_F(Removal, SweepsInThePlainFormExactlyWhereGeometryHasIt) {
     }
 }
 
-TEST_F(Removal, FraysTheEdgeOverTheFeatherAndNoFurther) {
+TEST_P(Removal, FraysTheEdgeOverTheFeatherAndNoFurther) {
     const double feather = 60;
     set("Direction", 0);
     setTransition(Transition::Linear, static_cast<int>(feather));
@@ -192,7 +194,7 @@ TEST_F(Removal, FraysTheEdgeOverTheFeatherAndNoFurther) {
     EXPECT_EQ(ragged, 3);
 }
 
-TEST_F(Removal, OfAShareOfCellsHangsOnItsSeed) {
+TEST_P(Removal, OfAShareOfCellsHangsOnItsSeed) {
     set("Dissolve", 50);
     const std::vector<bool> kept = keptCells();
     EXPECT_NEAR(static_cast<double>(std::ranges::count(kept, true)), kAll / 2.0, kAll * 0.15);
@@ -202,7 +204,7 @@ TEST_F(Removal, OfAShareOfCellsHangsOnItsSeed) {
     EXPECT_NE(keptCells(), kept);
 }
 
-TEST_F(Removal, ShowsThePictureWhereAlphaIsNotUsed) {
+TEST_P(Removal, ShowsThePictureWhereAlphaIsNotUsed) {
     set("Use Alpha", 0);
     set("Dissolve", 100);
     EXPECT_LE(LargestDifference(rendered(mInput), mInput), 1);
@@ -222,7 +224,7 @@ TEST_F(Removal, ShowsThePictureWhereAlphaIsNotUsed) {
     }
 }
 
-TEST_F(Removal, TakesThePlainFormWhereTheFeatherIsBelowAPixel) {
+TEST_P(Removal, TakesThePlainFormWhereTheFeatherIsBelowAPixel) {
     set("Direction", 20);
     set("Transition Progress", 50);
     setTransition(Transition::Linear, 0);

@@ -1,5 +1,6 @@
 #include "Plugins/Shared/GL/AEOpenglMainFrameBuffer.h"
 
+#include "Plugins/Shared/GL/ColorStorage.h"
 #include "Plugins/Shared/GL/SampleCount.h"
 
 #include <cstddef>
@@ -102,12 +103,12 @@ void AEOpenglMainFrameBuffer::makeMissingTargets() {
     if (mMultisample && !frameBuffers.mMultisampleFrameBuffer) {
         frameBuffers.mResolveFrameBuffer = GLFramebuffer::generated();
         frameBuffers.mMultisampleFrameBuffer = GLFramebuffer::generated();
-        frameBuffers.mSamples = ColorSampleCount();
+        frameBuffers.mSamples = ColorSampleCount(kColorStorage);
     }
     if (!mOutputRenderBuffer) {
         mOutputRenderBuffer = GLRenderbuffer::generated();
         glBindRenderbuffer(GL_RENDERBUFFER, mOutputRenderBuffer.name());
-        glRenderbufferStorage(GL_RENDERBUFFER, GL_RGBA, static_cast<GLsizei>(mWidth),
+        glRenderbufferStorage(GL_RENDERBUFFER, kColorStorage, static_cast<GLsizei>(mWidth),
                               static_cast<GLsizei>(mHeight));
     }
 }
@@ -171,7 +172,7 @@ unsigned int AEOpenglMainFrameBuffer::createFloatRenderTexture(const Vec2& size,
 void AEOpenglMainFrameBuffer::pushRenderContext(bool /*first*/, bool stencil) {
     GLRenderbuffer color = GLRenderbuffer::generated();
     glBindRenderbuffer(GL_RENDERBUFFER, color.name());
-    allocateStorage(GL_RGBA);
+    allocateStorage(kColorStorage);
     glBindFramebuffer(GL_FRAMEBUFFER, carrier());
     AttachColor(color);
     if (stencil) {
@@ -205,7 +206,7 @@ unsigned int AEOpenglMainFrameBuffer::resolvedPicture() {
     const auto width = static_cast<GLsizei>(mWidth);
     const auto height = static_cast<GLsizei>(mHeight);
     glBindFramebuffer(GL_READ_FRAMEBUFFER, carrier());
-    GLTexture picture(CreateTexture(GL_RGBA, size(), {GL_LINEAR, GL_LINEAR}, nullptr));
+    GLTexture picture(CreateTexture(kColorStorage, size(), {GL_LINEAR, GL_LINEAR}, nullptr));
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, mFrameBuffers.current().mResolveFrameBuffer.name());
     glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, picture.name(),
                            0);
@@ -222,7 +223,7 @@ unsigned int AEOpenglMainFrameBuffer::copiedPicture() {
     glBindFramebuffer(GL_READ_FRAMEBUFFER, carrier());
     GLTexture picture(createRenderTexture(false));
     glBindTexture(GL_TEXTURE_2D, picture.name());
-    glCopyTexImage2D(GL_TEXTURE_2D, 0, GL_RGBA, 0, 0, static_cast<GLsizei>(mWidth),
+    glCopyTexImage2D(GL_TEXTURE_2D, 0, kColorStorage, 0, 0, static_cast<GLsizei>(mWidth),
                      static_cast<GLsizei>(mHeight), 0);
     return picture.release();
 }

@@ -18,9 +18,9 @@ namespace Kerovane::Tesselune {
  * in a single-sample renderbuffer.
  *
  * A frame is `prepare`, `beginDrawing`, the passes, `endDrawing`, all with one GL context current;
- * the next frame may use another. Render contexts and finished pictures are GL_RGBA at every depth
- * of the host. GL errors are not asked for: of a render context that GL could not draw or resolve,
- * the picture is transparent black.
+ * the next frame may use another. Render contexts and finished pictures are kColorStorage at every
+ * depth of the host. GL errors are not asked for: of a render context that GL could not draw or
+ * resolve, the picture is transparent black.
  *
  * GL names are held by owners instead of as plain numbers, so that they are deleted on every way
  * out, and the three frame buffers once per GL context, as contexts don't share them.

@@ -1,5 +1,7 @@
 #include "Plugins/Shared/GL/SampleCount.h"
 
+#include <glbinding/ContextInfo.h>
+#include <glbinding/gl/extension.h>
 #include <glbinding/gl/gl.h>
 
 #include <algorithm>
@@ -21,12 +23,15 @@ bool IsSoftwareRasteriser() {
 
 } // namespace
 
-int ColorSampleCount() {
+int ColorSampleCount(GLenum format) {
     if (IsSoftwareRasteriser()) {
         return 0; // every sample costs memory traffic, and one full quad has no edge to smooth
     }
     int limit = 0;
     glGetIntegerv(GL_MAX_SAMPLES, &limit);
+    if (glbinding::ContextInfo::supported({GLextension::GL_ARB_internalformat_query})) {
+        glGetInternalformativ(GL_RENDERBUFFER, format, GL_SAMPLES, 1, &limit); // the most first
+    }
     return std::clamp(limit, 0, kSamples);
 }
 
