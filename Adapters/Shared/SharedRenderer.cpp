@@ -24,7 +24,7 @@ public:
 private:
     void make() {
         try {
-            mRenderer.emplace(InstalledModule());
+            mRenderer.emplace(Host::WithFloatModule(InstalledModule()));
         } catch (...) {
             mProblem = std::current_exception();
         }

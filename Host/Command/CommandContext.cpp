@@ -7,25 +7,35 @@
 
 namespace Kerovane::Host {
 
+namespace {
+
+EffectModules ForAllFrames(const std::filesystem::path& module) {
+    return {.bits8 = module, .deeper = module};
+}
+
+} // namespace
+
 CommandContext::CommandContext(std::span<const char* const> line, StandardStreams& streams)
-    : mStreams(streams), mModule(InstalledModule(TESSELUNE_MODULE_PATH "/Tesselune.so")) {
+    : mStreams(streams),
+      mModules(WithFloatModule(InstalledModule(TESSELUNE_MODULE_PATH "/Tesselune.so"))) {
     constexpr std::string_view kAssignedEffect = "--effect=";
     for (std::size_t index = 1; index < line.size(); ++index) {
         const std::string_view word = line[index];
         if (word == "--verbose") {
             mVerbose = true;
         } else if (word == "--effect" && index + 1 < line.size()) {
-            mModule = line[++index];
+            mModules = ForAllFrames(line[++index]);
             mHasForeignEffect = true;
         } else if (word.starts_with(kAssignedEffect)) {
-            mModule = word.substr(kAssignedEffect.size());
+            mModules = ForAllFrames(word.substr(kAssignedEffect.size()));
             mHasForeignEffect = true;
         }
     }
 }
 
 void CommandContext::addTo(CLI::App& app) {
-    app.add_option("--effect", mModule, "module of the effect [the installed one]")
+    // Read already, ahead of the line.
+    app.add_option("--effect", mModules.bits8, "module of the effect [the installed ones]")
         ->type_name(kFileType);
     app.add_flag("--verbose", mVerbose,
                  "tell the time of each stage, and what the effect and libraries print");
@@ -33,7 +43,7 @@ void CommandContext::addTo(CLI::App& app) {
 
 FrameRenderer& CommandContext::renderer() {
     if (!mRenderer) {
-        mRenderer.emplace(mModule, mVerbose ? EffectOutput::Shown : EffectOutput::Dropped);
+        mRenderer.emplace(mModules, mVerbose ? EffectOutput::Shown : EffectOutput::Dropped);
     }
     return *mRenderer;
 }

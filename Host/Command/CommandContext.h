@@ -6,7 +6,6 @@
 
 #include <CLI/App.hpp>
 
-#include <filesystem>
 #include <optional>
 #include <span>
 #include <utility>
@@ -50,7 +49,7 @@ public:
 
 private:
     StandardStreams& mStreams;
-    std::filesystem::path mModule;
+    EffectModules mModules;
     bool mHasForeignEffect = false;
     bool mVerbose = false;
     std::optional<FrameRenderer> mRenderer;

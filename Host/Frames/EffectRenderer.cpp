@@ -38,6 +38,16 @@ World& Fitted(std::optional<World>& layer, const ConstPixelView& view) {
 
 } // namespace
 
+Effect& EffectRenderer::effectFor(Depth depth) {
+    if (depth == Depth::Bits8 || mModules.deeper == mModules.bits8) {
+        return mEffect;
+    }
+    if (!mDeeperEffect) {
+        mDeeperEffect.emplace(mModules.deeper);
+    }
+    return *mDeeperEffect;
+}
+
 void EffectRenderer::render(const Frame& frame, const ParameterValues& values,
                             const ConstPixelView& in, const PixelView& out) {
     if (!HaveOneShape(in, out)) {
@@ -52,7 +62,7 @@ void EffectRenderer::render(const Frame& frame, const ParameterValues& values,
     }
     const PixelView outLayer = IsLayer(out) ? out : ViewOf(Fitted(mOutput, out));
     PF_LayerDef output = LayerOver(outLayer);
-    mEffect.render(frame, values, LayerOver(inLayer), output);
+    effectFor(in.depth).render(frame, values, LayerOver(inLayer), output);
     if (!IsLayer(out)) {
         ConvertPixels(outLayer, out);
     }

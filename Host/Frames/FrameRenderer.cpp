@@ -5,8 +5,8 @@
 
 namespace Kerovane::Host {
 
-FrameRenderer::FrameRenderer(const std::filesystem::path& module, EffectOutput output)
-    : mThread(module, output) {
+FrameRenderer::FrameRenderer(const EffectModules& modules, EffectOutput output)
+    : mThread(modules, output) {
     mThread.run([this](EffectRenderer& renderer) {
         mParameters = renderer.effect().parameters();
         mVersion = renderer.effect().version();

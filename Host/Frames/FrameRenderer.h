@@ -26,9 +26,15 @@ namespace Kerovane::Host {
  */
 class FrameRenderer {
 public:
-    /// Loads the effect and sets it up, which takes no OpenGL. Throws Error if either fails.
-    explicit FrameRenderer(const std::filesystem::path& module,
+    /// Loads the effect and sets it up, which takes no OpenGL. Throws Error if either fails. The
+    /// module for frames of more than 8 bits follows with the first of them.
+    explicit FrameRenderer(const EffectModules& modules,
                            EffectOutput output = EffectOutput::Dropped);
+
+    /// The same with one module for all frames.
+    explicit FrameRenderer(const std::filesystem::path& module,
+                           EffectOutput output = EffectOutput::Dropped)
+        : FrameRenderer(EffectModules{.bits8 = module, .deeper = module}, output) {}
 
     /// By index, the input layer first.
     const std::vector<Parameter>& parameters() const { return mParameters; }

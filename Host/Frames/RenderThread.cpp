@@ -30,9 +30,9 @@ private:
 
 } // namespace
 
-RenderThread::RenderThread(const std::filesystem::path& module, EffectOutput output) {
+RenderThread::RenderThread(const EffectModules& modules, EffectOutput output) {
     const BlockedSignals blocked;
-    mThread = std::thread([=, this] { work(module, output); });
+    mThread = std::thread([=, this] { work(modules, output); });
 }
 
 RenderThread::~RenderThread() {
@@ -55,14 +55,14 @@ void RenderThread::run(const Task& task) {
     done.get();
 }
 
-void RenderThread::work(const std::filesystem::path& module, EffectOutput output) {
+void RenderThread::work(const EffectModules& modules, EffectOutput output) {
     const std::lock_guard inUse(mEffectInUse);
     std::optional<SilentThread> silent;
     if (output == EffectOutput::Dropped) {
         silent.emplace();
     }
     try {
-        mRenderer.emplace(module);
+        mRenderer.emplace(modules);
     } catch (...) {
         mProblem = std::current_exception();
     }

@@ -5,7 +5,6 @@
 #include <condition_variable>
 #include <deque>
 #include <exception>
-#include <filesystem>
 #include <functional>
 #include <future>
 #include <mutex>
@@ -27,9 +26,9 @@ class RenderThread {
 public:
     using Task = std::function<void(EffectRenderer&)>;
 
-    /// The module of the effect knows one set-up in a process: if another thread has one, this one
+    /// A module of the effect knows one set-up in a process: if another thread has one, this one
     /// waits for its end before it sets the effect up.
-    RenderThread(const std::filesystem::path& module, EffectOutput output);
+    RenderThread(const EffectModules& modules, EffectOutput output);
     RenderThread(const RenderThread&) = delete;
     RenderThread& operator=(const RenderThread&) = delete;
 
@@ -44,7 +43,7 @@ private:
     using Order = std::packaged_task<void()>;
 
     // On the thread.
-    void work(const std::filesystem::path& module, EffectOutput output);
+    void work(const EffectModules& modules, EffectOutput output);
     std::optional<Order> nextOrder(); ///< nothing once the thread has to end
     EffectRenderer& renderer();       ///< throws what its set-up threw
 
