@@ -155,14 +155,7 @@ private:
 };
 
 Depth DepthOfFile(const ImageSpec& layout) {
-    switch (layout.format.basetype) {
-    case TypeDesc::UINT8:
-        return Depth::Bits8;
-    case TypeDesc::UINT16:
-        return Depth::Bits16;
-    default:
-        return Depth::Float32;
-    }
+    return layout.format == TypeDesc::UINT8 ? Depth::Bits8 : Depth::Float32;
 }
 
 /// -1 where there is none. Not every reader of a format names a channel that the picture has.

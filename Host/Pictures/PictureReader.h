@@ -12,8 +12,8 @@ namespace Kerovane::Host {
  * out. Layers have straight alpha, so premultiplied colour is divided by it. Colour values are not
  * managed. A picture that is stored turned or mirrored comes upright.
  *
- * `depth`, where it is not given, follows the file: 8 bits for 8-bit files and below, 16 for 16-bit
- * integers, 32 for everything else. Throws Error where the file can't be read as a picture.
+ * `depth`, where it is not given, follows the file: 8 bits for 8-bit files and below, 32 for
+ * everything else, as layers of 16 bits have half of the levels of 16-bit files. Throws Error where the file can't be read as a picture.
  */
 Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> depth = std::nullopt);
 

@@ -67,7 +67,7 @@ TypeDesc FileType(Depth depth, const ImageSpec& origin, const ImageOutput& outpu
     case Depth::Bits16:
         return IsOpenExr(output) ? TypeDesc::FLOAT : TypeDesc::UINT16;
     default:
-        if (!StoresFloats(output)) {
+        if (!StoresFloats(output) || (origin.format == TypeDesc::UINT16 && !IsOpenExr(output))) {
             return TypeDesc::UINT16;
         }
         return origin.format == TypeDesc::HALF ? TypeDesc::HALF : TypeDesc::FLOAT;

@@ -18,8 +18,8 @@ public:
 
     /**
      * Writes `world` with the metadata of `origin` that still holds, as RGBA; as RGB over black
-     * where the format has no alpha. The file's depth is that of the world, half where `origin` is
-     * half, or the nearest that the format has. Throws Error where it fails.
+     * where the format has no alpha. The file's depth is that of the world, half or 16 bits where
+     * the world has floats and `origin` those, or the nearest that the format has. Throws Error where it fails.
      */
     void write(const World& world, const OIIO::ImageSpec& origin) const;
 

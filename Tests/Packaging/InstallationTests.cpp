@@ -32,6 +32,7 @@ TEST_F(Installation, PutsEverythingInItsUsualPlace) {
 
 TEST_F(Installation, RendersFromAnywhere) {
     makePicture("in.png", {0.8F, 0.4F, 0.2F, 1}, OIIO::TypeDesc::UINT8);
+    makePicture("in.exr", {1.8F, 0.4F, 0.2F, 1}, OIIO::TypeDesc::FLOAT);
     fs::create_symlink(root() / "bin/tesselune", mFolder / "link");
     for (const fs::path& command : {root() / "bin/tesselune", mFolder / "link"}) {
         const Outcome outcome = run({"render", "in.png", "out.png"}, {}, command.c_str());
@@ -39,6 +40,9 @@ TEST_F(Installation, RendersFromAnywhere) {
         EXPECT_EQ(outcome.output + outcome.error, "");
         EXPECT_NEAR(RawPicture::read(mFolder / "out.png").firstPixel()[0], 0.8, 0.005);
         fs::remove(mFolder / "out.png");
+        run({"render", "in.exr", "out.exr"}, {}, command.c_str());
+        EXPECT_NEAR(RawPicture::read(mFolder / "out.exr").firstPixel()[0], 1.8, 1e-6);
+        fs::remove(mFolder / "out.exr");
     }
 }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -344,6 +345,41 @@ TEST_F(Command, RendersPlainColourAsItIsThroughTheRealEffect) {
             ASSERT_NEAR(picture.values[i], 0.8, 0.005) << row.out << " at " << i;
             ASSERT_NEAR(picture.values[i + 2], 0.2, 0.005) << row.out << " at " << i;
         }
+    }
+}
+
+TEST_F(Command, KeepsEveryLevelOfWhatIsDeeperThan8Bits) {
+    const struct {
+        const char* in;
+        const char* out;
+        TypeDesc type;
+        double first;
+        double last;
+        double tolerance;
+    } rows[] = {{"in.exr", "out.exr", TypeDesc::FLOAT, -1, 7, 1e-6},
+                {"in.png", "out.png", TypeDesc::UINT16, 0, 1, 1.0 / 65535},
+                {"in.tif", "out.tif", TypeDesc::UINT16, 0, 1, 1.0 / 65535}};
+    constexpr int kLevels = 1024;
+    for (const auto& [in, out, type, first, last, tolerance] : rows) {
+        RawPicture ramp = RawPicture::of({0, 0.25F, 0.5F}, type, -1, kLevels, 2);
+        for (std::size_t x = 0; x < 2 * kLevels; ++x) {
+            const double share = static_cast<double>(x % kLevels) / (kLevels - 1);
+            ramp.values[3 * x] = static_cast<float>(first + (last - first) * share);
+        }
+        ramp.write(mFolder / in);
+        const Outcome outcome = run({"render", in, out, "--size", "2"});
+        EXPECT_EQ(outcome.output + outcome.error, "");
+        const RawPicture picture = RawPicture::read(mFolder / out);
+        EXPECT_EQ(picture.spec.format, type);
+        std::set<float> levels;
+        for (std::size_t x = 0; x < kLevels; ++x) {
+            // The reference point lies between the cell's pixels.
+            const std::size_t left = x / 2 * 2;
+            const float cell = (ramp.values[3 * left] + ramp.values[3 * left + 3]) / 2;
+            ASSERT_NEAR(picture.values[4 * x], cell, tolerance) << out << " at " << x;
+            levels.insert(picture.values[4 * x]);
+        }
+        EXPECT_EQ(levels.size(), std::size_t{kLevels / 2}) << out;
     }
 }
 

@@ -35,6 +35,7 @@ protected:
 TEST_F(PictureReader, GivesStraightArgbAtTheFilesDepth) {
     constexpr float k8 = 1.0F / 255;
     constexpr float k16 = 1.0F / 65535;
+    constexpr float kThird = 1.0F / 3; // a level of 16 bits
     struct Row {
         const char* name;
         std::vector<float> pixel;
@@ -56,8 +57,8 @@ TEST_F(PictureReader, GivesStraightArgbAtTheFilesDepth) {
          {3, 200, 9, 0}},
         {"clear.png", {200 * k8, 9 * k8, 0, 0}, TypeDesc::UINT8, 3, Depth::Bits8, {0, 200, 9, 0}},
         {"rgba.gif", {0, 1, 0, 1}, TypeDesc::UINT8, 3, Depth::Bits8, {255, 0, 255, 0}},
-        {"rgba.tif", {1, 0.5F, 0, k16}, TypeDesc::UINT16, 3, Depth::Bits16, {1, 32768, 16384, 0}},
-        {"grey16.png", {1000 * k16}, TypeDesc::UINT16, -1, Depth::Bits16, {32768, 500, 500, 500}},
+        {"rgba.tif", {1, kThird, 0, k16}, TypeDesc::UINT16, 3, Depth::Float32, {k16, 1, kThird, 0}},
+        {"grey16.png", {kThird}, TypeDesc::UINT16, -1, Depth::Float32, {1, kThird, kThird, kThird}},
         {"half.exr",
          {0.25F, 0.125F, 0, 0.5F},
          TypeDesc::HALF,
@@ -102,7 +103,7 @@ TEST_F(PictureReader, RoundsEvery16BitValueToTheNearest) {
         all.values.push_back(static_cast<float>(value) / 65535);
     }
     all.write(mFolder / "all.png");
-    const World world = ReadPicture(mFolder / "all.png").world;
+    const World world = ReadPicture(mFolder / "all.png", Depth::Bits16).world;
     for (int value = 0; value < 65536; ++value) {
         const int nearest = (value * 32768 + 32767) / 65535;
         ASSERT_EQ(Argb(world, value % 256, value / 256)[1], static_cast<float>(nearest)) << value;

@@ -52,6 +52,7 @@ protected:
 
 TEST_F(PictureWriterTest, KeepsDepthAndAlphaAsTheFormatAllows) {
     const ImageSpec half(1, 1, 4, TypeDesc::HALF);
+    const ImageSpec whole(1, 1, 4, TypeDesc::UINT16);
     struct Row {
         const char* name;
         Depth depth;
@@ -71,6 +72,7 @@ TEST_F(PictureWriterTest, KeepsDepthAndAlphaAsTheFormatAllows) {
         {"32.exr", Depth::Float32, {}, TypeDesc::FLOAT, {0.25F, 0.125F, -0.5F, 0.25F}},
         {"half.exr", Depth::Float32, half, TypeDesc::HALF, {0.25F, 0.125F, -0.5F, 0.25F}},
         {"32.tif", Depth::Float32, {}, TypeDesc::FLOAT, {1, 0.5F, -2, 0.25F}},
+        {"kept16.tif", Depth::Float32, whole, TypeDesc::UINT16, {1, 0.5F, 0, 0.25F}},
         {"32.png", Depth::Float32, {}, TypeDesc::UINT16, {1, 0.5F, 0, 0.25F}},
         {"32.jpg", Depth::Float32, {}, TypeDesc::UINT8, {0.25F, 0.125F, 0}},
     };
@@ -94,7 +96,7 @@ TEST_F(PictureWriterTest, BringsEvery16BitLayerValueBack) {
                                                                                      grey, grey};
     }
     PictureWriter(mFolder / "all.tif").write(world, {});
-    const World again = ReadPicture(mFolder / "all.tif").world;
+    const World again = ReadPicture(mFolder / "all.tif", Depth::Bits16).world;
     for (A_long y = 0; y < world.height(); ++y) {
         for (std::size_t x = 0; x < 256; ++x) {
             ASSERT_EQ(again.row<PF_Pixel16>(y)[x].red, world.row<PF_Pixel16>(y)[x].red);
