@@ -2,6 +2,7 @@
 #include "Host/Command/ParameterOptions.h"
 #include "Host/Command/RendererOptions.h"
 #include "Host/Command/SheetPlan.h"
+#include "Host/Command/ShotTally.h"
 #include "Host/Command/ValueTypes.h"
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
@@ -118,17 +119,22 @@ void MakeSheet(const SheetOptions& options, CommandContext& context) {
     const Renderer with = options.renderer.choose(context);
     ContactSheet sheet = Layout(plan, input, options.width);
     World output(input.depth(), input.width(), input.height());
+    std::size_t nonFinitePixels = 0; // the same in every cell
     for (std::size_t row = 0; row < plan.size(); ++row) {
         for (std::size_t column = 0; column < plan[row].size(); ++column) {
             const SheetCell& cell = plan[row][column];
             if (!cell.empty()) {
-                renderer.render({}, ValuesOf(cell, fixed), ViewOf(input), ViewOf(output), with);
+                nonFinitePixels =
+                    renderer.render({}, ValuesOf(cell, fixed), ViewOf(input), ViewOf(output), with);
             }
             sheet.place(row, column, cell.empty() ? input : output);
         }
     }
     const World page = sheet.world(input.depth());
     writer.write(page, OriginOfSheet(picture.origin, page));
+    if (nonFinitePixels > 0) {
+        context.streams().complain(NonFiniteText(nonFinitePixels));
+    }
 }
 
 void SetUp(CLI::App& command, CommandContext& context) {

@@ -69,7 +69,9 @@ void ShotOptions::addTo(CLI::App& command) {
         ->check(CLI::Range(std::size_t{1}, kMostThreads).description(""));
     add("--max-frames-in-flight", mInFlight, "N", "frames in memory at a time [threads + 1]")
         ->check(CLI::Range(std::size_t{1}, std::size_t{4} * kMostThreads).description(""));
-    command.add_option("--depth", mDepth, "bits of a channel to work at [8 if IN has no more, else 32]")
+    command
+        .add_option("--depth", mDepth,
+                    "bits of a channel to work at [8 if IN has no more, else 32]")
         ->check(CLI::IsMember({8, 16, 32}).description(""))
         ->type_name(ChoiceType({"8", "16", "32"}));
 }

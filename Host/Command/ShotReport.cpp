@@ -46,6 +46,9 @@ int ShotReport::finish() {
     if (mRendering == Rendering::Shot || mVerbosity == Verbosity::Verbose) {
         mProgress.finish(mTally);
     }
+    if (mVerbosity != Verbosity::Quiet && !mTally.nonFinite().empty()) {
+        mStreams.complain(mTally.nonFinite());
+    }
     if (mTally.ended() < mTally.frames()) {
         mStreams.complain(fmt::format("interrupted with {} of {} frames done; the same command "
                                       "with --resume does the rest",

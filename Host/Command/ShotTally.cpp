@@ -7,12 +7,19 @@
 
 namespace Kerovane::Host {
 
+std::string NonFiniteText(std::size_t pixels) {
+    return pixels == 0 ? ""
+                       : fmt::format("NaN and infinite channels counted as 0 in {} {}", pixels,
+                                     pixels == 1 ? "pixel" : "pixels");
+}
+
 void ShotTally::add(const ShotFrame& frame, const FrameReport& report) {
     if (report.width > 0) {
         const auto [size, isNew] =
             mFirstOfSize.emplace(std::pair(report.width, report.height), frame.number);
         size->second = std::min(size->second, frame.number);
     }
+    mNonFinitePixels += report.nonFinitePixels;
     switch (report.ending) {
     case FrameEnding::Rendered:
         ++mRendered;

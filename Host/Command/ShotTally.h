@@ -10,6 +10,9 @@
 
 namespace Kerovane::Host {
 
+/// "NaN and infinite channels counted as 0 in 12 pixels"; empty for no pixels.
+std::string NonFiniteText(std::size_t pixels);
+
 /** What has become of a shot's frames so far. */
 class ShotTally {
 public:
@@ -39,6 +42,9 @@ public:
     /// Which sizes the frames have, and where; empty where they have the same.
     std::string sizes() const;
 
+    /// In how many pixels NaN and infinities counted as 0; empty if in none.
+    std::string nonFinite() const { return NonFiniteText(mNonFinitePixels); }
+
 private:
     double elapsed() const;
 
@@ -46,6 +52,7 @@ private:
     std::size_t mRendered = 0;
     std::size_t mKept = 0;
     FrameList mFailed;
+    std::size_t mNonFinitePixels = 0;
     StageSeconds mSeconds; ///< of rendered frames
     std::map<std::pair<A_long, A_long>, A_long> mFirstOfSize;
     std::chrono::steady_clock::time_point mStart = std::chrono::steady_clock::now();

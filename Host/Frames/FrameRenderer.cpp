@@ -1,5 +1,6 @@
 #include "Host/Frames/FrameRenderer.h"
 
+#include "Host/Frames/FiniteFrame.h"
 #include "Host/Frames/SoftwareFrame.h"
 #include "Host/Session/Drawable.h"
 
@@ -23,13 +24,17 @@ void FrameRenderer::checkDrawable() {
     mThread.run([](EffectRenderer&) { CheckDrawable(0, 0); });
 }
 
-void FrameRenderer::render(const Frame& frame, const ParameterValues& values,
-                           const ConstPixelView& in, const PixelView& out, Renderer with) {
+std::size_t FrameRenderer::render(const Frame& frame, const ParameterValues& values,
+                                  const ConstPixelView& in, const PixelView& out, Renderer with) {
+    const FiniteFrame finite(in);
     if (with == Renderer::Software) {
-        DrawSoftwareFrame(MosaicParametersOf(mParameters, values, frame), in, out, mThreads);
-        return;
+        DrawSoftwareFrame(MosaicParametersOf(mParameters, values, frame), finite.view(), out,
+                          mThreads);
+    } else {
+        mThread.run(
+            [&](EffectRenderer& renderer) { renderer.render(frame, values, finite.view(), out); });
     }
-    mThread.run([&](EffectRenderer& renderer) { renderer.render(frame, values, in, out); });
+    return finite.cleanedPixels();
 }
 
 } // namespace Kerovane::Host

@@ -6,6 +6,7 @@
 #include "Host/Parameters/Renderer.h"
 
 #include <atomic>
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <vector>
@@ -54,8 +55,10 @@ public:
 
     /**
      * Draws `in` at `values` into `out`, of the same size and depth. Throws Error also if the frame
-     * is larger than OpenGL draws. The software renderer draws on the calling thread and on threads
-     * of its own, straight from view to view, without OpenGL. What follows is about the effect.
+     * is larger than OpenGL draws. NaN and infinities count as 0, channel by channel: returns the
+     * number of pixels that had any. The software renderer draws on the calling thread and on
+     * threads of its own, straight from view to view, without OpenGL. What follows is about the
+     * effect.
      *
      * Views of an effect's own form (PixelView as it stands, with rows whole pixels apart and top
      * down, channels at their natural addresses) are read and written in place; others are copied
@@ -63,8 +66,8 @@ public:
      * of another form is untouched; one that is written in place is so up to the point at which the
      * effect begins to write it.
      */
-    void render(const Frame& frame, const ParameterValues& values, const ConstPixelView& in,
-                const PixelView& out, Renderer with = Renderer::OpenGL);
+    std::size_t render(const Frame& frame, const ParameterValues& values, const ConstPixelView& in,
+                       const PixelView& out, Renderer with = Renderer::OpenGL);
 
 private:
     RenderThread mThread;

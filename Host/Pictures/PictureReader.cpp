@@ -189,11 +189,12 @@ bool IsPremultiplied(const PictureFile& file) {
     return AlphaOf(file.layout()) >= 0 && !straight;
 }
 
-/// Divides colour by alpha, but where that is 0: there is nothing to divide by, and none is seen.
+/// Divides colour by alpha, unless that is 0 or counts as 0: there is nothing to divide by, and none
+/// is seen.
 void Unpremultiply(float* pixel, std::size_t pixels, std::size_t stride, ChannelPlaces places) {
     for (std::size_t i = 0; i < pixels; ++i, pixel += stride) {
         const float alpha = pixel[places.alpha];
-        if (alpha == 0 || alpha == 1) {
+        if (alpha == 0 || alpha == 1 || !std::isfinite(alpha)) {
             continue;
         }
         pixel[places.red] /= alpha;

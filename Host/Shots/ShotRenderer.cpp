@@ -88,10 +88,11 @@ void Render(FrameJob& job, const ShotDrawing& drawing) {
     const Stopwatch stopwatch(job.report.seconds.render);
     const World& input = *job.input;
     World& output = job.output.emplace(input.depth(), input.width(), input.height());
-    drawing.renderer.render({.time = drawing.rate.timeOf(job.frame.number),
-                             .timeStep = drawing.rate.timeStep(),
-                             .downsample = drawing.downsample},
-                            drawing.values, ViewOf(input), ViewOf(output), drawing.with);
+    job.report.nonFinitePixels =
+        drawing.renderer.render({.time = drawing.rate.timeOf(job.frame.number),
+                                 .timeStep = drawing.rate.timeStep(),
+                                 .downsample = drawing.downsample},
+                                drawing.values, ViewOf(input), ViewOf(output), drawing.with);
     job.input.reset();
 }
 

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <fstream>
+#include <limits>
 #include <set>
 #include <sstream>
 #include <string>
@@ -346,6 +347,25 @@ TEST_F(Command, RendersPlainColourAsItIsThroughTheRealEffect) {
             ASSERT_NEAR(picture.values[i + 2], 0.2, 0.005) << row.out << " at " << i;
         }
     }
+}
+
+TEST_F(Command, TellsOnceInHowManyPixelsChannelsAreNotFinite) {
+    RawPicture picture = RawPicture::of({0.5F, 0.5F, 0.5F, 1}, TypeDesc::FLOAT, 3);
+    picture.values[0] = picture.values[1] = std::numeric_limits<float>::quiet_NaN();
+    picture.values[7] = std::numeric_limits<float>::infinity();
+    picture.write(mFolder / "in.1.exr");
+    picture.write(mFolder / "in.2.exr");
+    const Outcome one = runFake({"render", "in.1.exr", "out.exr"});
+    EXPECT_EQ(one.status, 0);
+    EXPECT_EQ(one.error, "tesselune: NaN and infinite channels counted as 0 in 2 pixels\n");
+    const RawPicture written = RawPicture::read(mFolder / "out.exr");
+    const std::vector<float> first(written.values.begin(), written.values.begin() + 8);
+    EXPECT_EQ(first, (std::vector<float>{0, 0, 0.5F, 1, 0, 0, 0, 0})) << "premultiplied";
+    const Outcome shot = runFake({"render", "in.%d.exr", "out.%d.exr"});
+    const std::size_t line = shot.error.find("counted as 0 in 4 pixels");
+    EXPECT_NE(line, std::string::npos) << shot.error;
+    EXPECT_EQ(shot.error.find("counted as 0", line + 1), std::string::npos) << shot.error;
+    EXPECT_EQ(runFake({"render", "in.1.exr", "out.exr", "--quiet"}).error, "");
 }
 
 TEST_F(Command, KeepsEveryLevelOfWhatIsDeeperThan8Bits) {

@@ -8,7 +8,9 @@
 #include <array>
 #include <chrono>
 #include <cstdlib>
+#include <cstring>
 #include <iostream>
+#include <limits>
 #include <optional>
 #include <string>
 #include <thread>
@@ -71,6 +73,28 @@ TEST_F(FrameRendererTest, DrawsViewsOfAnyFormAndNothingBesideThem) {
         renderer.render({}, {}, row.in, row.out);
         EXPECT_EQ(mOut, expected) << row.name;
     }
+}
+
+TEST_F(FrameRendererTest, CountsWhatIsNotFiniteAs0ChannelByChannel) {
+    constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const std::array<float, 12> in{1, kNan, -3, 2e38F, -kInfinity, 0.5F, kInfinity, 1, 1, 2, 3, 4};
+    const std::array<float, 12> expected{1, 0, -3, 2e38F, 0, 0.5F, 0, 1, 1, 2, 3, 4};
+    std::array<float, 12> out{};
+    FrameRenderer renderer(FAKE_EFFECT);
+    const PixelView from{.top = reinterpret_cast<std::byte*>(mIn.data()) + 1,
+                         .rowBytes = 16,
+                         .width = 1,
+                         .height = 3,
+                         .depth = Depth::Float32};
+    std::memcpy(from.top, in.data(), sizeof in);
+    PixelView to = from;
+    to.top = reinterpret_cast<std::byte*>(out.data());
+    EXPECT_EQ(renderer.render({}, {}, from, to), 2U);
+    EXPECT_EQ(out, expected);
+    EXPECT_EQ(std::memcmp(from.top, in.data(), sizeof in), 0) << "the input is not written";
+    std::memcpy(from.top, expected.data(), sizeof expected);
+    EXPECT_EQ(renderer.render({}, {}, from, to), 0U);
 }
 
 TEST_F(FrameRendererTest, LeavesAnOutputThatNeedsConvertingAloneIfTheFrameFails) {
