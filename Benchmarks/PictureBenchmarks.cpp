@@ -70,7 +70,7 @@ void Write(benchmark::State& state, Host::Depth depth) {
     const PictureFiles files(depth);
     const Host::Picture picture = Host::ReadPicture(files.input());
     Host::World output(depth, picture.world.width(), picture.world.height());
-    Host::FrameRenderer renderer(TESSELUNE_MODULE);
+    Host::FrameRenderer renderer(Host::WithFloatModule(TESSELUNE_MODULE));
     Render(renderer, picture.world, output);
     const Host::PictureWriter writer(files.output());
     for ([[maybe_unused]] auto _ : state) {
@@ -81,7 +81,7 @@ void Write(benchmark::State& state, Host::Depth depth) {
 void RenderPicture(benchmark::State& state, Host::Depth depth) {
     const Host::World input = BenchmarkPicture(depth, kWidth, kHeight);
     Host::World output(depth, kWidth, kHeight);
-    Host::FrameRenderer renderer(TESSELUNE_MODULE);
+    Host::FrameRenderer renderer(Host::WithFloatModule(TESSELUNE_MODULE));
     Render(renderer, input, output);
     for ([[maybe_unused]] auto _ : state) {
         Render(renderer, input, output);
@@ -90,7 +90,7 @@ void RenderPicture(benchmark::State& state, Host::Depth depth) {
 
 void FileToFile(benchmark::State& state, Host::Depth depth) {
     const PictureFiles files(depth);
-    Host::FrameRenderer renderer(TESSELUNE_MODULE);
+    Host::FrameRenderer renderer(Host::WithFloatModule(TESSELUNE_MODULE));
     const Host::PictureWriter writer(files.output());
     const auto renderFile = [&] {
         const Host::Picture picture = Host::ReadPicture(files.input());
@@ -118,7 +118,7 @@ void RenderShot(benchmark::State& state, Host::Depth depth) {
     const std::size_t threads = std::max(std::thread::hardware_concurrency(), 1U);
     Host::ShotSetting setting;
     setting.framesInFlight = threads + 1;
-    Host::FrameRenderer renderer(TESSELUNE_MODULE);
+    Host::FrameRenderer renderer(Host::WithFloatModule(TESSELUNE_MODULE));
     const Host::ShotDrawing drawing{.renderer = renderer, .values = {}, .rate = {}};
     const auto ended = [&state](const auto&, const Host::FrameReport& report) {
         if (report.ending != Host::FrameEnding::Rendered) {

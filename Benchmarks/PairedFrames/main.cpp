@@ -1,5 +1,5 @@
 // Compares frames by turns in one process: the effect with its floors, the effect with itself under
-// other parameters, or two builds of the effect.
+// other parameters, its two modules, or two builds of the effect.
 
 #include "Benchmarks/BareFrame/BareFrame.h"
 #include "Benchmarks/BenchmarkPicture.h"
@@ -194,6 +194,20 @@ json CompareModules(Host::Effect& effect, const Settings& settings) {
     return rows;
 }
 
+/// The module that stores floats against the one that stores 8 bits, at the depths that it is for.
+json CompareFloats(Host::Effect& effect, const Settings& settings) {
+    Host::Effect floats(TESSELUNE_FLOAT_MODULE);
+    json rows = json::array();
+    for (const Host::Depth depth : {Host::Depth::Bits16, Host::Depth::Float32}) {
+        constexpr PictureSize kFullHd = {1920, 1080};
+        Worlds worlds(depth, kFullHd);
+        const std::vector<Side> sides = {EffectSide("floats", floats, Cells{}, worlds),
+                                         EffectSide("effect", effect, Cells{}, worlds)};
+        rows.push_back(Described(Compare(sides, settings.rounds), worlds, Cells{}));
+    }
+    return rows;
+}
+
 /// What `compare` says of the effect, whose reports on standard output are dropped.
 json Compared(json (*compare)(Host::Effect&, const Settings&), const Settings& settings) {
     const Host::SilentThread silent;
@@ -245,6 +259,7 @@ int Run(int argc, char** argv) {
     CLI::App* floors = app.add_subcommand("floors", "against bare GL calls and a memory copy");
     floors->add_flag("--small", settings.small, "leave the pictures beyond 1920 x 1080 out");
     CLI::App* parameters = app.add_subcommand("parameters", "against other parameters");
+    CLI::App* floats = app.add_subcommand("floats", "the module with floats against the other");
     CLI::App* modules = app.add_subcommand("modules", "against another build of the effect");
     modules->add_option("BASE", settings.base, "the other build's module")
         ->required()
@@ -255,6 +270,7 @@ int Run(int argc, char** argv) {
     // heap happens to lie.
     Platform::KeepFreedMemory();
     const json rows = Compared(*modules      ? CompareModules
+                               : *floats     ? CompareFloats
                                : *parameters ? CompareParameters
                                              : CompareWithFloors,
                                settings);

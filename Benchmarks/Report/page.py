@@ -198,7 +198,7 @@ def figures(reports, folder):
         return json.loads((reports / f"{name}.json").read_text())
 
     floors, parameters, rivals = load("floors"), load("parameters"), load("rivals")
-    memory = load("memory")
+    floats, memory = load("floats"), load("memory")
     stages = stage_times(load("benchmarks"))
     plain = [row for row in floors if row["levels"] == 0 and row["shape"] == "squares"]
     at_full_hd = next(row for row in plain if pixels(row) == FULL_HD and row["bits"] == 8)
@@ -238,6 +238,11 @@ def figures(reports, folder):
          *(f"{1 / row['sides'][name]['cpu_ratio']['median']:.2f}" for name in PARAMETERS)]
         for row in parameters
     ]  # fmt: skip
+    float_rows = [
+        [row["bits"], *(number(side(row, name)) for name in ("floats", "effect")),
+         ratio(row["sides"]["effect"]["cpu_ratio"]), ratio(row["sides"]["effect"]["wall_ratio"])]
+        for row in floats
+    ]  # fmt: skip
     stage_rows = [
         [name.removeprefix("Stage/"), number(cpu), number(wall)]
         for name, (cpu, wall) in sorted(stages.items()) if not name.startswith("Math/")
@@ -260,6 +265,10 @@ def figures(reports, folder):
         "## Parameters\n",
         "Times the cost at the defaults, at 1920 x 1080 and 8 bits:\n",
         table(["Shape", *PARAMETERS], parameter_rows),
+        "## Colour as floats\n",
+        "`TesseluneFloat.so` against `Tesselune.so`, at 1920 x 1080:\n",
+        table(["Bits", "Floats, ms", "8 bits, ms", "Floats over 8 bits", "The same in wall time"],
+              float_rows),
         "## Stages\n",
         f"![the stages of a frame]({PICTURES}/stages.svg)\n",
         table(["Stage", "Processor time, ms", "Wall time, ms"], stage_rows),
