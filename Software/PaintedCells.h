@@ -26,6 +26,7 @@ public:
         mColumns.resize(count);
         mRows.resize(count);
         mColours.resize(count);
+        mStraight.resize(count);
         mPixels.resize(count);
         fate.decide(mPoints, mLeft);
         for (std::size_t cell = 0; cell < count; ++cell) {
@@ -37,8 +38,9 @@ public:
         for (std::size_t cell = 0; cell < count; ++cell) {
             mColours[cell] =
                 mLeft[cell] != 0 ? painter.colour(mColumns[cell], mRows[cell]) : Rgba{};
-            mPixels[cell] = painter.pixel(mColours[cell]);
+            mStraight[cell] = painter.straight(mColours[cell]);
         }
+        painter.makePixels(mStraight, mPixels);
         mAnyShows = std::any_of(mColours.begin(), mColours.end(), [&painter](const Rgba& colour) {
             return painter.isShowing(colour);
         });
@@ -68,6 +70,7 @@ private:
     std::vector<Between> mColumns;
     std::vector<Between> mRows;
     std::vector<Rgba> mColours; ///< transparent black if the cell has gone
+    std::vector<Rgba> mStraight;
     std::vector<Pixel<Channel>> mPixels;
     bool mAnyShows = false;
 };

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <span>
 
 namespace Kerovane::Software {
 
@@ -60,14 +61,18 @@ public:
     /// Whether the picture shows through cells of that colour.
     bool isShowing(Rgba cell) const { return !mUseAlpha && cell[kAlpha] != 1; }
 
-    /// Of a cell through which nothing shows.
-    Pixel<Channel> pixel(Rgba cell) const {
+    /// What becomes of the colour of a cell through which nothing shows.
+    Rgba straight(Rgba cell) const {
         return finished(cell[kAlpha] == 1 ? cell : Mixed(Rgba{}, cell));
+    }
+
+    void makePixels(std::span<const Rgba> straight, std::span<Pixel<Channel>> pixels) const {
+        mOut.makePixels(straight, pixels);
     }
 
     /// At `x`, `y` of a cell through which the picture shows.
     Pixel<Channel> pixel(Rgba cell, std::ptrdiff_t x, std::ptrdiff_t y) const {
-        return finished(Mixed(mIn.fromMemoryOrder(texel(x, y)), cell));
+        return mOut.pixel(finished(Mixed(mIn.fromMemoryOrder(texel(x, y)), cell)));
     }
 
 private:
@@ -81,7 +86,8 @@ private:
         return mIn.inMemoryOrder(mPicture.row(y) + x * kBytes);
     }
 
-    [[gnu::always_inline]] Pixel<Channel> finished(Rgba colour) const;
+    /// Multiplied by its alpha and divided again.
+    [[gnu::always_inline]] static Rgba finished(Rgba colour);
 
     Host::ConstPixelView mPicture;
     PixelForm<Channel> mIn;
@@ -92,10 +98,10 @@ private:
 };
 
 template <typename Channel>
-inline Pixel<Channel> Painter<Channel>::finished(Rgba colour) const {
+inline Rgba Painter<Channel>::finished(Rgba colour) {
     const float alpha = colour[kAlpha];
     if (alpha == 1) {
-        return mOut.pixel(colour);
+        return colour;
     }
     Rgba product = colour * alpha;
     product[kAlpha] = alpha;
@@ -105,11 +111,11 @@ inline Pixel<Channel> Painter<Channel>::finished(Rgba colour) const {
     }
     const float kept = product[kAlpha];
     if (kept == 0) {
-        return {};
+        return Rgba{};
     }
     Rgba straight = product / kept;
     straight[kAlpha] = kept;
-    return mOut.pixel(straight);
+    return straight;
 }
 
 } // namespace Kerovane::Software

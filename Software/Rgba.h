@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <span>
 #include <utility>
 
 namespace Kerovane::Software {
@@ -83,10 +84,15 @@ public:
                    : colour;
     }
 
-    Pixel<Channel> pixel(Rgba colour) const {
-        if (mOrder == Host::ChannelOrder::Argb) {
-            colour = __builtin_shufflevector(colour, colour, 3, 0, 1, 2);
+    /// Of as many colours as there are pixels.
+    void makePixels(std::span<const Rgba> colours, std::span<Pixel<Channel>> pixels) const {
+        for (std::size_t index = 0; index < pixels.size(); ++index) {
+            pixels[index] = pixel(colours[index]);
         }
+    }
+
+    Pixel<Channel> pixel(Rgba colour) const {
+        colour = inOrder(colour);
         Pixel<Channel> pixel;
         if constexpr (std::floating_point<Channel>) {
             std::memcpy(pixel.data(), &colour, sizeof pixel);
@@ -99,6 +105,12 @@ public:
     }
 
 private:
+    Rgba inOrder(Rgba colour) const {
+        return mOrder == Host::ChannelOrder::Argb
+                   ? __builtin_shufflevector(colour, colour, 3, 0, 1, 2)
+                   : colour;
+    }
+
     std::size_t alphaAt() const { return mOrder == Host::ChannelOrder::Argb ? 0 : kAlpha; }
 
     Pixel<Channel> straight(Pixel<Channel> pixel) const {

@@ -1,5 +1,6 @@
 // Compares frames by turns in one process: the effect with its floors, the effect with itself under
-// other parameters, its two modules, or two builds of the effect.
+// other parameters, its two modules, or two builds of the effect, and the software renderer with
+// the effect and a copy of the bytes.
 
 #include "Benchmarks/BareFrame/BareFrame.h"
 #include "Benchmarks/BenchmarkPicture.h"
@@ -7,6 +8,8 @@
 #include "Benchmarks/Names.h"
 #include "Benchmarks/PairedFrames/PairedTiming.h"
 #include "Host/Frames/SilentThread.h"
+#include "Host/Frames/SoftwareFrame.h"
+#include "Host/Frames/WorldView.h"
 #include "Platform/Memory/FreedMemory.h"
 #include "Platform/OpenGL/HostContext.h"
 
@@ -208,6 +211,59 @@ json CompareFloats(Host::Effect& effect, const Settings& settings) {
     return rows;
 }
 
+/// The software renderer on one thread against itself on two, against a copy of the bytes, and at
+/// 1920 x 1080 and 8 bits against the effect.
+json CompareSoftware(Host::Effect& effect, const Settings& settings) {
+    struct Row {
+        Cells cells;
+        Host::Depth depth = Host::Depth::Bits8;
+        PictureSize size{1920, 1080};
+    };
+    const Cells triangles{.shapeType = 1};
+    const Row rows[] = {
+        {.cells = {}},
+        {.cells = {.size = 20}},
+        {.cells = {.size = 100}},
+        {.cells = {.size = 2}},
+        {.cells = {.size = 2, .levels = 5, .sizeRandom = 50}},
+        {.cells = triangles},
+        {.cells = {.shapeType = 1, .size = 20}},
+        {.cells = {.shapeType = 1, .size = 2, .levels = 5, .sizeRandom = 50}},
+        {.cells = {}, .depth = Host::Depth::Bits16},
+        {.cells = {}, .depth = Host::Depth::Float32},
+        {.cells = {}, .size = {3840, 2160}},
+        {.cells = {}, .size = {7680, 4320}},
+    };
+    json report = json::array();
+    for (const auto& [cells, depth, size] : rows) {
+        Worlds worlds(depth, size);
+        std::vector<std::byte> copy(worlds.input.bytes().size());
+        const auto parameters =
+            Host::MosaicParametersOf(effect.parameters(), ValuesOf(cells, effect.parameters()), {});
+        const auto software = [&](std::string name, int threads) {
+            return Side{.name = std::move(name),
+                        .prepare = [] {},
+                        .frame =
+                            [&, threads] {
+                                Host::DrawSoftwareFrame(parameters, ViewOf(worlds.input),
+                                                        ViewOf(worlds.output), threads);
+                            }};
+        };
+        std::vector<Side> sides = {
+            software("software", 1),
+            software("two threads", 2),
+            {.name = "memcpy",
+             .prepare = [] {},
+             .frame = [&] { std::memcpy(copy.data(), worlds.input.bytes().data(), copy.size()); }}};
+        if (depth == Host::Depth::Bits8 && size.width == 1920) {
+            sides.push_back(EffectSide("effect", effect, cells, worlds));
+        }
+        report.push_back(
+            Described(Compare(sides, RoundsFor(size, settings.rounds)), worlds, cells));
+    }
+    return report;
+}
+
 /// What `compare` says of the effect, whose reports on standard output are dropped.
 json Compared(json (*compare)(Host::Effect&, const Settings&), const Settings& settings) {
     const Host::SilentThread silent;
@@ -260,6 +316,7 @@ int Run(int argc, char** argv) {
     floors->add_flag("--small", settings.small, "leave the pictures beyond 1920 x 1080 out");
     CLI::App* parameters = app.add_subcommand("parameters", "against other parameters");
     CLI::App* floats = app.add_subcommand("floats", "the module with floats against the other");
+    CLI::App* software = app.add_subcommand("software", "the software renderer");
     CLI::App* modules = app.add_subcommand("modules", "against another build of the effect");
     modules->add_option("BASE", settings.base, "the other build's module")
         ->required()
@@ -271,6 +328,7 @@ int Run(int argc, char** argv) {
     Platform::KeepFreedMemory();
     const json rows = Compared(*modules      ? CompareModules
                                : *floats     ? CompareFloats
+                               : *software   ? CompareSoftware
                                : *parameters ? CompareParameters
                                              : CompareWithFloors,
                                settings);
