@@ -32,7 +32,7 @@ enum Id : A_long {
 
 /// From the first byte to the one behind the last, of all rows.
 std::pair<const std::byte*, const std::byte*> ExtentOf(const ConstPixelView& view) {
-    const auto [first, last] = std::minmax(view.row(0), view.row(view.height - 1));
+    const auto [first, last] = std::minmax({view.row(0), view.row(view.height - 1)});
     return {first, last + view.width * BytesPerPixel(view.depth)};
 }
 
