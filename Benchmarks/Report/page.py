@@ -193,12 +193,85 @@ def goals(plain, parameters, stages, memory, effect_frame, gegl_frame):
     ]  # fmt: skip
 
 
+def software_rows(software):
+    """A row of the table for each comparison of the software renderer."""
+    rows = []
+    for row in software:
+        has_effect = "effect" in row["sides"]
+        rows.append([
+            size_of(row), row["bits"], row["shape"], row["size"], row["levels"],
+            *(number(side(row, name, clock="wall_ms")) for name in ("software", "two threads")),
+            f"{row['sides']['memcpy']['wall_ratio']['median']:.1f}",
+            f"{row['sides']['two threads']['wall_ratio']['median']:.2f}",
+            f"{row['sides']['effect']['cpu_ratio']['median']:.3f}" if has_effect else "",
+        ])  # fmt: skip
+    return rows
+
+
+def software_goals(software, filters):
+    """Rows of the software renderer's table of goals."""
+
+    def wall(width, bits, shape, size, levels=0, name="software"):
+        return next(side(row, name, clock="wall_ms") for row in software
+                    if (row["width"], row["bits"], row["shape"], row["size"], row["levels"])
+                    == (width, bits, shape, size, levels))  # fmt: skip
+
+    def goal(text, value, most):
+        verdict = "reached" if value <= most else "**not reached**"
+        return [text, f"{most:g}", f"{value:.2f}", verdict]
+
+    def filter_ratio(name):
+        return max(filters[name][clock]["ratio"] for clock in ("wall_ms", "cpu_ms"))
+
+    def copies(size):
+        return next(
+            row["sides"]["memcpy"]["wall_ratio"]["median"] for row in software
+            if row["size"] == size and row["width"] == 1920 and row["shape"] == "squares"
+        )  # fmt: skip
+
+    hd = (1920, 8, "squares")
+    small = next(row for row in software if row["levels"] == 5 and row["shape"] == "squares")
+    second = wall(3840, 8, "squares", 10) / wall(3840, 8, "squares", 10, name="two threads")
+    costs = [wall(width, 8, "squares", 10) / width**2 for width in (1920, 3840, 7680)]
+    return [
+        goal("Size 10 over `pixelize`, the worse of processor and wall time",
+             filter_ratio("pixelize"), 0.2),
+        goal("the same over `pixeliz0r`", filter_ratio("pixeliz0r"), 0.5),
+        goal("Size 20 and 100, one thread, over a `memcpy`", max(copies(20), copies(100)), 6),
+        goal("Size 2, five levels, processor time over the effect's",
+             small["sides"]["effect"]["cpu_ratio"]["median"], 0.1),
+        goal("triangles over squares, Size 10 and 20",
+             max(wall(1920, 8, "triangles", size) / wall(*hd, size) for size in (10, 20)), 2),
+        goal("16 bits over 8", wall(1920, 16, "squares", 10) / wall(*hd, 10), 2.2),
+        goal("floats over 8 bits", wall(1920, 32, "squares", 10) / wall(*hd, 10), 4.2),
+        goal("3840 x 2160 on two threads over one, 1 / 1.7", 1 / second, 1 / 1.7),
+        goal("cost of a pixel from 1920 x 1080 to 7680 x 4320", max(costs) / min(costs), 1.15),
+    ]  # fmt: skip
+
+
+def software_section(software, filters):
+    filter_rows = [
+        [f"`{name}`", *(f"{times[clock]['frame']:.2f}" for clock in ("wall_ms", "cpu_ms"))]
+        for name, times in filters.items()
+    ]  # fmt: skip
+    return "\n".join([
+        "## The software renderer\n",
+        table(["Goal", "At most", "Measured", ""], software_goals(software, filters)),
+        table(["Picture", "Bits", "Shape", "Size", "Levels", "One thread, ms", "Two threads, ms",
+               "One thread over `memcpy`", "Two threads' gain", "Processor time over the effect's"],
+              software_rows(software)),
+        "Inside ffmpeg, on raw RGBA video of 1920 x 1080 with cells of 10 pixels:\n",
+        table(["Filter", "A frame, ms", "Processor time, ms"], filter_rows),
+    ])  # fmt: skip
+
+
 def figures(reports, folder):
     def load(name):
         return json.loads((reports / f"{name}.json").read_text())
 
     floors, parameters, rivals = load("floors"), load("parameters"), load("rivals")
     floats, memory = load("floats"), load("memory")
+    software, filters = load("software"), load("filters")
     stages = stage_times(load("benchmarks"))
     plain = [row for row in floors if row["levels"] == 0 and row["shape"] == "squares"]
     at_full_hd = next(row for row in plain if pixels(row) == FULL_HD and row["bits"] == 8)
@@ -269,6 +342,7 @@ def figures(reports, folder):
         "`TesseluneFloat.so` against `Tesselune.so`, at 1920 x 1080:\n",
         table(["Bits", "Floats, ms", "8 bits, ms", "Floats over 8 bits", "The same in wall time"],
               float_rows),
+        software_section(software, filters),
         "## Stages\n",
         f"![the stages of a frame]({PICTURES}/stages.svg)\n",
         table(["Stage", "Processor time, ms", "Wall time, ms"], stage_rows),
