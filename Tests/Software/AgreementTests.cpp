@@ -18,7 +18,9 @@ namespace {
 using Values = std::vector<std::pair<const char*, double>>; ///< by the parameters' names
 
 /// Smooth and with edges, opaque on the left and softer towards the right.
-World SomePicture(A_long width, A_long height) {
+World SomePicture() {
+    constexpr A_long width = 631;
+    constexpr A_long height = 401;
     World world(Depth::Bits8, width, height);
     for (A_long y = 0; y < height; ++y) {
         for (A_long x = 0; x < width; ++x) {
@@ -36,29 +38,45 @@ World SomePicture(A_long width, A_long height) {
     return world;
 }
 
+/// The same in floats.
+World InFloats(const World& picture) {
+    World floats(Depth::Float32, picture.width(), picture.height());
+    for (A_long y = 0; y < picture.height(); ++y) {
+        std::ranges::transform(picture.row<PF_Pixel8>(y), floats.row<PF_PixelFloat>(y).begin(),
+                               [](const PF_Pixel8& pixel) -> PF_PixelFloat {
+                                   return {pixel.alpha / 255.0F, pixel.red / 255.0F,
+                                           pixel.green / 255.0F, pixel.blue / 255.0F};
+                               });
+    }
+    return floats;
+}
+
 class Agreement : public testing::Test {
 protected:
-    World drawn(Renderer with, const Values& values, A_long downsample = 1) {
+    World drawn(const World& picture, Renderer with, const Values& values, A_long downsample = 1) {
         ParameterValues set;
         for (const auto& [name, value] : values) {
             const Parameter* parameter = FindParameter(mRenderer.parameters(), std::string(name));
             EXPECT_NE(parameter, nullptr) << name;
             set.set(parameter->id(), value);
         }
-        World out(Depth::Bits8, mPicture.width(), mPicture.height());
-        mRenderer.render({.time = {}, .downsample = downsample}, set,
-                         ViewOf(std::as_const(mPicture)), ViewOf(out), with);
+        World out(picture.depth(), picture.width(), picture.height());
+        mRenderer.render({.time = {}, .downsample = downsample}, set, ViewOf(picture), ViewOf(out),
+                         with);
         return out;
     }
 
-    /// The share of pixels that differ by more than `levels` in a channel.
-    static double differing(const World& one, const World& other, int levels) {
+    /// The share of pixels that differ by more than `most` in a channel.
+    template <typename Pixel>
+    static double differing(const World& one, const World& other, float most) {
         std::size_t count = 0;
         for (A_long y = 0; y < one.height(); ++y) {
-            const auto row = one.row<PF_Pixel8>(y);
-            const auto otherRow = other.row<PF_Pixel8>(y);
+            const auto row = one.row<Pixel>(y);
+            const auto otherRow = other.row<Pixel>(y);
             for (std::size_t x = 0; x < row.size(); ++x) {
-                const auto far = [levels](int a, int b) { return std::abs(a - b) > levels; };
+                const auto far = [most](auto a, auto b) {
+                    return std::abs(static_cast<float>(a) - static_cast<float>(b)) > most;
+                };
                 count += far(row[x].alpha, otherRow[x].alpha) || far(row[x].red, otherRow[x].red) ||
                          far(row[x].green, otherRow[x].green) || far(row[x].blue, otherRow[x].blue);
             }
@@ -66,8 +84,9 @@ protected:
         return static_cast<double>(count) / (static_cast<double>(one.width()) * one.height());
     }
 
-    FrameRenderer mRenderer{TESSELUNE_MODULE};
-    World mPicture = SomePicture(631, 401);
+    FrameRenderer mRenderer{EffectModules{TESSELUNE_MODULE, TESSELUNE_FLOAT_MODULE}};
+    const World mPicture = SomePicture();
+    const World mFloats = InFloats(mPicture);
 };
 
 TEST_F(Agreement, OfEveryPixelThatNoRandomNumberDecides) {
@@ -90,10 +109,22 @@ TEST_F(Agreement, OfEveryPixelThatNoRandomNumberDecides) {
                     Values values{{"Size Random", 0}, {"Feather", 0}, {"Use Alpha", useAlpha}};
                     values.insert(values.end(), form.begin(), form.end());
                     values.insert(values.end(), sweep.begin(), sweep.end());
-                    const World effect = drawn(Renderer::OpenGL, values, downsample);
-                    const World software = drawn(Renderer::Software, values, downsample);
-                    EXPECT_LE(differing(effect, software, 1), 0.001)
+                    const auto both = [&](const World& picture, auto differ) {
+                        return differ(drawn(picture, Renderer::OpenGL, values, downsample),
+                                      drawn(picture, Renderer::Software, values, downsample));
+                    };
+                    EXPECT_LE(both(mPicture,
+                                   [](const World& effect, const World& software) {
+                                       return differing<PF_Pixel8>(effect, software, 1);
+                                   }),
+                              0.001)
                         << testing::PrintToString(values) << " / " << downsample;
+                    EXPECT_LE(both(mFloats,
+                                   [](const World& effect, const World& software) {
+                                       return differing<PF_PixelFloat>(effect, software, 1e-5F);
+                                   }),
+                              0.001)
+                        << "floats, " << testing::PrintToString(values) << " / " << downsample;
                 }
             }
         }
@@ -118,7 +149,8 @@ TEST_F(Agreement, OfTheSharesThatRandomNumbersDecide) {
         plain.insert(plain.end(),
                      {{"Dissolve", 0}, {"Transition Progress", 0}, {"Size Random", 0}});
         const auto changed = [&](Renderer with) {
-            return differing(drawn(with, row.values), drawn(with, plain), 0);
+            return differing<PF_Pixel8>(drawn(mPicture, with, row.values),
+                                        drawn(mPicture, with, plain), 0);
         };
         const double bound = 4 * std::sqrt(2 * 0.25 / row.cells);
         EXPECT_NEAR(changed(Renderer::Software), changed(Renderer::OpenGL), bound)
