@@ -1,5 +1,7 @@
 #include "Adapters/OpenFX/Actions.h"
 
+#include "Adapters/OpenFX/Clip.h"
+#include "Adapters/OpenFX/ClipPreferences.h"
 #include "Adapters/OpenFX/Description.h"
 #include "Adapters/OpenFX/FrameArea.h"
 #include "Adapters/OpenFX/PropertySet.h"
@@ -50,6 +52,8 @@ OfxStatus Dispatch(std::string_view action, const Call& call) {
         GetRegionOfDefinition(call);
     } else if (action == kOfxImageEffectActionGetRegionsOfInterest) {
         GetRegionsOfInterest(call);
+    } else if (action == kOfxImageEffectActionGetClipPreferences) {
+        DeclareClipPreferences(call.effect, call.out);
     } else if (action == kOfxImageEffectActionRender) {
         Render(call.effect, call.in);
     } else {

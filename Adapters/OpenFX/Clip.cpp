@@ -21,9 +21,20 @@ double Clip::pixelAspect() const {
     return aspect > 0 ? aspect : 1;
 }
 
-bool Clip::hasAlpha() const {
-    return properties().text(kOfxImageEffectPropComponents) != kOfxImageComponentRGB &&
-           properties().text(kOfxImageEffectPropPreMultiplication) != kOfxImageOpaque;
+Name Clip::components() const {
+    const std::optional<std::string> unmapped =
+        properties().text(kOfxImageClipPropUnmappedComponents);
+    const std::optional<std::string> components =
+        unmapped ? unmapped : properties().text(kOfxImageEffectPropComponents);
+    return components == kOfxImageComponentRGB ? kOfxImageComponentRGB : kOfxImageComponentRGBA;
+}
+
+Name Clip::premultiplication() const {
+    const std::optional<std::string> said = properties().text(kOfxImageEffectPropPreMultiplication);
+    if (components() == kOfxImageComponentRGB || said == kOfxImageOpaque) {
+        return kOfxImageOpaque;
+    }
+    return said == kOfxImageUnPreMultiplied ? kOfxImageUnPreMultiplied : kOfxImagePreMultiplied;
 }
 
 std::optional<HostImage> Clip::image(OfxTime time, const OfxPointD& scale,
@@ -33,12 +44,8 @@ std::optional<HostImage> Clip::image(OfxTime time, const OfxPointD& scale,
         handle == nullptr) {
         return std::nullopt;
     }
-    const std::optional<std::string> premultiplication =
-        properties().text(kOfxImageEffectPropPreMultiplication);
     HostImage image = TakeImage(
-        handle, {.scale = scale,
-                 .field = field,
-                 .premultiplication = premultiplication.value_or(kOfxImagePreMultiplied)});
+        handle, {.scale = scale, .field = field, .premultiplication = premultiplication()});
     return image.pixels.top != nullptr ? std::optional(std::move(image)) : std::nullopt;
 }
 

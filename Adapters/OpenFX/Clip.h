@@ -23,8 +23,11 @@ public:
     /// Width of a pixel over its height: 1 if the host can't tell.
     double pixelAspect() const;
 
-    /// Whether pixels have an alpha that may differ from 1.
-    bool hasAlpha() const;
+    /// kOfxImageComponentRGB or kOfxImageComponentRGBA, as the clip comes to the host.
+    Name components() const;
+
+    /// kOfxImageOpaque, kOfxImagePreMultiplied or kOfxImageUnPreMultiplied.
+    Name premultiplication() const;
 
     /// The whole image at `time`, of `scale` unless it says otherwise itself; nothing if there is
     /// none. Throws Error if it is of a form that is not supported.

@@ -1,5 +1,6 @@
 #include "Adapters/OpenFX/Description.h"
 
+#include "Adapters/OpenFX/Controls.h"
 #include "Adapters/OpenFX/PropertySet.h"
 #include "Adapters/OpenFX/Suites.h"
 
@@ -43,6 +44,10 @@ void DeclareAbilities(const PropertySet& effect) {
     effect.offer(kOfxImageEffectPropTemporalClipAccess, 0);
     effect.offer(kOfxImageEffectPropSupportsMultipleClipDepths, 0);
     effect.offer(kOfxImageEffectPropSupportsMultipleClipPARs, 0);
+    int place = 0;
+    for (const std::string& name : ControlsOfHoles()) {
+        effect.offer(kOfxImageEffectPropClipPreferencesSlaveParam, name, place++);
+    }
 }
 
 void DefineClip(OfxImageEffectHandle effect, Name name) {
@@ -69,6 +74,7 @@ void Describe(OfxImageEffectHandle effect) {
 void DescribeInContext(OfxImageEffectHandle effect) {
     DefineClip(effect, kOfxImageEffectSimpleSourceClipName);
     DefineClip(effect, kOfxImageEffectOutputClipName);
+    DefineControls(effect);
 }
 
 } // namespace Kerovane::OpenFX

@@ -1,7 +1,7 @@
 #include "Adapters/OpenFX/FrameJob.h"
 
 #include "Adapters/OpenFX/PixelTransfer.h"
-#include "Host/Session/World.h"
+#include "Host/Frames/WorldView.h"
 
 #include <optional>
 

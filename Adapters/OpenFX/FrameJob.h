@@ -2,7 +2,7 @@
 
 #include "Adapters/OpenFX/FrameArea.h"
 #include "Adapters/OpenFX/HostImage.h"
-#include "Host/Frames/PixelView.h"
+#include "Host/Pixels/PixelView.h"
 
 #include <functional>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Adapters/OpenFX/Span.h"
-#include "Host/Frames/PixelView.h"
+#include "Host/Pixels/PixelView.h"
 
 #include <cstddef>
 #include <optional>

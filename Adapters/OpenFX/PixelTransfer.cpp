@@ -4,6 +4,7 @@
 #include <half.h>
 
 #include <algorithm>
+#include <array>
 #include <concepts>
 #include <cstdint>
 #include <cstring>
@@ -57,50 +58,54 @@ void WithChannel(Channel channel, Work work) {
     }
 }
 
-/// Calls `work` with a value of the type of `channel` and a pixel of an effect's of `depth`, which
-/// are bytes or floats here.
+/// A pixel in an effect's own order: alpha, red, green, blue.
+template <typename Value>
+using Argb = std::array<Value, 4>;
+
+/// Calls `work` with a value of the type of `channel` and one of that of `depth`, which stands for
+/// bytes or floats here.
 template <typename Work>
 void WithTypes(Channel channel, Host::Depth depth, Work work) {
     WithChannel(channel, [&](auto sample) {
         if (depth == Host::Depth::Bits8) {
-            work(sample, PF_Pixel8{});
+            work(sample, std::uint8_t{});
         } else {
-            work(sample, PF_PixelFloat{});
+            work(sample, float{});
         }
     });
 }
 
-template <typename Sample, typename Pixel>
-void ReadRow(const std::byte* row, std::ptrdiff_t channels, bool isOpaque, const Places& columns,
-             std::byte* to) {
-    using Value = decltype(Pixel::alpha);
-    const Pixel nothing{
-        .alpha = isOpaque ? kFull<Value> : Value{}, .red = {}, .green = {}, .blue = {}};
+template <typename Sample, typename Value>
+Argb<Value> ReadPixel(const std::byte* at, bool isOpaque) {
+    const auto sample = [at](std::size_t channel) {
+        return Converted<Value>(Load<Sample>(at + channel * sizeof(Sample)));
+    };
+    return {isOpaque ? kFull<Value> : sample(3), sample(0), sample(1), sample(2)};
+}
+
+/// `row` is null if all of it has no place.
+template <typename Sample, typename Value>
+void ReadRow(const HostPixels& from, const std::byte* row, const Places& columns, std::byte* to) {
+    const bool isOpaque = from.coverage == Coverage::Opaque;
+    const Argb<Value> nothing{isOpaque ? kFull<Value> : Value{}};
+    const std::ptrdiff_t step = from.channels * static_cast<std::ptrdiff_t>(sizeof(Sample));
     for (const std::ptrdiff_t column : columns) {
-        Pixel pixel = nothing;
-        if (row != nullptr && column != kNoPlace) {
-            const auto sample = [&](std::ptrdiff_t channel) {
-                constexpr auto kBytes = static_cast<std::ptrdiff_t>(sizeof(Sample));
-                const std::ptrdiff_t at = (column * channels + channel) * kBytes;
-                return Converted<Value>(Load<Sample>(row + at));
-            };
-            pixel = {.alpha = isOpaque ? kFull<Value> : sample(3),
-                     .red = sample(0),
-                     .green = sample(1),
-                     .blue = sample(2)};
-        }
+        const bool isThere = row != nullptr && column != kNoPlace;
+        const Argb<Value> pixel =
+            isThere ? ReadPixel<Sample, Value>(row + column * step, isOpaque) : nothing;
         std::memcpy(to, &pixel, sizeof pixel);
         to += sizeof pixel;
     }
 }
 
-template <typename Sample, typename Pixel>
+template <typename Sample, typename Value>
 void WriteRow(const std::byte* row, const Places& columns, int channels, std::byte* to) {
+    const std::size_t bytes = static_cast<std::size_t>(channels) * sizeof(Sample);
+    constexpr auto kStep = static_cast<std::ptrdiff_t>(sizeof(Argb<Value>));
     for (const std::ptrdiff_t column : columns) {
-        const auto pixel = Load<Pixel>(row + column * static_cast<std::ptrdiff_t>(sizeof(Pixel)));
-        const Sample samples[] = {Converted<Sample>(pixel.red), Converted<Sample>(pixel.green),
-                                  Converted<Sample>(pixel.blue), Converted<Sample>(pixel.alpha)};
-        const std::size_t bytes = static_cast<std::size_t>(channels) * sizeof(Sample);
+        const auto [alpha, red, green, blue] = Load<Argb<Value>>(row + column * kStep);
+        const Sample samples[] = {Converted<Sample>(red), Converted<Sample>(green),
+                                  Converted<Sample>(blue), Converted<Sample>(alpha)};
         std::memcpy(to, samples, bytes);
         to += bytes;
     }
@@ -110,23 +115,22 @@ void WriteRow(const std::byte* row, const Places& columns, int channels, std::by
 
 void ReadPixels(const HostPixels& from, const Places& columns, const Places& rows,
                 const Host::PixelView& to) {
-    WithTypes(from.channel, to.depth, [&](auto sample, auto pixel) {
+    WithTypes(from.channel, to.depth, [&](auto sample, auto value) {
         for (std::ptrdiff_t y = 0; y < to.height; ++y) {
             const std::ptrdiff_t place = rows[static_cast<std::size_t>(y)];
             const std::byte* row = place != kNoPlace ? from.top + place * from.rowBytes : nullptr;
-            ReadRow<decltype(sample), decltype(pixel)>(
-                row, from.channels, from.coverage == Coverage::Opaque, columns, to.row(y));
+            ReadRow<decltype(sample), decltype(value)>(from, row, columns, to.row(y));
         }
     });
 }
 
 void WritePixels(const Host::ConstPixelView& from, const Places& columns, const Places& rows,
                  const HostPixels& to) {
-    WithTypes(to.channel, from.depth, [&](auto sample, auto pixel) {
-        for (std::size_t y = 0; y < rows.size(); ++y) {
-            WriteRow<decltype(sample), decltype(pixel)>(from.row(rows[y]), columns, to.channels,
-                                                        to.top + static_cast<std::ptrdiff_t>(y) *
-                                                                     to.rowBytes);
+    WithTypes(to.channel, from.depth, [&](auto sample, auto value) {
+        std::byte* row = to.top;
+        for (const std::ptrdiff_t place : rows) {
+            WriteRow<decltype(sample), decltype(value)>(from.row(place), columns, to.channels, row);
+            row += to.rowBytes;
         }
     });
 }

@@ -1,13 +1,15 @@
 #include "Adapters/OpenFX/RenderAction.h"
 
 #include "Adapters/OpenFX/Clip.h"
+#include "Adapters/OpenFX/Controls.h"
 #include "Adapters/OpenFX/FrameArea.h"
 #include "Adapters/OpenFX/FrameJob.h"
 #include "Adapters/OpenFX/PixelTransfer.h"
 #include "Adapters/OpenFX/Suites.h"
-#include "Host/Frames/ConvertPixels.h"
+#include "Adapters/Shared/SharedRenderer.h"
 #include "Host/Text/Error.h"
 
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -54,7 +56,13 @@ void Render(OfxImageEffectHandle effect, const PropertySet& arguments) {
         return;
     }
     const FrameArea area = FrameAreaOf(effect, sourceClip, time);
-    DrawFrame(area, *source, *output, window, Host::ConvertPixels);
+    const Host::ParameterValues values = ValuesAt(effect, time);
+    const std::shared_ptr<Host::FrameRenderer> renderer = Adapters::SharedRenderer::get();
+    DrawFrame(area, *source, *output, window,
+              [&](const Host::ConstPixelView& in, const Host::PixelView& out) {
+                  // The values are those of this moment already, so the frame needs no time.
+                  renderer->render({}, values, in, out);
+              });
 }
 
 } // namespace Kerovane::OpenFX

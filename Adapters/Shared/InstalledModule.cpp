@@ -2,10 +2,16 @@
 
 #include "Host/Session/InstalledModule.h"
 
+#include <system_error>
+
 namespace Kerovane::Adapters {
 
 std::filesystem::path InstalledModule() {
-    return Host::InstalledModule("../tesselune/Tesselune.so");
+    const std::filesystem::path beside = Host::InstalledModule("Tesselune.so");
+    std::error_code error; // counts as not there
+    return std::filesystem::exists(beside, error)
+               ? beside
+               : Host::InstalledModule("../tesselune/Tesselune.so");
 }
 
 } // namespace Kerovane::Adapters

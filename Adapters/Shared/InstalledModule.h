@@ -4,8 +4,9 @@
 
 namespace Kerovane::Adapters {
 
-/// Where the effect's module stands beside the adapter's own, in the build tree and in an
-/// installation: in the folder tesselune beside the adapter's folder. Empty if that can't be told.
+/// Where the effect's module stands, in the build tree and in an installation: beside the adapter's
+/// own in a bundle, else in the folder tesselune beside the adapter's folder. Empty if that can't be
+/// told.
 std::filesystem::path InstalledModule();
 
 } // namespace Kerovane::Adapters

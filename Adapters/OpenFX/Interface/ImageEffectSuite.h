@@ -102,11 +102,11 @@ inline constexpr Name kOfxImageEffectPropTemporalClipAccess =
     "OfxImageEffectPropTemporalClipAccess";
 inline constexpr Name kOfxImageEffectPropClipPreferencesSlaveParam =
     "OfxImageEffectPropClipPreferencesSlaveParam";
-inline constexpr Name kOfxImageEffectPropContext = "OfxImageEffectPropContext";
 inline constexpr Name kOfxImageEffectPropProjectSize = "OfxImageEffectPropProjectSize";
 inline constexpr Name kOfxImageEffectPropProjectOffset = "OfxImageEffectPropProjectOffset";
 
 // Of clips, images and the actions that concern them.
+inline constexpr Name kOfxImageClipPropUnmappedComponents = "OfxImageClipPropUnmappedComponents";
 inline constexpr Name kOfxImageClipPropFieldExtraction = "OfxImageClipPropFieldExtraction";
 inline constexpr Name kOfxImageEffectPropComponents = "OfxImageEffectPropComponents";
 inline constexpr Name kOfxImageEffectPropPixelDepth = "OfxImageEffectPropPixelDepth";
