@@ -1,0 +1,264 @@
+#include "Tests/Adapters/OpenFX/OpenFXHost.h"
+#include "Tests/Support/RawPicture.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <fmt/format.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <set>
+
+namespace Kerovane::OpenFX {
+
+namespace {
+
+constexpr int kWidth = 61;
+constexpr int kHeight = 43;
+
+/// No two neighbours alike; in 255ths, so that every form holds it.
+std::array<float, 4> Motley(int x, int y) {
+    const auto level = [](int seed) { return static_cast<float>((seed % 256 + 256) % 256) / 255; };
+    const float alpha = (x + y) % 5 == 0 ? 204.0F / 255 : 1;
+    return {level(x * 37 + y * 101), level(x * 11 - y * 53 + 90), level(x * 5 + y * 7), alpha};
+}
+
+/// What the command makes of a picture that `colour` gives, x and y from the bottom left corner.
+RawPicture OfCommand(int width, int height, const Image::Colour& colour,
+                     const std::string& options) {
+    const TemporaryFolder folder;
+    RawPicture picture = RawPicture::of({0, 0, 0, 0}, OIIO::TypeDesc::FLOAT, 3, width, height);
+    auto value = picture.values.begin();
+    for (int y = height - 1; y >= 0; --y) {
+        for (int x = 0; x < width; ++x) {
+            value = std::ranges::copy(colour(x, y), value).out;
+        }
+    }
+    picture.write(folder / "in.tif");
+    const std::string line = fmt::format("{0} render {1}/in.tif {1}/out.tif {2}", TESSELUNE_COMMAND,
+                                         (folder / "").string(), options);
+    EXPECT_EQ(std::system(line.c_str()), 0) << line;
+    return RawPicture::read(folder / "out.tif");
+}
+
+/// The largest difference to `expected`, both multiplied by alpha, which counts if there is one.
+double Difference(Image& image, const RawPicture& expected) {
+    double difference = 0;
+    auto value = expected.values.begin();
+    for (int y = image.bounds.y2 - 1; y >= image.bounds.y1; --y) {
+        for (int x = image.bounds.x1; x < image.bounds.x2; ++x, value += 4) {
+            const std::array<float, 4> pixel = image.at(x, y);
+            for (int i = 0; i < image.channels; ++i) {
+                const float weight = i < 3 ? value[3] : 1;
+                const bool isStraight = image.coverage == Coverage::Straight && i < 3;
+                const double got = pixel[static_cast<std::size_t>(i)] * (isStraight ? pixel[3] : 1);
+                difference = std::max(difference, std::abs(got - value[i] * weight));
+            }
+        }
+    }
+    return difference;
+}
+
+class Frames : public testing::Test {
+protected:
+    const OpenFXHost mHost;
+    TestEffect mEffect = mHost.described();
+};
+
+TEST_F(Frames, AreThoseOfTheCommandInEveryForm) {
+    struct Row {
+        Channel channel;
+        int channels;
+        Coverage coverage;
+        bool isTopDown = false;
+        int padding = 0;
+        int left = 0;
+        int bottom = 0;
+        bool tellsLittle = false;
+    };
+    const Row rows[] = {
+        {Channel::Byte, 4, Coverage::Premultiplied},
+        {Channel::Byte, 4, Coverage::Straight, true, 12, -7, 1000},
+        {Channel::Byte, 3, Coverage::Opaque, false, 5},
+        {Channel::Short, 4, Coverage::Straight, false, 8, 20, -30},
+        {Channel::Short, 3, Coverage::Opaque, true},
+        {Channel::Half, 4, Coverage::Premultiplied, true, 0, 3, 5},
+        {Channel::Float, 4, Coverage::Premultiplied, false, 16, -61, 0, true},
+        {Channel::Float, 4, Coverage::Straight, true, 4},
+        {Channel::Float, 4, Coverage::Opaque},
+        {Channel::Float, 3, Coverage::Opaque, false, 4, 9, 9},
+    };
+    mEffect.set("shapeType", 1);
+    mEffect.set("size", 9);
+    mEffect.set("dissolve", 0.3);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(&row - rows));
+        const bool isOpaque = row.coverage == Coverage::Opaque;
+        const auto colour = [&](int x, int y) {
+            std::array<float, 4> pixel = Motley(x - row.left, y - row.bottom);
+            pixel[3] = isOpaque ? 0.4F : pixel[3]; // counts as 1
+            return pixel;
+        };
+        Image source{.bounds = {row.left, row.bottom, row.left + kWidth, row.bottom + kHeight},
+                     .channel = row.channel,
+                     .channels = row.channels,
+                     .coverage = row.coverage,
+                     .isTopDown = row.isTopDown,
+                     .padding = row.padding,
+                     .tellsLittle = row.tellsLittle};
+        source.make(colour);
+        Image output = source;
+        output.make();
+        mEffect.connect(source, output);
+        mEffect.setProject(row.left, row.bottom, row.left + kWidth, row.bottom + kHeight);
+        ASSERT_EQ(mHost.render(mEffect), kOfxStatOK);
+        const RawPicture expected = OfCommand(
+            kWidth, kHeight,
+            [&](int x, int y) {
+                std::array<float, 4> pixel = Motley(x, y);
+                pixel[3] = isOpaque ? 1 : pixel[3];
+                return pixel;
+            },
+            fmt::format("--shape-type triangle --size 9 --dissolve 30 --depth {}",
+                        row.channel == Channel::Byte ? 8 : 32));
+        EXPECT_LE(Difference(output, expected), 2.0 / 255);
+        for (int y = row.bottom; y < row.bottom + kHeight; ++y) {
+            const std::byte* behind = output.pixel(row.left, y) + output.rowBytes() - row.padding;
+            for (int i = 0; i < row.padding; ++i) {
+                ASSERT_EQ(behind[i], std::byte{0x5A}) << "padding";
+            }
+        }
+    }
+    EXPECT_EQ(OpenFXHost::openImages(), 0);
+}
+
+TEST_F(Frames, StandAtTheProjectsWindowOrAtLargerFootage) {
+    struct Row {
+        OfxRectI source;
+        OfxRectI project;
+        OfxRectI frame;
+    };
+    const Row rows[] = {
+        {{10, 5, 50, 30}, {0, 0, kWidth, kHeight}, {0, 0, kWidth, kHeight}},
+        {{31, 7, 35, 11}, {0, 0, kWidth, kHeight}, {0, 0, kWidth, kHeight}},
+        {{-4, 0, kWidth - 4, kHeight}, {0, 0, kWidth, kHeight}, {-4, 0, kWidth - 4, kHeight}},
+        {{0, 0, kWidth, kHeight}, {8, 8, 40, 40}, {0, 0, kWidth, kHeight}},
+    };
+    mEffect.set("size", 8);
+    for (const Row& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(&row - rows));
+        Image source{.bounds = row.source};
+        source.make(Motley);
+        Image output{.bounds = row.frame};
+        output.make();
+        mEffect.connect(source, output);
+        mEffect.setProject(row.project.x1, row.project.y1, row.project.x2, row.project.y2);
+        Properties region{{kOfxImageEffectPropRegionOfDefinition, {0.0, 0.0, 0.0, 0.0}}};
+        ASSERT_EQ(mHost.act(kOfxImageEffectActionGetRegionOfDefinition, &mEffect,
+                            {{kOfxPropTime, {0.0}}}, &region),
+                  kOfxStatOK);
+        const double edges[] = {row.frame.x1 * 1.0, row.frame.y1 * 1.0, row.frame.x2 * 1.0,
+                                row.frame.y2 * 1.0};
+        for (int i = 0; i < 4; ++i) {
+            EXPECT_EQ(region.at<double>(kOfxImageEffectPropRegionOfDefinition, i), edges[i]);
+        }
+        ASSERT_EQ(mHost.render(mEffect), kOfxStatOK);
+        const auto padded = [&](int x, int y) {
+            const int inX = x + row.frame.x1;
+            const int inY = y + row.frame.y1;
+            const bool isThere = row.source.x1 <= inX && inX < row.source.x2 &&
+                                 row.source.y1 <= inY && inY < row.source.y2;
+            return isThere ? Motley(inX, inY) : std::array<float, 4>{};
+        };
+        EXPECT_LE(Difference(output, OfCommand(kWidth, kHeight, padded, "--size 8 --depth 32")),
+                  2.0 / 255);
+    }
+}
+
+TEST_F(Frames, OfProxiesHaveTheCellsOfTheFullSize) {
+    constexpr int kFull = 240; // which 2, 3 and 4 divide
+    mEffect.set("size", 10);
+    mEffect.set("sizeRandom", 0.6);
+    mEffect.set("dissolve", 0.35);
+    mEffect.setProject(0, 0, kFull, kFull);
+    const auto render = [&](int divisor) {
+        const int side = kFull / divisor;
+        Image source{.bounds = {0, 0, side, side}, .scale = {1.0 / divisor, 1.0 / divisor}};
+        source.make([&](int x, int y) {
+            std::array<float, 4> colour = Motley(x * divisor, y * divisor);
+            colour[3] = 1;
+            return colour;
+        });
+        Image output = source;
+        output.make();
+        mEffect.connect(source, output);
+        EXPECT_EQ(mHost.render(mEffect), kOfxStatOK);
+        return output;
+    };
+    Image full = render(1);
+    for (const int divisor : {2, 3, 4}) {
+        Image proxy = render(divisor);
+        // The colours of a cell at full size and in the proxy belong to each other.
+        std::map<std::array<float, 4>, std::set<std::array<float, 4>>> colours;
+        for (int y = 0; y < kFull / divisor; ++y) {
+            for (int x = 0; x < kFull / divisor; ++x) {
+                // Downwards a centre between two pixels belongs to the lower one.
+                const int fullX = (2 * x + 1) * divisor / 2;
+                const int fullY = kFull - 1 - (kFull * 2 - (2 * y + 1) * divisor) / 2;
+                const std::array<float, 4> cell = full.at(fullX, fullY);
+                ASSERT_EQ(proxy.at(x, y)[3], cell[3]) << x << ' ' << y << " of 1/" << divisor;
+                colours[cell].insert(proxy.at(x, y));
+            }
+        }
+        EXPECT_GT(colours.size(), 100U);
+        for (const auto& [cell, shown] : colours) {
+            EXPECT_EQ(shown.size(), 1U) << "a cell in two colours at 1/" << divisor;
+        }
+    }
+}
+
+TEST_F(Frames, TakeTheValuesOfTheirTime) {
+    Image source{.bounds = {0, 0, kWidth, kHeight}};
+    source.make(Motley);
+    Image output = source;
+    const auto render = [&](double time) {
+        output.make();
+        mEffect.connect(source, output);
+        EXPECT_EQ(mHost.render(mEffect, time), kOfxStatOK);
+        return output.bytes;
+    };
+    mEffect.params.at("size").keys = {{10, 4}, {20, 14}};
+    mEffect.params.at("transitionProgress").keys = {{10, 0}, {20, 1}};
+    mEffect.set("feather", 20);
+    const std::vector<std::byte> moving = render(15);
+    mEffect.set("size", 9);
+    mEffect.set("transitionProgress", 0.5);
+    EXPECT_EQ(moving, render(0));
+    mEffect.set("size", 4);
+    EXPECT_NE(moving, render(0)) << "the value of another time";
+}
+
+TEST_F(Frames, AreWrittenInTheWindowAlone) {
+    Image source{.bounds = {0, 0, kWidth, kHeight}};
+    source.make(Motley);
+    Image whole = source;
+    whole.make();
+    mEffect.connect(source, whole);
+    ASSERT_EQ(mHost.render(mEffect), kOfxStatOK);
+    Image part{.bounds = {-3, -2, kWidth + 5, kHeight + 9}};
+    part.make();
+    const Image untouched = part;
+    mEffect.connect(source, part);
+    ASSERT_EQ(mHost.render(mEffect, 0, OfxRectI{7, 20, 31, 41}), kOfxStatOK);
+    for (int y = part.bounds.y1; y < part.bounds.y2; ++y) {
+        for (int x = part.bounds.x1; x < part.bounds.x2; ++x) {
+            const bool isInside = 7 <= x && x < 31 && 20 <= y && y < 41;
+            ASSERT_EQ(part.at(x, y), isInside ? whole.at(x, y) : Image(untouched).at(x, y))
+                << x << ' ' << y;
+        }
+    }
+}
+
+} // namespace
+
+} // namespace Kerovane::OpenFX
