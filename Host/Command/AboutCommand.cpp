@@ -1,11 +1,14 @@
 #include "Host/Command/Commands.h"
 #include "Host/Parameters/VersionText.h"
+#include "Host/Session/InstalledModule.h"
 #include "Platform/OpenGL/OpenGLAvailability.h"
 #include "Platform/OpenGL/OpenGLDescription.h"
 
 #include <fmt/format.h>
 
+#include <filesystem>
 #include <string>
+#include <system_error>
 
 namespace Kerovane::Host {
 
@@ -20,11 +23,20 @@ std::string OpenGLText() {
                        driver->vendor, driver->renderer, driver->version);
 }
 
+/// The bundle for compositors that stands in this installation.
+std::string BundleText() {
+    const std::filesystem::path bundle = InstalledModule(TESSELUNE_BUNDLE_PATH);
+    std::error_code error; // counts as not there
+    return fmt::format("OpenFX bundle: {}\n",
+                       std::filesystem::exists(bundle, error) ? bundle.string() : "none");
+}
+
 void SetUp(CLI::App& command, CommandContext& context) {
     command.callback([&context] {
         FrameRenderer& renderer = context.renderer();
-        context.streams().print(fmt::format("{}\nVersion: {}\n{}", renderer.about(),
-                                            FullVersionText(renderer.version()), OpenGLText()));
+        context.streams().print(fmt::format("{}\nVersion: {}\n{}{}", renderer.about(),
+                                            FullVersionText(renderer.version()), OpenGLText(),
+                                            BundleText()));
     });
 }
 

@@ -24,10 +24,20 @@ protected:
 TEST_F(Installation, PutsEverythingInItsUsualPlace) {
     for (const char* file :
          {"bin/tesselune", "share/man/man1/tesselune.1", "share/man/man1/tesselune-render.1",
-          "share/bash-completion/completions/tesselune", "share/zsh/site-functions/_tesselune"}) {
+          "share/bash-completion/completions/tesselune", "share/zsh/site-functions/_tesselune",
+          "OFX/Plugins/Tesselune.ofx.bundle/Contents/Linux-x86-64/Tesselune.ofx",
+          "OFX/Plugins/Tesselune.ofx.bundle/Contents/Linux-x86-64/Tesselune.so",
+          "OFX/Plugins/Tesselune.ofx.bundle/Contents/Resources/com.kerovane.tesselune.png"}) {
         EXPECT_TRUE(fs::is_regular_file(root() / file)) << file;
         EXPECT_GT(fs::file_size(root() / file), 1000U) << file;
     }
+}
+
+TEST_F(Installation, NamesItsBundle) {
+    const Outcome outcome = run({"about"}, {}, (root() / "bin/tesselune").c_str());
+    const fs::path bundle = fs::canonical(root() / "OFX/Plugins/Tesselune.ofx.bundle");
+    EXPECT_NE(outcome.output.find("OpenFX bundle: " + bundle.string() + '\n'), std::string::npos)
+        << outcome.output;
 }
 
 TEST_F(Installation, RendersFromAnywhere) {
