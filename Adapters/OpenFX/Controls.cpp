@@ -25,7 +25,7 @@ const Group kGroups[] = {
     {"transitionGroup",
      "Transition",
      {"transitionType", "transitionProgress", "feather", "direction"}},
-    {"outputGroup", "Output", {"useAlpha"}},
+    {"outputGroup", "Output", {"useAlpha", "renderer"}},
 };
 
 std::string GroupOf(const Control& control) {

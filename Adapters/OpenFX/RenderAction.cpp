@@ -6,6 +6,7 @@
 #include "Adapters/OpenFX/FrameJob.h"
 #include "Adapters/OpenFX/PixelTransfer.h"
 #include "Adapters/OpenFX/Suites.h"
+#include "Adapters/Shared/DrawFrame.h"
 #include "Adapters/Shared/SharedRenderer.h"
 #include "Host/Text/Error.h"
 
@@ -61,7 +62,7 @@ void Render(OfxImageEffectHandle effect, const PropertySet& arguments) {
     DrawFrame(area, *source, *output, window,
               [&](const Host::ConstPixelView& in, const Host::PixelView& out) {
                   // The values are those of this moment already, so the frame needs no time.
-                  renderer->render({}, values, in, out);
+                  Adapters::DrawFrame(*renderer, {}, values, in, out);
               });
 }
 

@@ -36,6 +36,7 @@ TEST(Description, HasTheParametersOfTheEffect) {
         {"direction", "Direction", "transitionGroup", kOfxParamTypeDouble, 0, -32768, 32767, 0,
          360},
         {"useAlpha", "Use Alpha", "outputGroup", kOfxParamTypeBoolean, 1},
+        {"renderer", "Renderer", "outputGroup", kOfxParamTypeChoice, 0},
     };
     const OpenFXHost host;
     TestEffect effect = host.described();

@@ -59,6 +59,20 @@ double Difference(Image& image, const RawPicture& expected) {
     return difference;
 }
 
+/// A step of the channel, twice where alpha is multiplied and divided on the way.
+double ToleranceOf(Channel channel) {
+    switch (channel) {
+    case Channel::Byte:
+        return 2.0 / 255;
+    case Channel::Short:
+        return 2.0 / 65535;
+    case Channel::Half:
+        return 0x1p-10;
+    default:
+        return 1e-6;
+    }
+}
+
 class Frames : public testing::Test {
 protected:
     const OpenFXHost mHost;
@@ -121,7 +135,7 @@ TEST_F(Frames, AreThoseOfTheCommandInEveryForm) {
             },
             fmt::format("--shape-type triangle --size 9 --dissolve 30 --depth {}",
                         row.channel == Channel::Byte ? 8 : 32));
-        EXPECT_LE(Difference(output, expected), 2.0 / 255);
+        EXPECT_LE(Difference(output, expected), ToleranceOf(row.channel));
         for (int y = row.bottom; y < row.bottom + kHeight; ++y) {
             const std::byte* behind = output.pixel(row.left, y) + output.rowBytes() - row.padding;
             for (int i = 0; i < row.padding; ++i) {
@@ -171,12 +185,15 @@ TEST_F(Frames, StandAtTheProjectsWindowOrAtLargerFootage) {
             return isThere ? Motley(inX, inY) : std::array<float, 4>{};
         };
         EXPECT_LE(Difference(output, OfCommand(kWidth, kHeight, padded, "--size 8 --depth 32")),
-                  2.0 / 255);
+                  ToleranceOf(Channel::Float));
     }
 }
 
-TEST_F(Frames, OfProxiesHaveTheCellsOfTheFullSize) {
+class Proxies : public Frames, public testing::WithParamInterface<int> {};
+
+TEST_P(Proxies, HaveTheCellsOfTheFullSize) {
     constexpr int kFull = 240; // which 2, 3 and 4 divide
+    mEffect.set("renderer", GetParam());
     mEffect.set("size", 10);
     mEffect.set("sizeRandom", 0.6);
     mEffect.set("dissolve", 0.35);
@@ -216,6 +233,8 @@ TEST_F(Frames, OfProxiesHaveTheCellsOfTheFullSize) {
         }
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(ByRenderer, Proxies, testing::Values(1, 2)); // OpenGL, Software
 
 TEST_F(Frames, TakeTheValuesOfTheirTime) {
     Image source{.bounds = {0, 0, kWidth, kHeight}};
