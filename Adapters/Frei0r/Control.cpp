@@ -35,16 +35,16 @@ std::string ChoiceText(const Host::Parameter& parameter) {
     return fmt::format("{}", fmt::join(texts, ", "));
 }
 
-/// "2 to 500 pixels: (pixels - 2) / 498, default 10"
+/// "2 to 500 pixels: (pixels - 2) / 498, or pixels from 2 on, default 10"
 std::string RangeText(const Host::Parameter& parameter) {
     const Host::Interval range = RangeOf(parameter);
     const std::string_view unit = Host::UnitOf(parameter);
     const std::string_view quantity = unit.empty() ? "number" : unit;
     const std::string above =
         range.min == 0 ? std::string(quantity) : fmt::format("({} - {:g})", quantity, range.min);
-    return fmt::format("{:g} to {:g}{}{}: {} / {:g}, default {:g}", range.min, range.max,
-                       unit.empty() ? "" : " ", unit, above, range.max - range.min,
-                       parameter.defaultValue);
+    return fmt::format("{:g} to {:g}{}{}: {} / {:g}, or {} from 2 on, default {:g}", range.min,
+                       range.max, unit.empty() ? "" : " ", unit, above, range.max - range.min,
+                       quantity, parameter.defaultValue);
 }
 
 std::string ExplanationOf(const Host::Parameter& parameter) {
@@ -65,12 +65,16 @@ Control::Control(const Host::Parameter& parameter)
       mName(parameter.displayName()),
       mExplanation(ExplanationOf(parameter)),
       mRange(RangeOf(parameter)),
+      mValid(parameter.valid),
       mWhole(parameter.takesWholeNumbers()),
       mDefaultPosition(PositionOf(parameter.defaultValue, mRange)) {}
 
 double Control::valueAt(double position) const {
+    constexpr double kFirstInUnits = 2;
     const double bounded = position >= 0 ? std::min(position, 1.0) : 0;
-    const double value = mRange.min + bounded * (mRange.max - mRange.min);
+    const double value = position >= kFirstInUnits
+                             ? std::clamp(position, mValid.min, mValid.max)
+                             : mRange.min + bounded * (mRange.max - mRange.min);
     return mWhole ? std::round(value) : value;
 }
 

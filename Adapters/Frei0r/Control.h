@@ -22,7 +22,8 @@ public:
 
     double defaultPosition() const { return mDefaultPosition; }
 
-    /// In the user's units. A position beyond 0 to 1 counts as the nearer end.
+    /// In the user's units. A position of 2 and more is the value itself, as far as it is valid;
+    /// another one beyond 0 to 1 counts as the nearer end, so that eased keys may overshoot.
     double valueAt(double position) const;
 
 private:
@@ -30,7 +31,8 @@ private:
     int mType;
     std::string mName;
     std::string mExplanation;
-    Host::Interval mRange;
+    Host::Interval mRange; ///< of the positions from 0 to 1
+    Host::Interval mValid;
     bool mWhole;
     double mDefaultPosition;
 };

@@ -6,8 +6,12 @@
 #include "Adapters/Shared/Complaint.h"
 #include "Adapters/Shared/SharedRenderer.h"
 
+#include <fmt/format.h>
+
+#include <cerrno> // program_invocation_short_name
 #include <exception>
 #include <string>
+#include <string_view>
 
 namespace Kerovane::Frei0r {
 
@@ -19,6 +23,18 @@ Instance& InstanceOf(f0r_instance_t instance) {
 
 bool IsControl(int index) {
     return index >= 0 && static_cast<std::size_t>(index) < DeclaredControls().size();
+}
+
+/// ffmpeg pads rows, on some machines to 16 pixels, and can't tell.
+void ComplainOfPadding(unsigned int width) {
+    constexpr unsigned int kPixels = 16;
+    const std::string_view program = program_invocation_short_name;
+    if (width % kPixels != 0 && program.starts_with("ff")) {
+        Adapters::Complain(
+            fmt::format("a width of {} is no multiple of {}, and ffmpeg may skew the "
+                        "picture; crop=trunc(iw/16)*16:ih before the filter helps",
+                        width, kPixels));
+    }
 }
 
 /// All controls are of types that frei0r passes as a double.
@@ -66,6 +82,7 @@ void f0r_get_param_info(f0r_param_info_t* info, int index) {
 
 f0r_instance_t f0r_construct(unsigned int width, unsigned int height) {
     try {
+        ComplainOfPadding(width);
         return width > 0 && height > 0 ? new Instance(width, height) : nullptr;
     } catch (const std::exception&) {
         return nullptr;

@@ -46,6 +46,17 @@ std::string HelpOf(const Parameter& parameter) {
                        FormatValue(parameter, parameter.defaultValue));
 }
 
+/// Who types one key means something else, a ratio like 1:2 perhaps.
+Keyframes ParseTyped(const Parameter& parameter, const std::string& text) {
+    Keyframes keyframes = ParseKeyframes(parameter, text);
+    if (keyframes.keys().size() == 1 && text.find(':') != std::string::npos) {
+        throw Error(fmt::format("takes one value, or at least two keys FRAME:VALUE; '{}' is one "
+                                "key, so give its value alone: {}",
+                                text, FormatValue(parameter, keyframes.keys().front().value)));
+    }
+    return keyframes;
+}
+
 } // namespace
 
 std::vector<std::string> OptionNamesIn(const CLI::App& command,
@@ -81,8 +92,7 @@ ParameterSettings ParameterOptions::settings() const {
             continue;
         }
         try {
-            settings.emplace(parameter->id(),
-                             ParseKeyframes(*parameter, option->as<std::string>()));
+            settings.emplace(parameter->id(), ParseTyped(*parameter, option->as<std::string>()));
         } catch (const Error& error) {
             throw Error(fmt::format("{} {}", option->get_name(), error.what()));
         }

@@ -36,7 +36,9 @@ struct RenderOptions {
 
 void RenderOptions::addTo(CLI::App& command) {
     constexpr int kMaxDownsample = 64;
-    command.add_option("IN", in, "picture to read, or sequence: shot.#.png, shot.%04d.exr")
+    command
+        .add_option("IN", in,
+                    "picture to read, or sequence: shot.#.png, shot.%04d.exr, 'shot.$F4.exr'")
         ->required()
         ->type_name(kFileType);
     command.add_option("OUT", out, "picture or sequence to write, as its extension says")
@@ -54,8 +56,8 @@ void RenderOptions::addTo(CLI::App& command) {
     command.add_option("--json-log", jsonLog, "a line of JSON for each frame; - is the output")
         ->type_name(kFileType)
         ->group("Progress");
-    command.footer("A parameter takes one value, or keys FRAME:VALUE with linear, hold or smooth "
-                   "behind them.\n\nExamples:\n"
+    command.footer("A parameter takes one value, or keys FRAME:VALUE with linear, hold, smooth, "
+                   "ease-in, ease-out or ease-in-out behind them.\n\nExamples:\n"
                    "  tesselune render photo.jpg cells.png --shape-type triangle --size 40\n"
                    "  tesselune render shot.#.exr out.#.exr --frames 1001-1050 \\\n"
                    "      --transition-progress \"1001:0:smooth 1050:100\"");

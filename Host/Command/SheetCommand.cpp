@@ -46,6 +46,7 @@ void SheetOptions::addTo(CLI::App& command) {
                     "a parameter to vary, the whole effect if there is none; PARAMETER alone for "
                     "all choices; twice for a grid")
         ->allow_extra_args(false)
+        ->take_all()
         ->type_name(kVariationType);
     constexpr int kMinWidth = 16;
     command.add_option("--width", width, "pixels across each picture, at most IN's own [320]")

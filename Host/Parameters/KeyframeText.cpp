@@ -62,7 +62,8 @@ std::vector<Interpolation> Interpolations(const Parameter& parameter) {
     if (parameter.holdsBetweenKeys()) {
         return {Interpolation::Hold};
     }
-    return {Interpolation::Linear, Interpolation::Hold, Interpolation::Smooth};
+    return {Interpolation::Linear, Interpolation::Hold,    Interpolation::Smooth,
+            Interpolation::EaseIn, Interpolation::EaseOut, Interpolation::EaseInOut};
 }
 
 std::vector<std::string> InterpolationNames(const Parameter& parameter) {
@@ -81,10 +82,15 @@ Keyframes ParseKeyframes(const Parameter& parameter, std::string_view text) {
         throw Error("can't be animated and takes one value");
     }
     std::vector<Keyframe> keys;
-    for (const std::string_view word : Split(text, ' ')) {
-        if (!word.empty()) {
-            keys.push_back(ParseKey(parameter, word));
+    for (const std::string_view part : Split(text, ' ')) {
+        for (const std::string_view word : Split(part, ',')) {
+            if (!word.empty()) {
+                keys.push_back(ParseKey(parameter, word));
+            }
         }
+    }
+    if (keys.empty()) {
+        throw Error(fmt::format("takes one value or keys, not '{}'", text));
     }
     return keys.size() == 1 ? Keyframes(keys.front().value) : Keyframes(std::move(keys));
 }

@@ -19,6 +19,12 @@ double Way(Interpolation interpolation, double t) {
         return 0;
     case Interpolation::Smooth:
         return t * t * (3 - 2 * t);
+    case Interpolation::EaseIn:
+        return t * t;
+    case Interpolation::EaseOut:
+        return t * (2 - t);
+    case Interpolation::EaseInOut:
+        return t < 0.5 ? 2 * t * t : 1 - 2 * (1 - t) * (1 - t);
     default:
         return t;
     }
@@ -32,6 +38,12 @@ std::string_view InterpolationName(Interpolation interpolation) {
         return "hold";
     case Interpolation::Smooth:
         return "smooth";
+    case Interpolation::EaseIn:
+        return "ease-in";
+    case Interpolation::EaseOut:
+        return "ease-out";
+    case Interpolation::EaseInOut:
+        return "ease-in-out";
     default:
         return "linear";
     }

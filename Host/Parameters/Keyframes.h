@@ -8,11 +8,14 @@ namespace Kerovane::Host {
 /// How a value goes from one key to the next.
 enum class Interpolation {
     Linear,
-    Hold,  ///< it stays until the next key
-    Smooth ///< it leaves slowly and arrives slowly: 3 t^2 - 2 t^3 of the way at t of the time
+    Hold,     ///< it stays until the next key
+    Smooth,   ///< it leaves slowly and arrives slowly: 3 t^2 - 2 t^3 of the way at t of the time
+    EaseIn,   ///< it leaves slowly: t^2
+    EaseOut,  ///< it arrives slowly: 2 t - t^2
+    EaseInOut ///< both, each in half of the time: 2 t^2, then 1 - 2 (1 - t)^2
 };
 
-/// "linear", "hold" or "smooth".
+/// "linear", "hold", "smooth", "ease-in", "ease-out" or "ease-in-out".
 std::string_view InterpolationName(Interpolation interpolation);
 
 struct Keyframe {

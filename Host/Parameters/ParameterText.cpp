@@ -1,5 +1,6 @@
 #include "Host/Parameters/ParameterText.h"
 
+#include "Host/Parameters/ParameterMeaning.h"
 #include "Host/Text/Error.h"
 #include "Host/Text/NearestNames.h"
 #include "Host/Text/NumberText.h"
@@ -7,6 +8,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <utility>
@@ -26,6 +28,10 @@ constexpr std::array<std::pair<std::string_view, double>, 8> kCheckboxWords{{
     {"0", 0},
 }};
 
+char Lower(char byte) {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+}
+
 /// Letters and digits of ASCII; all of UTF-8's other bytes count as letters.
 bool IsWordByte(char byte) {
     return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
@@ -43,12 +49,26 @@ std::optional<double> ParseChoice(const Parameter& parameter, std::string_view t
 }
 
 std::optional<double> ParseCheckbox(std::string_view text) {
+    std::string typed(text);
+    std::ranges::transform(typed, typed.begin(), Lower);
     for (const auto& [word, value] : kCheckboxWords) {
-        if (word == text) {
+        if (word == typed) {
             return value;
         }
     }
     return std::nullopt;
+}
+
+/// A number, with the parameter's unit behind it or without.
+std::optional<double> ParseQuantity(const Parameter& parameter, std::string_view text) {
+    constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kSigns{
+        {{"percent", "%"}, {"pixels", "px"}, {"degrees", "deg"}, {"degrees", "\u00B0"}}};
+    for (const auto& [unit, sign] : kSigns) {
+        if (text.ends_with(sign) && UnitOf(parameter) == unit) {
+            return ParseNumber(text.substr(0, text.size() - sign.size()));
+        }
+    }
+    return ParseNumber(text);
 }
 
 std::optional<double> Parse(const Parameter& parameter, std::string_view text) {
@@ -58,7 +78,7 @@ std::optional<double> Parse(const Parameter& parameter, std::string_view text) {
     case PF_Param_CHECKBOX:
         return ParseCheckbox(text);
     default:
-        return ParseNumber(text);
+        return ParseQuantity(parameter, text);
     }
 }
 
@@ -67,7 +87,7 @@ std::optional<double> Parse(const Parameter& parameter, std::string_view text) {
 std::string TypedName(std::string_view shownName) {
     std::string typed;
     for (const char byte : shownName) {
-        const char lower = byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+        const char lower = Lower(byte);
         if (IsWordByte(lower)) {
             typed += lower;
         } else if (!typed.empty() && typed.back() != '-') {

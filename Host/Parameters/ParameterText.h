@@ -25,9 +25,10 @@ std::vector<std::string> TypedChoices(const Parameter& parameter);
 std::string AcceptedValues(const Parameter& parameter);
 
 /**
- * The value that `text` names: a number, a popup's choice by typed name or by number, true or false
- * for a checkbox. Where `text` is none or lies outside the valid range it throws Error, whose text
- * stands behind the parameter's name: "takes square or triangle, not 'circle'".
+ * The value that `text` names: a number, with the parameter's unit behind it or without (50%, 20px,
+ * 45deg), a popup's choice by typed name or by number, true or false for a checkbox in capitals or
+ * not, or one of its other words. Where `text` is none or lies outside the valid range it throws
+ * Error, whose text stands behind the parameter's name: "takes square or triangle, not 'circle'".
  */
 double ParseValue(const Parameter& parameter, std::string_view text);
 

@@ -25,16 +25,30 @@ bool IsDigit(char byte) {
 
 /// The run of # and @ at `start`.
 std::optional<Place> MarksAt(std::string_view name, std::size_t start) {
-    constexpr int kDigitsOfHash = 4;
-    Place place{.start = start};
-    for (const char mark : name.substr(start)) {
-        if (mark != '#' && mark != '@') {
-            break;
-        }
-        ++place.length;
-        place.digits += mark == '#' ? kDigitsOfHash : 1;
+    constexpr int kDigitsOfOneHash = 4;
+    const std::string_view text = name.substr(start);
+    const std::string_view marks = text.substr(0, text.find_first_not_of("#@"));
+    if (marks.empty()) {
+        return std::nullopt;
     }
-    return place.length > 0 ? std::optional(place) : std::nullopt;
+    const auto hashes = static_cast<int>(std::ranges::count(marks, '#'));
+    const int others = static_cast<int>(marks.size()) - hashes;
+    return Place{.start = start,
+                 .length = marks.size(),
+                 .digits = others + (hashes == 1 ? kDigitsOfOneHash : hashes)};
+}
+
+/// The $F or $F4 at `start`.
+std::optional<Place> VariableAt(std::string_view name, std::size_t start) {
+    constexpr std::string_view kName = "$F";
+    const std::string_view text = name.substr(start);
+    if (!text.starts_with(kName)) {
+        return std::nullopt;
+    }
+    const bool hasDigits = text.size() > kName.size() && IsDigit(text[kName.size()]);
+    return Place{.start = start,
+                 .length = kName.size() + (hasDigits ? 1 : 0),
+                 .digits = hasDigits ? text[kName.size()] - '0' : 1};
 }
 
 /// The %d, %04d or the like at `start`.
@@ -57,9 +71,10 @@ std::optional<Place> ConversionAt(std::string_view name, std::size_t start) {
 
 std::optional<Place> NextPlace(std::string_view name, std::size_t from) {
     for (std::size_t start = from; start < name.size(); ++start) {
-        const std::optional<Place> marks = MarksAt(name, start);
-        if (const auto place = marks ? marks : ConversionAt(name, start)) {
-            return place;
+        for (const auto placeAt : {MarksAt, VariableAt, ConversionAt}) {
+            if (const std::optional<Place> place = placeAt(name, start)) {
+                return place;
+            }
         }
     }
     return std::nullopt;

@@ -10,8 +10,8 @@
 namespace Kerovane::Host {
 
 /**
- * The name of a numbered file with a place for the number: '#' for four digits and '@' for one,
- * added up where they stand together ("shot.#.png", "shot.@@@.tif"), or "%04d" and "%d". A number
+ * The name of a numbered file with a place for the number: one '#' for four digits, several for one
+ * each ("shot.#.png", "shot.######.png"), '@' for one, "%04d" and "%d", or "$F4" and "$F". A number
  * with more digits takes the room that it needs.
  */
 class SequencePattern {

@@ -44,6 +44,9 @@ TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
         {{"render", "in.png", "out.png", "--amont-px", "1"}, "did you mean --amount-px?"},
         {{"render", "in.png", "out.png", "--invert", "1:true 2"},
          "--invert takes one value or keys"},
+        {{"render", "in.png", "out.png", "--ratio", "1:0.2"},
+         "--ratio takes one value, or at least two keys FRAME:VALUE; '1:0.2' is one key, so give "
+         "its value alone: 0.2"},
         {{"render", "in.png", "out.png", "--depth", "12"}, "--depth"},
         {{"render", "in.png", "out.png", "--frames", "1-"}, "--frames takes frames like"},
         {{"render", "in.png", "out.png", "--frames", "1-2"}, "'out.png' has no place"},
@@ -191,21 +194,22 @@ TEST_F(Command, ListsTheParametersForPeopleAndPrograms) {
     const auto json = nlohmann::json::parse(runFake({"params", "--json"}).output)["parameters"];
     ASSERT_EQ(json.size(), 9U);
     EXPECT_EQ(json[0]["type"], "layer");
-    const nlohmann::json slider{{"index", 1},
-                                {"type", "slider"},
-                                {"name", "Amount (px)"},
-                                {"id", 1},
-                                {"label", ""},
-                                {"meaning", ""},
-                                {"option", "amount-px"},
-                                {"unit", ""},
-                                {"default", 3},
-                                {"valid", {{"min", -10}, {"max", 100}}},
-                                {"slider", {{"min", 0}, {"max", 50}}},
-                                {"precision", 0},
-                                {"choices", nlohmann::json::array()},
-                                {"animatable", true},
-                                {"interpolations", {"linear", "hold", "smooth"}}};
+    const nlohmann::json slider{
+        {"index", 1},
+        {"type", "slider"},
+        {"name", "Amount (px)"},
+        {"id", 1},
+        {"label", ""},
+        {"meaning", ""},
+        {"option", "amount-px"},
+        {"unit", ""},
+        {"default", 3},
+        {"valid", {{"min", -10}, {"max", 100}}},
+        {"slider", {{"min", 0}, {"max", 50}}},
+        {"precision", 0},
+        {"choices", nlohmann::json::array()},
+        {"animatable", true},
+        {"interpolations", {"linear", "hold", "smooth", "ease-in", "ease-out", "ease-in-out"}}};
     EXPECT_EQ(json[1], slider);
     EXPECT_EQ(json[2]["default"], 0.3);
     EXPECT_EQ(json[2]["meaning"], "") << "another Ratio than Tesselune's";

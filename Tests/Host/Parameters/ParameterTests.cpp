@@ -78,10 +78,12 @@ struct TextRow {
 
 TEST(ParseValue, ReadsNumbersChoicesAndSwitches) {
     constexpr TextRow kRows[] = {
-        {Slider, "3000", 3000},   {Slider, "-5", -5},     {FloatSlider, "0.1", 0.1},
-        {FloatSlider, "1e1", 10}, {Percentage, "60", 60}, {Percentage, "0.5", 0.5},
-        {Angle, "-45.5", -45.5},  {Checkbox, "true", 1},  {Checkbox, "off", 0},
-        {Popup, "radial-out", 3}, {Popup, "2", 2},        {Popup, "Radial In", 2},
+        {Slider, "3000", 3000},      {Slider, "-5", -5},      {FloatSlider, "0.1", 0.1},
+        {FloatSlider, "1e1", 10},    {Percentage, "60", 60},  {Percentage, "0.5", 0.5},
+        {Angle, "-45.5", -45.5},     {Checkbox, "true", 1},   {Checkbox, "off", 0},
+        {Popup, "radial-out", 3},    {Popup, "2", 2},         {Popup, "Radial In", 2},
+        {Slider, "1e3", 1000},       {Percentage, "50%", 50}, {Angle, "45deg", 45},
+        {Angle, "-9.5\u00B0", -9.5}, {Checkbox, "True", 1},   {Checkbox, "NO", 0},
     };
     for (const TextRow& row : kRows) {
         EXPECT_EQ(ParseValue(row.parameter(), row.text), row.value) << row.text;
@@ -90,12 +92,14 @@ TEST(ParseValue, ReadsNumbersChoicesAndSwitches) {
 
 TEST(ParseValue, RefusesWhatCannotBeSet) {
     constexpr TextRow kRows[] = {
-        {Slider, "3001", 0},   {Slider, "-6", 0},       {Slider, "1.5", 0},
-        {Slider, "", 0},       {Slider, "12px", 0},     {Slider, " 12", 0},
-        {Slider, "inf", 0},    {FloatSlider, "nan", 0}, {FloatSlider, "0.09", 0},
-        {Percentage, "-1", 0}, {Angle, "32768", 0},     {Checkbox, "2", 0},
-        {Checkbox, "", 0},     {Popup, "radial", 0},    {Popup, "0", 0},
-        {Popup, "4", 0},       {Popup, "1.5", 0},       {Popup, "", 0},
+        {Slider, "3001", 0},    {Slider, "-6", 0},       {Slider, "1.5", 0},
+        {Slider, "", 0},        {Slider, "12px", 0},     {Slider, " 12", 0},
+        {Slider, "inf", 0},     {FloatSlider, "nan", 0}, {FloatSlider, "0.09", 0},
+        {Percentage, "-1", 0},  {Angle, "32768", 0},     {Checkbox, "2", 0},
+        {Slider, "50%", 0},     {Percentage, "5deg", 0}, {Percentage, "%", 0},
+        {Percentage, "5 %", 0}, {Checkbox, "tr-ue", 0},  {Angle, "4px", 0},
+        {Checkbox, "", 0},      {Popup, "radial", 0},    {Popup, "0", 0},
+        {Popup, "4", 0},        {Popup, "1.5", 0},       {Popup, "", 0},
     };
     for (const TextRow& row : kRows) {
         EXPECT_THROW(ParseValue(row.parameter(), row.text), Error) << row.text;

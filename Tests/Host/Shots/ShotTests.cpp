@@ -16,11 +16,19 @@ TEST(SequencePattern, PutsTheNumberInItsPlace) {
         const char* path;
     };
     constexpr Row kRows[] = {
-        {"shot.#.png", 7, "shot.0007.png"},  {"shot.#.png", 12345, "shot.12345.png"},
-        {"shot.@@@.tif", 7, "shot.007.tif"}, {"a/b.#@.png", 7, "a/b.00007.png"},
-        {"##.png", 7, "00000007.png"},       {"shot.%04d.exr", 1001, "shot.1001.exr"},
-        {"shot.%d.exr", 7, "shot.7.exr"},    {"100%_@.png", 7, "100%_7.png"},
-        {"shot.#.png", -7, "shot.-007.png"}, {"#.d/shot.@.png", 7, "#.d/shot.7.png"},
+        {"shot.#.png", 7, "shot.0007.png"},
+        {"shot.#.png", 12345, "shot.12345.png"},
+        {"shot.@@@.tif", 7, "shot.007.tif"},
+        {"a/b.#@.png", 7, "a/b.00007.png"},
+        {"s.$F4.exr", 7, "s.0007.exr"},
+        {"s.$F.exr", 7, "s.7.exr"},
+        {"####.png", 7, "0007.png"},
+        {"##.png", 7, "07.png"},
+        {"shot.%04d.exr", 1001, "shot.1001.exr"},
+        {"shot.%d.exr", 7, "shot.7.exr"},
+        {"100%_@.png", 7, "100%_7.png"},
+        {"shot.#.png", -7, "shot.-007.png"},
+        {"#.d/shot.@.png", 7, "#.d/shot.7.png"},
     };
     for (const Row& row : kRows) {
         const auto pattern = SequencePattern::parse(row.pattern);
@@ -34,7 +42,7 @@ TEST(SequencePattern, IsNotInEveryName) {
                              "100%.png", "%"}) {
         EXPECT_FALSE(SequencePattern::parse(name)) << name;
     }
-    for (const char* name : {"#.#.png", "@-%d.png", "%d%d.png"}) {
+    for (const char* name : {"#.#.png", "@-%d.png", "%d%d.png", "$F.#.png"}) {
         EXPECT_THROW(SequencePattern::parse(name), Error) << name;
     }
 }
