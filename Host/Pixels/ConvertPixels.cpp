@@ -72,6 +72,9 @@ void ChangeAlpha(std::byte* row, std::ptrdiff_t width) {
     constexpr std::size_t kAlphaAt = kOrder == ChannelOrder::Argb ? 0 : kChannels - 1;
     TransformRow<Pixel<Channel>>(row, row, width, [](Pixel<Channel> pixel) {
         const auto alpha = pixel[kAlphaAt];
+        if (std::floating_point<Channel> && alpha == 1) {
+            return pixel; // as much of a picture is: spares four divisions
+        }
         for (auto& colour : pixel) {
             colour = kForm == Alpha::Straight ? Straightened(colour, alpha)
                                               : Premultiplied(colour, alpha);

@@ -14,7 +14,15 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Asked on a thread of its own, as that makes a context current, and none afterwards.
+// Both are asked on threads of their own: OpenGL keeps something for each thread that calls it, and
+// the caller's may be a host's. The description makes a context current, and none afterwards.
+
+const std::optional<std::string>& Problem() {
+    static const std::optional<std::string> kProblem =
+        std::async(std::launch::async, Platform::OpenGLProblem).get();
+    return kProblem;
+}
+
 const std::optional<Platform::OpenGLDescription>& Driver() {
     static const std::optional<Platform::OpenGLDescription> kDriver =
         std::async(std::launch::async, Platform::DescribeOpenGL).get();
@@ -36,7 +44,7 @@ void CheckDrawable(std::ptrdiff_t width, std::ptrdiff_t height) {
 }
 
 std::optional<std::string> OpenGLProblem() {
-    return Platform::OpenGLProblem();
+    return Problem();
 }
 
 std::optional<std::string> SoftwareRasteriser() {

@@ -38,14 +38,18 @@ World SomePicture() {
     return world;
 }
 
+float ShareOf(A_u_char channel) {
+    return static_cast<float>(channel) / 255;
+}
+
 /// The same in floats.
 World InFloats(const World& picture) {
     World floats(Depth::Float32, picture.width(), picture.height());
     for (A_long y = 0; y < picture.height(); ++y) {
         std::ranges::transform(picture.row<PF_Pixel8>(y), floats.row<PF_PixelFloat>(y).begin(),
                                [](const PF_Pixel8& pixel) -> PF_PixelFloat {
-                                   return {pixel.alpha / 255.0F, pixel.red / 255.0F,
-                                           pixel.green / 255.0F, pixel.blue / 255.0F};
+                                   return {ShareOf(pixel.alpha), ShareOf(pixel.red),
+                                           ShareOf(pixel.green), ShareOf(pixel.blue)};
                                });
     }
     return floats;

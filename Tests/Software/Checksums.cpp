@@ -42,7 +42,8 @@ void Print(Host::Depth depth, std::minstd_rand& random, Channel white, Channel s
         const MosaicParameters parameters = RandomParameters(random);
         const auto pixels = SomePixels(random, white, step);
         std::vector<std::byte> drawn(pixels.size() * sizeof(Channel));
-        const auto rowBytes = static_cast<std::ptrdiff_t>(kWidth * 4 * sizeof(Channel));
+        const auto rowBytes =
+            static_cast<std::ptrdiff_t>(std::size_t{kWidth} * 4 * sizeof(Channel));
         const Host::ConstPixelView in{reinterpret_cast<const std::byte*>(pixels.data()),
                                       rowBytes,
                                       kWidth,
@@ -62,7 +63,7 @@ void Print(Host::Depth depth, std::minstd_rand& random, Channel white, Channel s
 
 int main() {
     using namespace Kerovane;
-    std::minstd_rand random(2);
+    std::minstd_rand random(2); // NOLINT(cert-msc*): the same cases in every run
     Software::Print<std::uint8_t>(Host::Depth::Bits8, random, 255, 1);
     Software::Print<std::uint16_t>(Host::Depth::Bits16, random, 32768, 128);
     Software::Print<float>(Host::Depth::Float32, random, 1, 1 / 64.0F);

@@ -75,7 +75,7 @@ void Fill(Picture& picture, std::minstd_rand& random, float low, float high) {
 }
 
 TEST(Mosaic, IsTheFormulaOfEachPixelToTheBit) {
-    std::minstd_rand random(7);
+    std::minstd_rand random(7); // NOLINT(cert-msc*): the same cases in every run
     for (int round = 0; round < 400; ++round) {
         const MosaicParameters parameters = RandomParameters(random);
         const int width = 1 + static_cast<int>(random() % 90);
@@ -104,7 +104,7 @@ TEST(Mosaic, IsTheFormulaOfEachPixelToTheBit) {
 
 /// One level of 8 bits, as the product with alpha is kept in them; none of 16, but for rounding.
 TEST(Mosaic, OfWholeNumbersIsThatOfFloatsButForTheirSteps) {
-    std::minstd_rand random(11);
+    std::minstd_rand random(11); // NOLINT(cert-msc*): the same cases in every run
     for (int round = 0; round < 60; ++round) {
         MosaicParameters parameters = RandomParameters(random);
         Picture in16(Depth::Bits16, 70, 50);
@@ -123,9 +123,9 @@ TEST(Mosaic, OfWholeNumbersIsThatOfFloatsButForTheirSteps) {
                     pixel[channel] =
                         static_cast<std::uint16_t>(std::lround(floats[channel] * 32768));
                 }
-                std::memcpy(in16.view.row(y) + x * 8, pixel.data(), 8);
-                std::memcpy(in8.view.row(y) + x * 4, eight.data(), 4);
-                std::memcpy(in32.view.row(y) + x * 16, floats.data(), 16);
+                std::memcpy(in16.view.row(y) + std::ptrdiff_t{x} * 8, pixel.data(), 8);
+                std::memcpy(in8.view.row(y) + std::ptrdiff_t{x} * 4, eight.data(), 4);
+                std::memcpy(in32.view.row(y) + std::ptrdiff_t{x} * 16, floats.data(), 16);
             }
         }
         Picture out8(Depth::Bits8, 70, 50);
@@ -151,7 +151,7 @@ TEST(Mosaic, OfWholeNumbersIsThatOfFloatsButForTheirSteps) {
 }
 
 TEST(Mosaic, HasTheSameBytesInAllFormsOfPixelsAndBands) {
-    std::minstd_rand random(5);
+    std::minstd_rand random(5); // NOLINT(cert-msc*): the same cases in every run
     for (int round = 0; round < 120; ++round) {
         MosaicParameters parameters = RandomParameters(random);
         const auto depth = round % 3 == 0   ? Depth::Bits8
@@ -220,7 +220,7 @@ TEST(Mosaic, DrawsSomethingWhateverItsParameters) {
 }
 
 TEST(Sine, IsWithinItsBoundAndKnowsItsZeros) {
-    std::minstd_rand random(3);
+    std::minstd_rand random(3); // NOLINT(cert-msc*): the same cases in every run
     std::uniform_real_distribution<double> exponent(-20, 32);
     for (int round = 0; round < 100000; ++round) {
         const double angle = float(std::exp2(exponent(random)) * (round % 2 == 0 ? 1 : -1));

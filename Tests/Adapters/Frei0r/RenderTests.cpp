@@ -93,13 +93,15 @@ protected:
     static constexpr Settings kSettings{0, 12};
 
     struct Frame {
-        explicit Frame(const Pixels& input) : in(input), out(input.size()) {}
+        explicit Frame(const Pixels& input, double at = 0.04)
+            : time(at), in(input), out(input.size()) {}
 
         void updateSlice(Frei0rInstance& instance, std::size_t place, std::size_t count) {
             const std::size_t start = place * in.size() / count;
-            instance.update(0.04, &in[start], &out[start]);
+            instance.update(time, &in[start], &out[start]);
         }
 
+        double time;
         Pixels in;
         Pixels out;
     };
@@ -115,8 +117,10 @@ TEST_F(Slicing, ChangesNothingInAnyOrder) {
         std::iota(order.begin(), order.end(), 0U);
         Frei0rInstance instance(mHost, kWidth, static_cast<unsigned>(kHeight / count));
         Set(instance, kSettings);
+        double time = 0;
         do {
-            Frame frame(mInput);
+            Frame frame(mInput,
+                        time += 0.04); // its memory may lie as slices of the last one's would
             std::thread([&] {
                 for (const std::size_t place : order) {
                     frame.updateSlice(instance, place, count);
