@@ -14,30 +14,16 @@
 namespace Kerovane::Software {
 
 /// Red, green, blue and alpha, white at 1. Operators work channel by channel.
-using Rgba = float __attribute__((vector_size(16)));
+using Rgba = Host::Four<float>;
 
 constexpr std::size_t kAlpha = 3;
 
 /// The same in whole numbers of a channel's white.
-using WholeRgba = std::int32_t __attribute__((vector_size(16)));
-
-template <typename Channel>
-struct ChannelVectorOf {
-    using Type __attribute__((vector_size(4 * sizeof(Channel)))) = Channel;
-};
-template <typename Channel>
-using ChannelVector = typename ChannelVectorOf<Channel>::Type;
+using WholeRgba = Host::Four<std::int32_t>;
 
 /// The four channels of a pixel as they lie in memory.
 template <typename Channel>
 using Pixel = std::array<Channel, 4>;
-
-template <typename Channel>
-Pixel<Channel> LoadPixel(const std::byte* from) {
-    Pixel<Channel> pixel;
-    std::memcpy(pixel.data(), from, sizeof pixel);
-    return pixel;
-}
 
 template <typename Channel>
 void StorePixel(const Pixel<Channel>& pixel, std::byte* to) {
@@ -63,18 +49,16 @@ public:
 
     /// The colour of the pixel at `from`, its channels still in their order in memory.
     Rgba inMemoryOrder(const std::byte* from) const {
-        Pixel<Channel> pixel = LoadPixel<Channel>(from);
+        Host::Four<Channel> channels;
+        std::memcpy(&channels, from, sizeof channels);
         if (mAlpha == Host::Alpha::Premultiplied) {
-            pixel = straight(pixel);
+            channels = Host::InForm<Host::Alpha::Straight, Channel>(channels, mOrder);
         }
-        const auto white = static_cast<float>(Host::kWhite<Channel>);
         if constexpr (std::floating_point<Channel>) {
-            return Rgba{pixel[0], pixel[1], pixel[2], pixel[3]};
+            return channels;
         } else {
-            ChannelVector<Channel> channels;
-            std::memcpy(&channels, pixel.data(), sizeof channels);
             return __builtin_convertvector(__builtin_convertvector(channels, WholeRgba), Rgba) /
-                   white;
+                   static_cast<float>(Host::kWhite<Channel>);
         }
     }
 
@@ -92,16 +76,13 @@ public:
     }
 
     Pixel<Channel> pixel(Rgba colour) const {
-        colour = inOrder(colour);
-        Pixel<Channel> pixel;
-        if constexpr (std::floating_point<Channel>) {
-            std::memcpy(pixel.data(), &colour, sizeof pixel);
-        } else {
-            const auto channels =
-                __builtin_convertvector(Rounded<Channel>(colour), ChannelVector<Channel>);
-            std::memcpy(pixel.data(), &channels, sizeof pixel);
+        Host::Four<Channel> channels = channelsOf(inOrder(colour));
+        if (mAlpha == Host::Alpha::Premultiplied) {
+            channels = Host::InForm<Host::Alpha::Premultiplied, Channel>(channels, mOrder);
         }
-        return mAlpha == Host::Alpha::Premultiplied ? premultiplied(pixel) : pixel;
+        Pixel<Channel> pixel;
+        std::memcpy(pixel.data(), &channels, sizeof pixel);
+        return pixel;
     }
 
 private:
@@ -111,24 +92,12 @@ private:
                    : colour;
     }
 
-    std::size_t alphaAt() const { return mOrder == Host::ChannelOrder::Argb ? 0 : kAlpha; }
-
-    Pixel<Channel> straight(Pixel<Channel> pixel) const {
-        const Channel alpha = pixel[alphaAt()];
-        for (Channel& colour : pixel) {
-            colour = Host::Straightened(colour, alpha);
+    static Host::Four<Channel> channelsOf(Rgba colour) {
+        if constexpr (std::floating_point<Channel>) {
+            return colour;
+        } else {
+            return __builtin_convertvector(Rounded<Channel>(colour), Host::Four<Channel>);
         }
-        pixel[alphaAt()] = alpha;
-        return pixel;
-    }
-
-    Pixel<Channel> premultiplied(Pixel<Channel> pixel) const {
-        const Channel alpha = pixel[alphaAt()];
-        for (Channel& colour : pixel) {
-            colour = Host::Premultiplied(colour, alpha);
-        }
-        pixel[alphaAt()] = alpha;
-        return pixel;
     }
 
     Host::ChannelOrder mOrder;

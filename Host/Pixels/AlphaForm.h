@@ -1,6 +1,7 @@
 #pragma once
 
-#include <algorithm>
+#include "Host/Pixels/PixelView.h"
+
 #include <concepts>
 #include <cstdint>
 #include <type_traits>
@@ -15,31 +16,51 @@ inline constexpr std::uint32_t kWhite<std::uint8_t> = 255;
 template <>
 inline constexpr std::uint32_t kWhite<std::uint16_t> = 32768;
 
-/// A colour times its alpha, rounded to the nearest.
+/// Four numbers that operators work on at once: a pixel's channels as they lie in memory.
+template <typename Number>
+struct FourOf {
+    using Type __attribute__((vector_size(4 * sizeof(Number)))) = Number;
+};
+template <typename Number>
+using Four = typename FourOf<Number>::Type;
+
+/// The channels, each times its factor by its divisor, rounded to the nearest and at most white.
+/// Divides whole numbers as floating-point ones, which is faster: the digits hold the dividend, so
+/// what lies below a whole number stays below it.
 template <typename Channel>
-constexpr Channel Premultiplied(Channel colour, Channel alpha) {
-    if constexpr (std::floating_point<Channel>) {
-        return colour * alpha;
-    } else {
-        constexpr std::uint32_t kHalf = kWhite<Channel> / 2;
-        const std::uint32_t product = std::uint32_t{colour} * alpha + kHalf;
-        return static_cast<Channel>(std::min(product / kWhite<Channel>, kWhite<Channel>));
-    }
+Four<Channel> Scaled(Four<Channel> pixel, Four<Channel> factors, Four<Channel> divisors) {
+    using Number = std::conditional_t<sizeof(Channel) == 2, double, float>;
+    using Whole = Four<std::int32_t>;
+    constexpr auto kMost = Number{kWhite<Channel>};
+    const auto values =
+        __builtin_convertvector(__builtin_convertvector(pixel, Whole), Four<Number>);
+    const auto factor =
+        __builtin_convertvector(__builtin_convertvector(factors, Whole), Four<Number>);
+    const auto divisor =
+        __builtin_convertvector(__builtin_convertvector(divisors, Whole), Four<Number>);
+    const Four<Number> quotient = (values * factor + divisor / 2) / divisor;
+    const Four<Number> kept = quotient < kMost ? quotient : Four<Number>{} + kMost;
+    return __builtin_convertvector(__builtin_convertvector(kept, Whole), Four<Channel>);
 }
 
-/// A colour divided by its alpha, rounded to the nearest; the colour itself if there is no alpha.
-/// Divides whole numbers as floating-point ones, which is faster. The type's digits hold the
-/// dividend, so what lies below the next whole number stays below it.
-template <typename Channel>
-constexpr Channel Straightened(Channel colour, Channel alpha) {
+/// The pixel, its channels in `order`, with its colour multiplied or divided by alpha as `kForm`
+/// says. Nothing can be divided by an alpha of 0.
+template <Alpha kForm, typename Channel>
+Four<Channel> InForm(Four<Channel> pixel, ChannelOrder order) {
+    constexpr Channel kOne = kWhite<Channel>;
+    const bool isFirst = order == ChannelOrder::Argb;
+    const Channel alpha = isFirst ? pixel[0] : pixel[3];
+    if (alpha == kOne || (kForm == Alpha::Straight && alpha == 0)) {
+        return pixel;
+    }
+    const Four<Channel> white{kOne, kOne, kOne, kOne};
+    const auto weights = isFirst ? Four<Channel>{kOne, alpha, alpha, alpha}
+                                 : Four<Channel>{alpha, alpha, alpha, kOne};
     if constexpr (std::floating_point<Channel>) {
-        return alpha == 0 ? colour : colour / alpha;
+        return kForm == Alpha::Straight ? pixel / weights : pixel * weights;
     } else {
-        using Quotient = std::conditional_t<sizeof(Channel) == 1, float, double>;
-        const std::uint32_t dividend = std::uint32_t{colour} * kWhite<Channel> + alpha / 2U;
-        const auto quotient = static_cast<Quotient>(dividend) / static_cast<Quotient>(alpha);
-        return alpha == 0 ? colour
-                          : static_cast<Channel>(std::min(quotient, Quotient{kWhite<Channel>}));
+        return kForm == Alpha::Straight ? Scaled<Channel>(pixel, white, weights)
+                                        : Scaled<Channel>(pixel, weights, white);
     }
 }
 

@@ -15,12 +15,6 @@ namespace Kerovane::Host {
 
 namespace {
 
-constexpr std::size_t kChannels = 4;
-
-/// A pixel's channels in the order of memory.
-template <typename Channel>
-using Pixel = std::array<Channel, kChannels>;
-
 /// Applies `change` to each of a row's pixels, taken as a `Value` in one piece. Views lie at any
 /// address, and the compiler makes plain loads and stores, or vectors, of the copies.
 template <typename Value, typename Change>
@@ -34,20 +28,23 @@ void TransformRow(const std::byte* from, std::byte* to, std::ptrdiff_t width, Ch
     }
 }
 
-/// Moves the channels of a row's pixels one place up in memory and the last to the front, or one
-/// place down and the first to the end. Pixels of 32 or 64 bits are rotated whole, which the
-/// compiler makes vectors of.
+/// Moves the channels one place up in memory and the last to the front, or one place down and the
+/// first to the end.
+template <bool kUp, typename Channel>
+Four<Channel> Rotated(Four<Channel> pixel) {
+    return kUp ? __builtin_shufflevector(pixel, pixel, 3, 0, 1, 2)
+               : __builtin_shufflevector(pixel, pixel, 1, 2, 3, 0);
+}
+
+/// Rotates a row's pixels; those of 32 or 64 bits whole, as the compiler then takes several at
+/// once.
 template <typename Channel, bool kUp>
 void RotateRow(const std::byte* from, std::byte* to, std::ptrdiff_t width) {
     if constexpr (std::floating_point<Channel>) {
-        TransformRow<Pixel<Channel>>(from, to, width, [](Pixel<Channel> pixel) {
-            const auto [a, b, c, d] = pixel;
-            return kUp ? Pixel<Channel>{d, a, b, c} : Pixel<Channel>{b, c, d, a};
-        });
+        TransformRow<Four<Channel>>(from, to, width, Rotated<kUp, Channel>);
     } else {
-        using Whole = std::conditional_t<sizeof(Pixel<Channel>) == 4, std::uint32_t, std::uint64_t>;
-        static_assert(sizeof(Pixel<Channel>) == sizeof(Whole));
-        constexpr int kChannelBits = std::numeric_limits<Whole>::digits / int{kChannels};
+        using Whole = std::conditional_t<sizeof(Channel) == 1, std::uint32_t, std::uint64_t>;
+        constexpr int kChannelBits = std::numeric_limits<Channel>::digits;
         constexpr bool kUpIsLeft = std::endian::native == std::endian::little;
         constexpr int kLeft = kUp == kUpIsLeft ? kChannelBits : -kChannelBits;
         TransformRow<Whole>(from, to, width, [](Whole pixel) { return std::rotl(pixel, kLeft); });
@@ -58,7 +55,7 @@ template <typename Channel>
 void ReorderRow(const std::byte* from, std::byte* to, std::ptrdiff_t width, ChannelOrder fromOrder,
                 ChannelOrder toOrder) {
     if (fromOrder == toOrder) {
-        std::memcpy(to, from, static_cast<std::size_t>(width) * sizeof(Pixel<Channel>));
+        std::memcpy(to, from, static_cast<std::size_t>(width) * sizeof(Four<Channel>));
     } else if (toOrder == ChannelOrder::Argb) {
         RotateRow<Channel, true>(from, to, width);
     } else {
@@ -66,34 +63,35 @@ void ReorderRow(const std::byte* from, std::byte* to, std::ptrdiff_t width, Chan
     }
 }
 
-/// Gives the pixels of a row in `kOrder` the other form of alpha: `kForm`.
-template <typename Channel, ChannelOrder kOrder, Alpha kForm>
-void ChangeAlpha(std::byte* row, std::ptrdiff_t width) {
-    constexpr std::size_t kAlphaAt = kOrder == ChannelOrder::Argb ? 0 : kChannels - 1;
-    TransformRow<Pixel<Channel>>(row, row, width, [](Pixel<Channel> pixel) {
-        const auto alpha = pixel[kAlphaAt];
-        if (std::floating_point<Channel> && alpha == 1) {
-            return pixel; // as much of a picture is: spares four divisions
-        }
-        for (auto& colour : pixel) {
-            colour = kForm == Alpha::Straight ? Straightened(colour, alpha)
-                                              : Premultiplied(colour, alpha);
-        }
-        pixel[kAlphaAt] = alpha;
-        return pixel;
+/// Gives pixels in `kFrom` the form of alpha `kForm` and another order, both in one pass, which
+/// takes floats about as long as to copy them.
+template <typename Channel, Alpha kForm, ChannelOrder kFrom>
+void ChangeAlpha(const std::byte* from, std::byte* to, std::ptrdiff_t width, ChannelOrder toOrder) {
+    constexpr bool kUp = kFrom == ChannelOrder::Rgba;
+    TransformRow<Four<Channel>>(from, to, width, [=](Four<Channel> pixel) {
+        pixel = InForm<kForm, Channel>(pixel, kFrom);
+        return toOrder == kFrom ? pixel : Rotated<kUp, Channel>(pixel);
     });
 }
 
+template <typename Channel, Alpha kForm>
+void ChangeAlpha(const std::byte* from, std::byte* to, std::ptrdiff_t width, ChannelOrder fromOrder,
+                 ChannelOrder toOrder) {
+    fromOrder == ChannelOrder::Argb
+        ? ChangeAlpha<Channel, kForm, ChannelOrder::Argb>(from, to, width, toOrder)
+        : ChangeAlpha<Channel, kForm, ChannelOrder::Rgba>(from, to, width, toOrder);
+}
+
 template <typename Channel>
-void ChangeAlpha(std::byte* row, std::ptrdiff_t width, ChannelOrder order, Alpha form) {
-    constexpr auto kArgb = ChannelOrder::Argb;
-    constexpr auto kRgba = ChannelOrder::Rgba;
-    if (form == Alpha::Straight) {
-        order == kArgb ? ChangeAlpha<Channel, kArgb, Alpha::Straight>(row, width)
-                       : ChangeAlpha<Channel, kRgba, Alpha::Straight>(row, width);
+void ConvertRow(const ConstPixelView& from, const PixelView& to, std::ptrdiff_t y) {
+    if (from.alpha == to.alpha) {
+        ReorderRow<Channel>(from.row(y), to.row(y), to.width, from.order, to.order);
+    } else if (to.alpha == Alpha::Straight) {
+        ChangeAlpha<Channel, Alpha::Straight>(from.row(y), to.row(y), to.width, from.order,
+                                              to.order);
     } else {
-        order == kArgb ? ChangeAlpha<Channel, kArgb, Alpha::Premultiplied>(row, width)
-                       : ChangeAlpha<Channel, kRgba, Alpha::Premultiplied>(row, width);
+        ChangeAlpha<Channel, Alpha::Premultiplied>(from.row(y), to.row(y), to.width, from.order,
+                                                   to.order);
     }
 }
 
@@ -104,12 +102,8 @@ void ConvertPixels(const ConstPixelView& from, const PixelView& to) {
         throw Error("pixels can't be converted between pictures of different size or depth");
     }
     WithChannelType(from.depth, [&](auto type) {
-        using Channel = typename decltype(type)::type;
         for (std::ptrdiff_t y = 0; y < from.height; ++y) {
-            ReorderRow<Channel>(from.row(y), to.row(y), from.width, from.order, to.order);
-            if (from.alpha != to.alpha) {
-                ChangeAlpha<Channel>(to.row(y), to.width, to.order, to.alpha);
-            }
+            ConvertRow<typename decltype(type)::type>(from, to, y);
         }
     });
 }
