@@ -146,6 +146,23 @@ TEST_F(Frames, AreThoseOfTheCommandInEveryForm) {
     EXPECT_EQ(OpenFXHost::openImages(), 0);
 }
 
+TEST_F(Frames, KeepWholeNumbersBetweenBlackAndWhite) {
+    Image source{.bounds = {0, 0, 8, 8}};
+    source.make([](int, int) { return std::array{-1.0F, 2.0F, 0.6F, 1.0F}; });
+    mEffect.setProject(0, 0, 8, 8);
+    for (const Channel channel : {Channel::Byte, Channel::Short}) {
+        Image output{.bounds = source.bounds, .channel = channel};
+        output.make();
+        mEffect.connect(source, output);
+        ASSERT_EQ(mHost.render(mEffect), kOfxStatOK);
+        const auto [red, green, blue, alpha] = output.at(3, 4);
+        EXPECT_EQ(red, 0);
+        EXPECT_EQ(green, 1);
+        EXPECT_NEAR(blue, 0.6, 1e-4); // 153 of 255
+        EXPECT_EQ(alpha, 1);
+    }
+}
+
 TEST_F(Frames, StandAtTheProjectsWindowOrAtLargerFootage) {
     struct Row {
         OfxRectI source;

@@ -84,7 +84,7 @@ int main() {
         Measure(host, renderer, Host::Renderer::OpenGL);
         return 0;
     } catch (const std::exception& error) {
-        fmt::print(stderr, "MeasureOpenFX: {}\n", error.what());
+        fmt::print(stderr, "OpenFXFrames: {}\n", error.what());
         return 1;
     }
 }
