@@ -1,0 +1,186 @@
+#include "Host/Video/FramePixels.h"
+
+#include "Host/Frames/ConvertPixels.h"
+#include "Host/Pictures/PixelConversion.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <vector>
+
+namespace Kerovane::Host {
+
+namespace {
+
+constexpr std::size_t kChannels = 4;
+constexpr ChannelPlaces kRgba{.red = 0, .green = 1, .blue = 2, .alpha = 3};
+
+PixelCoding RgbaOf(AVPixelFormat format) {
+    return {.format = format, .color = {.matrix = AVCOL_SPC_RGB, .range = AVCOL_RANGE_JPEG}};
+}
+
+/// RGBA that holds what `format` does.
+AVPixelFormat RgbaFor(AVPixelFormat format) {
+    return BitsOf(format) > 8 ? AV_PIX_FMT_RGBA64 : AV_PIX_FMT_RGBA;
+}
+
+template <typename Pixel>
+std::span<Pixel> RowOf(const PixelView& view, std::ptrdiff_t y) {
+    return {reinterpret_cast<Pixel*>(view.row(y)), static_cast<std::size_t>(view.width)};
+}
+
+template <typename Pixel>
+std::span<const Pixel> RowOf(const ConstPixelView& view, std::ptrdiff_t y) {
+    return {reinterpret_cast<const Pixel*>(view.row(y)), static_cast<std::size_t>(view.width)};
+}
+
+template <typename Channel>
+Channel* RowOf(const AVFrame& rgba, std::ptrdiff_t y) {
+    return reinterpret_cast<Channel*>(rgba.data[0] + y * rgba.linesize[0]);
+}
+
+PixelView ViewOfRgba(const AVFrame& rgba) {
+    return {.top = reinterpret_cast<std::byte*>(rgba.data[0]),
+            .rowBytes = rgba.linesize[0],
+            .width = rgba.width,
+            .height = rgba.height,
+            .order = ChannelOrder::Rgba};
+}
+
+/// Where the stored pixels of an upright row lie: from `x`, `y`, a step of `dx`, `dy` each.
+struct StoredRow {
+    std::ptrdiff_t x;
+    std::ptrdiff_t y;
+    int dx;
+    int dy;
+
+    /// Of row `upright` of a stored picture of `width` by `height`.
+    StoredRow(Orientation turn, std::ptrdiff_t upright, int width, int height)
+        : x(turn.yx * upright), y(turn.yy * upright), dx(turn.xx), dy(turn.xy) {
+        // A turn is its inverse's transpose; what it moves below 0 is shifted back.
+        x += turn.xx < 0 || turn.yx < 0 ? width - 1 : 0;
+        y += turn.xy < 0 || turn.yy < 0 ? height - 1 : 0;
+    }
+};
+
+template <typename Pixel>
+bool IsOpaque(std::span<const Pixel> row) {
+    constexpr auto kOpaque = static_cast<LayerChannel<Pixel>>(kLayerWhite<Pixel>);
+    LayerChannel<Pixel> least = kOpaque;
+    for (const Pixel& pixel : row) {
+        least = std::min(least, pixel.alpha);
+    }
+    return least == kOpaque;
+}
+
+bool IsOpaque(const ConstPixelView& view) {
+    return withPixelType(view.depth, [&view](auto type) {
+        using Pixel = typename decltype(type)::type;
+        for (std::ptrdiff_t y = 0; y < view.height; ++y) {
+            if (!IsOpaque(RowOf<Pixel>(view, y))) {
+                return false;
+            }
+        }
+        return true;
+    });
+}
+
+/// `view` over black: premultiplied colours.
+World OverBlack(const ConstPixelView& view) {
+    World world(view.depth, view.width, view.height);
+    PixelView premultiplied = ViewOf(world);
+    premultiplied.alpha = Alpha::Premultiplied;
+    ConvertPixels(view, premultiplied);
+    return world;
+}
+
+} // namespace
+
+FrameUnpacker::FrameUnpacker(int width, int height, const PixelCoding& coding,
+                             Orientation orientation)
+    : mWidth(width),
+      mHeight(height),
+      mOrientation(orientation),
+      mFormat(coding.format),
+      mBetween(RgbaFor(coding.format)),
+      mScalers(width, height, coding, RgbaOf(mBetween)) {}
+
+bool FrameUnpacker::takes(const AVFrame& frame) const {
+    return frame.width == mWidth && frame.height == mHeight && frame.format == mFormat;
+}
+
+void FrameUnpacker::unpack(const AVFrame& frame, const PixelView& out) {
+    const AvFrame rgba = NewFrame(mBetween, mWidth, mHeight);
+    mScalers.convert(frame, *rgba);
+    if (mBetween == AV_PIX_FMT_RGBA64) {
+        unpackAs<std::uint16_t>(*rgba, out);
+    } else if (out.depth == Depth::Bits8 && mOrientation.isUpright()) {
+        ConvertPixels(ViewOfRgba(*rgba), out);
+    } else {
+        unpackAs<std::uint8_t>(*rgba, out);
+    }
+}
+
+template <typename FileChannel>
+void FrameUnpacker::unpackAs(const AVFrame& rgba, const PixelView& out) const {
+    using FilePixel = std::array<FileChannel, kChannels>;
+    std::vector<FilePixel> upright(static_cast<std::size_t>(out.width));
+    for (std::ptrdiff_t y = 0; y < out.height; ++y) {
+        StoredRow stored(mOrientation, y, mWidth, mHeight);
+        for (FilePixel& pixel : upright) {
+            std::copy_n(RowOf<FileChannel>(rgba, stored.y) + stored.x * std::ptrdiff_t{kChannels},
+                        kChannels, pixel.begin());
+            stored.x += stored.dx;
+            stored.y += stored.dy;
+        }
+        withPixelType(out.depth, [&](auto type) {
+            using Pixel = typename decltype(type)::type;
+            ReadRow(upright.front().data(), kChannels, kRgba, RowOf<Pixel>(out, y));
+        });
+    }
+}
+
+FramePacker::FramePacker(int width, int height, const PixelCoding& coding)
+    : mWidth(width),
+      mHeight(height),
+      mCoding(coding),
+      mBetween(RgbaFor(coding.format)),
+      mScalers(width, height, RgbaOf(mBetween), coding) {}
+
+AvFrame FramePacker::pack(const ConstPixelView& in) {
+    std::optional<World> overBlack;
+    if (!HasAlpha(mCoding.format) && !IsOpaque(in)) {
+        mLostAlpha = true;
+        overBlack = OverBlack(in);
+    }
+    AvFrame rgba = NewFrame(mBetween, mWidth, mHeight);
+    fill(overBlack ? ViewOf(std::as_const(*overBlack)) : in, *rgba);
+    if (mCoding.format == mBetween) {
+        return rgba;
+    }
+    AvFrame frame = NewFrame(mCoding.format, mWidth, mHeight);
+    mScalers.convert(*rgba, *frame);
+    return frame;
+}
+
+void FramePacker::fill(const ConstPixelView& in, AVFrame& rgba) const {
+    if (mBetween == AV_PIX_FMT_RGBA64) {
+        fillAs<std::uint16_t>(in, rgba);
+    } else if (in.depth == Depth::Bits8) {
+        ConvertPixels(in, ViewOfRgba(rgba));
+    } else {
+        fillAs<std::uint8_t>(in, rgba);
+    }
+}
+
+template <typename FileChannel>
+void FramePacker::fillAs(const ConstPixelView& in, AVFrame& rgba) {
+    withPixelType(in.depth, [&](auto type) {
+        using Pixel = typename decltype(type)::type;
+        for (std::ptrdiff_t y = 0; y < in.height; ++y) {
+            WriteRow(RowOf<Pixel>(in, y), RowOf<FileChannel>(rgba, y));
+        }
+    });
+}
+
+} // namespace Kerovane::Host

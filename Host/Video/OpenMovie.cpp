@@ -1,0 +1,32 @@
+#include "Host/Video/OpenMovie.h"
+
+#include <fmt/format.h>
+
+namespace Kerovane::Host {
+
+AvInput OpenMovie(const std::filesystem::path& file) {
+    // The protocol is said, so that no name is taken for an address on the net.
+    const std::string address = file == kStandardStream ? "pipe:0" : "file:" + file.string();
+    const std::string failure = fmt::format("cannot read '{}' as a movie", file.string());
+    AVFormatContext* opened = nullptr;
+    AvOptions options;
+    options.set("protocol_whitelist", "file,pipe"); // for what playlists name, too
+    CheckAv(avformat_open_input(&opened, address.c_str(), nullptr, options.address()), failure);
+    AvInput movie(opened);
+    CheckAv(avformat_find_stream_info(movie.get(), nullptr), failure);
+    return movie;
+}
+
+int VideoStreamOf(AVFormatContext& movie, const std::filesystem::path& file) {
+    const int stream = av_find_best_stream(&movie, AVMEDIA_TYPE_VIDEO, -1, -1, nullptr, 0);
+    const auto isCover = [&movie](int index) {
+        return (movie.streams[index]->disposition & AV_DISPOSITION_ATTACHED_PIC) != 0;
+    };
+    if (stream < 0 || isCover(stream)) {
+        throw Error(
+            fmt::format("cannot read '{}' as a movie: it has no moving pictures", file.string()));
+    }
+    return stream;
+}
+
+} // namespace Kerovane::Host

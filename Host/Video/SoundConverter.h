@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Host/Video/StreamCarrier.h"
+
+#include <cstdint>
+
+namespace Kerovane::Host {
+
+/** Decodes sound and encodes it anew, for containers that don't hold it as it is. */
+class SoundConverter : public StreamCarrier {
+public:
+    /// Describes the sound in `to`, a new stream of a movie that hasn't begun. Throws Error if it
+    /// can't be converted.
+    SoundConverter(const AVStream& from, AVStream& to, AVCodecID codec, bool globalHeader,
+                   PacketSink sink);
+
+    void carry(AVPacket& packet) override;
+    void finish() override;
+
+private:
+    void openDecoder(const AVStream& from);
+    void openEncoder(AVCodecID codec, bool globalHeader);
+    void decode(const AVPacket* packet);
+    void resample(const AVFrame* sound);
+    void encodeQueued(bool all);
+    void encode(const AVFrame* sound);
+
+    AvCodecContext mDecoder;
+    AvCodecContext mEncoder;
+    AvResampler mResampler;
+    AvSampleQueue mQueue;
+    AVStream& mTo;
+    PacketSink mSink;
+    bool mHasBegun = false;
+    std::int64_t mTime = 0; ///< of the next sample to encode, in samples
+};
+
+} // namespace Kerovane::Host

@@ -1,0 +1,87 @@
+#pragma once
+
+#include "Host/Video/MovieReader.h"
+#include "Host/Video/MovieWriter.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <utility>
+
+namespace Kerovane::Host {
+
+/** Movies in a folder of the test's own, made and looked at by FFmpeg's own commands. */
+class Movies : public testing::Test {
+protected:
+    std::string path(const std::string& name) const { return mFolder / name; }
+
+    /// What a command prints, run in the folder.
+    std::string outputOf(const std::string& command) const {
+        const std::string line = "cd '" + path("") + "' && " + command;
+        const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(line.c_str(), "r"), pclose);
+        std::string output;
+        std::array<char, 4096> part{};
+        while (const std::size_t size = std::fread(part.data(), 1, part.size(), pipe.get())) {
+            output.append(part.data(), size);
+        }
+        return output;
+    }
+
+    void ffmpeg(const std::string& arguments) const {
+        const std::string line =
+            "cd '" + path("") + "' && ffmpeg -nostdin -v error -y " + arguments;
+        ASSERT_EQ(std::system(line.c_str()), 0) << line;
+    }
+
+    /// A line for each packet or frame of a stream, as ffprobe tells `entries` of it.
+    std::string probe(const std::string& name, const std::string& stream,
+                      const std::string& entries) const {
+        return outputOf("ffprobe -v error -select_streams " + stream +
+                        " -of compact=p=0:nk=1 -show_entries " + entries + " " + name);
+    }
+
+    /// The sum over what a stream decodes to.
+    std::string sumOf(const std::string& name, const std::string& map,
+                      const std::string& options = "") const {
+        return outputOf("ffmpeg -nostdin -v error -i " + name + " -map " + map + " " + options +
+                        " -f md5 -");
+    }
+
+    /// Copies a movie through layers: all of it, or `count` frames from `first` on.
+    void copy(const std::string& from, const std::string& to, const MovieSettings& settings = {},
+              std::pair<int, int> cut = {0, 0}) {
+        MovieReader reader(path(from));
+        const auto [first, count] = cut;
+        if (count > 0) {
+            reader.seek(first);
+        }
+        MovieWriter writer(path(to), reader.form(), settings);
+        writer.carryFrom(reader, count > 0);
+        World world(reader.form().depth(), reader.form().width, reader.form().height);
+        std::int64_t end = 0;
+        for (int done = 0; count == 0 || done < count; ++done) {
+            std::optional<MovieFrame> frame = reader.read();
+            if (!frame) {
+                break;
+            }
+            reader.unpack(*frame, ViewOf(world));
+            end = frame->time + frame->duration;
+            writer.write(writer.pack(ViewOf(std::as_const(world))), frame->time, frame->duration,
+                         std::move(frame->others));
+        }
+        writer.finish(reader.readOthers(end));
+        mDamage = reader.damage();
+        mNotes = writer.notes();
+    }
+
+    TemporaryFolder mFolder;
+    MovieDamage mDamage;
+    std::vector<std::string> mNotes;
+};
+
+} // namespace Kerovane::Host
