@@ -1,7 +1,7 @@
 #include "Host/Video/FramePixels.h"
 
-#include "Host/Frames/ConvertPixels.h"
 #include "Host/Pictures/PixelConversion.h"
+#include "Host/Pixels/ConvertPixels.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Host/Frames/PixelView.h"
+#include "Host/Frames/WorldView.h"
 #include "Host/Video/Orientation.h"
 #include "Host/Video/ScalerPool.h"
 

@@ -199,7 +199,7 @@ std::optional<MovieFrame> MovieReader::accept(AvFrame frame) {
     if (IsDamaged(*frame)) {
         noteDamage(movieFrame.time, movieFrame.time + movieFrame.duration);
     }
-    noteLoggedDamage(*frame);
+    noteLoggedDamage(movieFrame);
     ++mNumber;
     mEnd = movieFrame.time + movieFrame.duration;
     movieFrame.frame = std::move(frame);
@@ -312,20 +312,28 @@ void MovieReader::noteDamage(std::int64_t from, std::int64_t to) {
 }
 
 /// Decoders on several threads are ahead of the frame that they give.
-void MovieReader::noteLoggedDamage(const AVFrame& frame) {
+void MovieReader::noteLoggedDamage(const MovieFrame& frame) {
     if (LogWatch::errors() != mErrors) {
-        noteDamage(std::min(mEnd, frame.best_effort_timestamp - fileTime(0)), mLastSent);
+        noteDamage(std::min(mEnd, frame.time), std::max(mLastSent, frame.time + frame.duration));
     }
 }
 
+/// A file that breaks off lacks what is between its last frame and the length that it tells.
 void MovieReader::noteMissingEnd() {
     if (LogWatch::errors() != mErrors) {
         noteDamage(mEnd, mLastSent);
     }
-    const double length = stream().duration > 0 ? seconds(stream().duration) : 0;
-    constexpr double kTolerance = 0.5;
-    if (seconds(mEnd) + kTolerance < length) {
-        mDamage.add(seconds(mEnd), length);
+    constexpr double kTolerance = 0.5; // seconds
+    const double end = seconds(mEnd);
+    const bool breaksOff = !mDamage.isEmpty() && mDamage.stretches().back().to + kTolerance > end;
+    double length = 0;
+    if (stream().duration > 0) {
+        length = seconds(stream().duration);
+    } else if (breaksOff && mMovie->duration > 0) {
+        length = static_cast<double>(mMovie->duration) / AV_TIME_BASE;
+    }
+    if (end + kTolerance < length) {
+        mDamage.add(end, length);
     }
 }
 

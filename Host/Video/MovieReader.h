@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Host/Frames/PixelView.h"
+#include "Host/Pixels/PixelView.h"
 #include "Host/Video/FramePixels.h"
 #include "Host/Video/LibAv.h"
 #include "Host/Video/MovieDamage.h"
@@ -87,7 +87,7 @@ private:
     std::int64_t fileTime(std::int64_t time) const;
     double seconds(std::int64_t time) const;
     void noteDamage(std::int64_t from, std::int64_t to);
-    void noteLoggedDamage(const AVFrame& frame);
+    void noteLoggedDamage(const MovieFrame& frame);
     void noteMissingEnd();
 
     std::filesystem::path mPath;

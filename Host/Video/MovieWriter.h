@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Host/Frames/PixelView.h"
 #include "Host/Pictures/FileBeside.h"
+#include "Host/Pixels/PixelView.h"
 #include "Host/Video/CarriedStreams.h"
 #include "Host/Video/FramePixels.h"
 #include "Host/Video/LibAv.h"

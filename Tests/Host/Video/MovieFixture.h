@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Host/Frames/WorldView.h"
 #include "Host/Video/MovieReader.h"
 #include "Host/Video/MovieWriter.h"
 #include "Tests/Support/TemporaryFolder.h"
