@@ -1,12 +1,17 @@
 #include "Host/Command/Commands.h"
+#include "Host/Command/MovieJob.h"
+#include "Host/Command/MovieOptions.h"
 #include "Host/Command/ParameterOptions.h"
 #include "Host/Command/PresetOptions.h"
 #include "Host/Command/RendererOptions.h"
 #include "Host/Command/ShotOptions.h"
 #include "Host/Command/ShotReport.h"
 #include "Host/Command/ValueTypes.h"
+#include "Host/Parameters/Holes.h"
 #include "Host/Pictures/PictureWriter.h"
 #include "Host/Shots/Interruption.h"
+#include "Host/Video/MovieFiles.h"
+#include "Host/Video/OpenMovie.h"
 
 #include <CLI/Validators.hpp>
 #include <fmt/format.h>
@@ -28,6 +33,7 @@ struct RenderOptions {
     bool quiet = false;
     ShotOptions shot;
     RendererOptions renderer;
+    MovieOptions movie;
     PresetOptions preset;
     ParameterOptions parameters;
 
@@ -38,13 +44,14 @@ void RenderOptions::addTo(CLI::App& command) {
     constexpr int kMaxDownsample = 64;
     command
         .add_option("IN", in,
-                    "picture to read, or sequence: shot.#.png, shot.%04d.exr, 'shot.$F4.exr'")
+                    "movie, picture or sequence to read: shot.#.png, shot.%04d.exr; - is a pipe")
         ->required()
         ->type_name(kFileType);
-    command.add_option("OUT", out, "picture or sequence to write, as its extension says")
+    command.add_option("OUT", out, "the same to write, as its extension says")
         ->required()
         ->type_name(kFileType);
     shot.addTo(command);
+    movie.addTo(command);
     command
         .add_option("--downsample", downsample,
                     "IN is a preview, reduced so many times: pixels in parameters follow [1]")
@@ -56,11 +63,13 @@ void RenderOptions::addTo(CLI::App& command) {
     command.add_option("--json-log", jsonLog, "a line of JSON for each frame; - is the output")
         ->type_name(kFileType)
         ->group("Progress");
-    command.footer("A parameter takes one value, or keys FRAME:VALUE with linear, hold, smooth, "
-                   "ease-in, ease-out or ease-in-out behind them.\n\nExamples:\n"
-                   "  tesselune render photo.jpg cells.png --shape-type triangle --size 40\n"
-                   "  tesselune render shot.#.exr out.#.exr --frames 1001-1050 \\\n"
-                   "      --transition-progress \"1001:0:smooth 1050:100\"");
+    command.footer(
+        "A parameter takes one value, or keys FRAME:VALUE with linear, hold, smooth, "
+        "ease-in, ease-out or ease-in-out behind them.\n\nExamples:\n"
+        "  tesselune render clip.mp4 cells.mp4 --size 40 --transition-progress \"0:0 48:100\"\n"
+        "  tesselune render photo.jpg cells.png --shape-type triangle --size 40\n"
+        "  tesselune render shot.#.exr out.#.exr --frames 1001-1050 \\\n"
+        "      --transition-progress \"1001:0:smooth 1050:100\"");
 }
 
 /// A single picture is frame 0, and what fails with it fails as a whole.
@@ -99,39 +108,125 @@ void LetWritingFail() {
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 }
 
-int Render(const RenderOptions& options, CommandContext& context) {
-    FrameRenderer& renderer = context.renderer();
-    Preset preset = options.preset.load(renderer);
+Verbosity VerbosityOf(const RenderOptions& options, const CommandContext& context) {
+    return context.isVerbose() ? Verbosity::Verbose
+           : options.quiet     ? Verbosity::Quiet
+                               : Verbosity::Normal;
+}
+
+/// What the preset and the line, which wins, set.
+Preset LookOf(const RenderOptions& options, const FrameRenderer& renderer) {
+    Preset look = options.preset.load(renderer);
     ParameterSettings settings = options.parameters.settings();
-    settings.merge(preset.settings); // adds what isn't there
+    settings.merge(look.settings); // adds what isn't there
+    look.settings = std::move(settings);
+    return look;
+}
+
+ShotDrawing DrawingOf(const RenderOptions& options, FrameRenderer& renderer, const Preset& look,
+                      FrameRate rate) {
+    return {.renderer = renderer,
+            .with = *look.renderer,
+            .values = ValuesOverTime(look.settings, rate),
+            .rate = rate,
+            .downsample = options.downsample};
+}
+
+FrameEnded TellTo(ShotReport& report) {
+    return [&report](const ShotFrame& frame, const FrameReport& frameReport) {
+        report.frameEnded(frame, frameReport);
+    };
+}
+
+int RenderPictures(const RenderOptions& options, CommandContext& context) {
+    FrameRenderer& renderer = context.renderer();
+    Preset look = LookOf(options, renderer);
     const ShotRequest request = options.shot.request(options.in, options.out);
     const FrameRate rate = options.shot.rate();
     const Rendering rendering = AsksForShot(request) ? Rendering::Shot : Rendering::Picture;
     const Shot shot = rendering == Rendering::Shot ? PlanShot(request) : SinglePicture(request);
     CheckTimes(shot, rate);
     CheckTarget(shot);
-    preset.renderer = options.renderer.choose(context, preset.renderer);
+    look.renderer = options.renderer.choose(context, look.renderer);
 
-    const Verbosity verbosity = context.isVerbose() ? Verbosity::Verbose
-                                : options.quiet     ? Verbosity::Quiet
-                                                    : Verbosity::Normal;
-    ShotReport report(rendering, shot.frames.size(), verbosity, options.jsonLog, *preset.renderer,
-                      context.streams());
-    options.preset.save(renderer, {.settings = settings, .renderer = preset.renderer});
+    ShotReport report(rendering, shot.frames.size(), VerbosityOf(options, context), options.jsonLog,
+                      *look.renderer, context.streams());
+    options.preset.save(renderer, look);
     TellMissing(shot, request.missing, context.streams());
 
     LetWritingFail();
     const Interruption interruption;
-    const ShotDrawing drawing{.renderer = renderer,
-                              .with = *preset.renderer,
-                              .values = ValuesOverTime(settings, rate),
-                              .rate = rate,
-                              .downsample = options.downsample};
-    const auto ended = [&report](const ShotFrame& frame, const FrameReport& frameReport) {
-        report.frameEnded(frame, frameReport);
+    RenderShot(shot.frames, options.shot.setting(), DrawingOf(options, renderer, look, rate),
+               TellTo(report), Interruption::requested());
+    return report.finish("the same command with --resume does the rest");
+}
+
+int RenderMovie(const RenderOptions& options, MovieRequest request, CommandContext& context) {
+    constexpr int kPartOfTheInput = 2;
+    FrameRenderer& renderer = context.renderer();
+    Preset look = LookOf(options, renderer);
+    request.settings.alpha = CanLeaveHoles(renderer.parameters(), look.settings);
+    LetWritingFail();
+    const Interruption interruption;
+    MovieJob job(request, context.streams());
+    CheckTimes(job.shot(), job.rate());
+    look.renderer = options.renderer.choose(context, look.renderer);
+
+    StandardStreams& streams = context.streams();
+    const Verbosity verbosity = VerbosityOf(options, context);
+    ShotReport report(Rendering::Shot, job.framesExpected(), verbosity, options.jsonLog,
+                      *look.renderer, streams);
+    options.preset.save(renderer, look);
+    TellMissing(job.shot(), request.shot.missing, streams);
+    const auto tell = [&](const std::vector<std::string>& lines) {
+        for (const std::string& line : lines) {
+            streams.complain(line);
+        }
     };
-    RenderShot(shot.frames, options.shot.setting(), drawing, ended, Interruption::requested());
-    return report.finish();
+    if (verbosity != Verbosity::Quiet) {
+        tell(job.notes());
+    }
+    RenderFrames(job.source(), job.sink(), options.shot.setting(),
+                 DrawingOf(options, renderer, look, job.rate()), TellTo(report),
+                 Interruption::requested());
+    const bool isInterrupted = job.hasMore();
+    if (!isInterrupted) {
+        report.endHere();
+    }
+    const std::vector<std::string> lines = job.finish(isInterrupted);
+    const int status = report.finish(
+        request.toMovie ? "a movie starts anew" : "the same command with --resume does the rest");
+    tell(lines);
+    const std::vector<std::string> losses =
+        isInterrupted ? std::vector<std::string>() : job.losses();
+    tell(losses);
+    return losses.empty() ? status : kPartOfTheInput;
+}
+
+int Render(const RenderOptions& options, CommandContext& context) {
+    MovieRequest request;
+    request.shot = options.shot.request(options.in, options.out);
+    request.settings = options.movie.settings();
+    const bool isOnePicture = !AsksForShot(request.shot) && !IsMovieFile(options.in, true);
+    const bool isGif = options.out.extension() == ".gif"; // which pictures can be, too
+    request.toMovie = !request.settings.container.empty() ||
+                      (IsMovieName(options.out) && !(isGif && isOnePicture));
+    request.fromMovie = IsMovieFile(options.in, !request.toMovie);
+    if (!request.toMovie && !options.movie.given().empty()) {
+        throw Error(fmt::format("{} is for movies, and '{}' is none", options.movie.given(),
+                                options.out.string()));
+    }
+    if (!request.fromMovie && !request.toMovie) {
+        return RenderPictures(options, context);
+    }
+    if (options.out == kStandardStream && options.jsonLog == kStandardStream) {
+        throw Error("--json-log - and the output - can't both be standard output");
+    }
+    if (options.shot.hasRate()) {
+        request.rate = options.shot.rate();
+    }
+    request.resume = options.shot.setting().resume;
+    return RenderMovie(options, request, context);
 }
 
 void SetUp(CLI::App& command, CommandContext& context) {

@@ -59,7 +59,7 @@ void ShotOptions::addTo(CLI::App& command) {
     };
     add("--frames", mFrames, "LIST",
         "1001-1100, 1001-1100x2 or 1,5,9 [all from first to last on disk]");
-    add("--fps", mRate, "RATE", "frames a second: 25, 23.976 or 24000/1001 [24]");
+    add("--fps", mRate, "RATE", "frames a second of pictures: 25, 23.976 or 24000/1001 [24]");
     add("--missing", mMissing, ChoiceType(MissingNames()),
         "what becomes of frames that aren't there [error]");
     add("--chunk", mChunk, "K/N", "the K-th of N parts of the frames: 3/10 [1/1]");
@@ -97,7 +97,7 @@ ShotSetting ShotOptions::setting() const {
 }
 
 FrameRate ShotOptions::rate() const {
-    return Read("--fps", mRate, ParseFrameRate);
+    return hasRate() ? Read("--fps", mRate, ParseFrameRate) : FrameRate();
 }
 
 } // namespace Kerovane::Host

@@ -24,9 +24,11 @@ public:
     ShotSetting setting() const;
     FrameRate rate() const;
 
+    bool hasRate() const { return !mRate.empty(); }
+
 private:
     std::string mFrames;
-    std::string mRate = "24";
+    std::string mRate; ///< empty: FrameRate's own
     std::string mMissing = "error";
     std::string mChunk = "1/1";
     int mDepth = 0; ///< 0: that of the file

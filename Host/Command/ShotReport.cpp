@@ -39,7 +39,7 @@ void ShotReport::frameEnded(const ShotFrame& frame, const FrameReport& report) {
     }
 }
 
-int ShotReport::finish() {
+int ShotReport::finish(std::string_view onward) {
     if (!mFailure.empty()) {
         throw Error(mFailure);
     }
@@ -50,9 +50,8 @@ int ShotReport::finish() {
         mStreams.complain(mTally.nonFinite());
     }
     if (mTally.ended() < mTally.frames()) {
-        mStreams.complain(fmt::format("interrupted with {} of {} frames done; the same command "
-                                      "with --resume does the rest",
-                                      mTally.ended(), mTally.frames()));
+        mStreams.complain(fmt::format("interrupted with {} of {} frames done; {}", mTally.ended(),
+                                      mTally.frames(), onward));
         return kInterrupted;
     }
     return mTally.hasFailures() ? kSomeFailed : kAllDone;

@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace Kerovane::Host {
 
@@ -25,9 +26,13 @@ public:
 
     void frameEnded(const ShotFrame& frame, const FrameReport& report);
 
+    /// Of frames whose number was guessed there are no more than those that ended.
+    void endHere() { mTally.endHere(); }
+
     /// Once no further frame will end. Returns the process's exit status: 0 all done, 2 some frames
-    /// failed, 130 interrupted. Throws Error if a single picture failed.
-    int finish();
+    /// failed, 130 interrupted, of which `onward` tells how to go on. Throws Error if a single
+    /// picture failed.
+    int finish(std::string_view onward);
 
 private:
     Rendering mRendering;

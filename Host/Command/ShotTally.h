@@ -20,6 +20,9 @@ public:
 
     void add(const ShotFrame& frame, const FrameReport& report);
 
+    /// Of frames whose number was guessed there are no more.
+    void endHere() { mFrames = ended(); }
+
     std::size_t frames() const { return mFrames; }
     std::size_t ended() const { return mRendered + mKept + mFailed.size(); }
     bool hasFailures() const { return !mFailed.empty(); }

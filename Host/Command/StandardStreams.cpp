@@ -37,6 +37,10 @@ void StandardStreams::print(std::string_view text) {
     }
 }
 
+int StandardStreams::outputDescriptor() const {
+    return mOutput != nullptr ? fileno(mOutput.get()) : -1;
+}
+
 void StandardStreams::complain(std::string_view message) {
     draw(fmt::format("tesselune: {}\n", OneLine(std::string(message))));
 }

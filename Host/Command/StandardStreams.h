@@ -23,6 +23,9 @@ public:
     /// To standard output. Throws Error where it can't be written.
     void print(std::string_view text);
 
+    /// Of standard output, for those who write it themselves; -1 if there is none.
+    int outputDescriptor() const;
+
     /// To standard error as it is: what is drawn anew on a terminal.
     void draw(std::string_view text);
 

@@ -110,7 +110,7 @@ const std::vector<PictureFormat>& Formats() {
                         {"\x30\x26\xb2\x75"},
                         {"OggS"},
                         {"FLV"}},
-         .whyNotRead = "as their frames have to be extracted first"},
+         .whyNotRead = "as pictures; the command render takes them"},
 
         {.name = "TIFF",
          .reader = "tiff",

@@ -57,9 +57,9 @@ private:
 
 class ShotOutput {
 public:
-    ShotOutput(const std::filesystem::path& output, std::size_t frames)
-        : mPath(output), mPattern(SequencePattern::parse(output)) {
-        if (!mPattern && frames > 1) {
+    ShotOutput(const std::filesystem::path& output, std::size_t frames, bool toOneFile)
+        : mPath(output), mPattern(toOneFile ? std::nullopt : SequencePattern::parse(output)) {
+        if (!mPattern && frames > 1 && !toOneFile) {
             throw Error(fmt::format("'{}' has no place for the frame's number, like # or %04d",
                                     output.string()));
         }
@@ -94,7 +94,7 @@ bool AsksForShot(const ShotRequest& request) {
 Shot PlanShot(const ShotRequest& request) {
     const ShotInput input(request.input);
     const FrameList all = request.frames ? *request.frames : input.allFrames();
-    const ShotOutput output(request.output, all.size());
+    const ShotOutput output(request.output, all.size(), request.toOneFile);
     Shot shot;
     for (const A_long frame : FramesOf(request.chunk, all)) {
         const bool there = input.has(frame);

@@ -27,6 +27,7 @@ struct ShotRequest {
     std::optional<FrameList> frames; ///< else from the first to the last on disk
     MissingFrames missing = MissingFrames::Error;
     Chunk chunk;
+    bool toOneFile = false; ///< whether `output` is a movie, which takes all frames
 };
 
 /** Which pictures are to be made of which. */

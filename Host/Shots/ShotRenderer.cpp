@@ -1,7 +1,6 @@
 #include "Host/Shots/ShotRenderer.h"
 
-#include "Host/Pictures/PictureReader.h"
-#include "Host/Pictures/PictureWriter.h"
+#include "Host/Shots/PictureShot.h"
 #include "Host/Text/Error.h"
 
 #include <algorithm>
@@ -9,6 +8,7 @@
 #include <condition_variable>
 #include <exception>
 #include <future>
+#include <memory>
 #include <mutex>
 #include <new>
 #include <system_error>
@@ -37,11 +37,11 @@ private:
     std::size_t mNext = 0;
 };
 
-/// Sets `seconds` to the time that it lived.
+/// Adds to `seconds` the time that it lived.
 class Stopwatch {
 public:
     explicit Stopwatch(double& seconds) : mSeconds(seconds) {}
-    ~Stopwatch() { mSeconds = std::chrono::duration<double>(Clock::now() - mStart).count(); }
+    ~Stopwatch() { mSeconds += std::chrono::duration<double>(Clock::now() - mStart).count(); }
     Stopwatch(const Stopwatch&) = delete;
     Stopwatch& operator=(const Stopwatch&) = delete;
 
@@ -54,52 +54,54 @@ private:
 
 /// A frame on its way.
 struct FrameJob {
-    const ShotFrame& frame;
-    std::optional<World> input{};
-    std::optional<World> output{};
-    OIIO::ImageSpec origin{};
+    std::size_t index = 0; ///< among those that began
+    std::unique_ptr<SourceFrame> source{};
+    std::optional<Picture> picture{}; ///< as it was read, then as it is drawn
+    std::unique_ptr<PackedFrame> packed{};
     FrameReport report{};
     bool hasEnded = false; ///< the stages that are left have nothing to do
 };
 
 /// Frees the pixels at once, as the report may have to wait for those of earlier frames.
 void End(FrameJob& job, FrameEnding ending, std::string reason = "") {
-    job.input.reset();
-    job.output.reset();
+    job.picture.reset();
     job.report.ending = ending;
     job.report.reason = std::move(reason);
     job.hasEnded = true;
 }
 
-void Read(FrameJob& job, const ShotSetting& setting) {
+void Read(FrameJob& job, const FrameSink& sink, const ShotSetting& setting) {
     const Stopwatch stopwatch(job.report.seconds.read);
-    if (setting.resume && HoldsPictureLike(job.frame.output, job.frame.input)) {
+    if (sink.has(job.source->shotFrame())) {
         End(job, FrameEnding::Kept);
         return;
     }
-    Picture picture = ReadPicture(job.frame.input, setting.depth);
-    job.report.width = picture.world.width();
-    job.report.height = picture.world.height();
-    job.input = std::move(picture.world);
-    job.origin = std::move(picture.origin);
+    const World& world = job.picture.emplace(job.source->read(setting.depth)).world;
+    job.report.width = world.width();
+    job.report.height = world.height();
 }
 
 void Render(FrameJob& job, const ShotDrawing& drawing) {
     const Stopwatch stopwatch(job.report.seconds.render);
-    const World& input = *job.input;
-    World& output = job.output.emplace(input.depth(), input.width(), input.height());
+    const World& input = job.picture->world;
+    World output(input.depth(), input.width(), input.height());
     job.report.nonFinitePixels =
-        drawing.renderer.render({.time = drawing.rate.timeOf(job.frame.number),
+        drawing.renderer.render({.time = drawing.rate.timeOf(job.source->shotFrame().number),
                                  .timeStep = drawing.rate.timeStep(),
                                  .downsample = drawing.downsample},
                                 drawing.values, ViewOf(input), ViewOf(output), drawing.with);
-    job.input.reset();
+    job.picture->world = std::move(output);
 }
 
-void Write(FrameJob& job) {
+void Pack(FrameJob& job, FrameSink& sink) {
     const Stopwatch stopwatch(job.report.seconds.write);
-    PictureWriter(job.frame.output).write(*job.output, job.origin);
+    job.packed = sink.pack(job.source->shotFrame(), *job.picture);
     End(job, FrameEnding::Rendered);
+}
+
+void Put(FrameJob& job, FrameSink& sink) {
+    const Stopwatch stopwatch(job.report.seconds.write);
+    sink.put(*job.source, std::move(job.packed));
 }
 
 /// Runs a stage of a frame that hasn't ended. What the stage throws fails the frame; nothing leaves
@@ -135,37 +137,114 @@ std::vector<std::future<void>> StartThreads(std::size_t count, const Work& work)
     return threads;
 }
 
+/// The way of frames from a source to a sink.
+class FrameRun {
+public:
+    FrameRun(FrameSource& source, FrameSink& sink, const ShotSetting& setting,
+             const ShotDrawing& drawing, const FrameEnded& ended, const std::atomic<bool>& stop)
+        : mSource(source),
+          mSink(sink),
+          mSetting(setting),
+          mDrawing(drawing),
+          mEnded(ended),
+          mStop(stop) {}
+
+    /// On each of several threads. A frame that was taken goes all the way, so that none waits for
+    /// one that never comes.
+    void renderFrames() {
+        while (std::optional<FrameJob> job = begin()) {
+            renderFrame(*job);
+        }
+    }
+
+    /// Throws what kept the source or the sink from going on.
+    void check() const {
+        if (mFailure) {
+            std::rethrow_exception(mFailure);
+        }
+    }
+
+private:
+    std::optional<FrameJob> begin() {
+        const std::lock_guard lock(mTaking);
+        if (mStop || mHasFailed) {
+            return std::nullopt;
+        }
+        FrameJob job{.index = mNext};
+        attempt([&] {
+            const Stopwatch stopwatch(job.report.seconds.read);
+            job.source = mSource.next();
+        });
+        if (job.source == nullptr) {
+            return std::nullopt;
+        }
+        ++mNext;
+        return job;
+    }
+
+    void renderFrame(FrameJob& job) {
+        Run(job, [&] { Read(job, mSink, mSetting); });
+        mRendering.pass(job.index, [&] { Run(job, [&] { Render(job, mDrawing); }); });
+        Run(job, [&] { Pack(job, mSink); });
+        mPutting.pass(job.index, [&] { attempt([&] { Put(job, mSink); }); });
+        mReporting.pass(job.index, [&] {
+            if (!mHasFailed) {
+                mEnded(job.source->shotFrame(), job.report);
+            }
+        });
+    }
+
+    template <typename Action>
+    void attempt(const Action& action) noexcept {
+        if (mHasFailed) {
+            return;
+        }
+        try {
+            action();
+        } catch (...) {
+            const std::lock_guard lock(mFailing);
+            mFailure = mHasFailed ? mFailure : std::current_exception();
+            mHasFailed = true;
+        }
+    }
+
+    FrameSource& mSource;
+    FrameSink& mSink;
+    const ShotSetting& mSetting;
+    const ShotDrawing& mDrawing;
+    const FrameEnded& mEnded;
+    const std::atomic<bool>& mStop;
+    std::mutex mTaking;
+    std::size_t mNext = 0;
+    Turnstile mRendering;
+    Turnstile mPutting;
+    Turnstile mReporting;
+    std::mutex mFailing;
+    std::atomic<bool> mHasFailed = false;
+    std::exception_ptr mFailure;
+};
+
 } // namespace
+
+void RenderFrames(FrameSource& source, FrameSink& sink, const ShotSetting& setting,
+                  const ShotDrawing& drawing, const FrameEnded& ended,
+                  const std::atomic<bool>& stop) {
+    FrameRun run(source, sink, setting, drawing, ended, stop);
+    for (std::future<void>& thread :
+         StartThreads(setting.framesInFlight, [&run] { run.renderFrames(); })) {
+        thread.get();
+    }
+    run.check();
+}
 
 void RenderShot(const std::vector<ShotFrame>& frames, const ShotSetting& setting,
                 const ShotDrawing& drawing, const FrameEnded& ended,
                 const std::atomic<bool>& stop) {
-    Turnstile rendering;
-    Turnstile reporting;
-    const auto renderFrame = [&](std::size_t index) {
-        FrameJob job{.frame = frames[index]};
-        Run(job, [&] { Read(job, setting); });
-        rendering.pass(index, [&] { Run(job, [&] { Render(job, drawing); }); });
-        Run(job, [&] { Write(job); });
-        reporting.pass(index, [&] { ended(job.frame, job.report); });
-    };
-
-    // A frame that was taken goes all the way, so that none waits for one that never comes.
-    std::atomic<std::size_t> next = 0;
-    const auto renderFrames = [&] {
-        while (!stop) {
-            const std::size_t index = next++;
-            if (index >= frames.size()) {
-                return;
-            }
-            renderFrame(index);
-        }
-    };
-
-    for (std::future<void>& thread :
-         StartThreads(std::min(setting.framesInFlight, frames.size()), renderFrames)) {
-        thread.get();
-    }
+    PictureSource source(frames);
+    PictureSink sink(setting.resume);
+    ShotSetting bounded = setting;
+    bounded.framesInFlight = std::min(setting.framesInFlight, frames.size());
+    RenderFrames(source, sink, bounded, drawing, ended, stop);
 }
 
 } // namespace Kerovane::Host

@@ -3,7 +3,8 @@
 #include "Host/Frames/FrameRenderer.h"
 #include "Host/Parameters/FrameRate.h"
 #include "Host/Parameters/ParameterValues.h"
-#include "Host/Shots/Shot.h"
+#include "Host/Shots/FrameSink.h"
+#include "Host/Shots/FrameSource.h"
 
 #include <atomic>
 #include <cstddef>
@@ -56,10 +57,16 @@ struct ShotDrawing {
 using FrameEnded = std::function<void(const ShotFrame&, const FrameReport&)>;
 
 /**
- * Renders each frame of a shot: its files are read, drawn and written on several threads at a time,
- * and no file comes to stand half written. A frame that fails leaves its target as it was and the
- * others go on. Once `stop` is true no further frame begins.
+ * Renders frames from a source to a sink, several at a time. A frame that fails does not keep the
+ * others from going on. Once `stop` is true no further frame begins. Throws Error if the source or
+ * the sink can't go on.
  */
+void RenderFrames(FrameSource& source, FrameSink& sink, const ShotSetting& setting,
+                  const ShotDrawing& drawing, const FrameEnded& ended,
+                  const std::atomic<bool>& stop);
+
+/// Renders each frame of a shot of pictures. No file comes to stand half written; a frame that
+/// fails leaves its target as it was.
 void RenderShot(const std::vector<ShotFrame>& frames, const ShotSetting& setting,
                 const ShotDrawing& drawing, const FrameEnded& ended, const std::atomic<bool>& stop);
 

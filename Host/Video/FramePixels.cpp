@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace Kerovane::Host {
@@ -155,11 +156,17 @@ AvFrame FramePacker::pack(const ConstPixelView& in) {
     }
     AvFrame rgba = NewFrame(mBetween, mWidth, mHeight);
     fill(overBlack ? ViewOf(std::as_const(*overBlack)) : in, *rgba);
-    if (mCoding.format == mBetween) {
-        return rgba;
+    AvFrame frame = std::move(rgba);
+    if (mCoding.format != mBetween) {
+        const AvFrame between = std::exchange(frame, NewFrame(mCoding.format, mWidth, mHeight));
+        mScalers.convert(*between, *frame);
     }
-    AvFrame frame = NewFrame(mCoding.format, mWidth, mHeight);
-    mScalers.convert(*rgba, *frame);
+    // Some encoders look here for what others are told when they are opened.
+    frame->colorspace = mCoding.color.matrix;
+    frame->color_range = mCoding.color.range;
+    frame->color_primaries = mCoding.color.primaries;
+    frame->color_trc = mCoding.color.transfer;
+    frame->chroma_location = mCoding.color.chroma;
     return frame;
 }
 

@@ -24,7 +24,7 @@ struct MovieForm {
     AVRational timeBase{1, 24};   ///< seconds: the unit of frame times
     AVRational frameRate{24, 1};  ///< the average if times vary; 0/1 if unknown
     AVRational pixelAspect{0, 1}; ///< 0/1 if unknown
-    ColorTags color;
+    ColorTags color{};
 
     /// The least depth of layers that holds the channels without a loss.
     Depth depth() const;

@@ -141,6 +141,12 @@ void MovieWriter::choosePixels(const MovieSettings& settings) {
     } else if (mForm.isRgb) {
         mCoding.color.matrix = AVCOL_SPC_BT709;
         mCoding.color.range = AVCOL_RANGE_MPEG;
+        if (mCoding.color.primaries == AVCOL_PRI_UNSPECIFIED) {
+            mCoding.color.primaries = AVCOL_PRI_BT709;
+        }
+        if (mCoding.color.transfer == AVCOL_TRC_UNSPECIFIED) {
+            mCoding.color.transfer = AVCOL_TRC_BT709;
+        }
     }
     mPacker.emplace(mForm.width, mForm.height, mCoding);
 }
@@ -284,11 +290,11 @@ void MovieWriter::send(AVPacket& packet) {
     check(mMovie->pb->error);
 }
 
-void MovieWriter::finish(std::vector<AvPacket> others) {
+void MovieWriter::finish(std::vector<AvPacket> others, bool endsEarly) {
     if (!mStart) {
         throw Error(fmt::format("cannot write '{}': there is no frame for it", mTarget.string()));
     }
-    end(std::move(others), !mIsCut);
+    end(std::move(others), !mIsCut && !endsEarly);
     if (mFile) {
         mFile->takePlace();
     }

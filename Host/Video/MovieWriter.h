@@ -60,8 +60,9 @@ public:
                std::vector<AvPacket> others = {});
 
     /// Ends the movie, which takes the target's place. `others` is what followed the last frame; of
-    /// a cut, what lies behind its pictures is left out. Throws Error if it can't be written.
-    void finish(std::vector<AvPacket> others = {});
+    /// a cut, or if the pictures end early, what lies behind them is left out. Throws Error if it
+    /// can't be written.
+    void finish(std::vector<AvPacket> others = {}, bool endsEarly = false);
 
     /// Ends the movie with the frames so far as NAME.partial.EXT and returns that name; empty if
     /// there is no frame. Throws Error if it can't be written.

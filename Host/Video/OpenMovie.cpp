@@ -2,7 +2,24 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+
 namespace Kerovane::Host {
+
+namespace {
+
+/// Text and single pictures are movies to FFmpeg, too.
+bool HoldsMovies(const AVInputFormat& format) {
+    constexpr std::array<std::string_view, 6> kOthers{"tty", "bin", "xbin", "adf", "idf", "image2"};
+    constexpr std::string_view kPicture = "_pipe";
+    const std::string_view name = format.name;
+    return !name.ends_with(kPicture) && std::ranges::find(kOthers, name) == kOthers.end();
+}
+
+} // namespace
 
 AvInput OpenMovie(const std::filesystem::path& file) {
     // The protocol is said, so that no name is taken for an address on the net.
@@ -13,6 +30,9 @@ AvInput OpenMovie(const std::filesystem::path& file) {
     options.set("protocol_whitelist", "file,pipe"); // for what playlists name, too
     CheckAv(avformat_open_input(&opened, address.c_str(), nullptr, options.address()), failure);
     AvInput movie(opened);
+    if (!HoldsMovies(*movie->iformat)) {
+        throw Error(failure + ": it is none");
+    }
     CheckAv(avformat_find_stream_info(movie.get(), nullptr), failure);
     return movie;
 }

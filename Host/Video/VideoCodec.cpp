@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <iterator>
 #include <vector>
 
 namespace Kerovane::Host {
@@ -154,6 +155,13 @@ const VideoCodec* CodecForExtension(std::string_view extension) {
         return std::ranges::find(codec.extensions, extension) != codec.extensions.end();
     });
     return found != kCodecs.end() ? &*found : nullptr;
+}
+
+std::vector<std::string> AllCodecNames() {
+    std::vector<std::string> names;
+    std::ranges::transform(kCodecs, std::back_inserter(names),
+                           [](const VideoCodec& codec) { return std::string(codec.name); });
+    return names;
 }
 
 std::vector<std::string> CodecNames() {

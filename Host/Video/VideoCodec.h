@@ -55,7 +55,8 @@ const VideoCodec& CodecNamed(std::string_view name);
 /// none has.
 const VideoCodec* CodecForExtension(std::string_view extension);
 
-/// Names of the codecs that this build has.
+/// Names of all codecs, and of those that this build has.
+std::vector<std::string> AllCodecNames();
 std::vector<std::string> CodecNames();
 
 /// Extensions of the movies that this build writes.

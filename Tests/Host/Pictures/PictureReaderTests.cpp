@@ -236,8 +236,8 @@ TEST_F(PictureReader, RefusesOtherFormatsByTheirNames) {
          "HEIF and AVIF pictures are not read, as their reader is not safe"},
         {"\0\0\0\x1c"
          "ftypisom"s,
-         "movies are not read, as their frames have to be extracted first"},
-        {"RIFF\xff\0\0\0AVI "s, "movies are not read, as their frames have to be extracted first"},
+         "movies are not read, as pictures; the command render takes them"},
+        {"RIFF\xff\0\0\0AVI "s, "movies are not read, as pictures; the command render takes them"},
         {"II*\0\x8"s, "camera raw files are not read, as they have to be developed first", "a.NEF"},
         {"SIMPLE  =", "FITS files are not read"},
     };

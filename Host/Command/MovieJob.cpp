@@ -1,0 +1,215 @@
+#include "Host/Command/MovieJob.h"
+
+#include "Host/Pictures/PictureReader.h"
+#include "Host/Pictures/PictureWriter.h"
+#include "Host/Shots/SequencePattern.h"
+#include "Host/Text/Error.h"
+#include "Host/Video/OpenMovie.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace Kerovane::Host {
+
+namespace {
+
+/// Frames of which the effect's time stays within its limits for hours.
+FrameRate RateOf(const MovieForm& form) {
+    constexpr int kMostTerm = 60000;
+    int frames = 0;
+    int seconds = 0;
+    av_reduce(&frames, &seconds, form.frameRate.num, form.frameRate.den, kMostTerm);
+    return frames > 0 && seconds > 0 ? FrameRate(static_cast<A_u_long>(frames), seconds)
+                                     : FrameRate();
+}
+
+/// Pictures as a movie of them is: that of the first, which stands for all.
+MovieForm FormOf(const Shot& shot, FrameRate rate) {
+    const Picture first = ReadPicture(shot.frames.front().input);
+    constexpr int kBitsOfDeepFiles = 16;
+    return {.width = first.world.width(),
+            .height = first.world.height(),
+            .bits = first.world.depth() == Depth::Bits8 ? 8 : kBitsOfDeepFiles,
+            .hasAlpha = first.origin.alpha_channel >= 0,
+            .isRgb = true,
+            .timeBase = {rate.timeStep(), static_cast<int>(rate.timeScale())},
+            .frameRate = {static_cast<int>(rate.timeScale()), rate.timeStep()}};
+}
+
+/// Those of a cut stand at equal distances, so that what lies between is left out and no more.
+void CheckOneCut(const FrameList& frames) {
+    for (std::size_t i = 2; i < frames.size(); ++i) {
+        if (frames[i] - frames[i - 1] != frames[1] - frames[0]) {
+            throw Error("--frames takes one range, like 100-200 or 100-200x2, if a movie is made "
+                        "of a movie");
+        }
+    }
+}
+
+void CheckRequest(const MovieRequest& request) {
+    const ShotRequest& shot = request.shot;
+    if (request.toMovie && shot.chunk.count > 1) {
+        throw Error("--chunk: a movie is written in one piece; render parts by --frames, or "
+                    "chunks to pictures, such as out.#.png");
+    }
+    if (request.toMovie && request.resume) {
+        throw Error("--resume: a movie can't be taken up again; pictures, such as out.#.png, can");
+    }
+    if (request.fromMovie && request.rate) {
+        throw Error(
+            fmt::format("--fps is for pictures: '{}' has times of its own", shot.input.string()));
+    }
+    if (request.fromMovie && shot.chunk.count > 1 && !shot.frames) {
+        throw Error("--chunk needs --frames if the input is a movie");
+    }
+    if (request.fromMovie && shot.frames && shot.frames->front() < 0) {
+        throw Error("--frames: a movie's frames count from 0");
+    }
+    if (request.toMovie && shot.output != kStandardStream && shot.input != kStandardStream &&
+        std::filesystem::exists(shot.output) && std::filesystem::exists(shot.input) &&
+        std::filesystem::equivalent(shot.output, shot.input)) {
+        throw Error(fmt::format("'{}' is input and output; a movie can't be rendered in place",
+                                shot.output.string()));
+    }
+}
+
+} // namespace
+
+MovieJob::MovieJob(const MovieRequest& request, StandardStreams& streams)
+    : mInput(request.shot.input), mOutput(request.shot.output) {
+    CheckRequest(request);
+    request.fromMovie ? openMovie(request) : openPictures(request);
+    if (request.toMovie) {
+        openTarget(request, mForm, streams.outputDescriptor());
+    } else {
+        mPictureSink.emplace(request.resume);
+    }
+}
+
+void MovieJob::openMovie(const MovieRequest& request) {
+    const ShotRequest& shot = request.shot;
+    std::optional<FrameList> frames = shot.frames;
+    if (frames && request.toMovie) {
+        CheckOneCut(*frames);
+    }
+    if (frames) {
+        frames = FramesOf(shot.chunk, *frames);
+    }
+    const std::optional<SequencePattern> pattern =
+        request.toMovie ? std::nullopt : SequencePattern::parse(mOutput);
+    if (!request.toMovie) {
+        PictureWriter(pattern ? pattern->pathOf(0) : mOutput); // throws if there is no such format
+    }
+    if (!request.toMovie && !pattern && (!frames || frames->size() != 1)) {
+        throw Error(fmt::format("'{}' has no place for the frame's number, like # or %04d; "
+                                "--frames N takes one frame",
+                                mOutput.string()));
+    }
+    mReader.emplace(mInput);
+    mForm = mReader->form();
+    mRate = RateOf(mForm);
+    mExpected = frames ? frames->size() : static_cast<std::size_t>(mReader->framesExpected());
+    mMovieSource.emplace(*mReader, mInput, frames, [pattern, file = mOutput](A_long frame) {
+        return pattern ? pattern->pathOf(frame) : file;
+    });
+}
+
+void MovieJob::openPictures(const MovieRequest& request) {
+    mRate = request.rate.value_or(FrameRate());
+    ShotRequest shot = request.shot;
+    shot.toOneFile = true;
+    if (!AsksForShot(shot)) {
+        shot.frames = FrameList{0}; // a movie of one picture
+    }
+    mShot = PlanShot(shot);
+    if (mShot.frames.empty()) {
+        throw Error(fmt::format("'{}' has no frame to make a movie of", mInput.string()));
+    }
+    mForm = FormOf(mShot, mRate);
+    mExpected = mShot.frames.size();
+    mPictureSource.emplace(mShot.frames);
+}
+
+void MovieJob::openTarget(const MovieRequest& request, const MovieForm& form, int descriptor) {
+    MovieSettings settings = request.settings;
+    settings.alpha = settings.alpha || form.hasAlpha;
+    mWriter.emplace(mOutput, form, settings, descriptor);
+    if (mReader) {
+        mWriter->carryFrom(*mReader, request.shot.frames.has_value());
+    }
+    const A_long first = mShot.frames.empty() ? 0 : mShot.frames.front().number;
+    mMovieSink.emplace(*mWriter, form.width, form.height, first);
+}
+
+FrameSource& MovieJob::source() {
+    return mMovieSource ? static_cast<FrameSource&>(*mMovieSource) : *mPictureSource;
+}
+
+FrameSink& MovieJob::sink() {
+    return mMovieSink ? static_cast<FrameSink&>(*mMovieSink) : *mPictureSink;
+}
+
+bool MovieJob::hasMore() const {
+    return mMovieSource ? mMovieSource->hasMore() : mPictureSource->hasMore();
+}
+
+std::vector<std::string> MovieJob::notes() const {
+    std::vector<std::string> notes;
+    if (mReader && mReader->isInterlaced()) {
+        notes.push_back(
+            fmt::format("'{}' is interlaced: its frames are rendered whole", mInput.string()));
+    }
+    if (mWriter) {
+        std::ranges::move(mWriter->notes(), std::back_inserter(notes));
+    }
+    return notes;
+}
+
+std::vector<std::string> MovieJob::finish(bool isInterrupted) {
+    if (!mWriter) {
+        return {};
+    }
+    std::vector<std::string> lines;
+    const std::size_t told = mWriter->notes().size();
+    if (isInterrupted) {
+        const std::filesystem::path partial = mWriter->finishPartial();
+        if (!partial.empty()) {
+            lines.push_back(fmt::format("the frames done are in '{}'", partial.string()));
+        }
+    } else {
+        std::vector<AvPacket> others;
+        const bool endsEarly = mReader && !mReader->endedEarly().empty();
+        if (mReader) {
+            others = mReader->readOthers(mMovieSource->end());
+        }
+        mWriter->finish(std::move(others), endsEarly);
+    }
+    const std::vector<std::string> notes = mWriter->notes();
+    lines.insert(lines.end(),
+                 notes.begin() + static_cast<std::ptrdiff_t>(std::min(told, notes.size())),
+                 notes.end());
+    return lines;
+}
+
+std::vector<std::string> MovieJob::losses() const {
+    std::vector<std::string> losses;
+    if (!mReader) {
+        return losses;
+    }
+    if (!mReader->damage().isEmpty()) {
+        losses.push_back(
+            fmt::format("'{}' is damaged {}", mInput.string(), mReader->damage().text()));
+    }
+    if (!mReader->endedEarly().empty()) {
+        losses.push_back(
+            fmt::format("'{}' is rendered up to where {}", mInput.string(), mReader->endedEarly()));
+    }
+    if (const FrameList lacking = mMovieSource->lacking(); !lacking.empty()) {
+        losses.push_back(
+            fmt::format("'{}' lacks the frames {}", mInput.string(), FormatFrames(lacking)));
+    }
+    return losses;
+}
+
+} // namespace Kerovane::Host

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Host/Shots/FrameSource.h"
+
+#include <memory>
+
+namespace Kerovane::Host {
+
+/** A frame that is ready to be put where it goes. */
+class PackedFrame {
+public:
+    PackedFrame() = default;
+    virtual ~PackedFrame() = default;
+    PackedFrame(const PackedFrame&) = delete;
+    PackedFrame& operator=(const PackedFrame&) = delete;
+};
+
+/** Where frames go: files or a movie. */
+class FrameSink {
+public:
+    FrameSink() = default;
+    virtual ~FrameSink() = default;
+    FrameSink(const FrameSink&) = delete;
+    FrameSink& operator=(const FrameSink&) = delete;
+
+    /// Whether the frame is there already, whole. Several frames are asked for at a time.
+    virtual bool has(const ShotFrame& frame) const = 0;
+
+    /// Does with a picture what can be done for several frames at a time. Throws Error if this
+    /// frame fails. The result may be null.
+    virtual std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, const Picture& picture) = 0;
+
+    /// Called for each frame that began, in their order; `packed` is null too if the frame failed.
+    /// Throws Error if no further frame can be put.
+    virtual void put(SourceFrame& frame, std::unique_ptr<PackedFrame> packed) = 0;
+};
+
+} // namespace Kerovane::Host

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "Host/Shots/FrameSink.h"
+#include "Host/Shots/FrameSource.h"
+
+#include <cstddef>
+#include <span>
+
+namespace Kerovane::Host {
+
+/** The pictures of a shot, a file each. */
+class PictureSource : public FrameSource {
+public:
+    /// `frames` outlive the source.
+    explicit PictureSource(std::span<const ShotFrame> frames) : mFrames(frames) {}
+
+    std::unique_ptr<SourceFrame> next() override;
+
+    /// Whether there are frames that were not begun.
+    bool hasMore() const { return mNext < mFrames.size(); }
+
+private:
+    std::span<const ShotFrame> mFrames;
+    std::size_t mNext = 0;
+};
+
+/** Writes each frame to a file of its own, whole or not at all. */
+class PictureSink : public FrameSink {
+public:
+    /// Whether to keep the outputs that are there and whole.
+    explicit PictureSink(bool resume) : mResume(resume) {}
+
+    bool has(const ShotFrame& frame) const override;
+    std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, const Picture& picture) override;
+    void put(SourceFrame&, std::unique_ptr<PackedFrame>) override {}
+
+private:
+    bool mResume;
+};
+
+} // namespace Kerovane::Host
