@@ -47,6 +47,12 @@ void CheckOneCut(const FrameList& frames) {
     }
 }
 
+/// How many frames of the source a cut covers; nothing if there is none.
+std::optional<std::int64_t> FramesCut(const std::optional<FrameList>& frames) {
+    return frames ? std::optional<std::int64_t>(frames->back() - frames->front() + 1)
+                  : std::nullopt;
+}
+
 void CheckRequest(const MovieRequest& request) {
     const ShotRequest& shot = request.shot;
     if (request.toMovie && shot.chunk.count > 1) {
@@ -136,7 +142,7 @@ void MovieJob::openTarget(const MovieRequest& request, const MovieForm& form, in
     settings.alpha = settings.alpha || form.hasAlpha;
     mWriter.emplace(mOutput, form, settings, descriptor);
     if (mReader) {
-        mWriter->carryFrom(*mReader, request.shot.frames.has_value());
+        mWriter->carryFrom(*mReader, FramesCut(request.shot.frames));
     }
     const A_long first = mShot.frames.empty() ? 0 : mShot.frames.front().number;
     mMovieSink.emplace(*mWriter, form.width, form.height, first);

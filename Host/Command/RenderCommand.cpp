@@ -207,8 +207,8 @@ int Render(const RenderOptions& options, CommandContext& context) {
     MovieRequest request;
     request.shot = options.shot.request(options.in, options.out);
     request.settings = options.movie.settings();
-    const bool isOnePicture = !AsksForShot(request.shot) && !IsMovieFile(options.in, true);
     const bool isGif = options.out.extension() == ".gif"; // which pictures can be, too
+    const bool isOnePicture = !AsksForShot(request.shot) && !IsMovieFile(options.in, !isGif);
     request.toMovie = !request.settings.container.empty() ||
                       (IsMovieName(options.out) && !(isGif && isOnePicture));
     request.fromMovie = IsMovieFile(options.in, !request.toMovie);

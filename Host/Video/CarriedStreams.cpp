@@ -166,15 +166,19 @@ void CarriedStreams::addChapters(const AVFormatContext& source) {
     }
 }
 
-void CarriedStreams::startAt(std::int64_t time, bool isCut) {
+void CarriedStreams::startAt(std::int64_t time, bool isCut, std::int64_t length) {
     mStart = time;
     mIsCut = isCut;
     unsigned kept = 0;
     for (unsigned i = 0; i < mTarget.nb_chapters; ++i) {
         AVChapter* chapter = mTarget.chapters[i];
-        chapter->start = std::max<std::int64_t>(chapter->start - time, isCut ? 0 : INT64_MIN);
+        chapter->start -= time;
         chapter->end -= time;
-        if (isCut && chapter->end <= 0) {
+        if (isCut) {
+            chapter->start = std::max<std::int64_t>(chapter->start, 0);
+            chapter->end = std::min(chapter->end, length);
+        }
+        if (isCut && chapter->end <= chapter->start) {
             av_dict_free(&chapter->metadata);
             av_free(chapter);
         } else {

@@ -27,9 +27,9 @@ public:
     /// What was converted or left out, a line each.
     const std::vector<std::string>& notes() const { return mNotes; }
 
-    /// The new movie starts at `time`. If it is a cut, what lies before is left out. Before
-    /// `target` begins.
-    void startAt(std::int64_t time, bool isCut);
+    /// The new movie starts at `time`. If it is a cut, what lies before is left out, and chapters
+    /// end with its `length`, as far as that is known. Before `target` begins.
+    void startAt(std::int64_t time, bool isCut, std::int64_t length);
 
     /// Takes packets as they stand in the source.
     void add(std::vector<AvPacket> packets);

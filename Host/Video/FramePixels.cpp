@@ -2,6 +2,7 @@
 
 #include "Host/Pictures/PixelConversion.h"
 #include "Host/Pixels/ConvertPixels.h"
+#include "Host/Video/Palette.h"
 
 #include <algorithm>
 #include <array>
@@ -142,11 +143,11 @@ void FrameUnpacker::unpackAs(const AVFrame& rgba, const PixelView& out) const {
 }
 
 FramePacker::FramePacker(int width, int height, const PixelCoding& coding)
-    : mWidth(width),
-      mHeight(height),
-      mCoding(coding),
-      mBetween(RgbaFor(coding.format)),
-      mScalers(width, height, RgbaOf(mBetween), coding) {}
+    : mWidth(width), mHeight(height), mCoding(coding), mBetween(RgbaFor(coding.format)) {
+    if (coding.format != mBetween && coding.format != AV_PIX_FMT_PAL8) {
+        mScalers.emplace(width, height, RgbaOf(mBetween), coding);
+    }
+}
 
 AvFrame FramePacker::pack(const ConstPixelView& in) {
     std::optional<World> overBlack;
@@ -157,9 +158,11 @@ AvFrame FramePacker::pack(const ConstPixelView& in) {
     AvFrame rgba = NewFrame(mBetween, mWidth, mHeight);
     fill(overBlack ? ViewOf(std::as_const(*overBlack)) : in, *rgba);
     AvFrame frame = std::move(rgba);
-    if (mCoding.format != mBetween) {
+    if (mCoding.format == AV_PIX_FMT_PAL8) {
+        frame = Palettized(*frame);
+    } else if (mScalers) {
         const AvFrame between = std::exchange(frame, NewFrame(mCoding.format, mWidth, mHeight));
-        mScalers.convert(*between, *frame);
+        mScalers->convert(*between, *frame);
     }
     // Some encoders look here for what others are told when they are opened.
     frame->colorspace = mCoding.color.matrix;

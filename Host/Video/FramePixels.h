@@ -5,6 +5,7 @@
 #include "Host/Video/ScalerPool.h"
 
 #include <atomic>
+#include <optional>
 
 namespace Kerovane::Host {
 
@@ -55,7 +56,7 @@ private:
     int mHeight;
     PixelCoding mCoding;
     AVPixelFormat mBetween;
-    ScalerPool mScalers;
+    std::optional<ScalerPool> mScalers; ///< nothing if there is nothing to convert
     std::atomic<bool> mLostAlpha = false;
 };
 

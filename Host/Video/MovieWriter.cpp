@@ -207,9 +207,10 @@ void MovieWriter::openEncoder(const MovieSettings& settings) {
     mStream->sample_aspect_ratio = mForm.pixelAspect;
 }
 
-void MovieWriter::carryFrom(const MovieReader& reader, bool isCut) {
+void MovieWriter::carryFrom(const MovieReader& reader, std::optional<std::int64_t> cutFrames) {
     mSource = &reader;
-    mIsCut = isCut;
+    mIsCut = cutFrames.has_value();
+    mCutFrames = cutFrames.value_or(0);
     mCarried.emplace(reader.source(), reader.videoStream(), reader.startTime(), *mMovie,
                      [this](AVPacket& packet) { send(packet); });
     mNotes.insert(mNotes.end(), mCarried->notes().begin(), mCarried->notes().end());
@@ -218,7 +219,8 @@ void MovieWriter::carryFrom(const MovieReader& reader, bool isCut) {
 void MovieWriter::begin(std::int64_t time) {
     mStart = mIsCut ? time : 0;
     if (mSource != nullptr) {
-        mCarried->startAt(microseconds(*mStart), mIsCut);
+        mCarried->startAt(microseconds(*mStart), mIsCut,
+                          av_rescale_q(mCutFrames, mEncoder->time_base, kAvMicroseconds));
         copyMetadata(*mStart);
     }
     check(avformat_write_header(mMovie.get(), nullptr));

@@ -34,7 +34,7 @@ struct MovieSettings {
  * written beside the target and takes its place when it is whole.
  *
  *     MovieWriter writer("cells.mp4", reader.form(), settings);
- *     writer.carryFrom(reader, false);
+ *     writer.carryFrom(reader, std::nullopt);
  *     writer.write(writer.pack(view), frame.time, frame.duration, std::move(frame.others));
  *     writer.finish(reader.readOthers(end));
  */
@@ -49,8 +49,9 @@ public:
     MovieWriter& operator=(const MovieWriter&) = delete;
 
     /// Before the first frame: has the movie take from `reader`, which outlives the writing, what
-    /// it has beside its pictures. A cut starts with its first frame.
-    void carryFrom(const MovieReader& reader, bool isCut);
+    /// it has beside its pictures. A cut, of so many frames of the source's, starts with its first
+    /// frame.
+    void carryFrom(const MovieReader& reader, std::optional<std::int64_t> cutFrames);
 
     /// May be called from several threads at a time, beside `write`.
     AvFrame pack(const ConstPixelView& view) { return mPacker->pack(view); }
@@ -101,6 +102,7 @@ private:
     AVStream* mStream = nullptr;
     const MovieReader* mSource = nullptr;
     bool mIsCut = false;
+    std::int64_t mCutFrames = 0;
     std::optional<CarriedStreams> mCarried;
     std::optional<std::int64_t> mStart;       ///< the source's time at which the movie starts
     std::int64_t mWritten = 0;                ///< frames; what the encoder takes for their times

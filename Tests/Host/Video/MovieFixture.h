@@ -62,7 +62,7 @@ protected:
             reader.seek(first);
         }
         MovieWriter writer(path(to), reader.form(), settings);
-        writer.carryFrom(reader, count > 0);
+        writer.carryFrom(reader, count > 0 ? std::optional<std::int64_t>(count) : std::nullopt);
         World world(reader.form().depth(), reader.form().width, reader.form().height);
         std::int64_t end = 0;
         for (int done = 0; count == 0 || done < count; ++done) {
