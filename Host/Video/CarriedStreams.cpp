@@ -1,5 +1,6 @@
 #include "Host/Video/CarriedStreams.h"
 
+#include "Host/Video/Container.h"
 #include "Host/Video/PcmPacket.h"
 #include "Host/Video/SoundConverter.h"
 #include "Host/Video/SubtitleConverter.h"
@@ -52,23 +53,6 @@ const char* NameOf(const AVStream& stream) {
     }
 }
 
-bool IsLikeMov(const AVOutputFormat& container) {
-    constexpr std::array<std::string_view, 4> kNames{"mp4", "mov", "ipod", "ismv"};
-    return std::ranges::find(kNames, container.name) != kNames.end();
-}
-
-/// The codec that a container usually has for a kind of stream; AV_CODEC_ID_NONE if it has none.
-AVCodecID UsualCodec(const AVOutputFormat& container, AVMediaType kind) {
-    switch (kind) {
-    case AVMEDIA_TYPE_AUDIO:
-        return container.audio_codec;
-    case AVMEDIA_TYPE_SUBTITLE:
-        return IsLikeMov(container) ? AV_CODEC_ID_MOV_TEXT : container.subtitle_codec;
-    default:
-        return AV_CODEC_ID_NONE;
-    }
-}
-
 bool Holds(const AVOutputFormat& container, const AVStream& stream) {
     const AVMediaType kind = stream.codecpar->codec_type;
     if (kind == AVMEDIA_TYPE_ATTACHMENT) {
@@ -77,10 +61,7 @@ bool Holds(const AVOutputFormat& container, const AVStream& stream) {
     if (kind == AVMEDIA_TYPE_DATA) {
         return false;
     }
-    const int answer =
-        avformat_query_codec(&container, stream.codecpar->codec_id, FF_COMPLIANCE_NORMAL);
-    // Some containers don't say.
-    return answer == 1 || (answer < 0 && UsualCodec(container, kind) != AV_CODEC_ID_NONE);
+    return HoldsCodec(container, stream.codecpar->codec_id);
 }
 
 /// A time code is data in some containers; the target makes its own from the metadata.

@@ -1,6 +1,7 @@
 #include "Host/Video/MovieWriter.h"
 
 #include "Host/Text/WordList.h"
+#include "Host/Video/Container.h"
 #include "Host/Video/OpenMovie.h"
 
 #include <fmt/format.h>
@@ -109,7 +110,7 @@ void MovieWriter::chooseCodec(const MovieSettings& settings) {
         mCodec = &CodecNamed(mCodec->name);
     }
     const AVCodecID id = mCodec->find()->id;
-    if (avformat_query_codec(&container, id, FF_COMPLIANCE_NORMAL) == 0) {
+    if (!HoldsCodec(container, id)) {
         throw Error(
             fmt::format("--codec {}: {} files don't hold it", mCodec->name, container.name));
     }

@@ -20,13 +20,13 @@ namespace Kerovane::Host {
 
 /// What users choose of a movie that is written. Empty: as the container usually has it.
 struct MovieSettings {
-    std::string codec;                   ///< as CodecNamed takes it
-    std::string container;               ///< FFmpeg's name: "matroska"; else as the extension says
-    std::optional<int> quality;          ///< 1 to 100, the best
-    std::optional<std::int64_t> bitRate; ///< bits a second
-    std::optional<int> bits;             ///< of a channel
-    std::string codecOptions;            ///< of the encoder's own: "preset=ultrafast:tune=grain"
-    bool alpha = false;                  ///< whether there can be holes
+    std::string codec{};          ///< as CodecNamed takes it
+    std::string container{};      ///< FFmpeg's name: "matroska"; else as the extension says
+    std::optional<int> quality{}; ///< 1 to 100, the best
+    std::optional<std::int64_t> bitRate{}; ///< bits a second
+    std::optional<int> bits{};             ///< of a channel
+    std::string codecOptions{};            ///< of the encoder's own: "preset=ultrafast:tune=grain"
+    bool alpha = false;                    ///< whether there can be holes
 };
 
 /**

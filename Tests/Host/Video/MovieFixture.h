@@ -7,12 +7,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -53,6 +56,33 @@ protected:
                         " -f md5 -");
     }
 
+    /// When a movie's frames are shown, in seconds.
+    std::vector<double> timesOf(const std::string& name) const {
+        std::istringstream lines(probe(name, "v", "frame=best_effort_timestamp_time"));
+        std::vector<double> times;
+        for (std::string line; std::getline(lines, line);) {
+            if (!line.empty()) {
+                times.push_back(std::stod(line));
+            }
+        }
+        return times;
+    }
+
+    /// The least signal-to-noise ratio of two movies' planes, in dB.
+    double likeness(const std::string& one, const std::string& other,
+                    const std::string& format) const {
+        const std::string lines =
+            outputOf("ffmpeg -nostdin -v error -i " + one + " -i " + other +
+                     " -lavfi '[0]format=" + format + "[a];[1]format=" + format +
+                     "[b];[a][b]psnr=f=-' -f null - | grep -o 'psnr_avg:[0-9.]*' | cut -d: -f2");
+        std::istringstream numbers(lines);
+        double least = lines.empty() ? 0 : 1000;
+        for (double number = 0; numbers >> number;) {
+            least = std::min(least, number);
+        }
+        return least;
+    }
+
     /// Copies a movie through layers: all of it, or `count` frames from `first` on.
     void copy(const std::string& from, const std::string& to, const MovieSettings& settings = {},
               std::pair<int, int> cut = {0, 0}) {
@@ -77,11 +107,13 @@ protected:
         }
         writer.finish(reader.readOthers(end));
         mDamage = reader.damage();
+        mEndedEarly = reader.endedEarly();
         mNotes = writer.notes();
     }
 
     TemporaryFolder mFolder;
     MovieDamage mDamage;
+    std::string mEndedEarly;
     std::vector<std::string> mNotes;
 };
 
