@@ -20,7 +20,7 @@ void CheckValues(const Parameter& parameter, const Keyframes& keyframes) {
     }
     for (const Host::Keyframe& key : keyframes.keys()) {
         Expect(parameter.accepts(key.value), "each key's value can be set");
-        Expect(keyframes.at(key.frame) == key.value, "a key has its value at its frame");
+        Expect(keyframes.at(key.place) == key.value, "a key has its value at its place");
     }
 }
 

@@ -160,6 +160,13 @@ bool MovieJob::hasMore() const {
     return mMovieSource ? mMovieSource->hasMore() : mPictureSource->hasMore();
 }
 
+SecondsOfFrame MovieJob::secondsOf() const {
+    if (!mMovieSource) {
+        return {};
+    }
+    return [this](double frame) { return mMovieSource->secondsOf(frame); };
+}
+
 std::vector<std::string> MovieJob::notes() const {
     std::vector<std::string> notes;
     if (mReader && mReader->isInterlaced()) {

@@ -2,6 +2,7 @@
 
 #include "Host/Command/StandardStreams.h"
 #include "Host/Parameters/FrameRate.h"
+#include "Host/Parameters/ParameterSettings.h"
 #include "Host/Shots/PictureShot.h"
 #include "Host/Shots/Shot.h"
 #include "Host/Video/MovieReader.h"
@@ -39,6 +40,9 @@ public:
     std::size_t framesExpected() const { return mExpected; }
 
     FrameRate rate() const { return mRate; }
+
+    /// When frames are shown; empty if they come at that rate.
+    SecondsOfFrame secondsOf() const;
 
     /// The pictures that the movie is made of.
     const Shot& shot() const { return mShot; }

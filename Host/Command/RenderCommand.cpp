@@ -65,7 +65,8 @@ void RenderOptions::addTo(CLI::App& command) {
         ->group("Progress");
     command.footer(
         "A parameter takes one value, or keys FRAME:VALUE with linear, hold, smooth, "
-        "ease-in, ease-out or ease-in-out behind them.\n\nExamples:\n"
+        "ease-in, ease-out or ease-in-out behind them; 2.5s is a time instead of a "
+        "frame.\n\nExamples:\n"
         "  tesselune render clip.mp4 cells.mp4 --size 40 --transition-progress \"0:0 48:100\"\n"
         "  tesselune render photo.jpg cells.png --shape-type triangle --size 40\n"
         "  tesselune render shot.#.exr out.#.exr --frames 1001-1050 \\\n"
@@ -124,10 +125,10 @@ Preset LookOf(const RenderOptions& options, const FrameRenderer& renderer) {
 }
 
 ShotDrawing DrawingOf(const RenderOptions& options, FrameRenderer& renderer, const Preset& look,
-                      FrameRate rate) {
+                      FrameRate rate, const SecondsOfFrame& secondsOf = {}) {
     return {.renderer = renderer,
             .with = *look.renderer,
-            .values = ValuesOverTime(look.settings, rate),
+            .values = ValuesOverTime(look.settings, rate, secondsOf),
             .rate = rate,
             .downsample = options.downsample};
 }
@@ -187,7 +188,7 @@ int RenderMovie(const RenderOptions& options, MovieRequest request, CommandConte
         tell(job.notes());
     }
     RenderFrames(job.source(), job.sink(), options.shot.setting(),
-                 DrawingOf(options, renderer, look, job.rate()), TellTo(report),
+                 DrawingOf(options, renderer, look, job.rate(), job.secondsOf()), TellTo(report),
                  Interruption::requested());
     const bool isInterrupted = job.hasMore();
     if (!isInterrupted) {

@@ -16,6 +16,8 @@ namespace Kerovane::Host {
 
 namespace {
 
+constexpr char kSecond = 's'; ///< behind a place in seconds
+
 Interpolation ParseInterpolation(const Parameter& parameter, std::string_view text) {
     for (const Interpolation interpolation : Interpolations(parameter)) {
         if (InterpolationName(interpolation) == text) {
@@ -27,15 +29,21 @@ Interpolation ParseInterpolation(const Parameter& parameter, std::string_view te
                             Suggestion(text, names)));
 }
 
+bool IsInSeconds(std::string_view key) {
+    return Split(key, ':').front().ends_with(kSecond);
+}
+
 Keyframe ParseKey(const Parameter& parameter, std::string_view text) {
     const std::vector<std::string_view> fields = Split(text, ':');
-    const std::optional<double> frame = ParseNumber(fields.front());
-    if (!frame || fields.size() < 2 || fields.size() > 3) {
+    const std::string_view number =
+        fields.front().substr(0, fields.front().size() - (IsInSeconds(text) ? 1 : 0));
+    const std::optional<double> place = ParseNumber(number);
+    if (!place || fields.size() < 2 || fields.size() > 3) {
         throw Error(
             fmt::format("takes one value or keys like 1001:{0} 1050:{0}:hold, and '{1}' is no key",
                         FormatValue(parameter, parameter.defaultValue), text));
     }
-    return {.frame = *frame,
+    return {.place = *place,
             .value = ParseValue(parameter, fields[1]),
             .toNext = fields.size() == 3 ? ParseInterpolation(parameter, fields[2])
                                          : Interpolations(parameter).front()};
@@ -45,8 +53,9 @@ std::string ExactValue(const Parameter& parameter, double value) {
     return parameter.takesWholeNumbers() ? FormatValue(parameter, value) : fmt::format("{}", value);
 }
 
-std::string FormatKey(const Parameter& parameter, const Keyframe& key) {
-    std::string text = fmt::format("{}:{}", key.frame, ExactValue(parameter, key.value));
+std::string FormatKey(const Parameter& parameter, const Keyframe& key, KeyUnit unit) {
+    std::string text = fmt::format("{}{}:{}", key.place, unit == KeyUnit::Seconds ? "s" : "",
+                                   ExactValue(parameter, key.value));
     if (key.toNext != Interpolations(parameter).front()) {
         text += fmt::format(":{}", InterpolationName(key.toNext));
     }
@@ -82,17 +91,23 @@ Keyframes ParseKeyframes(const Parameter& parameter, std::string_view text) {
         throw Error("can't be animated and takes one value");
     }
     std::vector<Keyframe> keys;
+    std::size_t inSeconds = 0;
     for (const std::string_view part : Split(text, ' ')) {
         for (const std::string_view word : Split(part, ',')) {
             if (!word.empty()) {
                 keys.push_back(ParseKey(parameter, word));
+                inSeconds += IsInSeconds(word) ? 1 : 0;
             }
         }
     }
     if (keys.empty()) {
         throw Error(fmt::format("takes one value or keys, not '{}'", text));
     }
-    return keys.size() == 1 ? Keyframes(keys.front().value) : Keyframes(std::move(keys));
+    if (inSeconds != 0 && inSeconds != keys.size()) {
+        throw Error("has keys at frames and at seconds; all have to be of one kind");
+    }
+    const KeyUnit unit = inSeconds != 0 ? KeyUnit::Seconds : KeyUnit::Frames;
+    return keys.size() == 1 ? Keyframes(keys.front().value) : Keyframes(std::move(keys), unit);
 }
 
 std::string FormatKeyframes(const Parameter& parameter, const Keyframes& keyframes) {
@@ -102,7 +117,7 @@ std::string FormatKeyframes(const Parameter& parameter, const Keyframes& keyfram
     }
     std::vector<std::string> texts;
     for (const Keyframe& key : keys) {
-        texts.push_back(FormatKey(parameter, key));
+        texts.push_back(FormatKey(parameter, key, keyframes.unit()));
     }
     return fmt::format("{}", fmt::join(texts, " "));
 }

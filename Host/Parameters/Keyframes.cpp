@@ -51,22 +51,24 @@ std::string_view InterpolationName(Interpolation interpolation) {
 
 Keyframes::Keyframes(double value) : mKeys{{.value = value}} {}
 
-Keyframes::Keyframes(std::vector<Keyframe> keys) : mKeys(std::move(keys)) {
+Keyframes::Keyframes(std::vector<Keyframe> keys, KeyUnit unit)
+    : mKeys(std::move(keys)), mUnit(unit) {
     if (mKeys.empty()) {
         throw Error("has no key");
     }
     const auto later = [](const Keyframe& key, const Keyframe& next) {
-        return key.frame >= next.frame;
+        return key.place >= next.place;
     };
     const auto wrong = std::ranges::adjacent_find(mKeys, later);
     if (wrong != mKeys.end()) {
-        throw Error(fmt::format("has its key at frame {} behind the one at {}",
-                                std::next(wrong)->frame, wrong->frame));
+        throw Error(fmt::format("has its key at {} {} behind the one at {}",
+                                unit == KeyUnit::Frames ? "frame" : "second",
+                                std::next(wrong)->place, wrong->place));
     }
 }
 
-double Keyframes::at(double frame) const {
-    const auto next = std::ranges::upper_bound(mKeys, frame, {}, &Keyframe::frame);
+double Keyframes::at(double place) const {
+    const auto next = std::ranges::upper_bound(mKeys, place, {}, &Keyframe::place);
     if (next == mKeys.begin()) {
         return next->value;
     }
@@ -74,7 +76,7 @@ double Keyframes::at(double frame) const {
     if (next == mKeys.end()) {
         return last.value;
     }
-    const double time = (frame - last.frame) / (next->frame - last.frame);
+    const double time = (place - last.place) / (next->place - last.place);
     return std::lerp(last.value, next->value, Way(last.toNext, time));
 }
 

@@ -18,25 +18,31 @@ enum class Interpolation {
 /// "linear", "hold", "smooth", "ease-in", "ease-out" or "ease-in-out".
 std::string_view InterpolationName(Interpolation interpolation);
 
+/// What the places of keys count.
+enum class KeyUnit { Frames, Seconds };
+
 struct Keyframe {
-    double frame = 0;
+    double place = 0; ///< in a KeyUnit
     double value = 0;
     Interpolation toNext = Interpolation::Linear;
 
     bool operator==(const Keyframe&) const = default;
 };
 
-/** A value over frames. Before the first key it has the first's value, after the last the last's.
+/** A value over time. Before the first key it has the first's value, after the last the last's.
  */
 class Keyframes {
 public:
-    /// The same value at all frames.
+    /// The same value at all times.
     explicit Keyframes(double value);
 
-    /// Throws Error where there is no key or their frames don't grow from key to key.
-    explicit Keyframes(std::vector<Keyframe> keys);
+    /// Throws Error where there is no key or their places don't grow from key to key.
+    explicit Keyframes(std::vector<Keyframe> keys, KeyUnit unit = KeyUnit::Frames);
 
-    double at(double frame) const;
+    /// At a place in unit().
+    double at(double place) const;
+
+    KeyUnit unit() const { return mUnit; }
 
     /// At least one.
     const std::vector<Keyframe>& keys() const { return mKeys; }
@@ -45,6 +51,7 @@ public:
 
 private:
     std::vector<Keyframe> mKeys;
+    KeyUnit mUnit = KeyUnit::Frames;
 };
 
 } // namespace Kerovane::Host

@@ -2,11 +2,16 @@
 
 namespace Kerovane::Host {
 
-ParameterValues ValuesOverTime(const ParameterSettings& settings, FrameRate rate) {
+ParameterValues ValuesOverTime(const ParameterSettings& settings, FrameRate rate,
+                               const SecondsOfFrame& secondsOf) {
+    const auto placeAt = [rate, secondsOf](Time time, KeyUnit unit) {
+        const double frame = rate.frameAt(time);
+        return unit == KeyUnit::Frames ? frame : secondsOf ? secondsOf(frame) : time.seconds();
+    };
     ParameterValues values;
     for (const auto& [id, keyframes] : settings) {
-        values.set(id, [keyframes = keyframes, rate](Time time) {
-            return keyframes.at(rate.frameAt(time));
+        values.set(id, [keyframes = keyframes, placeAt](Time time) {
+            return keyframes.at(placeAt(time, keyframes.unit()));
         });
     }
     return values;

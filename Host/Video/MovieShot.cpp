@@ -5,6 +5,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <iterator>
 
 namespace Kerovane::Host {
@@ -81,6 +82,7 @@ std::unique_ptr<SourceFrame> MovieSource::next() {
         frame->others = std::move(others);
         frame->duration *= mStep;
         mEnd = frame->time + frame->duration;
+        keepTime(*frame);
         const auto number = static_cast<A_long>(frame->number);
         return std::make_unique<MovieSourceFrame>(
             ShotFrame{.number = number, .input = mName, .output = mOutputOf(number)},
@@ -88,6 +90,24 @@ std::unique_ptr<SourceFrame> MovieSource::next() {
     }
     mHasEnded = true;
     return nullptr;
+}
+
+/// Many more than can be in flight.
+void MovieSource::keepTime(const MovieFrame& frame) {
+    constexpr std::size_t kKept = 4096;
+    const std::lock_guard lock(mTimesMutex);
+    mTimes[static_cast<double>(frame.number)] =
+        static_cast<double>(frame.time) * av_q2d(mReader.form().timeBase);
+    if (mTimes.size() > kKept) {
+        mTimes.erase(mTimes.begin());
+    }
+}
+
+double MovieSource::secondsOf(double frame) const {
+    const std::lock_guard lock(mTimesMutex);
+    const auto found = mTimes.find(std::round(frame));
+    const AVRational rate = mReader.form().frameRate;
+    return found != mTimes.end() ? found->second : rate.num > 0 ? frame / av_q2d(rate) : 0;
 }
 
 FrameList MovieSource::lacking() const {

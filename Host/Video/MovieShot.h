@@ -9,7 +9,9 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <vector>
 
@@ -53,10 +55,16 @@ public:
     /// The frames that are asked for and behind the movie's end.
     FrameList lacking() const;
 
+    /// The seconds at which a frame is shown: exactly of those that were begun last, else by the
+    /// movie's rate. May be called from any thread.
+    double secondsOf(double frame) const;
+
     /// Where the last frame ends, in MovieForm::timeBase.
     std::int64_t end() const { return mEnd; }
 
 private:
+    void keepTime(const MovieFrame& frame);
+
     MovieReader& mReader;
     std::filesystem::path mName;
     std::optional<FrameList> mFrames;
@@ -65,6 +73,8 @@ private:
     std::int64_t mStep = 1; ///< frames from one that is shown to the next
     std::int64_t mEnd = 0;
     bool mHasEnded = false; ///< before all frames that are asked for
+    mutable std::mutex mTimesMutex;
+    std::map<double, double> mTimes; ///< seconds by frame
 };
 
 /** Writes frames to a movie. */

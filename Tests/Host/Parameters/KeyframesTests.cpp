@@ -41,6 +41,7 @@ TEST(Keyframes, GoFromKeyToKey) {
         {Checkbox, "1:on 2:off", 1.5, 1},
         {Seed, "1:0 11:3000", 10, 0},
         {Slider, "1:0 11:3000", 2, 300},
+        {Percentage, "0s:0 2.5s:100", 0.5, 20},
     };
     for (const ValueRow& row : kRows) {
         EXPECT_DOUBLE_EQ(ParseKeyframes(row.parameter(), row.text).at(row.frame), row.value)
@@ -78,6 +79,9 @@ TEST(Keyframes, RefuseMalformedTextInOneClearLine) {
         {Popup, "1:linear:smooth 5:2", "can go hold from key to key, not 'smooth'"},
         {Seed, "1:0:linear 5:2", "can go hold from key to key, not 'linear'"},
         {Slider, "1:0.5 2:3", "takes a whole number from -5 to 3000, not '0.5'"},
+        {Percentage, "0s:0 48:100", "has keys at frames and at seconds"},
+        {Percentage, "2s:0 1s:100", "has its key at second 1 behind the one at 2"},
+        {Percentage, "s:0 1s:100", "'s:0' is no key"},
         {Constant, "1:0 2:3", "can't be animated"},
     };
     for (const Row& row : kRows) {
@@ -91,7 +95,7 @@ TEST(Keyframes, AreWrittenAsTheyAreRead) {
     constexpr ValueRow kRows[] = {
         {Percentage, "33.333333333333336", 0, 0}, {Percentage, "1001:0.1:smooth 1050.5:100", 0, 0},
         {Popup, "1:linear 5:radial-in", 0, 0},    {Checkbox, "-3:true 2:false", 0, 0},
-        {Slider, "1:2:hold 2:3000", 0, 0},
+        {Slider, "1:2:hold 2:3000", 0, 0},        {Percentage, "0s:0:smooth 2.5s:100", 0, 0},
     };
     for (const ValueRow& row : kRows) {
         const Parameter parameter = row.parameter();
@@ -109,6 +113,11 @@ TEST(Keyframes, AnswerInTimeAtTheFrameRate) {
     const ParameterValues values = ValuesOverTime(settings, rate);
     EXPECT_DOUBLE_EQ(*values.at(7, rate.timeOf(1050)), 49);
     EXPECT_EQ(values.at(8, rate.timeOf(1050)), std::nullopt);
+
+    const ParameterSettings inSeconds{{7, ParseKeyframes(Percentage(), "0s:0 100s:100")}};
+    EXPECT_DOUBLE_EQ(*ValuesOverTime(inSeconds, rate).at(7, rate.timeOf(1000)), 1001 / 24.0);
+    const auto halfAsFast = [](double frame) { return frame / 12; };
+    EXPECT_DOUBLE_EQ(*ValuesOverTime(inSeconds, rate, halfAsFast).at(7, rate.timeOf(600)), 50);
 }
 
 } // namespace
