@@ -179,7 +179,7 @@ TEST_F(Command, HelpsBriefly) {
         EXPECT_EQ(outcome.status, 0);
         EXPECT_EQ(outcome.error, "");
         EXPECT_NE(outcome.output.find(row.text), std::string::npos) << outcome.output;
-        EXPECT_LT(std::ranges::count(outcome.output, '\n'), 60);
+        EXPECT_LT(std::ranges::count(outcome.output, '\n'), 70);
         EXPECT_NE(outcome.output.find("Example"), std::string::npos);
     }
 }

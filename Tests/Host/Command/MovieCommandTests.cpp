@@ -88,13 +88,14 @@ TEST_F(MovieCommand, SaysWhichPartOfTheInputIsDamaged) {
 TEST_F(MovieCommand, FinishesTheMovieWithTheFramesDoneIfInterrupted) {
     make("-c:v libx264", "in.mp4");
     const pid_t child = startFake({"render", "in.mp4", "out.mp4", "--threads", "1",
-                                   "--codec-options", "rc-lookahead=0:bframes=0"},
+                                   "--codec-options", "rc-lookahead=0:bf=0"},
                                   "slow");
     const auto told = [this] {
         const std::string lines = mStreams.contentOf("err");
         return std::ranges::count(lines, '\n');
     };
-    while (told() < 3) {
+    constexpr int kPatience = 2000;
+    for (int i = 0; told() < 3 && i < kPatience; ++i) {
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
     kill(child, SIGINT);
