@@ -9,6 +9,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <iterator>
+#include <ranges>
 
 namespace Kerovane::Host {
 
@@ -174,7 +176,7 @@ std::vector<std::string> MovieJob::notes() const {
             fmt::format("'{}' is interlaced: its frames are rendered whole", mInput.string()));
     }
     if (mWriter) {
-        std::ranges::move(mWriter->notes(), std::back_inserter(notes));
+        std::ranges::copy(mWriter->notes(), std::back_inserter(notes));
     }
     return notes;
 }
@@ -198,10 +200,7 @@ std::vector<std::string> MovieJob::finish(bool isInterrupted) {
         }
         mWriter->finish(std::move(others), endsEarly);
     }
-    const std::vector<std::string> notes = mWriter->notes();
-    lines.insert(lines.end(),
-                 notes.begin() + static_cast<std::ptrdiff_t>(std::min(told, notes.size())),
-                 notes.end());
+    std::ranges::copy(mWriter->notes() | std::views::drop(told), std::back_inserter(lines));
     return lines;
 }
 

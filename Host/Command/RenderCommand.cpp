@@ -239,7 +239,7 @@ void SetUp(CLI::App& command, CommandContext& context) {
 
 const CommandRegistration
     kRender({.name = "render",
-             .description = "Render a picture or a sequence through the effect",
+             .description = "Render a movie, a sequence or a picture through the effect",
              .setUp = SetUp});
 
 } // namespace

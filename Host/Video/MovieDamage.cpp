@@ -8,14 +8,14 @@ namespace Kerovane::Host {
 
 void MovieDamage::add(double from, double to) {
     constexpr double kNear = 0.1; // seconds
-    to = std::max(from, to);
-    if (!mStretches.empty() && from <= mStretches.back().to + kNear) {
-        DamagedStretch& last = mStretches.back();
-        last.from = std::min(last.from, from);
-        last.to = std::max(last.to, to);
-    } else {
-        mStretches.push_back({from, to});
+    DamagedStretch joined{from, std::max(from, to)};
+    const auto first = std::ranges::find_if(
+        mStretches, [&](const DamagedStretch& one) { return joined.from <= one.to + kNear; });
+    auto last = first;
+    for (; last != mStretches.end() && last->from <= joined.to + kNear; ++last) {
+        joined = {std::min(joined.from, last->from), std::max(joined.to, last->to)};
     }
+    mStretches.insert(mStretches.erase(first, last), joined);
 }
 
 std::string MovieDamage::text() const {

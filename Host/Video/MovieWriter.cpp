@@ -318,6 +318,9 @@ std::filesystem::path MovieWriter::finishPartial() {
 }
 
 void MovieWriter::end(std::vector<AvPacket> others, bool isWhole) {
+    if (mPacker->hasLostAlpha()) {
+        mNotes.push_back(fmt::format("{} has no alpha here: holes are black", mCodec->name));
+    }
     encode(nullptr);
     if (mCarried) {
         mCarried->add(std::move(others));
@@ -327,14 +330,6 @@ void MovieWriter::end(std::vector<AvPacket> others, bool isWhole) {
     const int error = mMovie->pb->error;
     check(avio_closep(&mMovie->pb));
     check(error);
-}
-
-std::vector<std::string> MovieWriter::notes() const {
-    std::vector<std::string> notes = mNotes;
-    if (mPacker->hasLostAlpha()) {
-        notes.push_back(fmt::format("{} has no alpha here: holes are black", mCodec->name));
-    }
-    return notes;
 }
 
 std::int64_t MovieWriter::microseconds(std::int64_t time) const {

@@ -69,8 +69,8 @@ public:
     /// there is no frame. Throws Error if it can't be written.
     std::filesystem::path finishPartial();
 
-    /// What became other than asked for or than it was, a line each.
-    std::vector<std::string> notes() const;
+    /// What became other than asked for or than it was, a line each; more once the movie has ended.
+    const std::vector<std::string>& notes() const { return mNotes; }
 
 private:
     /// When a frame is shown in the new movie, and for how long.

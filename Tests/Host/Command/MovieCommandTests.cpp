@@ -74,6 +74,18 @@ TEST_F(MovieCommand, StandsInAPipe) {
     EXPECT_EQ(sumOf("out.nut", "a"), sumOf("in.nut", "a"));
 }
 
+TEST_F(MovieCommand, SaysThatHolesAreBlackIfTheCodecHasNoAlpha) {
+    make("-vf format=rgba,colorchannelmixer=aa=0.5 -c:v ffv1 -pix_fmt bgra", "in.mkv");
+    for (const auto& [output, text] : {std::pair("out.mp4", "h264 has no alpha here: holes are "
+                                                            "black\n"),
+                                       std::pair("out.mov", "")}) {
+        const Outcome outcome = runFake({"render", "in.mkv", output, "--quiet"});
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_NE(outcome.error.find(text), std::string::npos) << outcome.error;
+        EXPECT_EQ(outcome.error.empty(), *text == '\0') << outcome.error;
+    }
+}
+
 TEST_F(MovieCommand, SaysWhichPartOfTheInputIsDamaged) {
     make("-c:v libx264 -g 10 -movflags +faststart", "in.mp4");
     const std::string whole = mFolder.contentOf("in.mp4");
@@ -87,9 +99,9 @@ TEST_F(MovieCommand, SaysWhichPartOfTheInputIsDamaged) {
 
 TEST_F(MovieCommand, FinishesTheMovieWithTheFramesDoneIfInterrupted) {
     make("-c:v libx264", "in.mp4");
-    const pid_t child = startFake({"render", "in.mp4", "out.mp4", "--threads", "1",
-                                   "--codec-options", "rc-lookahead=0:bf=0"},
-                                  "slow");
+    const pid_t child = startFake(
+        {"render", "in.mp4", "out.mp4", "--threads", "1", "--codec-options", "rc-lookahead=0:bf=0"},
+        "slow");
     const auto told = [this] {
         const std::string lines = mStreams.contentOf("err");
         return std::ranges::count(lines, '\n');
