@@ -100,9 +100,6 @@ inline std::string AvErrorText(int code) {
 
 /// Returns `code` unless it is an error. Throws Error: "`what`: " and the code's meaning.
 inline int CheckAv(int code, const std::string& what) {
-    if (code == AVERROR(ENOMEM)) {
-        throw std::bad_alloc();
-    }
     if (code < 0) {
         throw Error(what + ": " + AvErrorText(code));
     }

@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <string_view>
+#include <type_traits>
 
 namespace Kerovane::Host {
 
@@ -43,12 +45,22 @@ Orientation OrientationOf(const AVStream& stream) {
     return Orientation::of(matrix).value_or(Orientation());
 }
 
+/// A tag as it stands in the file, where it can be any number; `count` and more mean nothing.
+template <typename Tag>
+Tag Checked(const Tag& tag, Tag count, Tag unspecified) {
+    std::underlying_type_t<Tag> value = 0;
+    std::memcpy(&value, &tag, sizeof value);
+    return value < static_cast<std::underlying_type_t<Tag>>(count) ? static_cast<Tag>(value)
+                                                                   : unspecified;
+}
+
 ColorTags TagsOf(const AVFrame& frame) {
-    return {.matrix = frame.colorspace,
-            .range = frame.color_range,
-            .primaries = frame.color_primaries,
-            .transfer = frame.color_trc,
-            .chroma = frame.chroma_location};
+    const ColorTags none;
+    return {.matrix = Checked(frame.colorspace, AVCOL_SPC_NB, none.matrix),
+            .range = Checked(frame.color_range, AVCOL_RANGE_NB, none.range),
+            .primaries = Checked(frame.color_primaries, AVCOL_PRI_NB, none.primaries),
+            .transfer = Checked(frame.color_trc, AVCOL_TRC_NB, none.transfer),
+            .chroma = Checked(frame.chroma_location, AVCHROMA_LOC_NB, none.chroma)};
 }
 
 bool IsDamaged(const AVFrame& frame) {
