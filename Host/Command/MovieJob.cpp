@@ -150,6 +150,22 @@ void MovieJob::openTarget(const MovieRequest& request, const MovieForm& form, in
     mMovieSink.emplace(*mWriter, form.width, form.height, first);
 }
 
+void MovieJob::drawAsStored(const ShotDrawing& drawing) {
+    const PixelCoding stored{.format = mForm.stored, .color = mForm.color};
+    if (!mReader || !mWriter || !PlanarMosaic::canDraw(stored.format) ||
+        !HaveSameMeaning(stored, mWriter->coding())) {
+        return;
+    }
+    std::optional<CellMap> map =
+        CellMap::of(mForm.width, mForm.height, [&](const ConstPixelView& in, const PixelView& out) {
+            const Frame anyFrame{.time = {}, .downsample = drawing.downsample};
+            drawing.renderer.render(anyFrame, drawing.values, in, out, drawing.with);
+        });
+    if (map) {
+        mMovieSink->drawWith(PlanarMosaic(std::move(*map), mWriter->coding()));
+    }
+}
+
 FrameSource& MovieJob::source() {
     return mMovieSource ? static_cast<FrameSource&>(*mMovieSource) : *mPictureSource;
 }

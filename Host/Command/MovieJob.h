@@ -5,6 +5,7 @@
 #include "Host/Parameters/ParameterSettings.h"
 #include "Host/Shots/PictureShot.h"
 #include "Host/Shots/Shot.h"
+#include "Host/Shots/ShotRenderer.h"
 #include "Host/Video/MovieReader.h"
 #include "Host/Video/MovieShot.h"
 #include "Host/Video/MovieWriter.h"
@@ -32,6 +33,10 @@ class MovieJob {
 public:
     /// Opens both ends. Throws Error if the request can't be carried out.
     MovieJob(const MovieRequest& request, StandardStreams& streams);
+
+    /// Has frames drawn as they are stored if they are encoded so too. `drawing` is the same for
+    /// all frames.
+    void drawAsStored(const ShotDrawing& drawing);
 
     FrameSource& source();
     FrameSink& sink();

@@ -187,8 +187,12 @@ int RenderMovie(const RenderOptions& options, MovieRequest request, CommandConte
     if (verbosity != Verbosity::Quiet) {
         tell(job.notes());
     }
-    RenderFrames(job.source(), job.sink(), options.shot.setting(),
-                 DrawingOf(options, renderer, look, job.rate(), job.secondsOf()), TellTo(report),
+    const ShotDrawing drawing = DrawingOf(options, renderer, look, job.rate(), job.secondsOf());
+    const ShotSetting setting = options.shot.setting();
+    if (drawing.with == Renderer::Software && AreConstant(look.settings) && !setting.depth) {
+        job.drawAsStored(drawing);
+    }
+    RenderFrames(job.source(), job.sink(), setting, drawing, TellTo(report),
                  Interruption::requested());
     const bool isInterrupted = job.hasMore();
     if (!isInterrupted) {

@@ -1,6 +1,13 @@
 #include "Host/Parameters/ParameterSettings.h"
 
+#include <algorithm>
+
 namespace Kerovane::Host {
+
+bool AreConstant(const ParameterSettings& settings) {
+    return std::ranges::all_of(
+        settings, [](const auto& setting) { return setting.second.keys().size() == 1; });
+}
 
 ParameterValues ValuesOverTime(const ParameterSettings& settings, FrameRate rate,
                                const SecondsOfFrame& secondsOf) {

@@ -15,6 +15,9 @@ using ParameterSettings = std::map<A_long, Keyframes>;
 /// The seconds at which a frame is shown, also between frames.
 using SecondsOfFrame = std::function<double(double)>;
 
+/// Whether they are the same at all times.
+bool AreConstant(const ParameterSettings& settings);
+
 /// The same as hosts hold it, in time. `secondsOf`, if given, tells when frames are shown that
 /// don't come at a constant rate.
 ParameterValues ValuesOverTime(const ParameterSettings& settings, FrameRate rate,

@@ -9,10 +9,18 @@ namespace Kerovane::Host {
 /** A frame that is ready to be put where it goes. */
 class PackedFrame {
 public:
-    PackedFrame() = default;
+    /// Sides in pixels.
+    PackedFrame(A_long width, A_long height) : mWidth(width), mHeight(height) {}
     virtual ~PackedFrame() = default;
     PackedFrame(const PackedFrame&) = delete;
     PackedFrame& operator=(const PackedFrame&) = delete;
+
+    A_long width() const { return mWidth; }
+    A_long height() const { return mHeight; }
+
+private:
+    A_long mWidth;
+    A_long mHeight;
 };
 
 /** Where frames go: files or a movie. */
@@ -25,6 +33,10 @@ public:
 
     /// Whether the frame is there already, whole. Several frames are asked for at a time.
     virtual bool has(const ShotFrame& frame) const = 0;
+
+    /// Draws the frame itself if it can do that better than by way of a picture; null if it can't.
+    /// Several frames are asked for at a time. Throws Error if this frame fails.
+    virtual std::unique_ptr<PackedFrame> draw(SourceFrame&) { return nullptr; }
 
     /// Does with a picture what can be done for several frames at a time. Throws Error if this
     /// frame fails. The result may be null.

@@ -70,12 +70,26 @@ void End(FrameJob& job, FrameEnding ending, std::string reason = "") {
     job.hasEnded = true;
 }
 
-void Read(FrameJob& job, const FrameSink& sink, const ShotSetting& setting) {
+void Look(FrameJob& job, const FrameSink& sink) {
     const Stopwatch stopwatch(job.report.seconds.read);
     if (sink.has(job.source->shotFrame())) {
         End(job, FrameEnding::Kept);
-        return;
     }
+}
+
+/// Leaves the job as it is if the sink can't draw the frame.
+void Draw(FrameJob& job, FrameSink& sink) {
+    const Stopwatch stopwatch(job.report.seconds.render);
+    job.packed = sink.draw(*job.source);
+    if (job.packed != nullptr) {
+        job.report.width = job.packed->width();
+        job.report.height = job.packed->height();
+        End(job, FrameEnding::Rendered);
+    }
+}
+
+void Read(FrameJob& job, const ShotSetting& setting) {
+    const Stopwatch stopwatch(job.report.seconds.read);
     const World& world = job.picture.emplace(job.source->read(setting.depth)).world;
     job.report.width = world.width();
     job.report.height = world.height();
@@ -183,7 +197,9 @@ private:
     }
 
     void renderFrame(FrameJob& job) {
-        Run(job, [&] { Read(job, mSink, mSetting); });
+        Run(job, [&] { Look(job, mSink); });
+        Run(job, [&] { Draw(job, mSink); });
+        Run(job, [&] { Read(job, mSetting); });
         mRendering.pass(job.index, [&] { Run(job, [&] { Render(job, mDrawing); }); });
         Run(job, [&] { Pack(job, mSink); });
         mPutting.pass(job.index, [&] { attempt([&] { Put(job, mSink); }); });

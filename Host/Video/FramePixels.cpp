@@ -105,6 +105,7 @@ FrameUnpacker::FrameUnpacker(int width, int height, const PixelCoding& coding,
       mOrientation(orientation),
       mFormat(coding.format),
       mBetween(RgbaFor(coding.format)),
+      mRgba(mBetween, width, height),
       mScalers(width, height, coding, RgbaOf(mBetween)) {}
 
 bool FrameUnpacker::takes(const AVFrame& frame) const {
@@ -112,7 +113,7 @@ bool FrameUnpacker::takes(const AVFrame& frame) const {
 }
 
 void FrameUnpacker::unpack(const AVFrame& frame, const PixelView& out) {
-    const AvFrame rgba = NewFrame(mBetween, mWidth, mHeight);
+    const AvFrame rgba = mRgba.take();
     mScalers.convert(frame, *rgba);
     if (mBetween == AV_PIX_FMT_RGBA64) {
         unpackAs<std::uint16_t>(*rgba, out);
@@ -143,33 +144,47 @@ void FrameUnpacker::unpackAs(const AVFrame& rgba, const PixelView& out) const {
 }
 
 FramePacker::FramePacker(int width, int height, const PixelCoding& coding)
-    : mWidth(width), mHeight(height), mCoding(coding), mBetween(RgbaFor(coding.format)) {
+    : mCoding(coding),
+      mBetween(RgbaFor(coding.format)),
+      mRgba(mBetween, width, height),
+      mFrames(coding.format, width, height) {
     if (coding.format != mBetween && coding.format != AV_PIX_FMT_PAL8) {
         mScalers.emplace(width, height, RgbaOf(mBetween), coding);
+    }
+    if (coding.format == AV_PIX_FMT_YUV420P && width % 2 == 0 && height % 2 == 0) {
+        mYuv420 = Yuv420::of(coding.color);
     }
 }
 
 AvFrame FramePacker::pack(const ConstPixelView& in) {
-    std::optional<World> overBlack;
+    AvFrame frame;
     if (!HasAlpha(mCoding.format) && !IsOpaque(in)) {
         mLostAlpha = true;
-        overBlack = OverBlack(in);
+        const World overBlack = OverBlack(in);
+        frame = convert(ViewOf(overBlack));
+    } else {
+        frame = convert(in);
     }
-    AvFrame rgba = NewFrame(mBetween, mWidth, mHeight);
-    fill(overBlack ? ViewOf(std::as_const(*overBlack)) : in, *rgba);
-    AvFrame frame = std::move(rgba);
+    SetTags(*frame, mCoding.color);
+    return frame;
+}
+
+AvFrame FramePacker::convert(const ConstPixelView& in) {
+    if (mYuv420 && in.depth == Depth::Bits8) {
+        AvFrame frame = mFrames.take();
+        mYuv420->convert(in, *frame);
+        return frame;
+    }
+    AvFrame rgba = mRgba.take();
+    fill(in, *rgba);
     if (mCoding.format == AV_PIX_FMT_PAL8) {
-        frame = Palettized(*frame);
-    } else if (mScalers) {
-        const AvFrame between = std::exchange(frame, NewFrame(mCoding.format, mWidth, mHeight));
-        mScalers->convert(*between, *frame);
+        return Palettized(*rgba);
     }
-    // Some encoders look here for what others are told when they are opened.
-    frame->colorspace = mCoding.color.matrix;
-    frame->color_range = mCoding.color.range;
-    frame->color_primaries = mCoding.color.primaries;
-    frame->color_trc = mCoding.color.transfer;
-    frame->chroma_location = mCoding.color.chroma;
+    if (!mScalers) {
+        return rgba;
+    }
+    AvFrame frame = mFrames.take();
+    mScalers->convert(*rgba, *frame);
     return frame;
 }
 

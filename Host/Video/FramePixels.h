@@ -1,8 +1,10 @@
 #pragma once
 
 #include "Host/Frames/WorldView.h"
+#include "Host/Video/FramePool.h"
 #include "Host/Video/Orientation.h"
 #include "Host/Video/ScalerPool.h"
+#include "Host/Video/Yuv420.h"
 
 #include <atomic>
 #include <optional>
@@ -32,6 +34,7 @@ private:
     Orientation mOrientation;
     AVPixelFormat mFormat;
     AVPixelFormat mBetween; ///< RGBA of 8 or 16 bits
+    FramePool mRgba;
     ScalerPool mScalers;
 };
 
@@ -47,16 +50,18 @@ public:
     bool hasLostAlpha() const { return mLostAlpha; }
 
 private:
+    AvFrame convert(const ConstPixelView& in);
     void fill(const ConstPixelView& in, AVFrame& rgba) const;
 
     template <typename FileChannel>
     static void fillAs(const ConstPixelView& in, AVFrame& rgba);
 
-    int mWidth;
-    int mHeight;
     PixelCoding mCoding;
     AVPixelFormat mBetween;
+    FramePool mRgba;
+    FramePool mFrames;
     std::optional<ScalerPool> mScalers; ///< nothing if there is nothing to convert
+    std::optional<Yuv420> mYuv420;      ///< takes the place of the others for 8-bit layers
     std::atomic<bool> mLostAlpha = false;
 };
 

@@ -47,6 +47,7 @@ using AvOutput = std::unique_ptr<AVFormatContext, AvFree<avformat_free_context>>
 using AvCodecContext = std::unique_ptr<AVCodecContext, AvFreeAt<avcodec_free_context>>;
 using AvFrame = std::unique_ptr<AVFrame, AvFreeAt<av_frame_free>>;
 using AvPacket = std::unique_ptr<AVPacket, AvFreeAt<av_packet_free>>;
+using AvBufferPool = std::unique_ptr<AVBufferPool, AvFreeAt<av_buffer_pool_uninit>>;
 using AvScaler = std::unique_ptr<SwsContext, AvFree<sws_freeContext>>;
 using AvResampler = std::unique_ptr<SwrContext, AvFreeAt<swr_free>>;
 using AvSampleQueue = std::unique_ptr<AVAudioFifo, AvFree<av_audio_fifo_free>>;

@@ -25,6 +25,7 @@ struct MovieForm {
     AVRational frameRate{24, 1};  ///< the average if times vary; 0/1 if unknown
     AVRational pixelAspect{0, 1}; ///< 0/1 if unknown
     ColorTags color{};
+    AVPixelFormat stored = AV_PIX_FMT_NONE; ///< as what pixels; none if they don't stand upright
 
     /// The least depth of layers that holds the channels without a loss.
     Depth depth() const;

@@ -113,7 +113,8 @@ void MovieReader::learnForm(const AVFrame& frame) {
              .timeBase = stream().time_base,
              .frameRate = rate,
              .pixelAspect = aspect,
-             .color = TagsOf(frame)};
+             .color = TagsOf(frame),
+             .stored = orientation.isUpright() ? format : AV_PIX_FMT_NONE};
     if (orientation.swapsSides()) {
         std::swap(mForm.width, mForm.height);
         if (aspect.num != 0) {

@@ -14,7 +14,8 @@ namespace {
 
 class PackedMovieFrame : public PackedFrame {
 public:
-    explicit PackedMovieFrame(AvFrame frame) : mFrame(std::move(frame)) {}
+    explicit PackedMovieFrame(AvFrame frame)
+        : PackedFrame(frame->width, frame->height), mFrame(std::move(frame)) {}
 
     AvFrame take() { return std::move(mFrame); }
 
@@ -114,6 +115,12 @@ FrameList MovieSource::lacking() const {
     return mFrames && mHasEnded
                ? FrameList(mFrames->begin() + static_cast<std::ptrdiff_t>(mNext), mFrames->end())
                : FrameList();
+}
+
+std::unique_ptr<PackedFrame> MovieSink::draw(SourceFrame& frame) {
+    auto* const movie = mMosaic ? dynamic_cast<MovieSourceFrame*>(&frame) : nullptr;
+    return movie != nullptr ? std::make_unique<PackedMovieFrame>(mMosaic->draw(movie->stored()))
+                            : nullptr;
 }
 
 std::unique_ptr<PackedFrame> MovieSink::pack(const ShotFrame&, const Picture& picture) {

@@ -4,6 +4,7 @@
 #include "Host/Shots/FrameSource.h"
 #include "Host/Video/MovieReader.h"
 #include "Host/Video/MovieWriter.h"
+#include "Host/Video/PlanarMosaic.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -24,6 +25,9 @@ public:
         : SourceFrame(std::move(frame)), mMovie(std::move(movie)), mReader(reader) {}
 
     Picture read(std::optional<Depth> depth) override;
+
+    /// Before it is read.
+    const AVFrame& stored() const { return *mMovie.frame; }
 
     std::int64_t time() const { return mMovie.time; }
     std::int64_t duration() const { return mMovie.duration; }
@@ -85,7 +89,11 @@ public:
     MovieSink(MovieWriter& writer, A_long width, A_long height, A_long first)
         : mWriter(writer), mWidth(width), mHeight(height), mFirst(first) {}
 
+    /// Has frames of movies drawn as they are stored; `mosaic` is for such as the encoder takes.
+    void drawWith(PlanarMosaic mosaic) { mMosaic.emplace(std::move(mosaic)); }
+
     bool has(const ShotFrame&) const override { return false; }
+    std::unique_ptr<PackedFrame> draw(SourceFrame& frame) override;
     std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, const Picture& picture) override;
     void put(SourceFrame& frame, std::unique_ptr<PackedFrame> packed) override;
 
@@ -94,6 +102,7 @@ private:
     A_long mWidth;
     A_long mHeight;
     A_long mFirst;
+    std::optional<PlanarMosaic> mMosaic;
     std::vector<AvPacket> mOthers; ///< of frames that failed
 };
 

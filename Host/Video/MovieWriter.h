@@ -53,6 +53,9 @@ public:
     /// frame.
     void carryFrom(const MovieReader& reader, std::optional<std::int64_t> cutFrames);
 
+    /// What the encoder takes.
+    const PixelCoding& coding() const { return mCoding; }
+
     /// May be called from several threads at a time, beside `write`.
     AvFrame pack(const ConstPixelView& view) { return mPacker->pack(view); }
 

@@ -27,7 +27,8 @@ const int* Coefficients(AVColorSpace matrix) {
     return sws_getCoefficients(matrix == AVCOL_SPC_RGB ? int{SWS_CS_DEFAULT} : int{matrix});
 }
 
-/// The formats of old whose names imply the full range, without that.
+} // namespace
+
 PixelCoding Plain(PixelCoding coding) {
     const auto full = [&coding](AVPixelFormat format) {
         coding.format = format;
@@ -55,7 +56,24 @@ PixelCoding Plain(PixelCoding coding) {
     return coding;
 }
 
-} // namespace
+bool HaveSameMeaning(const PixelCoding& one, const PixelCoding& other) {
+    const PixelCoding plainOne = Plain(one);
+    const PixelCoding plainOther = Plain(other);
+    const auto isFull = [](const PixelCoding& coding) {
+        return coding.color.range == AVCOL_RANGE_JPEG;
+    };
+    return plainOne.format == plainOther.format &&
+           plainOne.color.matrix == plainOther.color.matrix &&
+           isFull(plainOne) == isFull(plainOther);
+}
+
+void SetTags(AVFrame& frame, const ColorTags& color) {
+    frame.colorspace = color.matrix;
+    frame.color_range = color.range;
+    frame.color_primaries = color.primaries;
+    frame.color_trc = color.transfer;
+    frame.chroma_location = color.chroma;
+}
 
 ScalerPool::ScalerPool(int width, int height, const PixelCoding& from, const PixelCoding& to)
     : mWidth(width), mHeight(height), mFrom(Plain(from)), mTo(Plain(to)) {

@@ -14,6 +14,9 @@ struct PixelCoding {
     ColorTags color;
 };
 
+/// Whether numbers mean the same colours.
+bool HaveSameMeaning(const PixelCoding& one, const PixelCoding& other);
+
 /**
  * Converts frames of one size from one pixel format to another. May be used from several threads at
  * a time: each borrows a converter of its own.
@@ -37,6 +40,12 @@ private:
     std::mutex mMutex;
     std::vector<AvScaler> mFree;
 };
+
+/// The same without what the name of the pixel format says of the range: YUVJ420P is YUV420P.
+PixelCoding Plain(PixelCoding coding);
+
+/// Some encoders look there for what others are told when they are opened.
+void SetTags(AVFrame& frame, const ColorTags& color);
 
 /// An empty frame with memory for its pixels.
 AvFrame NewFrame(AVPixelFormat format, int width, int height);

@@ -1,0 +1,184 @@
+#include "Host/Video/PlanarMosaic.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+
+namespace Kerovane::Host {
+
+namespace {
+
+constexpr int kPlanes = 3;
+
+/// Samples of one plane. `shiftX` and `shiftY` halve the frame's sides so many times.
+template <typename Sample>
+struct Plane {
+    Sample* samples;
+    std::ptrdiff_t step; ///< samples from row to row
+    std::ptrdiff_t width;
+    std::ptrdiff_t height;
+    int shiftX;
+    int shiftY;
+
+    Sample* row(std::ptrdiff_t y) const { return samples + y * step; }
+};
+
+template <typename Sample>
+Plane<Sample> PlaneOf(const AVFrame& frame, int index) {
+    const AVPixFmtDescriptor& format =
+        *av_pix_fmt_desc_get(static_cast<AVPixelFormat>(frame.format));
+    const int shiftX = index > 0 ? format.log2_chroma_w : 0;
+    const int shiftY = index > 0 ? format.log2_chroma_h : 0;
+    return {.samples = reinterpret_cast<Sample*>(frame.data[index]),
+            .step = frame.linesize[index] / std::ptrdiff_t{sizeof(Sample)},
+            .width = AV_CEIL_RSHIFT(frame.width, shiftX),
+            .height = AV_CEIL_RSHIFT(frame.height, shiftY),
+            .shiftX = shiftX,
+            .shiftY = shiftY};
+}
+
+/// Two neighbours on an axis, and how much the second one counts.
+struct Neighbours {
+    std::ptrdiff_t first;
+    std::ptrdiff_t second;
+    float share;
+
+    /// At `place` of the frame's axis, on that of a plane of `size` samples.
+    Neighbours(float place, int shift, std::ptrdiff_t size) {
+        const float inPlane = (place + 0.5F) / static_cast<float>(1 << shift) - 0.5F;
+        const float kept = std::clamp(inPlane, 0.0F, static_cast<float>(size - 1));
+        first = static_cast<std::ptrdiff_t>(kept);
+        second = std::min(first + 1, size - 1);
+        share = kept - static_cast<float>(first);
+    }
+};
+
+/// Between the four samples around the place.
+template <typename Sample>
+Sample SampleAt(const Plane<Sample>& plane, CellMap::Place place) {
+    const Neighbours x(place.x, plane.shiftX, plane.width);
+    const Neighbours y(place.y, plane.shiftY, plane.height);
+    const auto along = [&x](const Sample* row) {
+        return static_cast<float>(row[x.first]) * (1 - x.share) +
+               static_cast<float>(row[x.second]) * x.share;
+    };
+    const float value =
+        along(plane.row(y.first)) * (1 - y.share) + along(plane.row(y.second)) * y.share;
+    return static_cast<Sample>(value + 0.5F);
+}
+
+template <typename Sample>
+std::vector<Sample> SamplesOf(const CellMap& map, const Plane<Sample>& plane) {
+    std::vector<Sample> samples;
+    samples.reserve(map.cells().size());
+    for (const CellMap::Place& place : map.cells()) {
+        samples.push_back(SampleAt(plane, place));
+    }
+    return samples;
+}
+
+/// Adds each pixel's sample to the sum of the column that it lies in; 2 to the power of `shift`
+/// pixels share one.
+template <typename Sample>
+void AddRow(const std::vector<CellMap::Run>& runs, const std::vector<Sample>& samples, int shift,
+            std::vector<std::uint32_t>& sums) {
+    std::int32_t x = 0;
+    for (const auto& [end, cell] : runs) {
+        const std::uint32_t sample = samples[cell];
+        while (x < end) {
+            const std::int32_t column = x >> shift;
+            const std::int32_t next = std::min(end, (column + 1) << shift);
+            sums[static_cast<std::size_t>(column)] += sample * static_cast<std::uint32_t>(next - x);
+            x = next;
+        }
+    }
+}
+
+template <typename Sample>
+void FillRow(const std::vector<CellMap::Run>& runs, const std::vector<Sample>& samples,
+             Sample* row) {
+    std::int32_t x = 0;
+    for (const auto& [end, cell] : runs) {
+        std::fill(row + x, row + end, samples[cell]);
+        x = end;
+    }
+}
+
+/// The frame's rows that a plane's row stands for: up to `end`.
+struct FrameRows {
+    std::ptrdiff_t begin;
+    std::ptrdiff_t end;
+};
+
+template <typename Sample>
+void MeanRow(const CellMap& map, FrameRows rows, const std::vector<Sample>& samples,
+             const Plane<Sample>& plane, Sample* row) {
+    std::vector<std::uint32_t> sums(static_cast<std::size_t>(plane.width));
+    for (std::ptrdiff_t y = rows.begin; y < rows.end; ++y) {
+        AddRow(map.runs(y), samples, plane.shiftX, sums);
+    }
+    const auto mean = [&](std::uint32_t sum, std::ptrdiff_t columns) {
+        const auto count = static_cast<std::uint32_t>(columns * (rows.end - rows.begin));
+        return static_cast<Sample>((sum + count / 2) / count);
+    };
+    const std::ptrdiff_t columns = std::ptrdiff_t{1} << plane.shiftX;
+    std::ranges::transform(sums, row, [&](std::uint32_t sum) { return mean(sum, columns); });
+    const std::ptrdiff_t left = map.width() - ((plane.width - 1) << plane.shiftX);
+    row[plane.width - 1] = mean(sums.back(), left);
+}
+
+template <typename Sample>
+void DrawPlane(const CellMap& map, const Plane<Sample>& in, const Plane<Sample>& out) {
+    const std::vector<Sample> samples = SamplesOf(map, in);
+    for (std::ptrdiff_t y = 0; y < out.height; ++y) {
+        const FrameRows rows{y << out.shiftY, std::min((y + 1) << out.shiftY, map.height())};
+        const bool isLikeAbove = y > 0 && map.firstAlike(rows.end - 1) <= (y - 1) << out.shiftY;
+        if (isLikeAbove) {
+            std::copy_n(out.row(y - 1), out.width, out.row(y));
+        } else if (out.shiftX == 0 && out.shiftY == 0) {
+            FillRow(map.runs(y), samples, out.row(y));
+        } else {
+            MeanRow(map, rows, samples, out, out.row(y));
+        }
+    }
+}
+
+template <typename Sample>
+void DrawPlanes(const CellMap& map, const AVFrame& in, const AVFrame& out) {
+    for (int plane = 0; plane < kPlanes; ++plane) {
+        DrawPlane(map, PlaneOf<Sample>(in, plane), PlaneOf<Sample>(out, plane));
+    }
+}
+
+} // namespace
+
+bool PlanarMosaic::canDraw(AVPixelFormat format) {
+    const AVPixFmtDescriptor* descriptor = av_pix_fmt_desc_get(format);
+    constexpr std::uint64_t kOthers = AV_PIX_FMT_FLAG_BE | AV_PIX_FMT_FLAG_PAL |
+                                      AV_PIX_FMT_FLAG_BITSTREAM | AV_PIX_FMT_FLAG_HWACCEL |
+                                      AV_PIX_FMT_FLAG_RGB | AV_PIX_FMT_FLAG_ALPHA |
+                                      AV_PIX_FMT_FLAG_FLOAT;
+    constexpr int kMostBits = 16;
+    return descriptor != nullptr && (descriptor->flags & kOthers) == 0 &&
+           (descriptor->flags & AV_PIX_FMT_FLAG_PLANAR) != 0 &&
+           descriptor->nb_components == kPlanes && av_pix_fmt_count_planes(format) == kPlanes &&
+           descriptor->comp[0].depth <= kMostBits && descriptor->comp[0].shift == 0;
+}
+
+PlanarMosaic::PlanarMosaic(CellMap map, const PixelCoding& coding)
+    : mMap(std::move(map)),
+      mCoding(coding),
+      mFrames(coding.format, static_cast<int>(mMap.width()), static_cast<int>(mMap.height())) {}
+
+AvFrame PlanarMosaic::draw(const AVFrame& in) {
+    AvFrame out = mFrames.take();
+    if (BitsOf(mCoding.format) > 8) {
+        DrawPlanes<std::uint16_t>(mMap, in, *out);
+    } else {
+        DrawPlanes<std::uint8_t>(mMap, in, *out);
+    }
+    SetTags(*out, mCoding.color);
+    return out;
+}
+
+} // namespace Kerovane::Host
