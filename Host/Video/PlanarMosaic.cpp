@@ -77,20 +77,26 @@ std::vector<Sample> SamplesOf(const CellMap& map, const Plane<Sample>& plane) {
     return samples;
 }
 
-/// Adds each pixel's sample to the sum of the column that it lies in; 2 to the power of `shift`
-/// pixels share one.
+/// Adds each pixel's sample, `times` over, to the sum of the column that it lies in; 2 to the power
+/// of `shift` pixels share one.
 template <typename Sample>
 void AddRow(const std::vector<CellMap::Run>& runs, const std::vector<Sample>& samples, int shift,
-            std::vector<std::uint32_t>& sums) {
+            std::uint32_t times, std::uint32_t* sums) {
     std::int32_t x = 0;
     for (const auto& [end, cell] : runs) {
-        const std::uint32_t sample = samples[cell];
-        while (x < end) {
-            const std::int32_t column = x >> shift;
-            const std::int32_t next = std::min(end, (column + 1) << shift);
-            sums[static_cast<std::size_t>(column)] += sample * static_cast<std::uint32_t>(next - x);
-            x = next;
+        const std::uint32_t sample = samples[cell] * times;
+        const std::int32_t first = x >> shift;
+        const std::int32_t last = (end - 1) >> shift;
+        if (first == last) {
+            sums[first] += sample * static_cast<std::uint32_t>(end - x);
+        } else {
+            sums[first] += sample * static_cast<std::uint32_t>(((first + 1) << shift) - x);
+            for (std::int32_t column = first + 1; column < last; ++column) {
+                sums[column] += sample << shift;
+            }
+            sums[last] += sample * static_cast<std::uint32_t>(end - (last << shift));
         }
+        x = end;
     }
 }
 
@@ -110,21 +116,31 @@ struct FrameRows {
     std::ptrdiff_t end;
 };
 
+/// The mean of the pixels that lie in each column.
 template <typename Sample>
 void MeanRow(const CellMap& map, FrameRows rows, const std::vector<Sample>& samples,
              const Plane<Sample>& plane, Sample* row) {
     std::vector<std::uint32_t> sums(static_cast<std::size_t>(plane.width));
-    for (std::ptrdiff_t y = rows.begin; y < rows.end; ++y) {
-        AddRow(map.runs(y), samples, plane.shiftX, sums);
+    const auto height = static_cast<std::uint32_t>(rows.end - rows.begin);
+    if (map.firstAlike(rows.end - 1) <= rows.begin) {
+        AddRow(map.runs(rows.begin), samples, plane.shiftX, height, sums.data());
+    } else {
+        for (std::ptrdiff_t y = rows.begin; y < rows.end; ++y) {
+            AddRow(map.runs(y), samples, plane.shiftX, 1, sums.data());
+        }
     }
-    const auto mean = [&](std::uint32_t sum, std::ptrdiff_t columns) {
-        const auto count = static_cast<std::uint32_t>(columns * (rows.end - rows.begin));
-        return static_cast<Sample>((sum + count / 2) / count);
+    const auto divide = [&](std::ptrdiff_t begin, std::ptrdiff_t end, std::ptrdiff_t columns) {
+        const std::uint32_t count = height * static_cast<std::uint32_t>(columns);
+        const float share = 1 / static_cast<float>(count); // sums are far below the float's digits
+        for (std::ptrdiff_t x = begin; x < end; ++x) {
+            const auto sum = static_cast<std::int32_t>(sums[static_cast<std::size_t>(x)]);
+            row[x] = static_cast<Sample>(
+                static_cast<std::int32_t>(static_cast<float>(sum) * share + 0.5F));
+        }
     };
-    const std::ptrdiff_t columns = std::ptrdiff_t{1} << plane.shiftX;
-    std::ranges::transform(sums, row, [&](std::uint32_t sum) { return mean(sum, columns); });
-    const std::ptrdiff_t left = map.width() - ((plane.width - 1) << plane.shiftX);
-    row[plane.width - 1] = mean(sums.back(), left);
+    const std::ptrdiff_t last = plane.width - 1; // may be cut off
+    divide(0, last, std::ptrdiff_t{1} << plane.shiftX);
+    divide(last, plane.width, map.width() - (last << plane.shiftX));
 }
 
 template <typename Sample>
