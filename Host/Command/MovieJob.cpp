@@ -33,7 +33,7 @@ MovieForm FormOf(const Shot& shot, FrameRate rate) {
     return {.width = first.world.width(),
             .height = first.world.height(),
             .bits = first.world.depth() == Depth::Bits8 ? 8 : kBitsOfDeepFiles,
-            .hasAlpha = first.origin.alpha_channel >= 0,
+            .hasAlpha = first.form.hasAlpha,
             .isRgb = true,
             .timeBase = {rate.timeStep(), static_cast<int>(rate.timeScale())},
             .frameRate = {static_cast<int>(rate.timeScale()), rate.timeStep()}};
@@ -91,7 +91,7 @@ MovieJob::MovieJob(const MovieRequest& request, StandardStreams& streams)
     if (request.toMovie) {
         openTarget(request, mForm, streams.outputDescriptor());
     } else {
-        mPictureSink.emplace(request.resume);
+        mPictureSink.emplace(request.resume, request.settings.alpha);
     }
 }
 

@@ -157,8 +157,10 @@ int RenderPictures(const RenderOptions& options, CommandContext& context) {
 
     LetWritingFail();
     const Interruption interruption;
-    RenderShot(shot.frames, options.shot.setting(), DrawingOf(options, renderer, look, rate),
-               TellTo(report), Interruption::requested());
+    ShotSetting setting = options.shot.setting();
+    setting.canLeaveHoles = CanLeaveHoles(renderer.parameters(), look.settings);
+    RenderShot(shot.frames, setting, DrawingOf(options, renderer, look, rate), TellTo(report),
+               Interruption::requested());
     return report.finish("the same command with --resume does the rest");
 }
 

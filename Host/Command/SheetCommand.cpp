@@ -133,6 +133,9 @@ void MakeSheet(const SheetOptions& options, CommandContext& context) {
     }
     const World page = sheet.world(input.depth());
     writer.write(page, OriginOfSheet(picture.origin, page));
+    for (const std::string& loss : picture.losses) {
+        context.streams().complain(loss);
+    }
     if (nonFinitePixels > 0) {
         context.streams().complain(NonFiniteText(nonFinitePixels));
     }

@@ -39,6 +39,15 @@ void ShotReport::frameEnded(const ShotFrame& frame, const FrameReport& report) {
     }
 }
 
+void ShotReport::tellLosses() {
+    for (const std::string& loss : mTally.losses()) {
+        mStreams.complain(loss);
+    }
+    if (!mTally.nonFinite().empty()) {
+        mStreams.complain(mTally.nonFinite());
+    }
+}
+
 int ShotReport::finish(std::string_view onward) {
     if (!mFailure.empty()) {
         throw Error(mFailure);
@@ -46,8 +55,8 @@ int ShotReport::finish(std::string_view onward) {
     if (mRendering == Rendering::Shot || mVerbosity == Verbosity::Verbose) {
         mProgress.finish(mTally);
     }
-    if (mVerbosity != Verbosity::Quiet && !mTally.nonFinite().empty()) {
-        mStreams.complain(mTally.nonFinite());
+    if (mVerbosity != Verbosity::Quiet) {
+        tellLosses();
     }
     if (mTally.ended() < mTally.frames()) {
         mStreams.complain(fmt::format("interrupted with {} of {} frames done; {}", mTally.ended(),

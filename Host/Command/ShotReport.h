@@ -35,6 +35,8 @@ public:
     int finish(std::string_view onward);
 
 private:
+    void tellLosses();
+
     Rendering mRendering;
     Verbosity mVerbosity;
     StandardStreams& mStreams;

@@ -3,6 +3,7 @@
 #include "Host/Pictures/FileHeader.h"
 #include "Host/Pictures/PictureFormat.h"
 #include "Host/Pictures/PixelConversion.h"
+#include "Host/Pictures/Windows.h"
 #include "Host/Text/Error.h"
 
 #include <OpenImageIO/imagebuf.h>
@@ -60,6 +61,9 @@ public:
     const ImageSpec& layout() const { return mInput->spec(); }
 
     std::string format() const { return mInput->format_name(); }
+
+    /// Whether what the file says of a display window is meant.
+    bool hasWindows() const { return format() == "openexr"; }
 
     /// All channels of all pixels, in `Channel` values.
     template <typename Channel>
@@ -124,10 +128,9 @@ private:
         if (layout.deep || layout.depth > 1) {
             fail("it is not a flat picture");
         }
-        if (std::min(layout.width, layout.height) < 1 ||
-            std::max(layout.width, layout.height) > World::kMaxSide) {
-            fail(fmt::format("its size of {} x {} is not within 1 to {} pixels a side",
-                             layout.width, layout.height, World::kMaxSide));
+        checkSize(layout.width, layout.height);
+        if (hasWindows()) {
+            checkSize(layout.full_width, layout.full_height);
         }
         constexpr int kMaxChannels = 1024;
         if (layout.nchannels < 1 || layout.nchannels > kMaxChannels) {
@@ -136,10 +139,23 @@ private:
         checkMemory();
     }
 
+    void checkSize(int width, int height) const {
+        if (std::min(width, height) < 1 || std::max(width, height) > World::kMaxSide) {
+            fail(fmt::format("its size of {} x {} is not within 1 to {} pixels a side", width,
+                             height, World::kMaxSide));
+        }
+    }
+
     /// A few bytes may claim to be more pixels than anybody has the memory for.
     void checkMemory() const {
         const std::size_t megabytes = MostMegabytes();
-        if (valueCount() * sizeof(float) > megabytes * kMegabyte) {
+        constexpr std::size_t kChannelsOfFrame = 4;
+        const std::size_t frame = hasWindows() && !FillsItsFrame(layout())
+                                      ? static_cast<std::size_t>(layout().full_width) *
+                                            static_cast<std::size_t>(layout().full_height)
+                                      : 0;
+        const std::size_t values = valueCount() + frame * kChannelsOfFrame;
+        if (values * sizeof(float) > megabytes * kMegabyte) {
             fail(fmt::format("its {} x {} pixels of {} channels take more than {} MB",
                              layout().width, layout().height, layout().nchannels, megabytes));
         }
@@ -181,6 +197,30 @@ ChannelPlaces PlacesOf(const ImageSpec& layout) {
             .alpha = alpha};
 }
 
+PictureForm FormOf(const PictureFile& file) {
+    const ChannelPlaces places = PlacesOf(file.layout());
+    return {.isGrey = places.red == places.green,
+            .hasAlpha = places.alpha >= 0,
+            .format = file.format()};
+}
+
+/// The names of those that the layer has no place for; the first few of many.
+std::string OtherChannelsOf(const ImageSpec& layout) {
+    constexpr std::size_t kMost = 8;
+    const ChannelPlaces places = PlacesOf(layout);
+    std::vector<std::string> names;
+    for (int channel = 0; channel < layout.nchannels; ++channel) {
+        if (channel != places.red && channel != places.green && channel != places.blue &&
+            channel != places.alpha) {
+            names.push_back(layout.channel_name(channel));
+        }
+    }
+    const std::size_t shown = std::min(names.size(), kMost);
+    const std::string text = fmt::format(
+        "{}", fmt::join(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(shown), ", "));
+    return names.size() > shown ? fmt::format("{} and {} more", text, names.size() - shown) : text;
+}
+
 bool IsPremultiplied(const PictureFile& file) {
     // These formats have straight alpha, which their readers neither change nor mention.
     const std::string format = file.format();
@@ -189,8 +229,8 @@ bool IsPremultiplied(const PictureFile& file) {
     return AlphaOf(file.layout()) >= 0 && !straight;
 }
 
-/// Divides colour by alpha, unless that is 0 or counts as 0: there is nothing to divide by, and none
-/// is seen.
+/// Divides colour by alpha, unless that is 0 or counts as 0: there is nothing to divide by, and
+/// none is seen.
 void Unpremultiply(float* pixel, std::size_t pixels, std::size_t stride, ChannelPlaces places) {
     for (std::size_t i = 0; i < pixels; ++i, pixel += stride) {
         const float alpha = pixel[places.alpha];
@@ -303,13 +343,32 @@ std::pair<A_long, A_long> SizeOf(const ImageSpec& layout) {
 Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> depth) {
     PictureFile input(file);
     ImageSpec layout = input.layout();
-    World world = ReadWorld(input, depth.value_or(DepthOfFile(layout)), layout);
-    world.layer().pix_aspect_ratio = PixelAspectRatio(layout);
-    return {.world = std::move(world), .origin = std::move(layout)};
+    Picture picture{.world = ReadWorld(input, depth.value_or(DepthOfFile(layout)), layout),
+                    .origin = {},
+                    .form = FormOf(input),
+                    .losses = {}};
+    if (input.hasWindows() && !FillsItsFrame(layout)) {
+        if (ReachesBeyondItsFrame(layout)) {
+            picture.losses.emplace_back("pixels outside of the display window are left out");
+        }
+        picture.world = FrameOf(picture.world, layout, !picture.form.hasAlpha);
+        TakeFrame(layout);
+    }
+    if (const std::string others = OtherChannelsOf(layout); !others.empty()) {
+        picture.losses.push_back("channels that hold no colour are left out: " + others);
+    }
+    picture.world.layer().pix_aspect_ratio = PixelAspectRatio(layout);
+    picture.origin = std::move(layout);
+    return picture;
 }
 
 bool HoldsPictureLike(const std::filesystem::path& file, const std::filesystem::path& other) {
-    const auto size = SizeOf(PictureFile(other).layout());
+    const PictureFile input(other);
+    ImageSpec layout = input.layout();
+    if (input.hasWindows()) {
+        TakeFrame(layout);
+    }
+    const auto size = SizeOf(layout);
     try {
         const World world = ReadPicture(file).world;
         return std::pair(world.width(), world.height()) == size;

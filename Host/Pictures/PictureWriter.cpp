@@ -60,6 +60,21 @@ bool IsOpenExr(const ImageOutput& output) {
     return std::string_view(output.format_name()) == "openexr";
 }
 
+/// The formats of which it is known that one channel is grey, or one and alpha.
+bool StoresGrey(const ImageOutput& output, bool withAlpha) {
+    static constexpr std::array<std::string_view, 5> kFormats{"openexr", "png", "tiff", "jpeg",
+                                                              "pnm"};
+    constexpr std::ptrdiff_t kWithAlpha = 3; // of them, from the first on
+    const auto found = std::ranges::find(kFormats, output.format_name());
+    return found - kFormats.begin() < (withAlpha ? kWithAlpha : std::ssize(kFormats));
+}
+
+PictureForm FileForm(PictureForm form, const ImageOutput& output) {
+    form.hasAlpha = form.hasAlpha && output.supports("alpha");
+    form.isGrey = form.isGrey && StoresGrey(output, form.hasAlpha);
+    return form;
+}
+
 TypeDesc FileType(Depth depth, const ImageSpec& origin, const ImageOutput& output) {
     switch (depth) {
     case Depth::Bits8: // any 8-bit value fits into a half
@@ -74,18 +89,19 @@ TypeDesc FileType(Depth depth, const ImageSpec& origin, const ImageOutput& outpu
     }
 }
 
-/// Whether an ICC profile describes RGB colour: grey pictures come out as RGB.
-bool IsRgbProfile(const OIIO::ParamValue& profile) {
+/// Whether an ICC profile is for the colours that the file has.
+bool IsProfileFor(const PictureForm& form, const OIIO::ParamValue& profile) {
     constexpr std::size_t kColourSpaceOffset = 16;
-    constexpr std::string_view kRgb = "RGB ";
+    const std::string_view colours = form.isGrey ? "GRAY" : "RGB ";
     const std::string_view bytes(static_cast<const char*>(profile.data()),
                                  static_cast<std::size_t>(profile.datasize()));
-    return bytes.size() > kColourSpaceOffset + kRgb.size() &&
-           bytes.substr(kColourSpaceOffset, kRgb.size()) == kRgb;
+    return bytes.size() > kColourSpaceOffset + colours.size() &&
+           bytes.substr(kColourSpaceOffset, colours.size()) == colours;
 }
 
 /// Whether an attribute tells how a file held its picture rather than something of the picture.
-bool DescribesTheFile(const OIIO::ParamValue& attribute, const ImageOutput& output) {
+bool DescribesTheFile(const OIIO::ParamValue& attribute, const PictureForm& form,
+                      const ImageOutput& output) {
     static constexpr std::array<std::string_view, 13> kPrefixes{
         "bmp:", "dpx:", "gif:",   "ico:",      "jpeg:", "oiio:", "openexr:",
         "png:", "pnm:", "targa:", "thumbnail", "tiff:", "webp:"};
@@ -99,15 +115,16 @@ bool DescribesTheFile(const OIIO::ParamValue& attribute, const ImageOutput& outp
         return !IsOpenExr(output);
     }
     if (name == "ICCProfile") {
-        return !IsRgbProfile(attribute);
+        return !IsProfileFor(form, attribute);
     }
     return std::ranges::find(kNames, name) != kNames.end() ||
            std::ranges::any_of(kPrefixes, [name](auto prefix) { return name.starts_with(prefix); });
 }
 
-void CopyMetadata(const ImageSpec& origin, const ImageOutput& output, ImageSpec& layout) {
+void CopyMetadata(const ImageSpec& origin, const PictureForm& form, const ImageOutput& output,
+                  ImageSpec& layout) {
     for (const OIIO::ParamValue& attribute : origin.extra_attribs) {
-        if (!DescribesTheFile(attribute, output)) {
+        if (!DescribesTheFile(attribute, form, output)) {
             layout.extra_attribs.push_back(attribute);
         }
     }
@@ -121,11 +138,42 @@ void CopyMetadata(const ImageSpec& origin, const ImageOutput& output, ImageSpec&
     }
 }
 
-ImageSpec FileSpec(const World& world, const ImageSpec& origin, const ImageOutput& output) {
-    const int channels = output.supports("alpha") ? 4 : 3;
+/// How the picture's own file held it, as far as that goes for a file of the same format.
+void CopyStorage(const ImageSpec& origin, const PictureForm& form, const ImageOutput& output,
+                 ImageSpec& layout) {
+    if (form.format != output.format_name()) {
+        return;
+    }
+    const int bits = origin.get_int_attribute("oiio:BitsPerSample");
+    constexpr int kMost = 16;
+    if (layout.format == TypeDesc::UINT16 && bits > 8 && bits < kMost) {
+        layout.attribute("oiio:BitsPerSample", bits);
+    }
+    if (output.supports("tiles") && origin.tile_width > 0 && origin.tile_depth <= 1) {
+        layout.tile_width = origin.tile_width;
+        layout.tile_height = origin.tile_height;
+        layout.tile_depth = 1;
+    }
+    for (const char* name : {"openexr:dwaCompressionLevel", "openexr:lineOrder"}) {
+        if (const OIIO::ParamValue* value = origin.find_attribute(name)) {
+            layout.extra_attribs.push_back(*value);
+        }
+    }
+    static constexpr std::array<std::string_view, 4> kCompressionsOfTiff{"none", "lzw", "zip",
+                                                                         "packbits"};
+    const std::string compression = origin.get_string_attribute("compression");
+    if (std::ranges::find(kCompressionsOfTiff, compression) != kCompressionsOfTiff.end()) {
+        layout.attribute("compression", compression);
+    }
+}
+
+ImageSpec FileSpec(const World& world, const ImageSpec& origin, const PictureForm& form,
+                   const ImageOutput& output) {
+    const int channels = (form.isGrey ? 1 : 3) + (form.hasAlpha ? 1 : 0);
     ImageSpec layout(world.width(), world.height(), channels,
                      FileType(world.depth(), origin, output));
-    CopyMetadata(origin, output, layout);
+    CopyMetadata(origin, form, output, layout);
+    CopyStorage(origin, form, output, layout);
     // In cells most rows repeat the one above. With that filter, and at this level, a file is as
     // small as at the library's own level of 6 and takes less than half of the time.
     constexpr int kFilterUp = 0x20;
@@ -134,31 +182,51 @@ ImageSpec FileSpec(const World& world, const ImageSpec& origin, const ImageOutpu
     layout.attribute("png:compressionLevel", kLevel);
     // Cells have hard borders, which a file with colour at half the resolution would smear.
     layout.attribute("jpeg:subsampling", "4:4:4");
-    if (channels == 4 && StoresStraightAlpha(output)) {
+    if (form.hasAlpha && StoresStraightAlpha(output)) {
         layout.attribute("oiio:UnassociatedAlpha", 1);
     }
     return layout;
 }
 
-/// Writes the picture in strips, so that it isn't in memory twice. `fill` makes a row of the file
-/// from the row of the given number.
+/// Moves the channels that `form` has of a row's RGBA pixels to the front of each.
+template <typename Channel>
+void Arrange(Channel* row, std::ptrdiff_t width, const PictureForm& form) {
+    if (form.isGrey && form.hasAlpha) {
+        for (Channel* pixel = row; pixel != row + width * 4; pixel += 4) {
+            pixel[1] = pixel[3];
+        }
+    }
+}
+
+/// Writes the picture in strips, so that it isn't in memory twice. `fill` makes a row of RGBA from
+/// the row of the given number.
 template <typename Channel, typename Fill>
-bool WriteStrips(ImageOutput& output, const World& world, Fill fill) {
-    constexpr A_long kStripRows = 256; // a whole number of the blocks that formats compress
+bool WriteStrips(ImageOutput& output, const World& world, const PictureForm& form, Fill fill) {
+    constexpr A_long kEnoughRows = 256; // a whole number of the blocks that formats compress
     constexpr TypeDesc kType{OIIO::BaseTypeFromC<Channel>::value};
+    constexpr OIIO::stride_t kPixelBytes = 4 * sizeof(Channel); // leaves out what a file lacks
+    const ImageSpec& layout = output.spec();
+    const A_long tileHeight = layout.tile_height;
+    const A_long stripRows =
+        tileHeight > 0 ? (kEnoughRows + tileHeight - 1) / tileHeight * tileHeight : kEnoughRows;
     const auto rowChannels = static_cast<std::size_t>(world.width()) * 4;
     const auto strip = std::make_unique_for_overwrite<Channel[]>(
-        rowChannels * static_cast<std::size_t>(std::min(kStripRows, world.height())));
-    const int top = output.spec().y;
-    for (A_long first = 0; first < world.height(); first += kStripRows) {
-        const A_long end = std::min(first + kStripRows, world.height());
+        rowChannels * static_cast<std::size_t>(std::min(stripRows, world.height())));
+    for (A_long first = 0; first < world.height(); first += stripRows) {
+        const A_long end = std::min(first + stripRows, world.height());
         Channel* row = strip.get();
         for (A_long y = first; y < end; ++y, row += rowChannels) {
             fill(y, row);
+            Arrange(row, world.width(), form);
         }
-        // The stride lets a file of three channels leave the fourth out.
-        if (!output.write_scanlines(top + first, top + end, 0, kType, strip.get(),
-                                    4 * sizeof(Channel))) {
+        const bool isWritten =
+            tileHeight > 0
+                ? output.write_tiles(layout.x, layout.x + layout.width, layout.y + first,
+                                     layout.y + end, 0, 1, kType, strip.get(), kPixelBytes,
+                                     static_cast<OIIO::stride_t>(rowChannels * sizeof(Channel)))
+                : output.write_scanlines(layout.y + first, layout.y + end, 0, kType, strip.get(),
+                                         kPixelBytes);
+        if (!isWritten) {
             return false;
         }
     }
@@ -166,16 +234,17 @@ bool WriteStrips(ImageOutput& output, const World& world, Fill fill) {
 }
 
 template <typename Pixel>
-bool WriteStraight(ImageOutput& output, const World& world) {
+bool WriteStraight(ImageOutput& output, const World& world, const PictureForm& form) {
     using Channel = LayerChannel<Pixel>; // as many bits in the file
-    return WriteStrips<Channel>(
-        output, world, [&world](A_long y, Channel* row) { WriteRow(world.row<Pixel>(y), row); });
+    return WriteStrips<Channel>(output, world, form, [&world](A_long y, Channel* row) {
+        WriteRow(world.row<Pixel>(y), row);
+    });
 }
 
 /// Premultiplied, which is also the picture over black. In floats, so that it is rounded only once.
 template <typename Pixel>
-bool WritePremultiplied(ImageOutput& output, const World& world) {
-    return WriteStrips<float>(output, world, [&world](A_long y, float* row) {
+bool WritePremultiplied(ImageOutput& output, const World& world, const PictureForm& form) {
+    return WriteStrips<float>(output, world, form, [&world](A_long y, float* row) {
         WriteRow(world.row<Pixel>(y), row);
         const float* end = row + std::ptrdiff_t{world.width()} * 4;
         for (float* pixel = row; pixel != end; pixel += 4) {
@@ -186,11 +255,11 @@ bool WritePremultiplied(ImageOutput& output, const World& world) {
     });
 }
 
-bool WriteWorld(ImageOutput& output, const World& world) {
-    const bool straight = output.supports("alpha") && StoresStraightAlpha(output);
+bool WriteWorld(ImageOutput& output, const World& world, const PictureForm& form) {
+    const bool straight = form.hasAlpha && StoresStraightAlpha(output);
     return withPixelType(world.depth(), [&]<typename Pixel>(std::type_identity<Pixel>) {
-        return straight ? WriteStraight<Pixel>(output, world)
-                        : WritePremultiplied<Pixel>(output, world);
+        return straight ? WriteStraight<Pixel>(output, world, form)
+                        : WritePremultiplied<Pixel>(output, world, form);
     });
 }
 
@@ -209,12 +278,14 @@ PictureWriter::PictureWriter(std::filesystem::path target) : mTarget(std::move(t
     }
 }
 
-void PictureWriter::write(const World& world, const ImageSpec& origin) const {
+void PictureWriter::write(const World& world, const ImageSpec& origin,
+                          const PictureForm& form) const {
     // In memory first: few of the formats' writers notice a full disk, and some end the process.
     MemoryFile encoded;
     const std::unique_ptr<ImageOutput> output = CreateOutput(mTarget);
-    if (!output->open(encoded.path().string(), FileSpec(world, origin, *output)) ||
-        !WriteWorld(*output, world) || !output->close()) {
+    const PictureForm fileForm = FileForm(form, *output);
+    if (!output->open(encoded.path().string(), FileSpec(world, origin, fileForm, *output)) ||
+        !WriteWorld(*output, world, fileForm) || !output->close()) {
         Fail(mTarget, output->geterror());
     }
     const std::span<const std::byte> content = encoded.content();

@@ -17,11 +17,14 @@ public:
     explicit PictureWriter(std::filesystem::path target);
 
     /**
-     * Writes `world` with the metadata of `origin` that still holds, as RGBA; as RGB over black
-     * where the format has no alpha. The file's depth is that of the world, half or 16 bits where
-     * the world has floats and `origin` those, or the nearest that the format has. Throws Error where it fails.
+     * Writes `world` with the metadata of `origin` that still holds: grey or RGB, with alpha or
+     * without, as `form` says; over black if the format has no alpha, as RGB if it has no grey. The
+     * file's depth is that of the world, half or 16 bits if the world has floats and `origin`
+     * those, or the nearest that the format has. Bits within it, tiles and compression are the
+     * origin's if that is of the same format. Throws Error if it fails.
      */
-    void write(const World& world, const OIIO::ImageSpec& origin) const;
+    void write(const World& world, const OIIO::ImageSpec& origin,
+               const PictureForm& form = {}) const;
 
 private:
     std::filesystem::path mTarget;

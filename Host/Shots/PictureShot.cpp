@@ -27,7 +27,9 @@ bool PictureSink::has(const ShotFrame& frame) const {
 }
 
 std::unique_ptr<PackedFrame> PictureSink::pack(const ShotFrame& frame, const Picture& picture) {
-    PictureWriter(frame.output).write(picture.world, picture.origin);
+    PictureForm form = picture.form;
+    form.hasAlpha = form.hasAlpha || mCanLeaveHoles;
+    PictureWriter(frame.output).write(picture.world, picture.origin, form);
     return nullptr;
 }
 

@@ -27,8 +27,9 @@ private:
 /** Writes each frame to a file of its own, whole or not at all. */
 class PictureSink : public FrameSink {
 public:
-    /// Whether to keep the outputs that are there and whole.
-    explicit PictureSink(bool resume) : mResume(resume) {}
+    /// `resume`: keep the outputs that are there and whole. Frames that can have holes are written
+    /// with alpha.
+    PictureSink(bool resume, bool canLeaveHoles) : mResume(resume), mCanLeaveHoles(canLeaveHoles) {}
 
     bool has(const ShotFrame& frame) const override;
     std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, const Picture& picture) override;
@@ -36,6 +37,7 @@ public:
 
 private:
     bool mResume;
+    bool mCanLeaveHoles;
 };
 
 } // namespace Kerovane::Host

@@ -93,6 +93,7 @@ void Read(FrameJob& job, const ShotSetting& setting) {
     const World& world = job.picture.emplace(job.source->read(setting.depth)).world;
     job.report.width = world.width();
     job.report.height = world.height();
+    job.report.losses = job.picture->losses;
 }
 
 void Render(FrameJob& job, const ShotDrawing& drawing) {
@@ -257,7 +258,7 @@ void RenderShot(const std::vector<ShotFrame>& frames, const ShotSetting& setting
                 const ShotDrawing& drawing, const FrameEnded& ended,
                 const std::atomic<bool>& stop) {
     PictureSource source(frames);
-    PictureSink sink(setting.resume);
+    PictureSink sink(setting.resume, setting.canLeaveHoles);
     ShotSetting bounded = setting;
     bounded.framesInFlight = std::min(setting.framesInFlight, frames.size());
     RenderFrames(source, sink, bounded, drawing, ended, stop);

@@ -35,12 +35,14 @@ struct FrameReport {
     A_long width = 0; ///< pixels; 0 where the input can't be read
     A_long height = 0;
     std::size_t nonFinitePixels = 0; ///< of the input, whose NaN and infinities counted as 0
+    std::vector<std::string> losses; ///< what of the input isn't in the output, a line each
 };
 
 struct ShotSetting {
     std::size_t framesInFlight = 1; ///< each on a thread of its own
     std::optional<Depth> depth;     ///< else that of each file
     bool resume = false;            ///< keep the outputs that are there and whole
+    bool canLeaveHoles = true;      ///< at any frame of the shot
 };
 
 /// What the frames are drawn with.

@@ -54,7 +54,9 @@ Picture MovieSourceFrame::read(std::optional<Depth> wanted) {
                                           .den = static_cast<A_u_long>(form.pixelAspect.den)};
         origin.attribute("PixelAspectRatio", static_cast<float>(av_q2d(form.pixelAspect)));
     }
-    return {.world = std::move(world), .origin = std::move(origin)};
+    return {.world = std::move(world),
+            .origin = std::move(origin),
+            .form = {.hasAlpha = form.hasAlpha}};
 }
 
 MovieSource::MovieSource(MovieReader& reader, std::filesystem::path name,

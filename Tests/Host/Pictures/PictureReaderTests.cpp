@@ -114,8 +114,50 @@ TEST_F(PictureReader, FindsColourAmongOtherChannels) {
     RawPicture layers = RawPicture::of({9, 0.1F, 0.5F, 0.3F, 0.2F}, TypeDesc::FLOAT, 2);
     layers.spec.channelnames = {"Z", "B", "A", "G", "R"};
     layers.write(mFolder / "layers.exr");
-    EXPECT_EQ(Argb(ReadPicture(mFolder / "layers.exr").world, 0, 0),
-              (std::vector<float>{0.5F, 0.4F, 0.6F, 0.2F}));
+    const Picture picture = ReadPicture(mFolder / "layers.exr");
+    EXPECT_EQ(Argb(picture.world, 0, 0), (std::vector<float>{0.5F, 0.4F, 0.6F, 0.2F}));
+    EXPECT_EQ(picture.losses,
+              std::vector<std::string>{"channels that hold no colour are left out: Z"});
+}
+
+TEST_F(PictureReader, TakesTheDisplayWindowForTheFrame) {
+    struct Row {
+        std::vector<float> pixel; ///< of a data window of 4 x 4
+        int x;
+        int y;
+        std::size_t losses;
+        std::vector<float> around; ///< alpha, red, green, blue
+    };
+    const Row rows[] = {{{1, 0.5F, 0.25F, 1}, 102, 51, 0, {0, 0, 0, 0}},
+                        {{1, 0.5F, 0.25F}, 102, 51, 0, {1, 0, 0, 0}},
+                        {{1, 0.5F, 0.25F, 1}, 98, 49, 1, {0, 0, 0, 0}},
+                        {{1, 0.5F, 0.25F}, 300, 0, 1, {1, 0, 0, 0}}};
+    for (const auto& [pixel, x, y, losses, around] : rows) {
+        RawPicture picture =
+            RawPicture::of(pixel, TypeDesc::HALF, pixel.size() == 4 ? 3 : -1, 4, 4);
+        picture.spec.x = x;
+        picture.spec.y = y;
+        picture.spec.full_x = 100;
+        picture.spec.full_y = 50;
+        picture.spec.full_width = 8;
+        picture.spec.full_height = 6;
+        picture.write(mFolder / "windows.exr");
+        const Picture read = ReadPicture(mFolder / "windows.exr");
+        ASSERT_EQ(read.world.width(), 8);
+        ASSERT_EQ(read.world.height(), 6);
+        EXPECT_EQ(read.losses.size(), losses) << x;
+        EXPECT_EQ(read.origin.x, 100);
+        EXPECT_EQ(read.origin.width, 8);
+        for (int row = 0; row < 6; ++row) {
+            for (int column = 0; column < 8; ++column) {
+                const bool isInside =
+                    column + 100 >= x && column + 100 < x + 4 && row + 50 >= y && row + 50 < y + 4;
+                EXPECT_EQ(Argb(read.world, column, row),
+                          isInside ? (std::vector<float>{1, 1, 0.5F, 0.25F}) : around)
+                    << x << ", " << column << ", " << row;
+            }
+        }
+    }
 }
 
 TEST_F(PictureReader, TurnsPicturesUpright) {

@@ -88,6 +88,39 @@ TEST_F(PictureWriterTest, KeepsDepthAndAlphaAsTheFormatAllows) {
     }
 }
 
+TEST_F(PictureWriterTest, WritesTheChannelsBitsAndTilesOfTheOrigin) {
+    struct Row {
+        const char* name;
+        PictureForm form;
+        int channels;
+    };
+    const Row rows[] = {
+        {"grey.png", {true, false, "png"}, 1},     {"greyalpha.png", {true, true, "png"}, 2},
+        {"rgb.png", {false, false, "png"}, 3},     {"rgba.png", {false, true, "png"}, 4},
+        {"grey.exr", {true, false, "openexr"}, 1}, {"greyalpha.tif", {true, true, "tiff"}, 2},
+        {"grey.jpg", {true, true, "jpeg"}, 1},     {"rgb.tif", {false, false, "tiff"}, 3},
+        {"rgb.dpx", {false, false, "dpx"}, 3},     {"grey.webp", {true, false, "png"}, 3},
+    };
+    ImageSpec origin(16, 16, 4, TypeDesc::UINT16);
+    origin.attribute("oiio:BitsPerSample", 10);
+    origin.tile_width = origin.tile_height = 32;
+    const World grey = Filled<PF_PixelFloat>(Depth::Float32, {0.5F, 0.25F, 0.25F, 0.25F});
+    for (const auto& [name, form, channels] : rows) {
+        PictureWriter(mFolder / name).write(grey, origin, form);
+        const RawPicture file = RawPicture::read(mFolder / name);
+        ASSERT_EQ(file.spec.nchannels, channels) << name;
+        const bool isStraight = form.hasAlpha && form.format != "jpeg" && form.format != "openexr";
+        EXPECT_NEAR(file.firstPixel()[0], isStraight ? 0.25F : 0.125F, 0.005) << name;
+        if (channels % 2 == 0) {
+            EXPECT_NEAR(file.firstPixel().back(), 0.5F, 0.001) << name;
+        }
+        const bool isTiff = form.format == "tiff";
+        const bool hasTenBits = isTiff || form.format == "dpx";
+        EXPECT_EQ(file.spec.get_int_attribute("oiio:BitsPerSample") == 10, hasTenBits) << name;
+        EXPECT_EQ(file.spec.tile_width, isTiff || form.format == "openexr" ? 32 : 0) << name;
+    }
+}
+
 TEST_F(PictureWriterTest, BringsEvery16BitLayerValueBack) {
     World world(Depth::Bits16, 256, 129);
     for (A_long value = 0; value <= 32768; ++value) {

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "Host/Session/World.h"
+
+#include <OpenImageIO/imageio.h>
+
+namespace Kerovane::Host {
+
+/// Whether the picture's pixels, its data window, are those of its frame, the display window.
+bool FillsItsFrame(const OIIO::ImageSpec& layout);
+
+/// Whether there are pixels outside of the frame.
+bool ReachesBeyondItsFrame(const OIIO::ImageSpec& layout);
+
+/// The frame of which `world` has the data window; what that lacks is transparent, or black if the
+/// picture is opaque. Throws Error if the frame is larger than worlds can be.
+World FrameOf(const World& world, const OIIO::ImageSpec& layout, bool isOpaque);
+
+/// Has `layout` describe the frame.
+void TakeFrame(OIIO::ImageSpec& layout);
+
+} // namespace Kerovane::Host
