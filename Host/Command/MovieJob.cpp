@@ -9,8 +9,8 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
-#include <ranges>
 
 namespace Kerovane::Host {
 
@@ -216,7 +216,8 @@ std::vector<std::string> MovieJob::finish(bool isInterrupted) {
         }
         mWriter->finish(std::move(others), endsEarly);
     }
-    std::ranges::copy(mWriter->notes() | std::views::drop(told), std::back_inserter(lines));
+    std::copy(mWriter->notes().begin() + static_cast<std::ptrdiff_t>(told), mWriter->notes().end(),
+              std::back_inserter(lines));
     return lines;
 }
 
