@@ -89,6 +89,22 @@ TEST_F(Movies, ShowThePicturesThatWentIn) {
     }
 }
 
+TEST_F(Movies, KeepTheirColoursInEachMatrixAndRange) {
+    for (const std::string matrix : {"bt709", "smpte170m", "bt2020nc"}) {
+        for (const std::string range : {"tv", "pc"}) {
+            ffmpeg("-f lavfi -i \"testsrc2=size=96x64:rate=25:duration=0.4,gblur=sigma=4,"
+                   "scale=out_color_matrix=" +
+                   (matrix == "smpte170m"  ? "bt601"
+                    : matrix == "bt2020nc" ? "bt2020"
+                                           : matrix) +
+                   ":out_range=" + range + ",format=yuv420p\" -c:v ffv1 -colorspace " + matrix +
+                   " -color_range " + range + " in.mkv");
+            copy("in.mkv", "out.mkv", {.quality = 100});
+            EXPECT_GT(likeness("in.mkv", "out.mkv", "gbrp"), 40) << matrix << ' ' << range;
+        }
+    }
+}
+
 TEST_F(Movies, StandUpright) {
     ffmpeg(kPictures + "-c:v libx264 -frames:v 5 flat.mp4");
     for (const char* angle : {"90", "180", "270"}) {
@@ -201,7 +217,8 @@ TEST_F(Movies, RefuseWhatCantBeWritten) {
         {"no/out.mp4", {}, "cannot write"},
     };
     for (const auto& [to, settings, reason] : refusals) {
-        const std::string error = ErrorOf([&] { copy("in.mp4", to, settings); });
+        const std::string error =
+            ErrorOf([&, &to = to, &settings = settings] { copy("in.mp4", to, settings); });
         EXPECT_NE(error.find(reason), std::string::npos) << to << ": " << error;
     }
     EXPECT_EQ(mFolder.files(), std::vector<std::string>{"in.mp4"});
