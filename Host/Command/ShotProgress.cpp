@@ -21,8 +21,10 @@ std::string Clock(double seconds) {
 
 std::string Line(const ShotFrame& frame, const FrameReport& report, const ShotTally& tally) {
     const bool kept = report.ending == FrameEnding::Kept;
-    return fmt::format("frame {} {} ({} of {}, {:.2f} a second)", frame.number,
-                       kept ? "kept" : "rendered", tally.ended(), tally.frames(), tally.rate());
+    const std::string whole = // a movie in a pipe may not say how long it is
+        tally.frames() > 0 ? fmt::format(" of {}", tally.frames()) : std::string();
+    return fmt::format("frame {} {} ({}{}, {:.2f} a second)", frame.number,
+                       kept ? "kept" : "rendered", tally.ended(), whole, tally.rate());
 }
 
 std::string Times(const StageSeconds& seconds) {

@@ -205,7 +205,7 @@ std::optional<MovieFrame> MovieReader::accept(AvFrame frame) {
                   1, std::llround(1 / (av_q2d(mForm.frameRate) * av_q2d(mForm.timeBase))));
     if (!mUnpacker->takes(*frame)) {
         mEndedEarly = fmt::format("the pictures change to {} x {} pixels at {:.3f} s", frame->width,
-                                  frame->height, seconds(movieFrame.time));
+                                  frame->height, seconds(std::max(movieFrame.time, mEnd)));
         mHasEnded = true;
         return std::nullopt;
     }
