@@ -136,6 +136,9 @@ void MakeSheet(const SheetOptions& options, CommandContext& context) {
     for (const std::string& loss : picture.losses) {
         context.streams().complain(loss);
     }
+    if (!picture.others.isEmpty()) {
+        context.streams().complain(LossOf(picture.others));
+    }
     if (nonFinitePixels > 0) {
         context.streams().complain(NonFiniteText(nonFinitePixels));
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Host/Pictures/OtherChannels.h"
 #include "Host/Session/World.h"
 
 #include <OpenImageIO/imageio.h>
@@ -21,6 +22,7 @@ struct Picture {
     World world;
     OIIO::ImageSpec origin; ///< as the file declared it; the world may differ from it in depth
     PictureForm form{};
+    OtherChannels others{};
     std::vector<std::string> losses{}; ///< what of the file isn't here, a line each
 };
 

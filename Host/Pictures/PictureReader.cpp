@@ -40,6 +40,40 @@ std::size_t MostMegabytes() {
     return library > 0 ? std::min(library, machine) : machine;
 }
 
+/// -1 where there is none. Not every reader of a format names a channel that the picture has.
+int AlphaOf(const ImageSpec& layout) {
+    return layout.alpha_channel < layout.nchannels ? layout.alpha_channel
+                                                   : layout.channelindex("A");
+}
+
+/// The colour channels by name, else the first three; a single one is grey.
+ChannelPlaces PlacesOf(const ImageSpec& layout) {
+    const int alpha = AlphaOf(layout);
+    const int red = layout.channelindex("R");
+    const int green = layout.channelindex("G");
+    const int blue = layout.channelindex("B");
+    if (red >= 0 && green >= 0 && blue >= 0) {
+        return {.red = red, .green = green, .blue = blue, .alpha = alpha};
+    }
+    const bool colour = layout.nchannels - (alpha >= 0 ? 1 : 0) >= 3;
+    const int first = alpha == 0 && layout.nchannels > 1 ? 1 : 0;
+    return {.red = first,
+            .green = first + (colour ? 1 : 0),
+            .blue = first + (colour ? 2 : 0),
+            .alpha = alpha};
+}
+
+OtherChannels OtherChannelsOf(const ImageSpec& layout) {
+    const ChannelPlaces places = PlacesOf(layout);
+    std::vector<bool> isColour(static_cast<std::size_t>(layout.nchannels));
+    for (const int place : {places.red, places.green, places.blue, places.alpha}) {
+        if (place >= 0) {
+            isColour[static_cast<std::size_t>(place)] = true;
+        }
+    }
+    return {layout, isColour};
+}
+
 /// Reads one file; its errors name it.
 class PictureFile {
 public:
@@ -79,6 +113,19 @@ public:
             fail(mInput->geterror());
         }
         return pixels;
+    }
+
+    /// Those that hold no colour. Only OpenEXR gives channels names by which they are known again.
+    OtherChannels otherChannels() {
+        OtherChannels others = OtherChannelsOf(layout());
+        bool isRead = true;
+        if (!others.isEmpty() && hasWindows()) {
+            attempt([&] { isRead = others.read(*mInput); });
+        }
+        if (!isRead) {
+            fail(mInput->geterror());
+        }
+        return others;
     }
 
     [[noreturn]] void fail(const std::string& reason) const {
@@ -174,51 +221,11 @@ Depth DepthOfFile(const ImageSpec& layout) {
     return layout.format == TypeDesc::UINT8 ? Depth::Bits8 : Depth::Float32;
 }
 
-/// -1 where there is none. Not every reader of a format names a channel that the picture has.
-int AlphaOf(const ImageSpec& layout) {
-    return layout.alpha_channel < layout.nchannels ? layout.alpha_channel
-                                                   : layout.channelindex("A");
-}
-
-/// The colour channels by name, else the first three; a single one is grey.
-ChannelPlaces PlacesOf(const ImageSpec& layout) {
-    const int alpha = AlphaOf(layout);
-    const int red = layout.channelindex("R");
-    const int green = layout.channelindex("G");
-    const int blue = layout.channelindex("B");
-    if (red >= 0 && green >= 0 && blue >= 0) {
-        return {.red = red, .green = green, .blue = blue, .alpha = alpha};
-    }
-    const bool colour = layout.nchannels - (alpha >= 0 ? 1 : 0) >= 3;
-    const int first = alpha == 0 && layout.nchannels > 1 ? 1 : 0;
-    return {.red = first,
-            .green = first + (colour ? 1 : 0),
-            .blue = first + (colour ? 2 : 0),
-            .alpha = alpha};
-}
-
 PictureForm FormOf(const PictureFile& file) {
     const ChannelPlaces places = PlacesOf(file.layout());
     return {.isGrey = places.red == places.green,
             .hasAlpha = places.alpha >= 0,
             .format = file.format()};
-}
-
-/// The names of those that the layer has no place for; the first few of many.
-std::string OtherChannelsOf(const ImageSpec& layout) {
-    constexpr std::size_t kMost = 8;
-    const ChannelPlaces places = PlacesOf(layout);
-    std::vector<std::string> names;
-    for (int channel = 0; channel < layout.nchannels; ++channel) {
-        if (channel != places.red && channel != places.green && channel != places.blue &&
-            channel != places.alpha) {
-            names.push_back(layout.channel_name(channel));
-        }
-    }
-    const std::size_t shown = std::min(names.size(), kMost);
-    const std::string text = fmt::format(
-        "{}", fmt::join(names.begin(), names.begin() + static_cast<std::ptrdiff_t>(shown), ", "));
-    return names.size() > shown ? fmt::format("{} and {} more", text, names.size() - shown) : text;
 }
 
 bool IsPremultiplied(const PictureFile& file) {
@@ -346,6 +353,7 @@ Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> dept
     Picture picture{.world = ReadWorld(input, depth.value_or(DepthOfFile(layout)), layout),
                     .origin = {},
                     .form = FormOf(input),
+                    .others = input.otherChannels(),
                     .losses = {}};
     if (input.hasWindows() && !FillsItsFrame(layout)) {
         if (ReachesBeyondItsFrame(layout)) {
@@ -354,10 +362,8 @@ Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> dept
         picture.world = FrameOf(picture.world, layout, !picture.form.hasAlpha);
         TakeFrame(layout);
     }
-    if (const std::string others = OtherChannelsOf(layout); !others.empty()) {
-        picture.losses.push_back("channels that hold no colour are left out: " + others);
-    }
     picture.world.layer().pix_aspect_ratio = PixelAspectRatio(layout);
+    layout.format = layout.channelformat(PlacesOf(layout).red); // channels can differ
     picture.origin = std::move(layout);
     return picture;
 }

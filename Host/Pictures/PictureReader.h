@@ -8,11 +8,12 @@
 namespace Kerovane::Host {
 
 /**
- * Reads the first picture of a file: grey or RGB, with or without alpha; other channels are left
- * out, and named among its losses. The layer is the display window, where a file has one: what its
- * data window lacks of that is transparent, or black if the file has no alpha, and what lies
- * outside is left out. Layers have straight alpha, so premultiplied colour is divided by it. Colour
- * values are not managed. A picture that is stored turned or mirrored comes upright.
+ * Reads the first picture of a file: grey or RGB, with or without alpha; other channels are kept
+ * as they are if the file is an OpenEXR, else only named. The layer is the display window, where a
+ * file has one: what its data window lacks of that is transparent, or black if the file has no
+ * alpha, and what lies outside is left out. Layers have straight alpha, so premultiplied colour is
+ * divided by it. Colour values are not managed. A picture that is stored turned or mirrored comes
+ * upright.
  *
  * `depth`, where it is not given, follows the file: 8 bits for 8-bit files and below, 32 for
  * everything else, as layers of 16 bits have half of the levels of 16-bit files. Throws Error where

@@ -11,11 +11,13 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstring>
 #include <memory>
 #include <string_view>
 #include <system_error>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -198,34 +200,39 @@ void Arrange(Channel* row, std::ptrdiff_t width, const PictureForm& form) {
     }
 }
 
-/// Writes the picture in strips, so that it isn't in memory twice. `fill` makes a row of RGBA from
-/// the row of the given number.
-template <typename Channel, typename Fill>
-bool WriteStrips(ImageOutput& output, const World& world, const PictureForm& form, Fill fill) {
+/// How rows are given to a writer.
+struct RowForm {
+    TypeDesc type; ///< of the channels; unknown: as the file has them
+    std::size_t pixelBytes = 0;
+};
+
+/// Writes the picture in strips, so that it isn't in memory twice. `fill` makes the row of the
+/// given number.
+template <typename Fill>
+bool WriteStrips(ImageOutput& output, const World& world, RowForm rows, Fill fill) {
     constexpr A_long kEnoughRows = 256; // a whole number of the blocks that formats compress
-    constexpr TypeDesc kType{OIIO::BaseTypeFromC<Channel>::value};
-    constexpr OIIO::stride_t kPixelBytes = 4 * sizeof(Channel); // leaves out what a file lacks
     const ImageSpec& layout = output.spec();
     const A_long tileHeight = layout.tile_height;
     const A_long stripRows =
         tileHeight > 0 ? (kEnoughRows + tileHeight - 1) / tileHeight * tileHeight : kEnoughRows;
-    const auto rowChannels = static_cast<std::size_t>(world.width()) * 4;
-    const auto strip = std::make_unique_for_overwrite<Channel[]>(
-        rowChannels * static_cast<std::size_t>(std::min(stripRows, world.height())));
+    const std::size_t rowBytes = static_cast<std::size_t>(world.width()) * rows.pixelBytes;
+    const auto strip = std::make_unique_for_overwrite<std::byte[]>(
+        rowBytes * static_cast<std::size_t>(std::min(stripRows, world.height())));
+    const auto pixelStride = static_cast<OIIO::stride_t>(rows.pixelBytes);
+    const auto rowStride = static_cast<OIIO::stride_t>(rowBytes);
     for (A_long first = 0; first < world.height(); first += stripRows) {
         const A_long end = std::min(first + stripRows, world.height());
-        Channel* row = strip.get();
-        for (A_long y = first; y < end; ++y, row += rowChannels) {
+        std::byte* row = strip.get();
+        for (A_long y = first; y < end; ++y, row += rowBytes) {
             fill(y, row);
-            Arrange(row, world.width(), form);
         }
+        const int top = layout.y + first;
+        const int bottom = layout.y + end;
         const bool isWritten =
-            tileHeight > 0
-                ? output.write_tiles(layout.x, layout.x + layout.width, layout.y + first,
-                                     layout.y + end, 0, 1, kType, strip.get(), kPixelBytes,
-                                     static_cast<OIIO::stride_t>(rowChannels * sizeof(Channel)))
-                : output.write_scanlines(layout.y + first, layout.y + end, 0, kType, strip.get(),
-                                         kPixelBytes);
+            tileHeight > 0 ? output.write_tiles(layout.x, layout.x + layout.width, top, bottom, 0,
+                                                1, rows.type, strip.get(), pixelStride, rowStride)
+                           : output.write_scanlines(top, bottom, 0, rows.type, strip.get(),
+                                                    pixelStride, rowStride);
         if (!isWritten) {
             return false;
         }
@@ -233,33 +240,69 @@ bool WriteStrips(ImageOutput& output, const World& world, const PictureForm& for
     return true;
 }
 
+/// Fills rows of which a file takes the first channels of each pixel, as `form` has them.
 template <typename Pixel>
 bool WriteStraight(ImageOutput& output, const World& world, const PictureForm& form) {
     using Channel = LayerChannel<Pixel>; // as many bits in the file
-    return WriteStrips<Channel>(output, world, form, [&world](A_long y, Channel* row) {
+    constexpr TypeDesc kType{OIIO::BaseTypeFromC<Channel>::value};
+    return WriteStrips(output, world, {kType, 4 * sizeof(Channel)}, [&](A_long y, std::byte* to) {
+        auto* const row = reinterpret_cast<Channel*>(to);
         WriteRow(world.row<Pixel>(y), row);
+        Arrange(row, world.width(), form);
     });
 }
 
 /// Premultiplied, which is also the picture over black. In floats, so that it is rounded only once.
 template <typename Pixel>
+void FillPremultiplied(std::span<const Pixel> pixels, const PictureForm& form, float* row) {
+    WriteRow(pixels, row);
+    const float* end = row + pixels.size() * 4;
+    for (float* pixel = row; pixel != end; pixel += 4) {
+        for (int channel = 0; channel < 3; ++channel) {
+            pixel[channel] *= pixel[3];
+        }
+    }
+    Arrange(row, static_cast<std::ptrdiff_t>(pixels.size()), form);
+}
+
+template <typename Pixel>
 bool WritePremultiplied(ImageOutput& output, const World& world, const PictureForm& form) {
-    return WriteStrips<float>(output, world, form, [&world](A_long y, float* row) {
-        WriteRow(world.row<Pixel>(y), row);
-        const float* end = row + std::ptrdiff_t{world.width()} * 4;
-        for (float* pixel = row; pixel != end; pixel += 4) {
-            for (int channel = 0; channel < 3; ++channel) {
-                pixel[channel] *= pixel[3];
-            }
+    constexpr RowForm kRows{TypeDesc::FLOAT, 4 * sizeof(float)};
+    return WriteStrips(output, world, kRows, [&](A_long y, std::byte* row) {
+        FillPremultiplied(world.row<Pixel>(y), form, reinterpret_cast<float*>(row));
+    });
+}
+
+/// The colour converted to the file's type here, as the writer takes all channels as they are or
+/// none.
+template <typename Pixel>
+bool WriteWithOthers(ImageOutput& output, const World& world, const PictureForm& form,
+                     const OtherChannels& others) {
+    const ImageSpec& layout = output.spec();
+    const std::size_t channels = (form.isGrey ? 1 : 3) + (form.hasAlpha ? 1 : 0);
+    const std::size_t colourBytes = channels * layout.format.size();
+    const auto width = static_cast<std::size_t>(world.width());
+    std::vector<float> floats(width * 4);
+    const RowForm rows{TypeDesc::UNKNOWN, colourBytes + others.pixelBytes()};
+    return WriteStrips(output, world, rows, [&](A_long y, std::byte* pixel) {
+        FillPremultiplied(world.row<Pixel>(y), form, floats.data());
+        const std::byte* other = others.row(y);
+        for (std::size_t x = 0; x < width; ++x, pixel += rows.pixelBytes) {
+            OIIO::convert_pixel_values(TypeDesc::FLOAT, &floats[x * 4], layout.format, pixel,
+                                       static_cast<int>(channels));
+            std::memcpy(pixel + colourBytes, other, others.pixelBytes());
+            other += others.pixelBytes();
         }
     });
 }
 
-bool WriteWorld(ImageOutput& output, const World& world, const PictureForm& form) {
+bool WriteWorld(ImageOutput& output, const World& world, const PictureForm& form,
+                const OtherChannels* others) {
     const bool straight = form.hasAlpha && StoresStraightAlpha(output);
     return withPixelType(world.depth(), [&]<typename Pixel>(std::type_identity<Pixel>) {
-        return straight ? WriteStraight<Pixel>(output, world, form)
-                        : WritePremultiplied<Pixel>(output, world, form);
+        return others != nullptr ? WriteWithOthers<Pixel>(output, world, form, *others)
+               : straight        ? WriteStraight<Pixel>(output, world, form)
+                                 : WritePremultiplied<Pixel>(output, world, form);
     });
 }
 
@@ -278,14 +321,23 @@ PictureWriter::PictureWriter(std::filesystem::path target) : mTarget(std::move(t
     }
 }
 
-void PictureWriter::write(const World& world, const ImageSpec& origin,
-                          const PictureForm& form) const {
+bool PictureWriter::holds(const OtherChannels& channels) const {
+    return channels.isRead() && IsOpenExr(*CreateOutput(mTarget));
+}
+
+void PictureWriter::write(const World& world, const ImageSpec& origin, const PictureForm& form,
+                          const OtherChannels* others) const {
     // In memory first: few of the formats' writers notice a full disk, and some end the process.
     MemoryFile encoded;
     const std::unique_ptr<ImageOutput> output = CreateOutput(mTarget);
     const PictureForm fileForm = FileForm(form, *output);
-    if (!output->open(encoded.path().string(), FileSpec(world, origin, fileForm, *output)) ||
-        !WriteWorld(*output, world, fileForm) || !output->close()) {
+    ImageSpec layout = FileSpec(world, origin, fileForm, *output);
+    const bool hasOthers = others != nullptr && !others->isEmpty();
+    if (hasOthers) {
+        others->addTo(layout);
+    }
+    if (!output->open(encoded.path().string(), layout) ||
+        !WriteWorld(*output, world, fileForm, hasOthers ? others : nullptr) || !output->close()) {
         Fail(mTarget, output->geterror());
     }
     const std::span<const std::byte> content = encoded.content();

@@ -21,10 +21,14 @@ public:
      * without, as `form` says; over black if the format has no alpha, as RGB if it has no grey. The
      * file's depth is that of the world, half or 16 bits if the world has floats and `origin`
      * those, or the nearest that the format has. Bits within it, tiles and compression are the
-     * origin's if that is of the same format. Throws Error if it fails.
+     * origin's if that is of the same format. `others`, if given, are
+     * ones that it holds. Throws Error if it fails.
      */
-    void write(const World& world, const OIIO::ImageSpec& origin,
-               const PictureForm& form = {}) const;
+    void write(const World& world, const OIIO::ImageSpec& origin, const PictureForm& form = {},
+               const OtherChannels* others = nullptr) const;
+
+    /// Whether a file of the target's format can have those channels.
+    bool holds(const OtherChannels& channels) const;
 
 private:
     std::filesystem::path mTarget;

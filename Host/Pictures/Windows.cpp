@@ -9,19 +9,6 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// What two spans of pixels have in common.
-struct Overlap {
-    int begin;
-    int end;
-
-    Overlap(int start, int size, int otherStart, int otherSize)
-        : begin(std::max(start, otherStart)),
-          end(std::max(begin, std::min(start + size, otherStart + otherSize))) {}
-
-    std::size_t size() const { return static_cast<std::size_t>(end - begin); }
-    std::size_t from(int start) const { return static_cast<std::size_t>(begin - start); }
-};
-
 template <typename Pixel>
 void CopyWithinFrame(const World& data, const OIIO::ImageSpec& layout, World& frame) {
     const Overlap columns(layout.x, layout.width, layout.full_x, layout.full_width);

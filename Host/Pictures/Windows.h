@@ -4,7 +4,23 @@
 
 #include <OpenImageIO/imageio.h>
 
+#include <algorithm>
+#include <cstddef>
+
 namespace Kerovane::Host {
+
+/// What two spans of pixels have in common.
+struct Overlap {
+    int begin;
+    int end;
+
+    Overlap(int start, int size, int otherStart, int otherSize)
+        : begin(std::max(start, otherStart)),
+          end(std::max(begin, std::min(start + size, otherStart + otherSize))) {}
+
+    std::size_t size() const { return static_cast<std::size_t>(end - begin); }
+    std::size_t from(int start) const { return static_cast<std::size_t>(begin - start); }
+};
 
 /// Whether the picture's pixels, its data window, are those of its frame, the display window.
 bool FillsItsFrame(const OIIO::ImageSpec& layout);

@@ -38,9 +38,9 @@ public:
     /// Several frames are asked for at a time. Throws Error if this frame fails.
     virtual std::unique_ptr<PackedFrame> draw(SourceFrame&) { return nullptr; }
 
-    /// Does with a picture what can be done for several frames at a time. Throws Error if this
-    /// frame fails. The result may be null.
-    virtual std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, const Picture& picture) = 0;
+    /// Does with a picture what can be done for several frames at a time. Adds to
+    /// its losses what can't be put. Throws Error if this frame fails. The result may be null.
+    virtual std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, Picture& picture) = 0;
 
     /// Called for each frame that began, in their order; `packed` is null too if the frame failed.
     /// Throws Error if no further frame can be put.

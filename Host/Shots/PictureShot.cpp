@@ -26,10 +26,16 @@ bool PictureSink::has(const ShotFrame& frame) const {
     return mResume && HoldsPictureLike(frame.output, frame.input);
 }
 
-std::unique_ptr<PackedFrame> PictureSink::pack(const ShotFrame& frame, const Picture& picture) {
+std::unique_ptr<PackedFrame> PictureSink::pack(const ShotFrame& frame, Picture& picture) {
     PictureForm form = picture.form;
     form.hasAlpha = form.hasAlpha || mCanLeaveHoles;
-    PictureWriter(frame.output).write(picture.world, picture.origin, form);
+    const PictureWriter writer(frame.output);
+    const OtherChannels* others = &picture.others;
+    if (!others->isEmpty() && !writer.holds(*others)) {
+        picture.losses.push_back(LossOf(*others));
+        others = nullptr;
+    }
+    writer.write(picture.world, picture.origin, form, others);
     return nullptr;
 }
 

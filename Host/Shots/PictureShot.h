@@ -32,7 +32,7 @@ public:
     PictureSink(bool resume, bool canLeaveHoles) : mResume(resume), mCanLeaveHoles(canLeaveHoles) {}
 
     bool has(const ShotFrame& frame) const override;
-    std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, const Picture& picture) override;
+    std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, Picture& picture) override;
     void put(SourceFrame&, std::unique_ptr<PackedFrame>) override {}
 
 private:

@@ -93,7 +93,6 @@ void Read(FrameJob& job, const ShotSetting& setting) {
     const World& world = job.picture.emplace(job.source->read(setting.depth)).world;
     job.report.width = world.width();
     job.report.height = world.height();
-    job.report.losses = job.picture->losses;
 }
 
 void Render(FrameJob& job, const ShotDrawing& drawing) {
@@ -111,6 +110,7 @@ void Render(FrameJob& job, const ShotDrawing& drawing) {
 void Pack(FrameJob& job, FrameSink& sink) {
     const Stopwatch stopwatch(job.report.seconds.write);
     job.packed = sink.pack(job.source->shotFrame(), *job.picture);
+    job.report.losses = std::move(job.picture->losses);
     End(job, FrameEnding::Rendered);
 }
 

@@ -125,11 +125,14 @@ std::unique_ptr<PackedFrame> MovieSink::draw(SourceFrame& frame) {
                             : nullptr;
 }
 
-std::unique_ptr<PackedFrame> MovieSink::pack(const ShotFrame&, const Picture& picture) {
+std::unique_ptr<PackedFrame> MovieSink::pack(const ShotFrame&, Picture& picture) {
     const World& world = picture.world;
     if (world.width() != mWidth || world.height() != mHeight) {
         throw Error(fmt::format("has {} x {} pixels, the movie {} x {}", world.width(),
                                 world.height(), mWidth, mHeight));
+    }
+    if (!picture.others.isEmpty()) {
+        picture.losses.push_back(LossOf(picture.others));
     }
     return std::make_unique<PackedMovieFrame>(mWriter.pack(ViewOf(world)));
 }

@@ -94,7 +94,7 @@ public:
 
     bool has(const ShotFrame&) const override { return false; }
     std::unique_ptr<PackedFrame> draw(SourceFrame& frame) override;
-    std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, const Picture& picture) override;
+    std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, Picture& picture) override;
     void put(SourceFrame& frame, std::unique_ptr<PackedFrame> packed) override;
 
 private:

@@ -116,8 +116,7 @@ TEST_F(PictureReader, FindsColourAmongOtherChannels) {
     layers.write(mFolder / "layers.exr");
     const Picture picture = ReadPicture(mFolder / "layers.exr");
     EXPECT_EQ(Argb(picture.world, 0, 0), (std::vector<float>{0.5F, 0.4F, 0.6F, 0.2F}));
-    EXPECT_EQ(picture.losses,
-              std::vector<std::string>{"channels that hold no colour are left out: Z"});
+    EXPECT_EQ(picture.others.names(), "Z");
 }
 
 TEST_F(PictureReader, TakesTheDisplayWindowForTheFrame) {

@@ -121,6 +121,36 @@ TEST_F(PictureWriterTest, WritesTheChannelsBitsAndTilesOfTheOrigin) {
     }
 }
 
+TEST_F(PictureWriterTest, KeepsOtherChannelsAsTheyAre) {
+    for (const bool isTiled : {false, true}) {
+        RawPicture in =
+            RawPicture::of({0.5F, 0.25F, 1, 0.75F, 0.125F}, TypeDesc::HALF, -1, 20, 300);
+        for (std::size_t i = 0; i < in.values.size(); i += 5) {
+            in.values[i + 3] = static_cast<float>(i) * 0x1p-20F;
+        }
+        in.spec.channelnames = {"R", "G", "B", "Z", "id"};
+        in.spec.channelformats = {TypeDesc::HALF, TypeDesc::HALF, TypeDesc::HALF, TypeDesc::FLOAT,
+                                  TypeDesc::UINT};
+        in.spec.y = 10; // of a frame from 0 to 320
+        in.spec.full_height = 320;
+        in.spec.tile_width = in.spec.tile_height = isTiled ? 16 : 0;
+        in.write(mFolder / "in.exr");
+        const Picture picture = ReadPicture(mFolder / "in.exr");
+        const PictureWriter writer(mFolder / "out.exr");
+        ASSERT_TRUE(writer.holds(picture.others));
+        EXPECT_FALSE(PictureWriter(mFolder / "out.tif").holds(picture.others));
+        writer.write(picture.world, picture.origin, picture.form, &picture.others);
+        const RawPicture out = RawPicture::read(mFolder / "out.exr");
+        EXPECT_EQ(out.spec.channelnames, in.spec.channelnames);
+        EXPECT_EQ(out.spec.channelformats, in.spec.channelformats);
+        ASSERT_EQ(out.spec.height, 320);
+        const RawPicture stored = RawPicture::read(mFolder / "in.exr");
+        const auto frameStart = out.values.begin() + std::ptrdiff_t{10} * 20 * 5;
+        EXPECT_TRUE(std::equal(stored.values.begin(), stored.values.end(), frameStart));
+        EXPECT_EQ(out.values[3], 0);
+    }
+}
+
 TEST_F(PictureWriterTest, BringsEvery16BitLayerValueBack) {
     World world(Depth::Bits16, 256, 129);
     for (A_long value = 0; value <= 32768; ++value) {
