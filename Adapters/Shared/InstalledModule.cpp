@@ -1,17 +1,17 @@
 #include "Adapters/Shared/InstalledModule.h"
 
-#include "Host/Session/InstalledModule.h"
+#include "Host/Session/InstalledFile.h"
 
 #include <system_error>
 
 namespace Kerovane::Adapters {
 
 std::filesystem::path InstalledModule() {
-    const std::filesystem::path beside = Host::InstalledModule("Tesselune.so");
+    const std::filesystem::path beside = Host::InstalledFile("Tesselune.so");
     std::error_code error; // counts as not there
     return std::filesystem::exists(beside, error)
                ? beside
-               : Host::InstalledModule("../tesselune/Tesselune.so");
+               : Host::InstalledFile("../tesselune/Tesselune.so");
 }
 
 } // namespace Kerovane::Adapters

@@ -12,7 +12,7 @@ import tempfile
 import time
 
 CELL = 10  # pixels
-FRAMES = 300
+FRAMES = 900
 QUALITY = {"tesselune": "66", "ffmpeg": "18"}  # the same: the first is a scale for all codecs
 PICTURES = f"mandelbrot=size=1920x1080:rate=25,trim=end_frame={FRAMES}"
 

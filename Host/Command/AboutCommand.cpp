@@ -1,6 +1,6 @@
 #include "Host/Command/Commands.h"
 #include "Host/Parameters/VersionText.h"
-#include "Host/Session/InstalledModule.h"
+#include "Host/Session/InstalledFile.h"
 #include "Platform/OpenGL/OpenGLAvailability.h"
 #include "Platform/OpenGL/OpenGLDescription.h"
 
@@ -25,7 +25,7 @@ std::string OpenGLText() {
 
 /// The bundle for compositors that stands in this installation.
 std::string BundleText() {
-    const std::filesystem::path bundle = InstalledModule(TESSELUNE_BUNDLE_PATH);
+    const std::filesystem::path bundle = InstalledFile(TESSELUNE_BUNDLE_PATH);
     std::error_code error; // counts as not there
     return fmt::format("OpenFX bundle: {}\n",
                        std::filesystem::exists(bundle, error) ? bundle.string() : "none");

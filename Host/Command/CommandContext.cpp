@@ -1,7 +1,7 @@
 #include "Host/Command/CommandContext.h"
 
 #include "Host/Command/ValueTypes.h"
-#include "Host/Session/InstalledModule.h"
+#include "Host/Session/InstalledFile.h"
 
 #include <string_view>
 
@@ -17,7 +17,7 @@ EffectModules ForAllFrames(const std::filesystem::path& module) {
 
 CommandContext::CommandContext(std::span<const char* const> line, StandardStreams& streams)
     : mStreams(streams),
-      mModules(WithFloatModule(InstalledModule(TESSELUNE_MODULE_PATH "/Tesselune.so"))) {
+      mModules(WithFloatModule(InstalledFile(TESSELUNE_MODULE_PATH "/Tesselune.so"))) {
     constexpr std::string_view kAssignedEffect = "--effect=";
     for (std::size_t index = 1; index < line.size(); ++index) {
         const std::string_view word = line[index];

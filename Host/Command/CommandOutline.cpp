@@ -1,6 +1,7 @@
 #include "Host/Command/CommandOutline.h"
 
 #include "Host/Command/ParameterOptions.h"
+#include "Host/Command/ShippedPresets.h"
 #include "Host/Command/Subcommands.h"
 #include "Host/Command/ValueTypes.h"
 #include "Host/Text/Split.h"
@@ -48,9 +49,10 @@ OutlineOption OutlineOf(const CLI::Option& option, const CLI::App& command) {
     return {.name = option.nonpositional() ? "--" + option.get_lnames().front() : option.get_name(),
             .description = option.get_description(),
             .takesValue = option.get_items_expected_max() > 0,
-            .takesFile = type == kFileType,
+            .takesFile = type == kFileType || type == kPresetType,
             .words = type == kParameterType   ? AllParameterWords(command, "")
                      : type == kVariationType ? AllParameterWords(command, "=")
+                     : type == kPresetType    ? ShippedPresetNames()
                                               : ChoicesOf(type)};
 }
 

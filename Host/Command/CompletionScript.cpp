@@ -87,9 +87,12 @@ std::string ZshDescription(std::string_view text) {
 }
 
 std::string ZshValue(const OutlineOption& option) {
-    return option.takesFile       ? "_files"
-           : option.words.empty() ? ""
-                                  : "(" + Joined(option.words) + ")";
+    const std::string words = option.words.empty() ? "" : "(" + Joined(option.words) + ")";
+    if (!option.takesFile || words.empty()) {
+        return option.takesFile ? "_files" : words;
+    }
+    // A plain colon would end the action.
+    return R"({_alternative "names\:name\:)" + words + R"(" "files\:file\:_files"})";
 }
 
 /// The lines of a call of `_arguments` that stand for options and arguments.

@@ -1,8 +1,10 @@
 #include "Host/Command/PresetOptions.h"
 
+#include "Host/Command/ShippedPresets.h"
 #include "Host/Command/ValueTypes.h"
 #include "Host/Pictures/ReplaceFile.h"
 #include "Host/Text/Error.h"
+#include "Host/Text/NearestNames.h"
 
 #include <fmt/format.h>
 
@@ -36,27 +38,51 @@ std::string ContentOf(const std::filesystem::path& path) {
     return content;
 }
 
+/// A file of that name, else the shipped preset.
+std::filesystem::path PresetFile(const std::filesystem::path& name) {
+    std::error_code error; // counts as not there
+    if (std::filesystem::exists(name, error)) {
+        return name;
+    }
+    for (const ShippedPreset& preset : ShippedPresets()) {
+        if (preset.name == name) {
+            return preset.file;
+        }
+    }
+    throw Error(fmt::format("cannot read '{}': there is no such file, and no preset of that name "
+                            "in the list of tesselune presets{}",
+                            name.string(), Suggestion(name.string(), ShippedPresetNames())));
+}
+
 } // namespace
 
-void PresetOptions::addTo(CLI::App& command) {
-    command.add_option("--preset", mToLoad, "file with parameters; options win over it")
-        ->type_name(kFileType)
+Preset ReadPreset(const std::filesystem::path& file, const FrameRenderer& renderer) {
+    const std::string content = ContentOf(file);
+    try {
+        return ParsePreset(renderer.parameters(), content);
+    } catch (const Error& error) {
+        throw Error(fmt::format("'{}': {}", file.string(), error.what()));
+    }
+}
+
+void PresetOptions::addLoadingTo(CLI::App& command) {
+    command
+        .add_option("--preset", mToLoad,
+                    "parameters to start from: a file, or a name that tesselune presets lists; "
+                    "options win over it")
+        ->type_name(kPresetType)
         ->group("Presets");
+}
+
+void PresetOptions::addTo(CLI::App& command) {
+    addLoadingTo(command);
     command.add_option("--save-preset", mToSave, "file to keep the parameters in")
         ->type_name(kFileType)
         ->group("Presets");
 }
 
 Preset PresetOptions::load(const FrameRenderer& renderer) const {
-    if (mToLoad.empty()) {
-        return {};
-    }
-    const std::string content = ContentOf(mToLoad);
-    try {
-        return ParsePreset(renderer.parameters(), content);
-    } catch (const Error& error) {
-        throw Error(fmt::format("'{}': {}", mToLoad.string(), error.what()));
-    }
+    return mToLoad.empty() ? Preset() : ReadPreset(PresetFile(mToLoad), renderer);
 }
 
 void PresetOptions::save(const FrameRenderer& renderer, const Preset& preset) const {

@@ -11,6 +11,7 @@ namespace Kerovane::Host {
 inline constexpr const char* kFileType = "FILE";
 inline constexpr const char* kParameterType = "PARAMETER"; ///< the option of one
 inline constexpr const char* kVariationType = "PARAMETER=VALUES";
+inline constexpr const char* kPresetType = "PRESET"; ///< the name of a shipped one, or a file
 inline constexpr char kBetweenChoices = '|';
 
 /// "error|skip|hold"

@@ -36,11 +36,12 @@ public:
 
     Preset read(std::string_view text) {
         const Json preset = parse(text);
-        checkEntries(preset, "", {"effect", "renderer", "parameters"});
+        checkEntries(preset, "", {"description", "effect", "renderer", "parameters"});
         const auto list = preset.find("parameters");
         if (list == preset.end() || !list->is_array()) {
             throw Error("has no list of \"parameters\"");
         }
+        readDescription(preset);
         readRenderer(preset);
         for (std::size_t index = 0; index < list->size(); ++index) {
             readParameter((*list)[index], fmt::format("parameters[{}]", index));
@@ -82,6 +83,17 @@ private:
         return text.substr(place < text.size()     ? place
                            : nameEnd < text.size() ? nameEnd + kNameEnd.size()
                                                    : 0);
+    }
+
+    void readDescription(const Json& preset) {
+        const auto entry = preset.find("description");
+        if (entry == preset.end()) {
+            return;
+        }
+        if (!entry->is_string()) {
+            return complain("description", "is no text");
+        }
+        mRead.description = OneLine(entry->get<std::string>());
     }
 
     void readRenderer(const Json& preset) {

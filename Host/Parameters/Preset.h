@@ -14,7 +14,8 @@ namespace Kerovane::Host {
 /// What a preset sets.
 struct Preset {
     ParameterSettings settings;
-    std::optional<Renderer> renderer;
+    std::optional<Renderer> renderer{};
+    std::string description{}; ///< what it looks like, for lists; not written by FormatPreset
 };
 
 /**

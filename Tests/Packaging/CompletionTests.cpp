@@ -49,6 +49,7 @@ TEST_F(Completion, OffersBashWhatFits) {
         {"tesselune params --size", "\n"},
         {"tesselune params transition-", "transition-type transition-progress\n"},
         {"tesselune render --preset ph", "photo.png\n"},
+        {"tesselune render --preset low", "low-poly\n"},
         {"tesselune render --missing s", "skip\n"},
         {"tesselune sheet --vary siz", "size= size-random= size-level= size-random-seed=\n"},
         {"tesselune sheet --vary size = 8", "\n"},
@@ -69,6 +70,8 @@ TEST_F(Completion, OffersZshWhatFits) {
                              {"tesselune render --shape-type t", "triangle"},
                              {"tesselune render --transition-type=radial-o", "radial-out"},
                              {"tesselune render ph", "photo.png"},
+                             {"tesselune render --preset ph", "photo.png"},
+                             {"tesselune render --preset ribb", "ribbed-glass"},
                              {"tesselune completion b", "bash"}};
     for (const Row& row : kRows) {
         const Outcome outcome =

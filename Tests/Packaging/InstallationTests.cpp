@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <regex>
 #include <string>
 
 namespace {
@@ -62,13 +63,19 @@ TEST_F(Installation, BringsPresetsThatChangeThePicture) {
         wedge.values[i] = static_cast<float>(i) / static_cast<float>(wedge.values.size());
     }
     wedge.write(mFolder / "in.png");
+    const fs::path command = root() / "bin/tesselune";
+    const Outcome list = run({"presets"}, {}, command.c_str());
     int presets = 0;
-    for (const auto& preset : fs::directory_iterator(root() / "share/tesselune/presets")) {
-        const Outcome outcome = run({"render", "in.png", "out.png", "--preset", preset.path()}, {},
-                                    (root() / "bin/tesselune").c_str());
-        EXPECT_EQ(outcome.status, 0) << preset.path();
+    for (const auto& file : fs::directory_iterator(root() / "share/tesselune/presets")) {
+        const std::string preset = file.path().stem();
+        const Outcome outcome =
+            run({"render", "in.png", "out.png", "--preset", preset}, {}, command.c_str());
+        EXPECT_EQ(outcome.status, 0) << preset;
         EXPECT_EQ(outcome.error, "");
-        EXPECT_NE(RawPicture::read(mFolder / "out.png").values, wedge.values) << preset.path();
+        EXPECT_NE(RawPicture::read(mFolder / "out.png").values, wedge.values) << preset;
+        // A line of it has words behind the name.
+        EXPECT_TRUE(std::regex_search(list.output, std::regex("(^|\n)" + preset + " +[A-Z].+\n")))
+            << list.output;
         ++presets;
     }
     EXPECT_GE(presets, 3);

@@ -15,7 +15,7 @@ TEST_F(ManualPages, AreWellFormedAndTellOfEveryOption) {
         const char* texts[3];
     };
     constexpr Row kRows[] = {
-        {"tesselune.1", {"--effect FILE", "Render a picture", "EXIT STATUS"}},
+        {"tesselune.1", {"--effect FILE", "Render a movie", "EXIT STATUS"}},
         {"tesselune-render.1", {"--frames", "--size", "--use-alpha"}},
         {"tesselune-sheet.1", {"--vary", "--size", "EXIT STATUS"}},
     };

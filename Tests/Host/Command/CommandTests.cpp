@@ -25,7 +25,7 @@ TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
         const char* text;
     };
     const Row rows[] = {
-        {{}, "a command is needed: about, completion, params, render or sheet"},
+        {{}, "a command is needed: about, completion, params, presets, render or sheet"},
         {{"rendr", "in.png", "out.png"}, "unknown command 'rendr'"},
         {{"--frobnicate"}, "unknown option '--frobnicate'"},
         {{"render"}, "IN is required"},
@@ -57,6 +57,8 @@ TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
         {{"render", "in.png", "out.png", "--json-log", "missing/log"},
          "cannot write 'missing/log'"},
         {{"render", "in.png", "out.png", "--preset", "missing"}, "cannot read 'missing'"},
+        {{"render", "in.png", "out.png", "--preset", "low-pol"},
+         "in the list of tesselune presets; did you mean low-poly?"},
         {{"render", "in.png", "out.png", "--preset", "/dev/zero"},
          "cannot read '/dev/zero': it is larger than 4 MB"},
         {{"render", "in.png", "out.png", "--preset", "folder.png"}, "cannot read 'folder.png'"},

@@ -71,6 +71,7 @@ TEST(Preset, NamesWhatIsWrongAndWhere) {
         {"{}", "has no list of \"parameters\""},
         {R"({"parametres": [], "parameters": []})",
          "parametres is unknown; did you mean parameters?"},
+        {R"({"description": 3, "parameters": []})", "description is no text"},
         {R"({"renderer": "softwear", "parameters": []})",
          "renderer takes opengl or software, not 'softwear'; did you mean software?"},
         {R"({"parameters": [3]})", "parameters[0] is no JSON object"},

@@ -1,4 +1,4 @@
-#include "Host/Session/InstalledModule.h"
+#include "Host/Session/InstalledFile.h"
 
 #include <dlfcn.h>
 #include <link.h>
@@ -30,7 +30,7 @@ const std::filesystem::path kOwnFile = OwnFile();
 
 } // namespace
 
-std::filesystem::path InstalledModule(const std::filesystem::path& path) {
+std::filesystem::path InstalledFile(const std::filesystem::path& path) {
     if (kOwnFile.empty()) {
         return {}; // and not a path relative to the working directory
     }

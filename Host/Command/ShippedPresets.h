@@ -1,0 +1,20 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace Kerovane::Host {
+
+/** A preset that is installed with the command. */
+struct ShippedPreset {
+    std::string name;
+    std::filesystem::path file;
+};
+
+/// All of them, by name. Empty if their folder can't be read.
+std::vector<ShippedPreset> ShippedPresets();
+
+std::vector<std::string> ShippedPresetNames();
+
+} // namespace Kerovane::Host
