@@ -34,9 +34,6 @@ public:
     /// can't be set.
     ParameterSettings settings() const;
 
-    /// The same in time, at 24 frames a second.
-    ParameterValues values() const { return ValuesOverTime(settings(), FrameRate()); }
-
 private:
     struct ParameterOption {
         const Parameter* parameter;

@@ -81,8 +81,12 @@ void PresetOptions::addTo(CLI::App& command) {
         ->group("Presets");
 }
 
-Preset PresetOptions::load(const FrameRenderer& renderer) const {
-    return mToLoad.empty() ? Preset() : ReadPreset(PresetFile(mToLoad), renderer);
+Preset PresetOptions::load(const FrameRenderer& renderer, const ParameterSettings& onLine) const {
+    Preset preset = mToLoad.empty() ? Preset() : ReadPreset(PresetFile(mToLoad), renderer);
+    ParameterSettings settings = onLine;
+    settings.merge(preset.settings); // adds what isn't there
+    preset.settings = std::move(settings);
+    return preset;
 }
 
 void PresetOptions::save(const FrameRenderer& renderer, const Preset& preset) const {

@@ -22,9 +22,9 @@ public:
     /// Adds the options to load and to save one.
     void addTo(CLI::App& command);
 
-    /// What the preset sets, if one was given: a file of that name, else a shipped preset. Throws
-    /// Error if there is none or it can't be used.
-    Preset load(const FrameRenderer& renderer) const;
+    /// `onLine`, and what the preset sets beside, if one was given: a file of that name, else a
+    /// shipped preset. Throws Error if there is none or it can't be used.
+    Preset load(const FrameRenderer& renderer, const ParameterSettings& onLine) const;
 
     /// Writes a preset, whole or not at all, if that was asked for. Throws Error where it fails.
     void save(const FrameRenderer& renderer, const Preset& preset) const;

@@ -115,15 +115,6 @@ Verbosity VerbosityOf(const RenderOptions& options, const CommandContext& contex
                                : Verbosity::Normal;
 }
 
-/// What the preset and the line, which wins, set.
-Preset LookOf(const RenderOptions& options, const FrameRenderer& renderer) {
-    Preset look = options.preset.load(renderer);
-    ParameterSettings settings = options.parameters.settings();
-    settings.merge(look.settings); // adds what isn't there
-    look.settings = std::move(settings);
-    return look;
-}
-
 ShotDrawing DrawingOf(const RenderOptions& options, FrameRenderer& renderer, const Preset& look,
                       FrameRate rate, const SecondsOfFrame& secondsOf = {}) {
     return {.renderer = renderer,
@@ -141,7 +132,7 @@ FrameEnded TellTo(ShotReport& report) {
 
 int RenderPictures(const RenderOptions& options, CommandContext& context) {
     FrameRenderer& renderer = context.renderer();
-    Preset look = LookOf(options, renderer);
+    Preset look = options.preset.load(renderer, options.parameters.settings());
     const ShotRequest request = options.shot.request(options.in, options.out);
     const FrameRate rate = options.shot.rate();
     const Rendering rendering = AsksForShot(request) ? Rendering::Shot : Rendering::Picture;
@@ -167,7 +158,7 @@ int RenderPictures(const RenderOptions& options, CommandContext& context) {
 int RenderMovie(const RenderOptions& options, MovieRequest request, CommandContext& context) {
     constexpr int kPartOfTheInput = 2;
     FrameRenderer& renderer = context.renderer();
-    Preset look = LookOf(options, renderer);
+    Preset look = options.preset.load(renderer, options.parameters.settings());
     request.settings.alpha = CanLeaveHoles(renderer.parameters(), look.settings);
     LetWritingFail();
     const Interruption interruption;

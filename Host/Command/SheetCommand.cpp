@@ -1,5 +1,6 @@
 #include "Host/Command/Commands.h"
 #include "Host/Command/ParameterOptions.h"
+#include "Host/Command/PresetOptions.h"
 #include "Host/Command/RendererOptions.h"
 #include "Host/Command/SheetPlan.h"
 #include "Host/Command/ShotTally.h"
@@ -30,6 +31,8 @@ struct SheetOptions {
     std::filesystem::path out;
     std::vector<std::string> vary; ///< empty: an overview
     A_long width = 320;            ///< of a cell's picture, in pixels
+    std::size_t columns = 8;       ///< of a row that goes on in the next
+    PresetOptions preset;
     RendererOptions renderer;
     ParameterOptions parameters;
 
@@ -44,7 +47,7 @@ void SheetOptions::addTo(CLI::App& command) {
     command
         .add_option("--vary", vary,
                     "a parameter to vary, the whole effect if there is none; PARAMETER alone for "
-                    "all choices; twice for a grid")
+                    "all choices; 8..64x8 for eight values; twice for a grid")
         ->allow_extra_args(false)
         ->take_all()
         ->type_name(kVariationType);
@@ -52,6 +55,12 @@ void SheetOptions::addTo(CLI::App& command) {
     command.add_option("--width", width, "pixels across each picture, at most IN's own [320]")
         ->check(CLI::Range(kMinWidth, World::kMaxSide).description(""))
         ->type_name("N");
+    constexpr std::size_t kMostColumns = 1000;
+    command
+        .add_option("--columns", columns, "pictures in a row, if one parameter varies alone [8]")
+        ->check(CLI::Range(std::size_t{1}, kMostColumns).description(""))
+        ->type_name("N");
+    preset.addLoadingTo(command);
     renderer.addTo(command);
     command.footer("Example:\n  tesselune sheet photo.jpg sheet.png --vary size=8,16,32 "
                    "--vary direction=0,45,90 \\\n      --transition-progress 50");
@@ -96,13 +105,14 @@ OIIO::ImageSpec OriginOfSheet(OIIO::ImageSpec origin, const World& sheet) {
 }
 
 SheetPlan PlanOf(const SheetOptions& options, const std::vector<Parameter>& parameters,
-                 const ParameterValues& fixed) {
+                 const ParameterSettings& onLine) {
     if (options.vary.empty()) {
         return Overview(parameters, options.parameters.names());
     }
-    SheetPlan plan = Variations(options.vary, parameters, options.parameters.names());
+    SheetPlan plan =
+        Variations(options.vary, parameters, options.parameters.names(), options.columns);
     for (const SheetSetting& setting : plan.front().front()) {
-        if (fixed.at(setting.id, {})) {
+        if (onLine.contains(setting.id)) {
             const std::string option = setting.text.substr(0, setting.text.find(' '));
             throw Error(fmt::format("--{0} is given and --vary {0} too", option));
         }
@@ -112,12 +122,14 @@ SheetPlan PlanOf(const SheetOptions& options, const std::vector<Parameter>& para
 
 void MakeSheet(const SheetOptions& options, CommandContext& context) {
     FrameRenderer& renderer = context.renderer();
-    const ParameterValues fixed = options.parameters.values();
-    const SheetPlan plan = PlanOf(options, renderer.parameters(), fixed);
+    const ParameterSettings onLine = options.parameters.settings();
+    const SheetPlan plan = PlanOf(options, renderer.parameters(), onLine);
+    const Preset look = options.preset.load(renderer, onLine);
+    const ParameterValues fixed = ValuesOverTime(look.settings, FrameRate());
     const PictureWriter writer(options.out);
     const Picture picture = ReadPicture(options.in);
     const World& input = picture.world;
-    const Renderer with = options.renderer.choose(context);
+    const Renderer with = options.renderer.choose(context, look.renderer);
     ContactSheet sheet = Layout(plan, input, options.width);
     World output(input.depth(), input.width(), input.height());
     std::size_t nonFinitePixels = 0; // the same in every cell

@@ -2,11 +2,14 @@
 
 #include "Host/Parameters/ParameterText.h"
 #include "Host/Text/Error.h"
+#include "Host/Text/NumberText.h"
 #include "Host/Text/Split.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
+#include <optional>
 
 namespace Kerovane::Host {
 
@@ -38,25 +41,74 @@ std::vector<std::string> AllChoices(std::string_view option, const Parameter& pa
     return choices;
 }
 
-std::vector<std::string> Values(std::string_view list) {
-    const std::vector<std::string_view> values = Split(list, ',');
-    return {values.begin(), values.end()};
+/// The places of "8..64x8", which stands for eight values from 8 to 64.
+struct RangeText {
+    std::string_view first;
+    std::string_view last;
+    std::string_view count;
+
+    /// Nothing if `text` is none, but a value.
+    static std::optional<RangeText> of(std::string_view text) {
+        constexpr std::string_view kTo = "..";
+        const std::size_t to = text.find(kTo);
+        if (to == std::string_view::npos) {
+            return std::nullopt;
+        }
+        const std::string_view rest = text.substr(to + kTo.size());
+        const std::size_t times = rest.rfind('x');
+        return RangeText{.first = text.substr(0, to),
+                         .last = rest.substr(0, times),
+                         .count = times != std::string_view::npos ? rest.substr(times + 1) : ""};
+    }
+};
+
+/// At equal distances; whole numbers are the nearest ones, each once.
+std::vector<double> ValuesBetween(const Parameter& parameter, const RangeText& range) {
+    constexpr A_long kMost = 1000;
+    if (!TypedChoices(parameter).empty()) {
+        throw Error("takes a list of its choices and no range");
+    }
+    const A_long count = ParseWhole(range.count).value_or(0);
+    if (count < 2 || count > kMost) {
+        throw Error(fmt::format("takes ranges like 8..64x8, of 2 to {} values", kMost));
+    }
+    const double first = ParseValue(parameter, range.first);
+    const double last = ParseValue(parameter, range.last);
+    std::vector<double> values;
+    for (A_long i = 0; i < count; ++i) {
+        const double value = first + (last - first) * i / (count - 1);
+        const double kept = parameter.takesWholeNumbers() ? std::round(value) : value;
+        if (values.empty() || kept != values.back()) {
+            values.push_back(kept);
+        }
+    }
+    return values;
+}
+
+std::vector<double> ParseValues(const Parameter& parameter, std::string_view text) {
+    const std::optional<RangeText> range = RangeText::of(text);
+    return range ? ValuesBetween(parameter, *range) : std::vector{ParseValue(parameter, text)};
 }
 
 Axis ParseAxis(std::string_view text, const Options& options) {
     const std::size_t equals = text.find('=');
     const std::string_view option = text.substr(0, equals);
     const Parameter& parameter = options.parameter(option);
-    const std::vector<std::string> values = equals == std::string_view::npos
-                                                ? AllChoices(option, parameter)
-                                                : Values(text.substr(equals + 1));
+    const std::vector<std::string> choices = equals == std::string_view::npos
+                                                 ? AllChoices(option, parameter)
+                                                 : std::vector<std::string>();
+    const std::vector<std::string_view> typed =
+        choices.empty() ? Split(text.substr(equals + 1), ',')
+                        : std::vector<std::string_view>(choices.begin(), choices.end());
     Axis axis;
-    for (const std::string& typed : values) {
+    for (const std::string_view part : typed) {
         try {
-            const double value = ParseValue(parameter, typed);
-            axis.push_back({.id = parameter.id(),
-                            .value = value,
-                            .text = fmt::format("{} {}", option, FormatValue(parameter, value))});
+            for (const double value : ParseValues(parameter, part)) {
+                axis.push_back(
+                    {.id = parameter.id(),
+                     .value = value,
+                     .text = fmt::format("{} {}", option, FormatValue(parameter, value))});
+            }
         } catch (const Error& error) {
             throw Error(fmt::format("--vary {} {}", option, error.what()));
         }
@@ -70,6 +122,18 @@ std::vector<SheetCell> Row(const Axis& across) {
         cells.push_back({setting});
     }
     return cells;
+}
+
+/// One row after the other, each but the last of so many cells.
+SheetPlan Wrapped(const std::vector<SheetCell>& cells, std::size_t columns) {
+    SheetPlan rows;
+    for (const SheetCell& cell : cells) {
+        if (rows.empty() || rows.back().size() == columns) {
+            rows.emplace_back();
+        }
+        rows.back().push_back(cell);
+    }
+    return rows;
 }
 
 SheetPlan Grid(const Axis& across, const Axis& down) {
@@ -100,14 +164,14 @@ SheetPlan Overview(const std::vector<Parameter>& parameters,
 
 SheetPlan Variations(const std::vector<std::string>& texts,
                      const std::vector<Parameter>& parameters,
-                     const std::vector<std::string>& options) {
+                     const std::vector<std::string>& options, std::size_t columns) {
     if (texts.empty() || texts.size() > 2) {
         throw Error(fmt::format("--vary takes one parameter or two, not {}", texts.size()));
     }
     const Options all{.parameters = parameters, .names = options};
     const Axis across = ParseAxis(texts.front(), all);
     if (texts.size() == 1) {
-        return {Row(across)};
+        return Wrapped(Row(across), columns);
     }
     const Axis down = ParseAxis(texts.back(), all);
     if (across.front().id == down.front().id) {

@@ -2,6 +2,7 @@
 
 #include "Host/Parameters/Parameter.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,12 +28,14 @@ SheetPlan Overview(const std::vector<Parameter>& parameters,
                    const std::vector<std::string>& options);
 
 /**
- * A row or a grid of all values of one or two parameters, each given as "size=8,16,32", or as
- * "shape-type" for all choices of a popup or checkbox. The first varies along the rows, the second
- * from row to row. Throws Error where they are not one or two, or can't be varied so.
+ * A row or a grid of all values of one or two parameters, each given as "size=8,16,32", with ranges
+ * like "size=8..64x8", eight values from 8 to 64, or as "shape-type" for all choices of a popup or
+ * checkbox. The first varies along the rows, the second from row to row; one alone goes on in the
+ * next row after `columns` cells. Throws Error where they are not one or two, or can't be varied
+ * so.
  */
 SheetPlan Variations(const std::vector<std::string>& texts,
                      const std::vector<Parameter>& parameters,
-                     const std::vector<std::string>& options);
+                     const std::vector<std::string>& options, std::size_t columns);
 
 } // namespace Kerovane::Host

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -42,6 +44,29 @@ TEST_F(Sheet, ShowsEachValueInARow) {
     EXPECT_EQ(RedsAt(sheet, 16, 2), (std::vector<float>{0, 1}));
     EXPECT_EQ(RedsAt(this->sheet({"--vary", "invert=off,on,0"}), 16, 3),
               (std::vector<float>{1, 0, 1}));
+}
+
+TEST_F(Sheet, WrapsALongRowAndCountsThroughRanges) {
+    const RawPicture listed = sheet({"--vary", "amount-px=0,25,50,75,100", "--columns", "2"});
+    EXPECT_EQ(listed.spec.height, 16 + 3 * (12 + 8 + 24 + 16));
+    EXPECT_EQ(sheet({"--vary", "amount-px=0..100x5", "--columns", "2"}).values, listed.values);
+    EXPECT_EQ(sheet({"--vary", "amount-px=0,25..75x3,100", "--columns", "2"}).values,
+              listed.values);
+    EXPECT_EQ(sheet({"--vary", "amount-px=1..3x9"}).values,
+              sheet({"--vary", "amount-px=1,2,3"}).values)
+        << "each whole number once";
+    EXPECT_EQ(sheet({"--vary", "amount-px=0..100x9"}).spec.height, 16 + 2 * (12 + 8 + 24 + 16));
+}
+
+TEST_F(Sheet, StartsFromAPreset) {
+    std::ofstream(mFolder / "look.json")
+        << R"({"parameters": [{"name": "Invert", "value": true}]})";
+    EXPECT_EQ(RedsAt(sheet({"--preset", "look.json", "--vary", "depth-5"}), 16, 3),
+              (std::vector<float>{0, 0, 0}));
+    EXPECT_EQ(RedsAt(sheet({"--preset", "look.json", "--vary", "invert"}), 16, 2),
+              (std::vector<float>{0, 1}))
+        << "what varies wins";
+    std::filesystem::remove(mFolder / "look.json");
 }
 
 TEST_F(Sheet, SpansAGridWithTwoParameters) {
@@ -100,6 +125,12 @@ TEST_F(Sheet, FailsWithOneLineAndLeavesNoFile) {
         {{"in.png", "out.png", "--vary", "amount-px="}, "--vary amount-px takes a whole number"},
         {{"in.png", "out.png", "--vary", "amount-px=1,,2"}, "not ''"},
         {{"in.png", "out.png", "--vary", "amount-px=1,101"}, "not '101'"},
+        {{"in.png", "out.png", "--vary", "amount-px=1..5"}, "ranges like 8..64x8, of 2 to 1000"},
+        {{"in.png", "out.png", "--vary", "amount-px=1..5x1"}, "ranges like 8..64x8, of 2 to 1000"},
+        {{"in.png", "out.png", "--vary", "amount-px=1..101x3"}, "not '101'"},
+        {{"in.png", "out.png", "--vary", "invert=0..1x2"}, "no range"},
+        {{"in.png", "out.png", "--vary", "invert", "--preset", "nothing"},
+         "no preset of that name"},
         {{"in.png", "out.png", "--vary", "amount-px=1", "--vary", "amount-px=2"},
          "two different parameters"},
         {{"in.png", "out.png", "--vary", "invert", "--vary", "level=1", "--vary", "ratio=0.2"},
@@ -107,7 +138,7 @@ TEST_F(Sheet, FailsWithOneLineAndLeavesNoFile) {
         {{"in.png", "out.png", "--vary", "invert", "--invert", "on"},
          "--invert is given and --vary invert too"},
         {{"in.png", "out.png", "--vary", "invert", "--width", "15"}, "--width"},
-        {{"in.png", "out.png", "--vary", many}, "the sheet would be"},
+        {{"in.png", "out.png", "--vary", many, "--vary", "invert"}, "the sheet would be"},
         {{"missing.png", "out.png", "--vary", "invert"}, "cannot read 'missing.png'"},
         {{"in.png", "out.what", "--vary", "invert"}, "cannot write 'out.what'"},
     };
