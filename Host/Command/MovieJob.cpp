@@ -91,7 +91,9 @@ MovieJob::MovieJob(const MovieRequest& request, StandardStreams& streams)
     if (request.toMovie) {
         openTarget(request, mForm, streams.outputDescriptor());
     } else {
-        mPictureSink.emplace(request.resume, request.settings.alpha);
+        mPictureSink.emplace(PictureSinkSetting{.resume = request.resume,
+                                                .keepExisting = request.keepExisting,
+                                                .canLeaveHoles = request.settings.alpha});
     }
 }
 

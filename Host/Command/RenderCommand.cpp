@@ -19,6 +19,7 @@
 #include <csignal>
 #include <filesystem>
 #include <memory>
+#include <system_error>
 
 namespace Kerovane::Host {
 
@@ -30,6 +31,7 @@ struct RenderOptions {
     std::filesystem::path out;
     A_long downsample = 1;
     std::filesystem::path jsonLog; ///< empty: none
+    bool makeFolders = false;
     bool quiet = false;
     ShotOptions shot;
     RendererOptions renderer;
@@ -50,6 +52,7 @@ void RenderOptions::addTo(CLI::App& command) {
     command.add_option("OUT", out, "the same to write, as its extension says")
         ->required()
         ->type_name(kFileType);
+    command.add_flag("--mkdir", makeFolders, "make the folders of OUT that aren't there");
     shot.addTo(command);
     movie.addTo(command);
     command
@@ -77,6 +80,7 @@ void RenderOptions::addTo(CLI::App& command) {
 Shot SinglePicture(const ShotRequest& request) {
     Shot shot;
     shot.frames.push_back({.number = 0, .input = request.input, .output = request.output});
+    CheckNotInPlace(shot.frames);
     return shot;
 }
 
@@ -92,6 +96,42 @@ void TellMissing(const Shot& shot, MissingFrames missing, StandardStreams& strea
 void CheckTarget(const Shot& shot) {
     if (!shot.frames.empty()) {
         PictureWriter(shot.frames.front().output);
+    }
+}
+
+/// Makes the folder of a file that is written, with `make`, or throws Error if it isn't there.
+void CheckFolderOf(const std::filesystem::path& file, bool make) {
+    const std::filesystem::path folder = file.parent_path();
+    std::error_code error; // counts as not there
+    if (folder.empty() || std::filesystem::is_directory(folder, error)) {
+        return;
+    }
+    if (!make) {
+        throw Error(fmt::format("cannot write '{}': there is no folder '{}', which --mkdir makes",
+                                file.string(), folder.string()));
+    }
+    std::filesystem::create_directories(folder, error);
+    if (error) {
+        throw Error(fmt::format("--mkdir: cannot make '{}': {}", folder.string(), error.message()));
+    }
+}
+
+/// For a file of which nothing is left to do if it stays.
+void CheckNew(const std::filesystem::path& file) {
+    std::error_code error; // counts as not there
+    if (std::filesystem::exists(file, error)) {
+        throw Error(fmt::format("'{}' is there already, and --no-clobber keeps it", file.string()));
+    }
+}
+
+/// The folders of all frames.
+void CheckFolders(const Shot& shot, bool make) {
+    std::filesystem::path last;
+    for (const ShotFrame& frame : shot.frames) {
+        if (frame.output.parent_path() != last) {
+            last = frame.output.parent_path();
+            CheckFolderOf(frame.output, make);
+        }
     }
 }
 
@@ -138,6 +178,10 @@ int RenderPictures(const RenderOptions& options, CommandContext& context) {
     const Rendering rendering = AsksForShot(request) ? Rendering::Shot : Rendering::Picture;
     const Shot shot = rendering == Rendering::Shot ? PlanShot(request) : SinglePicture(request);
     CheckTimes(shot, rate);
+    CheckFolders(shot, options.makeFolders);
+    if (rendering == Rendering::Picture && options.shot.keepsExisting()) {
+        CheckNew(options.out);
+    }
     CheckTarget(shot);
     look.renderer = options.renderer.choose(context, look.renderer);
 
@@ -224,6 +268,13 @@ int Render(const RenderOptions& options, CommandContext& context) {
         request.rate = options.shot.rate();
     }
     request.resume = options.shot.setting().resume;
+    request.keepExisting = options.shot.keepsExisting();
+    if (options.out != kStandardStream) {
+        CheckFolderOf(options.out, options.makeFolders);
+        if (request.toMovie && request.keepExisting) {
+            CheckNew(options.out);
+        }
+    }
     return RenderMovie(options, request, context);
 }
 

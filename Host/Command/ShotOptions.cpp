@@ -65,6 +65,8 @@ void ShotOptions::addTo(CLI::App& command) {
     add("--chunk", mChunk, "K/N", "the K-th of N parts of the frames: 3/10 [1/1]");
     command.add_flag("--resume", mResume, "keep the outputs that are there and whole")
         ->group("Sequences");
+    command.add_flag("--no-clobber", mNoClobber, "keep outputs that are there, whatever they are")
+        ->group("Sequences");
     add("--threads", mThreads, "N", fmt::format("that read and write files [{}]", mThreads))
         ->check(CLI::Range(std::size_t{1}, kMostThreads).description(""));
     add("--max-frames-in-flight", mInFlight, "N", "frames in memory at a time [threads + 1]")
@@ -93,7 +95,8 @@ ShotSetting ShotOptions::setting() const {
     const std::size_t most = mThreads + 1; // one frame is rendered while the others' files are busy
     return {.framesInFlight = mInFlight != 0 ? std::min(mInFlight, most) : most,
             .depth = mDepth != 0 ? std::optional(static_cast<Depth>(mDepth)) : std::nullopt,
-            .resume = mResume};
+            .resume = mResume,
+            .keepExisting = mNoClobber};
 }
 
 FrameRate ShotOptions::rate() const {

@@ -24,6 +24,9 @@ public:
     ShotSetting setting() const;
     FrameRate rate() const;
 
+    /// Whether outputs that are there stay, whatever they are.
+    bool keepsExisting() const { return mNoClobber; }
+
     bool hasRate() const { return !mRate.empty(); }
 
 private:
@@ -35,6 +38,7 @@ private:
     std::size_t mThreads;
     std::size_t mInFlight = 0; ///< 0: as many as keep the threads busy
     bool mResume = false;
+    bool mNoClobber = false;
 };
 
 } // namespace Kerovane::Host

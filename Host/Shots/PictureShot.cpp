@@ -3,6 +3,9 @@
 #include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
 
+#include <filesystem>
+#include <system_error>
+
 namespace Kerovane::Host {
 
 namespace {
@@ -23,12 +26,14 @@ std::unique_ptr<SourceFrame> PictureSource::next() {
 }
 
 bool PictureSink::has(const ShotFrame& frame) const {
-    return mResume && HoldsPictureLike(frame.output, frame.input);
+    std::error_code error; // counts as not there
+    return (mSetting.keepExisting && std::filesystem::exists(frame.output, error)) ||
+           (mSetting.resume && HoldsPictureLike(frame.output, frame.input));
 }
 
 std::unique_ptr<PackedFrame> PictureSink::pack(const ShotFrame& frame, Picture& picture) {
     PictureForm form = picture.form;
-    form.hasAlpha = form.hasAlpha || mCanLeaveHoles;
+    form.hasAlpha = form.hasAlpha || mSetting.canLeaveHoles;
     const PictureWriter writer(frame.output);
     const OtherChannels* others = &picture.others;
     if (!others->isEmpty() && !writer.holds(*others)) {

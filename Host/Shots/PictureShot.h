@@ -24,20 +24,23 @@ private:
     std::size_t mNext = 0;
 };
 
+struct PictureSinkSetting {
+    bool resume = false;       ///< keep the outputs that are there and whole
+    bool keepExisting = false; ///< keep the outputs that are there, whatever they are
+    bool canLeaveHoles = true; ///< frames are written with alpha
+};
+
 /** Writes each frame to a file of its own, whole or not at all. */
 class PictureSink : public FrameSink {
 public:
-    /// `resume`: keep the outputs that are there and whole. Frames that can have holes are written
-    /// with alpha.
-    PictureSink(bool resume, bool canLeaveHoles) : mResume(resume), mCanLeaveHoles(canLeaveHoles) {}
+    explicit PictureSink(const PictureSinkSetting& setting) : mSetting(setting) {}
 
     bool has(const ShotFrame& frame) const override;
     std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, Picture& picture) override;
     void put(SourceFrame&, std::unique_ptr<PackedFrame>) override {}
 
 private:
-    bool mResume;
-    bool mCanLeaveHoles;
+    PictureSinkSetting mSetting;
 };
 
 } // namespace Kerovane::Host

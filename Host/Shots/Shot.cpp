@@ -4,8 +4,12 @@
 #include "Host/Text/Error.h"
 
 #include <fmt/format.h>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <optional>
+#include <set>
+#include <utility>
 
 namespace Kerovane::Host {
 
@@ -74,18 +78,30 @@ private:
     std::optional<SequencePattern> mPattern;
 };
 
-/// In place, a frame that is held would meet its picture before or after it is rendered.
-void CheckNotInPlace(const Shot& shot) {
-    for (const ShotFrame& frame : shot.frames) {
-        if (frame.input.lexically_normal() == frame.output.lexically_normal()) {
-            throw Error(fmt::format("'{}' is input and output; a sequence can't be rendered in "
-                                    "place",
+/// What a file is known by, whatever names it has; nothing if it isn't there.
+std::optional<std::pair<dev_t, ino_t>> NumberOf(const std::filesystem::path& file) {
+    struct stat status {};
+    return stat(file.c_str(), &status) == 0 ? std::optional(std::pair(status.st_dev, status.st_ino))
+                                            : std::nullopt;
+}
+
+} // namespace
+
+void CheckNotInPlace(const std::vector<ShotFrame>& frames) {
+    std::set<std::pair<dev_t, ino_t>> inputs;
+    for (const ShotFrame& frame : frames) {
+        if (const auto number = NumberOf(frame.input)) {
+            inputs.insert(*number);
+        }
+    }
+    for (const ShotFrame& frame : frames) {
+        const auto number = NumberOf(frame.output);
+        if (number && inputs.contains(*number)) {
+            throw Error(fmt::format("'{}' is input and output; nothing is rendered in place",
                                     frame.output.string()));
         }
     }
 }
-
-} // namespace
 
 bool AsksForShot(const ShotRequest& request) {
     return request.frames || InputPattern(request.input);
@@ -112,7 +128,7 @@ Shot PlanShot(const ShotRequest& request) {
                                 "on without them",
                                 request.input.string(), FormatFrames(shot.missing)));
     }
-    CheckNotInPlace(shot);
+    CheckNotInPlace(shot.frames);
     return shot;
 }
 

@@ -40,6 +40,10 @@ struct Shot {
 /// frames are given.
 bool AsksForShot(const ShotRequest& request);
 
+/// Throws Error if a frame's output is the file of any frame's input, by whatever name: a frame
+/// that is read later would meet what was rendered.
+void CheckNotInPlace(const std::vector<ShotFrame>& frames);
+
 /**
  * Looks up what there is on disk. What a frame is made of depends on the sequence alone, not on the
  * chunk or on the other frames asked for. Throws Error where the request can't be carried out as a

@@ -258,7 +258,9 @@ void RenderShot(const std::vector<ShotFrame>& frames, const ShotSetting& setting
                 const ShotDrawing& drawing, const FrameEnded& ended,
                 const std::atomic<bool>& stop) {
     PictureSource source(frames);
-    PictureSink sink(setting.resume, setting.canLeaveHoles);
+    PictureSink sink({.resume = setting.resume,
+                      .keepExisting = setting.keepExisting,
+                      .canLeaveHoles = setting.canLeaveHoles});
     ShotSetting bounded = setting;
     bounded.framesInFlight = std::min(setting.framesInFlight, frames.size());
     RenderFrames(source, sink, bounded, drawing, ended, stop);

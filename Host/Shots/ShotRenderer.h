@@ -42,6 +42,7 @@ struct ShotSetting {
     std::size_t framesInFlight = 1; ///< each on a thread of its own
     std::optional<Depth> depth;     ///< else that of each file
     bool resume = false;            ///< keep the outputs that are there and whole
+    bool keepExisting = false;      ///< keep the outputs that are there, whatever they are
     bool canLeaveHoles = true;      ///< at any frame of the shot
 };
 

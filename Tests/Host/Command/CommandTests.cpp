@@ -295,7 +295,6 @@ TEST_F(Command, RendersAtTheFilesDepthOrAsTold) {
         {{"half.exr", "out.exr"}, TypeDesc::HALF, {0, 0.375F, 0.5F, 0.5F}},
         {{"half.exr", "out.png", "--depth", "8"}, TypeDesc::UINT8, {0, 0.75F, 1, 0.5F}},
         {{"grey.jpg", "out.png"}, TypeDesc::UINT8, {0.4F, 1}},
-        {{"8.png", "8.png"}, TypeDesc::UINT8, {0, 0.8F, 1, 0.6F}},
     };
     for (const Row& row : rows) {
         Words arguments{"render", "--invert", "true"};

@@ -367,4 +367,33 @@ TEST_F(ShotCommand, DrawsABarOnATerminal) {
     ExpectIn("tesselune: 3 of 3 frames rendered", shown);
 }
 
+TEST_F(ShotCommand, MakesFoldersAndKeepsWhatIsThereIfAsked) {
+    makeShot(3);
+    const Words line{"render", "in.#.png", "a/b/out.#.png"};
+    ExpectOneLine(runFake(line), "there is no folder 'a/b', which --mkdir makes");
+    std::filesystem::create_directories(mFolder / "a/b");
+    std::ofstream(mFolder / "a/b/out.0002.png") << "no picture";
+    Words options = line;
+    options.insert(options.end(), {"--mkdir", "--no-clobber", "--quiet"});
+    EXPECT_EQ(runFake(options).status, 0);
+    EXPECT_EQ(mFolder.contentOf("a/b/out.0002.png"), "no picture");
+    EXPECT_EQ(RawPicture::read(mFolder / "a/b/out.0003.png").spec.width, 48);
+    EXPECT_EQ(runFake({"render", "in.0001.png", "c/d.png", "--mkdir"}).status, 0);
+    ExpectOneLine(runFake({"render", "in.0001.png", "c/d.png", "--no-clobber"}),
+                  "'c/d.png' is there already, and --no-clobber keeps it");
+    ExpectOneLine(runFake({"render", "in.0001.png", "in.0001.png/d.png", "--mkdir"}),
+                  "--mkdir: cannot make 'in.0001.png'");
+}
+
+TEST_F(ShotCommand, IsNeverWrittenOntoItsInput) {
+    makeShot(3);
+    std::filesystem::create_hard_link(mFolder / "in.0003.png", mFolder / "out.0001.png");
+    std::filesystem::create_symlink("in.0001.png", mFolder / "link.png");
+    const std::string before = mFolder.contentOf("in.0003.png");
+    ExpectOneLine(renderFake({}), "'out.0001.png' is input and output");
+    ExpectOneLine(runFake({"render", "in.0001.png", "link.png"}), "'link.png' is input and output");
+    ExpectOneLine(runFake({"render", "in.0001.png", "./in.0001.png"}), "is input and output");
+    EXPECT_EQ(mFolder.contentOf("in.0003.png"), before);
+}
+
 } // namespace
