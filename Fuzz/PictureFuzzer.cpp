@@ -48,7 +48,9 @@ void CheckCanBeWritten(const Picture& picture, const std::filesystem::path& targ
         return;
     }
     ReadOrError([&] {
-        Host::PictureWriter(target).write(picture.world, picture.origin);
+        const Host::PictureWriter writer(target);
+        writer.write(picture.world, picture.origin, picture.form,
+                     writer.holds(picture.others) ? &picture.others : nullptr);
         const Picture again = Host::ReadPicture(target);
         Expect(again.world.width() == picture.world.width() &&
                    again.world.height() == picture.world.height(),

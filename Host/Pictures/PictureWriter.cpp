@@ -67,7 +67,7 @@ bool StoresGrey(const ImageOutput& output, bool withAlpha) {
     static constexpr std::array<std::string_view, 5> kFormats{"openexr", "png", "tiff", "jpeg",
                                                               "pnm"};
     constexpr std::ptrdiff_t kWithAlpha = 3; // of them, from the first on
-    const auto found = std::ranges::find(kFormats, output.format_name());
+    const auto* const found = std::ranges::find(kFormats, output.format_name());
     return found - kFormats.begin() < (withAlpha ? kWithAlpha : std::ssize(kFormats));
 }
 
@@ -209,7 +209,7 @@ struct RowForm {
 /// Writes the picture in strips, so that it isn't in memory twice. `fill` makes the row of the
 /// given number.
 template <typename Fill>
-bool WriteStrips(ImageOutput& output, const World& world, RowForm rows, Fill fill) {
+bool WriteStrips(ImageOutput& output, const World& world, const RowForm& rows, Fill fill) {
     constexpr A_long kEnoughRows = 256; // a whole number of the blocks that formats compress
     const ImageSpec& layout = output.spec();
     const A_long tileHeight = layout.tile_height;

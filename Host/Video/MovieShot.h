@@ -24,7 +24,7 @@ public:
     MovieSourceFrame(ShotFrame frame, MovieFrame movie, MovieReader& reader)
         : SourceFrame(std::move(frame)), mMovie(std::move(movie)), mReader(reader) {}
 
-    Picture read(std::optional<Depth> depth) override;
+    Picture read(std::optional<Depth> wanted) override;
 
     /// Before it is read.
     const AVFrame& stored() const { return *mMovie.frame; }

@@ -37,6 +37,12 @@ Plane<Sample> PlaneOf(const AVFrame& frame, int index) {
             .shiftY = shiftY};
 }
 
+/// Of a value that is not negative.
+std::int32_t Nearest(float value) {
+    const float raised = value + 0.5F; // so that cutting it off rounds
+    return static_cast<std::int32_t>(raised);
+}
+
 /// Two neighbours on an axis, and how much the second one counts.
 struct Neighbours {
     std::ptrdiff_t first;
@@ -64,7 +70,7 @@ Sample SampleAt(const Plane<Sample>& plane, CellMap::Place place) {
     };
     const float value =
         along(plane.row(y.first)) * (1 - y.share) + along(plane.row(y.second)) * y.share;
-    return static_cast<Sample>(value + 0.5F);
+    return static_cast<Sample>(Nearest(value));
 }
 
 template <typename Sample>
@@ -134,8 +140,7 @@ void MeanRow(const CellMap& map, FrameRows rows, const std::vector<Sample>& samp
         const float share = 1 / static_cast<float>(count); // sums are far below the float's digits
         for (std::ptrdiff_t x = begin; x < end; ++x) {
             const auto sum = static_cast<std::int32_t>(sums[static_cast<std::size_t>(x)]);
-            row[x] = static_cast<Sample>(
-                static_cast<std::int32_t>(static_cast<float>(sum) * share + 0.5F));
+            row[x] = static_cast<Sample>(Nearest(static_cast<float>(sum) * share));
         }
     };
     const std::ptrdiff_t last = plane.width - 1; // may be cut off
