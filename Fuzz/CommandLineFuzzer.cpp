@@ -74,7 +74,9 @@ bool ReadLine(const std::vector<std::string>& words) {
     sheet.callback([&] {
         CheckSettings(sheetParameters);
         if (!vary.empty()) {
-            const SheetPlan plan = Variations(vary, SampleEffect(), sheetParameters.names());
+            constexpr std::size_t kColumns = 8;
+            const SheetPlan plan =
+                Variations(vary, SampleEffect(), sheetParameters.names(), kColumns);
             Expect(!plan.empty() && !plan.front().empty(), "a sheet has a picture");
         }
     });
