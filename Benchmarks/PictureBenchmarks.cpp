@@ -35,8 +35,8 @@ public:
         std::filesystem::create_directories(mFolder);
         const auto type =
             depth == Host::Depth::Bits8 ? OIIO::TypeDesc::UINT8 : OIIO::TypeDesc::UINT16;
-        Host::PictureWriter(input()).write(BenchmarkPicture(depth, kWidth, kHeight),
-                                           OIIO::ImageSpec(kWidth, kHeight, 4, type));
+        Host::PictureWriter(input()).write(Host::PictureOf(
+            BenchmarkPicture(depth, kWidth, kHeight), OIIO::ImageSpec(kWidth, kHeight, 4, type)));
     }
 
     ~PictureFiles() {
@@ -58,6 +58,13 @@ void Render(Host::FrameRenderer& renderer, const Host::World& input, Host::World
     renderer.render({}, {}, ViewOf(input), ViewOf(output));
 }
 
+void RenderInPlace(Host::FrameRenderer& renderer, Host::Picture& picture) {
+    Host::World& world = picture.first().world;
+    Host::World output(world.depth(), world.width(), world.height());
+    Render(renderer, world, output);
+    world = std::move(output);
+}
+
 void Read(benchmark::State& state, Host::Depth depth) {
     const PictureFiles files(depth);
     for ([[maybe_unused]] auto _ : state) {
@@ -68,13 +75,12 @@ void Read(benchmark::State& state, Host::Depth depth) {
 /// Writes what the effect makes of the picture, which packs better than the picture itself.
 void Write(benchmark::State& state, Host::Depth depth) {
     const PictureFiles files(depth);
-    const Host::Picture picture = Host::ReadPicture(files.input());
-    Host::World output(depth, picture.world.width(), picture.world.height());
+    Host::Picture picture = Host::ReadPicture(files.input());
     Host::FrameRenderer renderer(Host::WithFloatModule(TESSELUNE_MODULE));
-    Render(renderer, picture.world, output);
+    RenderInPlace(renderer, picture);
     const Host::PictureWriter writer(files.output());
     for ([[maybe_unused]] auto _ : state) {
-        writer.write(output, picture.origin);
+        writer.write(picture);
     }
 }
 
@@ -93,10 +99,9 @@ void FileToFile(benchmark::State& state, Host::Depth depth) {
     Host::FrameRenderer renderer(Host::WithFloatModule(TESSELUNE_MODULE));
     const Host::PictureWriter writer(files.output());
     const auto renderFile = [&] {
-        const Host::Picture picture = Host::ReadPicture(files.input());
-        Host::World output(depth, picture.world.width(), picture.world.height());
-        Render(renderer, picture.world, output);
-        writer.write(output, picture.origin);
+        Host::Picture picture = Host::ReadPicture(files.input());
+        RenderInPlace(renderer, picture);
+        writer.write(picture);
     };
     renderFile(); // builds the programs
     for ([[maybe_unused]] auto _ : state) {

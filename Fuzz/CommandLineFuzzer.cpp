@@ -75,8 +75,8 @@ bool ReadLine(const std::vector<std::string>& words) {
         CheckSettings(sheetParameters);
         if (!vary.empty()) {
             constexpr std::size_t kColumns = 8;
-            const SheetPlan plan =
-                Variations(vary, SampleEffect(), sheetParameters.names(), kColumns);
+            const SheetPlan plan = Variations({.vary = vary, .frames = {}, .columns = kColumns},
+                                              SampleEffect(), sheetParameters.names());
             Expect(!plan.empty() && !plan.front().empty(), "a sheet has a picture");
         }
     });

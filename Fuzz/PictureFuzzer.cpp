@@ -32,10 +32,10 @@ void LimitPictures() {
 }
 
 void CheckPicture(const Picture& picture, std::optional<Depth> depth) {
-    const Host::World& world = picture.world;
+    const Host::World& world = picture.first().world;
     Expect(world.width() > 0 && world.height() > 0, "a picture has pixels");
     Expect(!depth || world.depth() == *depth, "a picture has the depth that is asked for");
-    Expect(picture.origin.width == world.width() && picture.origin.height == world.height(),
+    Expect(picture.origin().width == world.width() && picture.origin().height == world.height(),
            "a picture is described as it stands");
     const PF_RationalScale ratio = world.layer().pix_aspect_ratio;
     Expect(ratio.num > 0 && ratio.den > 0, "pixels have a shape");
@@ -44,16 +44,14 @@ void CheckPicture(const Picture& picture, std::optional<Depth> depth) {
 /// What a file says beside its pixels goes into the file that is written.
 void CheckCanBeWritten(const Picture& picture, const std::filesystem::path& target) {
     constexpr A_long kLargest = 64;
-    if (std::max(picture.world.width(), picture.world.height()) > kLargest) {
+    if (std::max(picture.origin().width, picture.origin().height) > kLargest) {
         return;
     }
     ReadOrError([&] {
-        const Host::PictureWriter writer(target);
-        writer.write(picture.world, picture.origin, picture.form,
-                     writer.holds(picture.others) ? &picture.others : nullptr);
+        Host::PictureWriter(target).write(picture);
         const Picture again = Host::ReadPicture(target);
-        Expect(again.world.width() == picture.world.width() &&
-                   again.world.height() == picture.world.height(),
+        Expect(again.origin().width == picture.origin().width &&
+                   again.origin().height == picture.origin().height,
                "a picture is written at its size");
         return true;
     });
@@ -76,7 +74,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto file = kFolder / "in." += kFormats[data[0] % std::size(kFormats)];
     std::ofstream(file, std::ios::binary) << TextOf(data, size).substr(kPicks);
     if (const auto picture =
-            ReadOrError([&] { return Kerovane::Host::ReadPicture(file, depth); })) {
+            ReadOrError([&] { return Kerovane::Host::ReadPicture(file, {.depth = depth}); })) {
         CheckPicture(*picture, depth);
         CheckCanBeWritten(*picture, kFolder / "out.png");
         CheckCanBeWritten(*picture, kFolder / "out.exr");

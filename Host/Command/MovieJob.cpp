@@ -28,12 +28,13 @@ FrameRate RateOf(const MovieForm& form) {
 
 /// Pictures as a movie of them is: that of the first, which stands for all.
 MovieForm FormOf(const Shot& shot, FrameRate rate) {
-    const Picture first = ReadPicture(shot.frames.front().input);
+    const Picture picture = ReadPicture(shot.frames.front().input);
+    const PictureLayer& first = picture.first();
     constexpr int kBitsOfDeepFiles = 16;
     return {.width = first.world.width(),
             .height = first.world.height(),
             .bits = first.world.depth() == Depth::Bits8 ? 8 : kBitsOfDeepFiles,
-            .hasAlpha = first.form.hasAlpha,
+            .hasAlpha = first.channels.hasAlpha,
             .isRgb = true,
             .timeBase = {rate.timeStep(), static_cast<int>(rate.timeScale())},
             .frameRate = {static_cast<int>(rate.timeScale()), rate.timeStep()}};
@@ -61,7 +62,7 @@ void CheckRequest(const MovieRequest& request) {
         throw Error("--chunk: a movie is written in one piece; render parts by --frames, or "
                     "chunks to pictures, such as out.#.png");
     }
-    if (request.toMovie && request.resume) {
+    if (request.toMovie && request.pictures.resume) {
         throw Error("--resume: a movie can't be taken up again; pictures, such as out.#.png, can");
     }
     if (request.fromMovie && request.rate) {
@@ -91,9 +92,7 @@ MovieJob::MovieJob(const MovieRequest& request, StandardStreams& streams)
     if (request.toMovie) {
         openTarget(request, mForm, streams.outputDescriptor());
     } else {
-        mPictureSink.emplace(PictureSinkSetting{.resume = request.resume,
-                                                .keepExisting = request.keepExisting,
-                                                .canLeaveHoles = request.settings.alpha});
+        mPictureSink.emplace(request.pictures);
     }
 }
 

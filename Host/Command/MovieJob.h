@@ -25,8 +25,7 @@ struct MovieRequest {
     bool toMovie = false;
     std::optional<FrameRate> rate; ///< of pictures; 24 a second if it isn't given
     MovieSettings settings;        ///< of a movie that is written
-    bool resume = false;
-    bool keepExisting = false; ///< pictures that are there stay
+    PictureSinkSetting pictures;   ///< of pictures that are written
 };
 
 /** A rendering from a movie, to a movie, or both: where its frames come from and where they go. */

@@ -2,6 +2,9 @@
 
 #include "Host/Command/ShippedPresets.h"
 #include "Host/Command/ValueTypes.h"
+#include "Host/Pictures/FileHeader.h"
+#include "Host/Pictures/PictureFormat.h"
+#include "Host/Pictures/PictureRecord.h"
 #include "Host/Pictures/ReplaceFile.h"
 #include "Host/Text/Error.h"
 #include "Host/Text/NearestNames.h"
@@ -38,6 +41,16 @@ std::string ContentOf(const std::filesystem::path& path) {
     return content;
 }
 
+std::string SettingsIn(const std::filesystem::path& picture) {
+    const std::optional<std::string> settings = RecordedSettings(picture);
+    if (!settings) {
+        throw Error(fmt::format("'{}' holds no settings: it was not made by tesselune, or its "
+                                "format keeps none, as PNG and OpenEXR do",
+                                picture.string()));
+    }
+    return *settings;
+}
+
 /// A file of that name, else the shipped preset.
 std::filesystem::path PresetFile(const std::filesystem::path& name) {
     std::error_code error; // counts as not there
@@ -57,7 +70,8 @@ std::filesystem::path PresetFile(const std::filesystem::path& name) {
 } // namespace
 
 Preset ReadPreset(const std::filesystem::path& file, const FrameRenderer& renderer) {
-    const std::string content = ContentOf(file);
+    const bool isPicture = FormatOf(FileHeader(file)) != nullptr;
+    const std::string content = isPicture ? SettingsIn(file) : ContentOf(file);
     try {
         return ParsePreset(renderer.parameters(), content);
     } catch (const Error& error) {
@@ -68,8 +82,8 @@ Preset ReadPreset(const std::filesystem::path& file, const FrameRenderer& render
 void PresetOptions::addLoadingTo(CLI::App& command) {
     command
         .add_option("--preset", mToLoad,
-                    "parameters to start from: a file, or a name that tesselune presets lists; "
-                    "options win over it")
+                    "parameters to start from: a file, a picture that was made so, or a name that "
+                    "tesselune presets lists; options win over it")
         ->type_name(kPresetType)
         ->group("Presets");
 }

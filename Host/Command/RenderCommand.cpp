@@ -1,15 +1,18 @@
 #include "Host/Command/Commands.h"
 #include "Host/Command/MovieJob.h"
-#include "Host/Command/MovieOptions.h"
+#include "Host/Command/OutputOptions.h"
 #include "Host/Command/ParameterOptions.h"
+#include "Host/Command/PictureOptions.h"
 #include "Host/Command/PresetOptions.h"
 #include "Host/Command/RendererOptions.h"
 #include "Host/Command/ShotOptions.h"
 #include "Host/Command/ShotReport.h"
 #include "Host/Command/ValueTypes.h"
 #include "Host/Parameters/Holes.h"
+#include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
 #include "Host/Shots/Interruption.h"
+#include "Host/Shots/SequencePattern.h"
 #include "Host/Video/MovieFiles.h"
 #include "Host/Video/OpenMovie.h"
 
@@ -35,7 +38,8 @@ struct RenderOptions {
     bool quiet = false;
     ShotOptions shot;
     RendererOptions renderer;
-    MovieOptions movie;
+    PictureOptions picture;
+    OutputOptions output;
     PresetOptions preset;
     ParameterOptions parameters;
 
@@ -54,7 +58,9 @@ void RenderOptions::addTo(CLI::App& command) {
         ->type_name(kFileType);
     command.add_flag("--mkdir", makeFolders, "make the folders of OUT that aren't there");
     shot.addTo(command);
-    movie.addTo(command);
+    picture.addTo(command);
+    picture.addOverscanTo(command);
+    output.addTo(command);
     command
         .add_option("--downsample", downsample,
                     "IN is a preview, reduced so many times: pixels in parameters follow [1]")
@@ -93,9 +99,9 @@ void TellMissing(const Shot& shot, MissingFrames missing, StandardStreams& strea
 }
 
 /// Targets that can't be written at all are told of before anything is rendered.
-void CheckTarget(const Shot& shot) {
+void CheckTarget(const Shot& shot, const PictureSettings& settings) {
     if (!shot.frames.empty()) {
-        PictureWriter(shot.frames.front().output);
+        PictureWriter(shot.frames.front().output, settings);
     }
 }
 
@@ -164,6 +170,23 @@ ShotDrawing DrawingOf(const RenderOptions& options, FrameRenderer& renderer, con
             .downsample = options.downsample};
 }
 
+constexpr const char* kProgram = "tesselune " TESSELUNE_VERSION;
+
+/// All but what depends on the look.
+ShotSetting SettingOf(const RenderOptions& options) {
+    ShotSetting setting = options.shot.setting();
+    options.picture.set(setting.reading);
+    setting.conversion = options.picture.conversion();
+    setting.pictures.files = options.output.pictures();
+    return setting;
+}
+
+void AddLook(const Preset& look, const FrameRenderer& renderer, PictureSettings& files) {
+    files.canLeaveHoles = CanLeaveHoles(renderer.parameters(), look.settings);
+    files.record = {.program = kProgram,
+                    .settings = FormatRecord(renderer.parameters(), renderer.version(), look)};
+}
+
 FrameEnded TellTo(ShotReport& report) {
     return [&report](const ShotFrame& frame, const FrameReport& frameReport) {
         report.frameEnded(frame, frameReport);
@@ -182,7 +205,8 @@ int RenderPictures(const RenderOptions& options, CommandContext& context) {
     if (rendering == Rendering::Picture && options.shot.keepsExisting()) {
         CheckNew(options.out);
     }
-    CheckTarget(shot);
+    ShotSetting setting = SettingOf(options);
+    CheckTarget(shot, setting.pictures.files);
     look.renderer = options.renderer.choose(context, look.renderer);
 
     ShotReport report(rendering, shot.frames.size(), VerbosityOf(options, context), options.jsonLog,
@@ -192,8 +216,7 @@ int RenderPictures(const RenderOptions& options, CommandContext& context) {
 
     LetWritingFail();
     const Interruption interruption;
-    ShotSetting setting = options.shot.setting();
-    setting.canLeaveHoles = CanLeaveHoles(renderer.parameters(), look.settings);
+    AddLook(look, renderer, setting.pictures.files);
     RenderShot(shot.frames, setting, DrawingOf(options, renderer, look, rate), TellTo(report),
                Interruption::requested());
     return report.finish("the same command with --resume does the rest");
@@ -203,12 +226,15 @@ int RenderMovie(const RenderOptions& options, MovieRequest request, CommandConte
     constexpr int kPartOfTheInput = 2;
     FrameRenderer& renderer = context.renderer();
     Preset look = options.preset.load(renderer, options.parameters.settings());
-    request.settings.alpha = CanLeaveHoles(renderer.parameters(), look.settings);
+    look.renderer = options.renderer.choose(context, look.renderer);
+    const ShotSetting setting = SettingOf(options);
+    request.pictures = setting.pictures;
+    AddLook(look, renderer, request.pictures.files);
+    request.settings.alpha = request.pictures.files.canLeaveHoles;
     LetWritingFail();
     const Interruption interruption;
     MovieJob job(request, context.streams());
     CheckTimes(job.shot(), job.rate());
-    look.renderer = options.renderer.choose(context, look.renderer);
 
     StandardStreams& streams = context.streams();
     const Verbosity verbosity = VerbosityOf(options, context);
@@ -225,8 +251,8 @@ int RenderMovie(const RenderOptions& options, MovieRequest request, CommandConte
         tell(job.notes());
     }
     const ShotDrawing drawing = DrawingOf(options, renderer, look, job.rate(), job.secondsOf());
-    const ShotSetting setting = options.shot.setting();
-    if (drawing.with == Renderer::Software && AreConstant(look.settings) && !setting.depth) {
+    if (drawing.with == Renderer::Software && AreConstant(look.settings) &&
+        !setting.reading.depth) {
         job.drawAsStored(drawing);
     }
     RenderFrames(job.source(), job.sink(), setting, drawing, TellTo(report),
@@ -245,18 +271,38 @@ int RenderMovie(const RenderOptions& options, MovieRequest request, CommandConte
     return losses.empty() ? status : kPartOfTheInput;
 }
 
+/// Throws Error if an option was given that has no meaning for such files.
+void CheckOptions(const RenderOptions& options, const MovieRequest& request) {
+    const auto check = [](const std::string& given, const char* use,
+                          const std::filesystem::path& file) {
+        if (!given.empty()) {
+            throw Error(fmt::format("{} is for {}, and '{}' is none", given, use, file.string()));
+        }
+    };
+    if (request.toMovie) {
+        check(options.output.givenForPictures(), "pictures", options.out);
+    } else {
+        check(options.output.givenForMovies(), "movies", options.out);
+    }
+    if (request.fromMovie) {
+        check(options.picture.givenForPictures(), "pictures", options.in);
+    }
+}
+
 int Render(const RenderOptions& options, CommandContext& context) {
     MovieRequest request;
     request.shot = options.shot.request(options.in, options.out);
-    request.settings = options.movie.settings();
     const bool isGif = options.out.extension() == ".gif"; // which pictures can be, too
     const bool isOnePicture = !AsksForShot(request.shot) && !IsMovieFile(options.in, !isGif);
-    request.toMovie = !request.settings.container.empty() ||
-                      (IsMovieName(options.out) && !(isGif && isOnePicture));
-    request.fromMovie = IsMovieFile(options.in, !request.toMovie);
-    if (!request.toMovie && !options.movie.given().empty()) {
-        throw Error(fmt::format("{} is for movies, and '{}' is none", options.movie.given(),
-                                options.out.string()));
+    request.toMovie =
+        options.output.namesContainer() || (IsMovieName(options.out) && !(isGif && isOnePicture));
+    const bool isPlayed =
+        request.toMovie ||
+        (IsAnimated(options.in) && (request.shot.frames || SequencePattern::parse(options.out)));
+    request.fromMovie = IsMovieFile(options.in, !isPlayed);
+    CheckOptions(options, request);
+    if (request.toMovie) {
+        request.settings = options.output.movie();
     }
     if (!request.fromMovie && !request.toMovie) {
         return RenderPictures(options, context);
@@ -267,11 +313,9 @@ int Render(const RenderOptions& options, CommandContext& context) {
     if (options.shot.hasRate()) {
         request.rate = options.shot.rate();
     }
-    request.resume = options.shot.setting().resume;
-    request.keepExisting = options.shot.keepsExisting();
     if (options.out != kStandardStream) {
         CheckFolderOf(options.out, options.makeFolders);
-        if (request.toMovie && request.keepExisting) {
+        if (request.toMovie && options.shot.keepsExisting()) {
             CheckNew(options.out);
         }
     }

@@ -1,13 +1,17 @@
 #include "Host/Command/Commands.h"
 #include "Host/Command/ParameterOptions.h"
+#include "Host/Command/PictureOptions.h"
 #include "Host/Command/PresetOptions.h"
+#include "Host/Command/ReadOption.h"
 #include "Host/Command/RendererOptions.h"
+#include "Host/Command/SheetInput.h"
+#include "Host/Command/SheetPainter.h"
 #include "Host/Command/SheetPlan.h"
 #include "Host/Command/ShotTally.h"
 #include "Host/Command/ValueTypes.h"
-#include "Host/Pictures/PictureReader.h"
 #include "Host/Pictures/PictureWriter.h"
 #include "Host/Sheet/ContactSheet.h"
+#include "Host/Shots/FrameList.h"
 #include "Host/Text/Error.h"
 
 #include <CLI/Validators.hpp>
@@ -19,6 +23,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace Kerovane::Host {
@@ -32,6 +37,9 @@ struct SheetOptions {
     std::vector<std::string> vary; ///< empty: an overview
     A_long width = 320;            ///< of a cell's picture, in pixels
     std::size_t columns = 8;       ///< of a row that goes on in the next
+    std::string frames;            ///< empty: frame 0
+    std::string rate;              ///< empty: FrameRate's own
+    PictureOptions picture;
     PresetOptions preset;
     RendererOptions renderer;
     ParameterOptions parameters;
@@ -40,7 +48,9 @@ struct SheetOptions {
 };
 
 void SheetOptions::addTo(CLI::App& command) {
-    command.add_option("IN", in, "picture to read")->required()->type_name(kFileType);
+    command.add_option("IN", in, "picture to read, or a sequence: shot.#.png")
+        ->required()
+        ->type_name(kFileType);
     command.add_option("OUT", out, "sheet to write, its format as its extension says")
         ->required()
         ->type_name(kFileType);
@@ -56,10 +66,16 @@ void SheetOptions::addTo(CLI::App& command) {
         ->check(CLI::Range(kMinWidth, World::kMaxSide).description(""))
         ->type_name("N");
     constexpr std::size_t kMostColumns = 1000;
-    command
-        .add_option("--columns", columns, "pictures in a row, if one parameter varies alone [8]")
+    command.add_option("--columns", columns, "pictures in a row, if one thing varies alone [8]")
         ->check(CLI::Range(std::size_t{1}, kMostColumns).description(""))
         ->type_name("N");
+    command
+        .add_option("--frames", frames,
+                    "the parameters' keys, or the sequence, over time: 0-48x6 or 1,5,9")
+        ->type_name("LIST");
+    command.add_option("--fps", rate, "frames a second: 25, 23.976 or 24000/1001 [24]")
+        ->type_name("RATE");
+    picture.addTo(command);
     preset.addLoadingTo(command);
     renderer.addTo(command);
     command.footer("Example:\n  tesselune sheet photo.jpg sheet.png --vary size=8,16,32 "
@@ -67,11 +83,14 @@ void SheetOptions::addTo(CLI::App& command) {
 }
 
 Label LabelOf(const SheetCell& cell) {
-    if (cell.empty()) {
+    if (cell.isOriginal()) {
         return {"original"};
     }
     Label label;
-    for (const SheetSetting& setting : cell) {
+    if (cell.frame) {
+        label.push_back(fmt::format("frame {}", *cell.frame));
+    }
+    for (const SheetSetting& setting : cell.settings) {
         label.push_back(setting.text);
     }
     return label;
@@ -89,13 +108,6 @@ ContactSheet Layout(const SheetPlan& plan, const World& input, A_long width) {
     return {std::move(labels), pictureWidth, std::max(1, static_cast<int>(std::lround(height)))};
 }
 
-ParameterValues ValuesOf(const SheetCell& cell, ParameterValues values) {
-    for (const SheetSetting& setting : cell) {
-        values.set(setting.id, setting.value);
-    }
-    return values;
-}
-
 /// What is said of the picture is said of the sheet, which has a size of its own.
 OIIO::ImageSpec OriginOfSheet(OIIO::ImageSpec origin, const World& sheet) {
     origin.x = origin.y = origin.full_x = origin.full_y = 0;
@@ -104,14 +116,20 @@ OIIO::ImageSpec OriginOfSheet(OIIO::ImageSpec origin, const World& sheet) {
     return origin;
 }
 
+FrameList FramesOf(const SheetOptions& options) {
+    return options.frames.empty() ? FrameList()
+                                  : ReadOption("--frames", options.frames, ParseFrames);
+}
+
 SheetPlan PlanOf(const SheetOptions& options, const std::vector<Parameter>& parameters,
                  const ParameterSettings& onLine) {
-    if (options.vary.empty()) {
+    const SheetRequest request{
+        .vary = options.vary, .frames = FramesOf(options), .columns = options.columns};
+    if (request.vary.empty() && request.frames.empty()) {
         return Overview(parameters, options.parameters.names());
     }
-    SheetPlan plan =
-        Variations(options.vary, parameters, options.parameters.names(), options.columns);
-    for (const SheetSetting& setting : plan.front().front()) {
+    SheetPlan plan = Variations(request, parameters, options.parameters.names());
+    for (const SheetSetting& setting : plan.front().front().settings) {
         if (onLine.contains(setting.id)) {
             const std::string option = setting.text.substr(0, setting.text.find(' '));
             throw Error(fmt::format("--{0} is given and --vary {0} too", option));
@@ -120,39 +138,64 @@ SheetPlan PlanOf(const SheetOptions& options, const std::vector<Parameter>& para
     return plan;
 }
 
+/** Shows on a terminal how far a sheet is. */
+class SheetProgress {
+public:
+    SheetProgress(const SheetPlan& plan, StandardStreams& streams)
+        : mStreams(streams), mIsShown(streams.terminalColumns().has_value()) {
+        for (const std::vector<SheetCell>& row : plan) {
+            mCells += row.size();
+        }
+    }
+    ~SheetProgress() { draw(""); }
+    SheetProgress(const SheetProgress&) = delete;
+    SheetProgress& operator=(const SheetProgress&) = delete;
+
+    void cellEnded() { draw(fmt::format("{} of {} pictures", ++mEnded, mCells)); }
+
+private:
+    void draw(const std::string& text) {
+        if (mIsShown) {
+            mStreams.draw("\r\x1b[K" + text);
+        }
+    }
+
+    StandardStreams& mStreams;
+    bool mIsShown;
+    std::size_t mCells = 0;
+    std::size_t mEnded = 0;
+};
+
 void MakeSheet(const SheetOptions& options, CommandContext& context) {
     FrameRenderer& renderer = context.renderer();
     const ParameterSettings onLine = options.parameters.settings();
     const SheetPlan plan = PlanOf(options, renderer.parameters(), onLine);
     const Preset look = options.preset.load(renderer, onLine);
-    const ParameterValues fixed = ValuesOverTime(look.settings, FrameRate());
     const PictureWriter writer(options.out);
-    const Picture picture = ReadPicture(options.in);
-    const World& input = picture.world;
-    const Renderer with = options.renderer.choose(context, look.renderer);
-    ContactSheet sheet = Layout(plan, input, options.width);
-    World output(input.depth(), input.width(), input.height());
-    std::size_t nonFinitePixels = 0; // the same in every cell
-    for (std::size_t row = 0; row < plan.size(); ++row) {
-        for (std::size_t column = 0; column < plan[row].size(); ++column) {
-            const SheetCell& cell = plan[row][column];
-            if (!cell.empty()) {
-                nonFinitePixels =
-                    renderer.render({}, ValuesOf(cell, fixed), ViewOf(input), ViewOf(output), with);
+    const FrameRate rate =
+        options.rate.empty() ? FrameRate() : ReadOption("--fps", options.rate, ParseFrameRate);
+    ReadSetting reading;
+    options.picture.set(reading);
+    SheetInput inputs(options.in, reading, plan.front().front().frame);
+    SheetPainter painter(renderer, options.renderer.choose(context, look.renderer), look.settings,
+                         rate, options.picture.conversion());
+    ContactSheet sheet = Layout(plan, inputs.last().first().world, options.width);
+    {
+        SheetProgress progress(plan, context.streams());
+        for (std::size_t row = 0; row < plan.size(); ++row) {
+            for (std::size_t column = 0; column < plan[row].size(); ++column) {
+                const SheetCell& cell = plan[row][column];
+                sheet.place(row, column, painter.paint(cell, inputs.of(cell).first().world));
+                progress.cellEnded();
             }
-            sheet.place(row, column, cell.empty() ? input : output);
         }
     }
-    const World page = sheet.world(input.depth());
-    writer.write(page, OriginOfSheet(picture.origin, page));
-    for (const std::string& loss : picture.losses) {
-        context.streams().complain(loss);
-    }
-    if (!picture.others.isEmpty()) {
-        context.streams().complain(LossOf(picture.others));
-    }
-    if (nonFinitePixels > 0) {
-        context.streams().complain(NonFiniteText(nonFinitePixels));
+    const Picture& picture = inputs.last();
+    World page = sheet.world(picture.first().world.depth());
+    const OIIO::ImageSpec origin = OriginOfSheet(picture.origin(), page);
+    writer.write(PictureOf(std::move(page), origin, {.hasAlpha = false}));
+    if (painter.nonFinitePixels() > 0) {
+        context.streams().complain(NonFiniteText(painter.nonFinitePixels()));
     }
 }
 

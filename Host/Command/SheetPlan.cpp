@@ -15,8 +15,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// All settings of one parameter that a row or a column goes through.
-using Axis = std::vector<SheetSetting>;
+/// All settings of one parameter, or all frames, that a row or a column goes through.
+using Axis = std::vector<SheetCell>;
 
 /// An effect's parameters with the options that they have, both by index.
 struct Options {
@@ -105,9 +105,10 @@ Axis ParseAxis(std::string_view text, const Options& options) {
         try {
             for (const double value : ParseValues(parameter, part)) {
                 axis.push_back(
-                    {.id = parameter.id(),
-                     .value = value,
-                     .text = fmt::format("{} {}", option, FormatValue(parameter, value))});
+                    {.settings = {
+                         {.id = parameter.id(),
+                          .value = value,
+                          .text = fmt::format("{} {}", option, FormatValue(parameter, value))}}});
             }
         } catch (const Error& error) {
             throw Error(fmt::format("--vary {} {}", option, error.what()));
@@ -116,16 +117,16 @@ Axis ParseAxis(std::string_view text, const Options& options) {
     return axis;
 }
 
-std::vector<SheetCell> Row(const Axis& across) {
-    std::vector<SheetCell> cells;
-    for (const SheetSetting& setting : across) {
-        cells.push_back({setting});
+Axis FrameAxis(const FrameList& frames) {
+    Axis axis;
+    for (const A_long frame : frames) {
+        axis.push_back({.frame = frame});
     }
-    return cells;
+    return axis;
 }
 
 /// One row after the other, each but the last of so many cells.
-SheetPlan Wrapped(const std::vector<SheetCell>& cells, std::size_t columns) {
+SheetPlan Wrapped(const Axis& cells, std::size_t columns) {
     SheetPlan rows;
     for (const SheetCell& cell : cells) {
         if (rows.empty() || rows.back().size() == columns) {
@@ -138,10 +139,10 @@ SheetPlan Wrapped(const std::vector<SheetCell>& cells, std::size_t columns) {
 
 SheetPlan Grid(const Axis& across, const Axis& down) {
     SheetPlan rows;
-    for (const SheetSetting& setting : down) {
-        rows.push_back(Row(across));
+    for (const SheetCell& other : down) {
+        rows.push_back(across);
         for (SheetCell& cell : rows.back()) {
-            cell.push_back(setting);
+            cell.settings.insert(cell.settings.end(), other.settings.begin(), other.settings.end());
         }
     }
     return rows;
@@ -154,31 +155,38 @@ SheetPlan Overview(const std::vector<Parameter>& parameters,
     const auto axis = [&](std::string_view text) {
         return ParseAxis(text, {.parameters = parameters, .names = options});
     };
-    SheetPlan plan{Row(axis("shape-type"))};
+    SheetPlan plan{axis("shape-type")};
     plan.front().emplace(plan.front().begin());
     plan.push_back(Grid(axis("transition-type"), axis("transition-progress=50")).front());
-    plan.push_back(Row(axis("transition-progress=15,30,45")));
-    plan.push_back(Row(axis("transition-progress=60,75,90")));
+    plan.push_back(axis("transition-progress=15,30,45"));
+    plan.push_back(axis("transition-progress=60,75,90"));
     return plan;
 }
 
-SheetPlan Variations(const std::vector<std::string>& texts,
-                     const std::vector<Parameter>& parameters,
-                     const std::vector<std::string>& options, std::size_t columns) {
-    if (texts.empty() || texts.size() > 2) {
-        throw Error(fmt::format("--vary takes one parameter or two, not {}", texts.size()));
-    }
+SheetPlan Variations(const SheetRequest& request, const std::vector<Parameter>& parameters,
+                     const std::vector<std::string>& options) {
     const Options all{.parameters = parameters, .names = options};
-    const Axis across = ParseAxis(texts.front(), all);
-    if (texts.size() == 1) {
-        return Wrapped(Row(across), columns);
+    std::vector<Axis> axes;
+    if (!request.frames.empty()) {
+        axes.push_back(FrameAxis(request.frames));
     }
-    const Axis down = ParseAxis(texts.back(), all);
-    if (across.front().id == down.front().id) {
+    for (const std::string& text : request.vary) {
+        axes.push_back(ParseAxis(text, all));
+    }
+    if (axes.empty() || axes.size() > 2) {
+        throw Error(fmt::format("--vary takes one parameter or two{}, not {}",
+                                request.frames.empty() ? "" : ", or one beside --frames",
+                                request.vary.size()));
+    }
+    if (axes.size() == 1) {
+        return Wrapped(axes.front(), request.columns);
+    }
+    if (request.frames.empty() &&
+        axes.front().front().settings.front().id == axes.back().front().settings.front().id) {
         throw Error(fmt::format("--vary {} and {}: two different parameters are needed",
-                                texts.front(), texts.back()));
+                                request.vary.front(), request.vary.back()));
     }
-    return Grid(across, down);
+    return Grid(axes.front(), axes.back());
 }
 
 } // namespace Kerovane::Host

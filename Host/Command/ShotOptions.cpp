@@ -1,5 +1,6 @@
 #include "Host/Command/ShotOptions.h"
 
+#include "Host/Command/ReadOption.h"
 #include "Host/Command/ValueTypes.h"
 #include "Host/Text/Error.h"
 #include "Host/Text/NearestNames.h"
@@ -20,16 +21,6 @@ constexpr std::size_t kMostThreads = 256;
 std::size_t DefaultThreads() {
     constexpr std::size_t kEnough = 16; // for one thread that renders
     return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kEnough);
-}
-
-/// What `parse` makes of an option's text; its errors name the option.
-template <typename Parse>
-auto Read(const char* option, const std::string& text, Parse parse) {
-    try {
-        return parse(text);
-    } catch (const Error& error) {
-        throw Error(fmt::format("{} {}", option, error.what()));
-    }
 }
 
 /// In the order of MissingFrames.
@@ -63,7 +54,9 @@ void ShotOptions::addTo(CLI::App& command) {
     add("--missing", mMissing, ChoiceType(MissingNames()),
         "what becomes of frames that aren't there [error]");
     add("--chunk", mChunk, "K/N", "the K-th of N parts of the frames: 3/10 [1/1]");
-    command.add_flag("--resume", mResume, "keep the outputs that are there and whole")
+    command
+        .add_flag("--resume", mResume,
+                  "keep the outputs that are whole and made with the same settings")
         ->group("Sequences");
     command.add_flag("--no-clobber", mNoClobber, "keep outputs that are there, whatever they are")
         ->group("Sequences");
@@ -84,23 +77,24 @@ ShotRequest ShotOptions::request(const std::filesystem::path& input,
     request.input = input;
     request.output = output;
     if (!mFrames.empty()) {
-        request.frames = Read("--frames", mFrames, ParseFrames);
+        request.frames = ReadOption("--frames", mFrames, ParseFrames);
     }
-    request.missing = Read("--missing", mMissing, ParseMissing);
-    request.chunk = Read("--chunk", mChunk, ParseChunk);
+    request.missing = ReadOption("--missing", mMissing, ParseMissing);
+    request.chunk = ReadOption("--chunk", mChunk, ParseChunk);
     return request;
 }
 
 ShotSetting ShotOptions::setting() const {
     const std::size_t most = mThreads + 1; // one frame is rendered while the others' files are busy
     return {.framesInFlight = mInFlight != 0 ? std::min(mInFlight, most) : most,
-            .depth = mDepth != 0 ? std::optional(static_cast<Depth>(mDepth)) : std::nullopt,
-            .resume = mResume,
-            .keepExisting = mNoClobber};
+            .reading = {.depth =
+                            mDepth != 0 ? std::optional(static_cast<Depth>(mDepth)) : std::nullopt},
+            .conversion = {},
+            .pictures = {.resume = mResume, .keepExisting = mNoClobber}};
 }
 
 FrameRate ShotOptions::rate() const {
-    return hasRate() ? Read("--fps", mRate, ParseFrameRate) : FrameRate();
+    return hasRate() ? ReadOption("--fps", mRate, ParseFrameRate) : FrameRate();
 }
 
 } // namespace Kerovane::Host

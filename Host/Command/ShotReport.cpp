@@ -39,9 +39,9 @@ void ShotReport::frameEnded(const ShotFrame& frame, const FrameReport& report) {
     }
 }
 
-void ShotReport::tellLosses() {
-    for (const std::string& loss : mTally.losses()) {
-        mStreams.complain(loss);
+void ShotReport::tellRemarks() {
+    for (const std::string& remark : mTally.remarks()) {
+        mStreams.complain(remark);
     }
     if (!mTally.nonFinite().empty()) {
         mStreams.complain(mTally.nonFinite());
@@ -56,7 +56,7 @@ int ShotReport::finish(std::string_view onward) {
         mProgress.finish(mTally);
     }
     if (mVerbosity != Verbosity::Quiet) {
-        tellLosses();
+        tellRemarks();
     }
     if (mTally.ended() < mTally.frames()) {
         mStreams.complain(fmt::format("interrupted with {} of {} frames done; {}", mTally.ended(),

@@ -35,7 +35,7 @@ public:
     int finish(std::string_view onward);
 
 private:
-    void tellLosses();
+    void tellRemarks();
 
     Rendering mRendering;
     Verbosity mVerbosity;

@@ -20,7 +20,7 @@ void ShotTally::add(const ShotFrame& frame, const FrameReport& report) {
         size->second = std::min(size->second, frame.number);
     }
     mNonFinitePixels += report.nonFinitePixels;
-    mLosses.insert(report.losses.begin(), report.losses.end());
+    mRemarks.insert(report.remarks.begin(), report.remarks.end());
     switch (report.ending) {
     case FrameEnding::Rendered:
         ++mRendered;

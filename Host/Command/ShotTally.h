@@ -46,8 +46,8 @@ public:
     /// Which sizes the frames have, and where; empty where they have the same.
     std::string sizes() const;
 
-    /// What of the inputs isn't in the outputs, a line each.
-    const std::set<std::string>& losses() const { return mLosses; }
+    /// Such as what of the inputs isn't in the outputs, a line each.
+    const std::set<std::string>& remarks() const { return mRemarks; }
 
     /// In how many pixels NaN and infinities counted as 0; empty if in none.
     std::string nonFinite() const { return NonFiniteText(mNonFinitePixels); }
@@ -60,7 +60,7 @@ private:
     std::size_t mKept = 0;
     FrameList mFailed;
     std::size_t mNonFinitePixels = 0;
-    std::set<std::string> mLosses;
+    std::set<std::string> mRemarks;
     StageSeconds mSeconds; ///< of rendered frames
     std::map<std::pair<A_long, A_long>, A_long> mFirstOfSize;
     std::chrono::steady_clock::time_point mStart = std::chrono::steady_clock::now();

@@ -186,10 +186,7 @@ private:
     std::vector<std::string> mProblems;
 };
 
-} // namespace
-
-std::string FormatPreset(const std::vector<Parameter>& parameters, A_u_long version,
-                         const Preset& preset) {
+Json PresetJson(const std::vector<Parameter>& parameters, A_u_long version, const Preset& preset) {
     Json list = Json::array();
     for (const Parameter& parameter : parameters) {
         if (!parameter.hasValue()) {
@@ -207,7 +204,19 @@ std::string FormatPreset(const std::vector<Parameter>& parameters, A_u_long vers
         text["renderer"] = NameOf(*preset.renderer);
     }
     text["parameters"] = std::move(list);
-    return JsonText(text);
+    return text;
+}
+
+} // namespace
+
+std::string FormatPreset(const std::vector<Parameter>& parameters, A_u_long version,
+                         const Preset& preset) {
+    return JsonText(PresetJson(parameters, version, preset));
+}
+
+std::string FormatRecord(const std::vector<Parameter>& parameters, A_u_long version,
+                         const Preset& preset) {
+    return PresetJson(parameters, version, preset).dump();
 }
 
 Preset ParsePreset(const std::vector<Parameter>& parameters, std::string_view json) {

@@ -25,6 +25,10 @@ struct Preset {
 std::string FormatPreset(const std::vector<Parameter>& parameters, A_u_long version,
                          const Preset& preset);
 
+/// The same in one line, for pictures to say what they were made with.
+std::string FormatRecord(const std::vector<Parameter>& parameters, A_u_long version,
+                         const Preset& preset);
+
 /**
  * Reads what a preset sets. A parameter is found by its disk id, which must fit its name where both
  * are given, or by its name alone; values may be JSON's or text as on the command line. Throws

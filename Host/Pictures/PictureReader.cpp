@@ -1,7 +1,9 @@
 #include "Host/Pictures/PictureReader.h"
 
+#include "Host/Pictures/ColourLayers.h"
 #include "Host/Pictures/FileHeader.h"
 #include "Host/Pictures/PictureFormat.h"
+#include "Host/Pictures/PictureRecord.h"
 #include "Host/Pictures/PixelConversion.h"
 #include "Host/Pictures/Windows.h"
 #include "Host/Text/Error.h"
@@ -15,6 +17,7 @@
 #include <cerrno>
 #include <cmath>
 #include <exception>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <string>
@@ -40,43 +43,10 @@ std::size_t MostMegabytes() {
     return library > 0 ? std::min(library, machine) : machine;
 }
 
-/// -1 where there is none. Not every reader of a format names a channel that the picture has.
-int AlphaOf(const ImageSpec& layout) {
-    return layout.alpha_channel < layout.nchannels ? layout.alpha_channel
-                                                   : layout.channelindex("A");
-}
-
-/// The colour channels by name, else the first three; a single one is grey.
-ChannelPlaces PlacesOf(const ImageSpec& layout) {
-    const int alpha = AlphaOf(layout);
-    const int red = layout.channelindex("R");
-    const int green = layout.channelindex("G");
-    const int blue = layout.channelindex("B");
-    if (red >= 0 && green >= 0 && blue >= 0) {
-        return {.red = red, .green = green, .blue = blue, .alpha = alpha};
-    }
-    const bool colour = layout.nchannels - (alpha >= 0 ? 1 : 0) >= 3;
-    const int first = alpha == 0 && layout.nchannels > 1 ? 1 : 0;
-    return {.red = first,
-            .green = first + (colour ? 1 : 0),
-            .blue = first + (colour ? 2 : 0),
-            .alpha = alpha};
-}
-
-OtherChannels OtherChannelsOf(const ImageSpec& layout) {
-    const ChannelPlaces places = PlacesOf(layout);
-    std::vector<bool> isColour(static_cast<std::size_t>(layout.nchannels));
-    for (const int place : {places.red, places.green, places.blue, places.alpha}) {
-        if (place >= 0) {
-            isColour[static_cast<std::size_t>(place)] = true;
-        }
-    }
-    return {layout, isColour};
-}
-
-/// Reads one file; its errors name it.
+/// Reads one file, part by part; its errors name it.
 class PictureFile {
 public:
+    /// Stands at the first part.
     explicit PictureFile(const std::filesystem::path& file) : mName(file.string()) {
         if (access(file.c_str(), R_OK) != 0) {
             fail(std::generic_category().message(errno));
@@ -96,36 +66,38 @@ public:
 
     std::string format() const { return mInput->format_name(); }
 
-    /// Whether what the file says of a display window is meant.
-    bool hasWindows() const { return format() == "openexr"; }
+    /// Whether what the file says of a display window is meant, and channels are known by name.
+    bool isOpenExr() const { return format() == "openexr"; }
+
+    /// Whether each part is a picture of its own.
+    bool hasParts() const { return isOpenExr() || format() == "tiff"; }
+
+    /// Goes to the part of the given number. Returns whether there is one.
+    bool goTo(int part) {
+        bool isThere = false;
+        attempt([&] { isThere = mInput->seek_subimage(part, 0); });
+        static_cast<void>(mInput->geterror()); // some readers call the end an error
+        if (isThere && part > 0 && hasParts()) {
+            check();
+        }
+        mPart = part;
+        return isThere;
+    }
 
     /// All channels of all pixels, in `Channel` values.
     template <typename Channel>
     std::unique_ptr<Channel[]> read() {
         std::unique_ptr<Channel[]> pixels;
-        bool isRead = false;
-        attempt([&] {
-            pixels = std::make_unique_for_overwrite<Channel[]>(valueCount());
-            isRead = mInput->read_image(0, 0, 0, layout().nchannels,
-                                        OIIO::BaseTypeFromC<Channel>::value, pixels.get());
-        });
-        if (!isRead) {
-            fail(mInput->geterror());
-        }
+        attempt([&] { pixels = std::make_unique_for_overwrite<Channel[]>(valueCount()); });
+        readTo(OIIO::BaseTypeFromC<Channel>::value, pixels.get());
         return pixels;
     }
 
-    /// Those that hold no colour. Only OpenEXR gives channels names by which they are known again.
-    OtherChannels otherChannels() {
-        OtherChannels others = OtherChannelsOf(layout());
-        bool isRead = true;
-        if (!others.isEmpty() && hasWindows()) {
-            attempt([&] { isRead = others.read(*mInput); });
-        }
-        if (!isRead) {
-            fail(mInput->geterror());
-        }
-        return others;
+    StoredPixels readStored() {
+        StoredPixels stored;
+        attempt([&] { stored = StoredPixels(layout()); });
+        readTo(TypeDesc::UNKNOWN, stored.data());
+        return stored;
     }
 
     [[noreturn]] void fail(const std::string& reason) const {
@@ -135,6 +107,15 @@ public:
     }
 
 private:
+    void readTo(TypeDesc type, void* pixels) {
+        bool isRead = false;
+        attempt(
+            [&] { isRead = mInput->read_image(mPart, 0, 0, layout().nchannels, type, pixels); });
+        if (!isRead) {
+            fail(mInput->geterror());
+        }
+    }
+
     void refuseFor(const std::string& reason) const {
         if (!reason.empty()) {
             fail(reason);
@@ -170,13 +151,13 @@ private:
         }
     }
 
-    void check() const {
+    void check() {
         const ImageSpec& layout = this->layout();
         if (layout.deep || layout.depth > 1) {
-            fail("it is not a flat picture");
+            fail("it is not a flat picture, but deep, with several samples a pixel");
         }
         checkSize(layout.width, layout.height);
-        if (hasWindows()) {
+        if (isOpenExr()) {
             checkSize(layout.full_width, layout.full_height);
         }
         constexpr int kMaxChannels = 1024;
@@ -194,15 +175,15 @@ private:
     }
 
     /// A few bytes may claim to be more pixels than anybody has the memory for.
-    void checkMemory() const {
+    void checkMemory() {
         const std::size_t megabytes = MostMegabytes();
         constexpr std::size_t kChannelsOfFrame = 4;
-        const std::size_t frame = hasWindows() && !FillsItsFrame(layout())
+        const std::size_t frame = isOpenExr() && !FillsItsFrame(layout())
                                       ? static_cast<std::size_t>(layout().full_width) *
                                             static_cast<std::size_t>(layout().full_height)
                                       : 0;
-        const std::size_t values = valueCount() + frame * kChannelsOfFrame;
-        if (values * sizeof(float) > megabytes * kMegabyte) {
+        mValues += valueCount() + frame * kChannelsOfFrame;
+        if (mValues * sizeof(float) > megabytes * kMegabyte) {
             fail(fmt::format("its {} x {} pixels of {} channels take more than {} MB",
                              layout().width, layout().height, layout().nchannels, megabytes));
         }
@@ -215,17 +196,12 @@ private:
 
     std::string mName;
     std::unique_ptr<OIIO::ImageInput> mInput;
+    int mPart = 0;
+    std::size_t mValues = 0; ///< of all parts so far
 };
 
 Depth DepthOfFile(const ImageSpec& layout) {
     return layout.format == TypeDesc::UINT8 ? Depth::Bits8 : Depth::Float32;
-}
-
-PictureForm FormOf(const PictureFile& file) {
-    const ChannelPlaces places = PlacesOf(file.layout());
-    return {.isGrey = places.red == places.green,
-            .hasAlpha = places.alpha >= 0,
-            .format = file.format()};
 }
 
 bool IsPremultiplied(const PictureFile& file) {
@@ -233,7 +209,7 @@ bool IsPremultiplied(const PictureFile& file) {
     const std::string format = file.format();
     const bool straight = file.layout().get_int_attribute("oiio:UnassociatedAlpha") != 0 ||
                           format == "bmp" || format == "gif";
-    return AlphaOf(file.layout()) >= 0 && !straight;
+    return !straight;
 }
 
 /// Divides colour by alpha, unless that is 0 or counts as 0: there is nothing to divide by, and
@@ -283,50 +259,106 @@ void Reorient(ImageSpec& layout, std::unique_ptr<Channel[]>& pixels) {
     layout.attribute("Orientation", 1);
 }
 
-template <typename Channel, typename Pixel>
-void FillWorld(const Channel* pixels, const ImageSpec& layout, World& world) {
-    const auto stride = static_cast<std::size_t>(layout.nchannels);
-    const ChannelPlaces places = PlacesOf(layout);
-    for (A_long y = 0; y < world.height(); ++y) {
-        ReadRow(pixels, stride, places, world.row<Pixel>(y));
-        pixels += stride * static_cast<std::size_t>(layout.width);
+/// Where the channels of a layer's pixels are.
+template <typename Channel>
+struct ChannelRows {
+    std::unique_ptr<Channel[]> pixels;
+    std::size_t stride = 0; ///< in channels
+    ChannelPlaces places;
+};
+
+/// A layer out of a part whose pixels were read as they are stored.
+template <typename Channel>
+ChannelRows<Channel> RowsOf(const StoredPixels& stored, const ChannelPlaces& places) {
+    constexpr TypeDesc kType(OIIO::BaseTypeFromC<Channel>::value);
+    const ImageSpec& layout = stored.layout();
+    std::vector<int> from{places.red};
+    ChannelRows<Channel> rows;
+    if (places.green != places.red) {
+        from.insert(from.end(), {places.green, places.blue});
+        rows.places = {.red = 0, .green = 1, .blue = 2};
     }
+    if (places.alpha >= 0) {
+        rows.places.alpha = static_cast<int>(from.size());
+        from.push_back(places.alpha);
+    }
+    rows.stride = from.size();
+    rows.pixels = std::make_unique_for_overwrite<Channel[]>(
+        static_cast<std::size_t>(layout.image_pixels()) * rows.stride);
+    Channel* row = rows.pixels.get();
+    for (int y = layout.y; y < layout.y + layout.height; ++y) {
+        for (std::size_t i = 0; i < from.size(); ++i) {
+            stored.copyRow(from[i], y, layout.x, layout.x + layout.width, kType,
+                           reinterpret_cast<std::byte*>(row + i), rows.stride * sizeof(Channel));
+        }
+        row += rows.stride * static_cast<std::size_t>(layout.width);
+    }
+    return rows;
 }
 
-template <typename Channel, typename Pixel>
-World ReadWorld(PictureFile& file, Depth depth, ImageSpec& layout) {
-    std::unique_ptr<Channel[]> pixels = file.read<Channel>();
-    if constexpr (std::same_as<Channel, float>) {
-        if (IsPremultiplied(file)) {
-            Unpremultiply(pixels.get(), layout.image_pixels(),
-                          static_cast<std::size_t>(layout.nchannels), PlacesOf(layout));
+/// Makes worlds of a part's layers.
+class LayerReader {
+public:
+    /// `stored` is empty unless the part was read so.
+    LayerReader(PictureFile& file, const StoredPixels& stored, ImageSpec& layout)
+        : mFile(file), mStored(stored), mLayout(layout) {}
+
+    World read(const ColourLayer& layer, Depth depth) {
+        return withPixelType(depth, [&]<typename Pixel>(std::type_identity<Pixel>) {
+            return readPixels<Pixel>(layer, depth);
+        });
+    }
+
+private:
+    /// Reads the channels as the file has them, so that they are rounded once: to the layer's
+    /// depth.
+    template <typename Pixel>
+    World readPixels(const ColourLayer& layer, Depth depth) {
+        constexpr unsigned char kFloat = TypeDesc::FLOAT;
+        mIsPremultiplied = layer.hasAlpha() && IsPremultiplied(mFile);
+        switch (mIsPremultiplied ? kFloat : mLayout.format.basetype) {
+        case TypeDesc::UINT8:
+            return readChannels<std::uint8_t, Pixel>(layer, depth);
+        case TypeDesc::UINT16:
+            return readChannels<std::uint16_t, Pixel>(layer, depth);
+        default:
+            return readChannels<float, Pixel>(layer, depth);
         }
     }
-    Reorient(layout, pixels);
-    World world(depth, layout.width, layout.height);
-    FillWorld<Channel, Pixel>(pixels.get(), layout, world);
-    return world;
-}
 
-/// Reads the channels as the file has them, so that they are rounded once: to the layer's depth.
-template <typename Pixel>
-World ReadPixels(PictureFile& file, Depth depth, ImageSpec& layout) {
-    constexpr unsigned char kFloat = TypeDesc::FLOAT;
-    switch (IsPremultiplied(file) ? kFloat : layout.format.basetype) {
-    case TypeDesc::UINT8:
-        return ReadWorld<std::uint8_t, Pixel>(file, depth, layout);
-    case TypeDesc::UINT16:
-        return ReadWorld<std::uint16_t, Pixel>(file, depth, layout);
-    default:
-        return ReadWorld<float, Pixel>(file, depth, layout);
+    template <typename Channel, typename Pixel>
+    World readChannels(const ColourLayer& layer, Depth depth) {
+        ChannelRows<Channel> rows =
+            mStored.isEmpty() ? readAll<Channel>(layer) : RowsOf<Channel>(mStored, layer.places);
+        if constexpr (std::same_as<Channel, float>) {
+            if (mIsPremultiplied) {
+                Unpremultiply(rows.pixels.get(), mLayout.image_pixels(), rows.stride, rows.places);
+            }
+        }
+        if (!mFile.isOpenExr()) {
+            Reorient(mLayout, rows.pixels);
+        }
+        World world(depth, mLayout.width, mLayout.height);
+        const Channel* row = rows.pixels.get();
+        for (A_long y = 0; y < world.height(); ++y) {
+            ReadRow(row, rows.stride, rows.places, world.row<Pixel>(y));
+            row += rows.stride * static_cast<std::size_t>(mLayout.width);
+        }
+        return world;
     }
-}
 
-World ReadWorld(PictureFile& file, Depth depth, ImageSpec& layout) {
-    return withPixelType(depth, [&]<typename Pixel>(std::type_identity<Pixel>) {
-        return ReadPixels<Pixel>(file, depth, layout);
-    });
-}
+    template <typename Channel>
+    ChannelRows<Channel> readAll(const ColourLayer& layer) {
+        return {.pixels = mFile.read<Channel>(),
+                .stride = static_cast<std::size_t>(mLayout.nchannels),
+                .places = layer.places};
+    }
+
+    PictureFile& mFile;
+    const StoredPixels& mStored;
+    ImageSpec& mLayout; ///< of the part, turned upright with its pixels
+    bool mIsPremultiplied = false;
+};
 
 PF_RationalScale PixelAspectRatio(const ImageSpec& layout) {
     constexpr A_u_long kDenominator = 10000;
@@ -345,41 +377,186 @@ std::pair<A_long, A_long> SizeOf(const ImageSpec& layout) {
                      : std::pair(layout.width, layout.height);
 }
 
-} // namespace
+/// The layers to work on of the part that the file stands at.
+std::vector<ColourLayer> LayersToWorkOn(const PictureFile& file, int part,
+                                        const LayerChoice& choice) {
+    if (choice.part.value_or(part) != part) {
+        return {};
+    }
+    return file.isOpenExr() ? Chosen(NamedLayers(file.layout()), file.layout(), choice)
+                            : Chosen({NamelessLayer(file.layout())}, file.layout(), choice);
+}
 
-Picture ReadPicture(const std::filesystem::path& file, std::optional<Depth> depth) {
-    PictureFile input(file);
-    ImageSpec layout = input.layout();
-    Picture picture{.world = ReadWorld(input, depth.value_or(DepthOfFile(layout)), layout),
-                    .origin = {},
-                    .form = FormOf(input),
-                    .others = input.otherChannels(),
-                    .losses = {}};
-    if (input.hasWindows() && !FillsItsFrame(layout)) {
-        if (ReachesBeyondItsFrame(layout)) {
-            picture.losses.emplace_back("pixels outside of the display window are left out");
+std::vector<std::string> NamesIn(const ImageSpec& layout, const ChannelPlaces& places) {
+    std::vector<std::string> names{layout.channel_name(places.red)};
+    if (places.green != places.red) {
+        names.push_back(layout.channel_name(places.green));
+        names.push_back(layout.channel_name(places.blue));
+    }
+    if (places.alpha >= 0) {
+        names.push_back(layout.channel_name(places.alpha));
+    }
+    return names;
+}
+
+/// Reads one part and adds to `losses` what of it can't be had.
+PicturePart ReadPart(PictureFile& file, const std::vector<ColourLayer>& layers,
+                     const ReadSetting& setting, std::vector<std::string>& losses) {
+    ImageSpec layout = file.layout();
+    const std::vector<int> others = OtherPlaces(layout, layers);
+    const bool reachesBeyond = file.isOpenExr() && ReachesBeyondItsFrame(layout);
+    const bool keepsOverscan = reachesBeyond && setting.keepOverscan;
+    if (reachesBeyond && !keepsOverscan) {
+        losses.emplace_back("pixels outside of the display window are left out; --overscan keep "
+                            "keeps them");
+    }
+    PicturePart part;
+    const bool passes = layers.empty() && file.hasParts();
+    if (passes || (file.isOpenExr() && (!others.empty() || layers.size() > 1 || keepsOverscan))) {
+        part.stored = file.readStored();
+    } else if (!others.empty()) {
+        std::vector<std::string> names;
+        std::ranges::transform(others, std::back_inserter(names),
+                               [&](int place) { return layout.channel_name(place); });
+        losses.push_back("other channels are left out: " + ChannelList(names));
+    }
+    LayerReader reader(file, part.stored, layout);
+    for (const ColourLayer& layer : layers) {
+        World world = reader.read(layer, setting.depth.value_or(DepthOfFile(layout)));
+        if (file.isOpenExr() && !FillsItsFrame(layout)) {
+            world = FrameOf(world, layout, !layer.hasAlpha());
         }
-        picture.world = FrameOf(picture.world, layout, !picture.form.hasAlpha);
+        world.layer().pix_aspect_ratio = PixelAspectRatio(layout);
+        part.layers.push_back({.world = std::move(world),
+                               .channels = {.isGrey = layer.isGrey(), .hasAlpha = layer.hasAlpha()},
+                               .channelNames = NamesIn(layout, layer.places)});
+    }
+    part.stored.letPass(others);
+    if (keepsOverscan) {
+        part.stored.keepOverscan();
+        CoverFrame(layout);
+    } else if (file.isOpenExr()) {
         TakeFrame(layout);
     }
-    picture.world.layer().pix_aspect_ratio = PixelAspectRatio(layout);
-    layout.format = layout.channelformat(PlacesOf(layout).red); // channels can differ
-    picture.origin = std::move(layout);
+    if (!layers.empty()) {
+        layout.format = layout.channelformat(layers.front().places.red); // channels can differ
+    }
+    part.origin = std::move(layout);
+    return part;
+}
+
+/// What is in a file of which nothing can be worked on.
+class Contents {
+public:
+    void add(const ImageSpec& layout) {
+        const std::string name = layout.get_string_attribute("oiio:subimagename");
+        mParts.push_back(fmt::format("part {}{} has {}", mParts.size(),
+                                     name.empty() ? "" : " '" + name + "'",
+                                     ChannelList(layout.channelnames)));
+        for (const ColourLayer& layer : NamedLayers(layout)) {
+            if (!layer.name.empty()) {
+                mLayers.push_back(layer.name);
+            }
+        }
+    }
+
+    std::string text() const {
+        const std::string parts = mParts.size() == 1
+                                      ? mParts.front().substr(mParts.front().find(" has ") + 5)
+                                      : fmt::format("{}", fmt::join(mParts, "; "));
+        return mLayers.empty() ? parts
+                               : fmt::format("{}; --layer takes {}", parts, ChannelList(mLayers));
+    }
+
+    int parts() const { return static_cast<int>(mParts.size()); }
+
+private:
+    std::vector<std::string> mParts;
+    std::vector<std::string> mLayers;
+};
+
+/// Why a file with these contents has nothing to work on.
+std::string WhyNothing(const Contents& contents, const LayerChoice& choice) {
+    if (choice.part.value_or(0) >= contents.parts()) {
+        return fmt::format("it has no part {}, as there are {}, counted from 0", *choice.part,
+                           contents.parts());
+    }
+    return fmt::format("it has no colour layer{}: {}",
+                       choice.layer.empty() ? "" : " '" + choice.layer + "'", contents.text());
+}
+
+/// Of formats whose further pictures are no parts: frames, or layers of one picture.
+void CheckSingle(PictureFile& file, Picture& picture) {
+    if (!file.goTo(1)) {
+        return;
+    }
+    if (picture.format == "gif") {
+        file.fail("it is animated; render takes it as a movie if OUT is a movie or a sequence");
+    }
+    if (picture.format == "webp") {
+        file.fail("it is animated, and of WebP only still pictures are read");
+    }
+    picture.losses.push_back(picture.format == "psd"
+                                 ? "the layers of the PSD file are left out: it is taken as they "
+                                   "show together"
+                                 : "pictures behind the first one in the file are left out");
+}
+
+} // namespace
+
+Picture ReadPicture(const std::filesystem::path& file, const ReadSetting& setting) {
+    PictureFile input(file);
+    Picture picture{.parts = {}, .format = input.format()};
+    Contents contents;
+    bool hasColour = false;
+    do {
+        const std::vector<ColourLayer> layers =
+            LayersToWorkOn(input, contents.parts(), setting.choice);
+        contents.add(input.layout());
+        hasColour = hasColour || !layers.empty();
+        picture.parts.push_back(ReadPart(input, layers, setting, picture.losses));
+    } while (input.hasParts() && input.goTo(contents.parts()));
+    if (!hasColour) {
+        input.fail(WhyNothing(contents, setting.choice));
+    }
+    if (!input.hasParts()) {
+        CheckSingle(input, picture);
+    }
     return picture;
+}
+
+bool IsAnimated(const std::filesystem::path& file) {
+    try {
+        PictureFile input(file);
+        return (input.format() == "gif" || input.format() == "webp") && input.goTo(1);
+    } catch (const Error&) {
+        return false; // not even a picture
+    }
 }
 
 bool HoldsPictureLike(const std::filesystem::path& file, const std::filesystem::path& other) {
     const PictureFile input(other);
     ImageSpec layout = input.layout();
-    if (input.hasWindows()) {
+    if (input.isOpenExr()) {
         TakeFrame(layout);
     }
     const auto size = SizeOf(layout);
     try {
-        const World world = ReadPicture(file).world;
+        const Picture picture = ReadPicture(file);
+        const World& world = picture.first().world;
         return std::pair(world.width(), world.height()) == size;
     } catch (const Error&) {
         return false;
+    }
+}
+
+std::optional<std::string> RecordedSettings(const std::filesystem::path& file) {
+    try {
+        const PictureFile input(file);
+        const std::string settings(input.layout().get_string_attribute(kSettingsAttribute));
+        return settings.empty() ? std::nullopt : std::optional(settings);
+    } catch (const Error&) {
+        return std::nullopt;
     }
 }
 

@@ -1,8 +1,12 @@
 #pragma once
 
+#include "Host/Pictures/OutputFormat.h"
 #include "Host/Pictures/Picture.h"
+#include "Host/Pictures/PictureSettings.h"
 
 #include <filesystem>
+#include <string>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -12,26 +16,23 @@ namespace Kerovane::Host {
  */
 class PictureWriter {
 public:
-    /// The format follows the target's extension. Throws Error where there is no such format or the
-    /// target can't be written; nothing is created yet.
-    explicit PictureWriter(std::filesystem::path target);
+    /// The format follows the target's extension. Throws Error if there is no such format, it can't
+    /// hold what the settings ask for, or the target can't be written; nothing is created yet.
+    explicit PictureWriter(std::filesystem::path target, PictureSettings settings = {});
 
     /**
-     * Writes `world` with the metadata of `origin` that still holds: grey or RGB, with alpha or
-     * without, as `form` says; over black if the format has no alpha, as RGB if it has no grey. The
-     * file's depth is that of the world, half or 16 bits if the world has floats and `origin`
-     * those, or the nearest that the format has. Bits within it, tiles and compression are the
-     * origin's if that is of the same format. `others`, if given, are
-     * ones that it holds. Throws Error if it fails.
+     * Writes `picture` with the metadata that still holds: over black if the format has no alpha,
+     * as RGB if it has no grey; its first part alone if it is of another format or that holds one
+     * only. Bits are those of the picture's own file, as far as the worlds' depth kept them, or the
+     * nearest that the format has; tiles and compression if that is of the same format. Returns
+     * what of the picture is not in the file, a line each. Throws Error if it fails.
      */
-    void write(const World& world, const OIIO::ImageSpec& origin, const PictureForm& form = {},
-               const OtherChannels* others = nullptr) const;
-
-    /// Whether a file of the target's format can have those channels.
-    bool holds(const OtherChannels& channels) const;
+    std::vector<std::string> write(const Picture& picture) const;
 
 private:
     std::filesystem::path mTarget;
+    const OutputFormat& mFormat;
+    PictureSettings mSettings;
 };
 
 } // namespace Kerovane::Host

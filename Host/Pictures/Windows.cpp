@@ -64,4 +64,13 @@ void TakeFrame(OIIO::ImageSpec& layout) {
     layout.height = layout.full_height;
 }
 
+void CoverFrame(OIIO::ImageSpec& layout) {
+    const int right = std::max(layout.x + layout.width, layout.full_x + layout.full_width);
+    const int bottom = std::max(layout.y + layout.height, layout.full_y + layout.full_height);
+    layout.x = std::min(layout.x, layout.full_x);
+    layout.y = std::min(layout.y, layout.full_y);
+    layout.width = right - layout.x;
+    layout.height = bottom - layout.y;
+}
+
 } // namespace Kerovane::Host

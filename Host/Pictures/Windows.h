@@ -35,4 +35,7 @@ World FrameOf(const World& world, const OIIO::ImageSpec& layout, bool isOpaque);
 /// Has `layout` describe the frame.
 void TakeFrame(OIIO::ImageSpec& layout);
 
+/// Has `layout` describe the frame and what there are of pixels outside of it.
+void CoverFrame(OIIO::ImageSpec& layout);
+
 } // namespace Kerovane::Host

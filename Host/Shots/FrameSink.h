@@ -3,6 +3,8 @@
 #include "Host/Shots/FrameSource.h"
 
 #include <memory>
+#include <string>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -31,8 +33,9 @@ public:
     FrameSink(const FrameSink&) = delete;
     FrameSink& operator=(const FrameSink&) = delete;
 
-    /// Whether the frame is there already, whole. Several frames are asked for at a time.
-    virtual bool has(const ShotFrame& frame) const = 0;
+    /// Whether the frame is there already and stays. Adds to `remarks` what a user has to know of
+    /// that, a line each. Several frames are asked for at a time.
+    virtual bool has(const ShotFrame& frame, std::vector<std::string>& remarks) const = 0;
 
     /// Draws the frame itself if it can do that better than by way of a picture; null if it can't.
     /// Several frames are asked for at a time. Throws Error if this frame fails.

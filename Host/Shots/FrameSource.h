@@ -1,10 +1,9 @@
 #pragma once
 
-#include "Host/Pictures/Picture.h"
+#include "Host/Pictures/PictureReader.h"
 #include "Host/Shots/Shot.h"
 
 #include <memory>
-#include <optional>
 #include <utility>
 
 namespace Kerovane::Host {
@@ -20,9 +19,8 @@ public:
     /// Which it is, for those who are told of it.
     const ShotFrame& shotFrame() const { return mFrame; }
 
-    /// The frame's pixels, at the given depth or else its own. Several frames are read at a time.
-    /// Throws Error if it fails.
-    virtual Picture read(std::optional<Depth> depth) = 0;
+    /// The frame's pixels. Several frames are read at a time. Throws Error if it fails.
+    virtual Picture read(const ReadSetting& setting) = 0;
 
 private:
     ShotFrame mFrame;

@@ -1,9 +1,13 @@
 #include "Host/Shots/PictureShot.h"
 
 #include "Host/Pictures/PictureReader.h"
+#include "Host/Pictures/PictureRecord.h"
 #include "Host/Pictures/PictureWriter.h"
 
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
+#include <optional>
 #include <system_error>
 
 namespace Kerovane::Host {
@@ -14,8 +18,8 @@ class PictureFrame : public SourceFrame {
 public:
     using SourceFrame::SourceFrame;
 
-    Picture read(std::optional<Depth> depth) override {
-        return ReadPicture(shotFrame().input, depth);
+    Picture read(const ReadSetting& setting) override {
+        return ReadPicture(shotFrame().input, setting);
     }
 };
 
@@ -25,22 +29,32 @@ std::unique_ptr<SourceFrame> PictureSource::next() {
     return mNext < mFrames.size() ? std::make_unique<PictureFrame>(mFrames[mNext++]) : nullptr;
 }
 
-bool PictureSink::has(const ShotFrame& frame) const {
+bool PictureSink::has(const ShotFrame& frame, std::vector<std::string>& remarks) const {
     std::error_code error; // counts as not there
-    return (mSetting.keepExisting && std::filesystem::exists(frame.output, error)) ||
-           (mSetting.resume && HoldsPictureLike(frame.output, frame.input));
+    if (mSetting.keepExisting && std::filesystem::exists(frame.output, error)) {
+        return true;
+    }
+    return mSetting.resume && HoldsPictureLike(frame.output, frame.input) &&
+           isMadeSo(frame, remarks);
+}
+
+bool PictureSink::isMadeSo(const ShotFrame& frame, std::vector<std::string>& remarks) const {
+    const std::string& settings = mSetting.files.record.settings;
+    const std::optional<std::string> recorded = RecordedSettings(frame.output);
+    if (settings.empty() || recorded == settings) {
+        return true;
+    }
+    if (!recorded) {
+        remarks.emplace_back("outputs were kept that hold no record of their settings to compare");
+        return true;
+    }
+    remarks.emplace_back("outputs that were made with other settings were rendered anew");
+    return false;
 }
 
 std::unique_ptr<PackedFrame> PictureSink::pack(const ShotFrame& frame, Picture& picture) {
-    PictureForm form = picture.form;
-    form.hasAlpha = form.hasAlpha || mSetting.canLeaveHoles;
-    const PictureWriter writer(frame.output);
-    const OtherChannels* others = &picture.others;
-    if (!others->isEmpty() && !writer.holds(*others)) {
-        picture.losses.push_back(LossOf(*others));
-        others = nullptr;
-    }
-    writer.write(picture.world, picture.origin, form, others);
+    const PictureWriter writer(frame.output, mSetting.files);
+    std::ranges::move(writer.write(picture), std::back_inserter(picture.losses));
     return nullptr;
 }
 

@@ -1,10 +1,14 @@
 #pragma once
 
+#include "Host/Pictures/PictureSettings.h"
 #include "Host/Shots/FrameSink.h"
 #include "Host/Shots/FrameSource.h"
 
 #include <cstddef>
 #include <span>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -25,21 +29,23 @@ private:
 };
 
 struct PictureSinkSetting {
-    bool resume = false;       ///< keep the outputs that are there and whole
+    bool resume = false;       ///< keep the outputs that are whole and made with the same settings
     bool keepExisting = false; ///< keep the outputs that are there, whatever they are
-    bool canLeaveHoles = true; ///< frames are written with alpha
+    PictureSettings files{};   ///< how outputs are written
 };
 
 /** Writes each frame to a file of its own, whole or not at all. */
 class PictureSink : public FrameSink {
 public:
-    explicit PictureSink(const PictureSinkSetting& setting) : mSetting(setting) {}
+    explicit PictureSink(PictureSinkSetting setting) : mSetting(std::move(setting)) {}
 
-    bool has(const ShotFrame& frame) const override;
+    bool has(const ShotFrame& frame, std::vector<std::string>& remarks) const override;
     std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, Picture& picture) override;
     void put(SourceFrame&, std::unique_ptr<PackedFrame>) override {}
 
 private:
+    bool isMadeSo(const ShotFrame& frame, std::vector<std::string>& remarks) const;
+
     PictureSinkSetting mSetting;
 };
 

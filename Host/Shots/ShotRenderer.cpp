@@ -1,6 +1,5 @@
 #include "Host/Shots/ShotRenderer.h"
 
-#include "Host/Shots/PictureShot.h"
 #include "Host/Text/Error.h"
 
 #include <algorithm>
@@ -8,6 +7,7 @@
 #include <condition_variable>
 #include <exception>
 #include <future>
+#include <iterator>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -72,7 +72,7 @@ void End(FrameJob& job, FrameEnding ending, std::string reason = "") {
 
 void Look(FrameJob& job, const FrameSink& sink) {
     const Stopwatch stopwatch(job.report.seconds.read);
-    if (sink.has(job.source->shotFrame())) {
+    if (sink.has(job.source->shotFrame(), job.report.remarks)) {
         End(job, FrameEnding::Kept);
     }
 }
@@ -90,27 +90,38 @@ void Draw(FrameJob& job, FrameSink& sink) {
 
 void Read(FrameJob& job, const ShotSetting& setting) {
     const Stopwatch stopwatch(job.report.seconds.read);
-    const World& world = job.picture.emplace(job.source->read(setting.depth)).world;
+    const World& world = job.picture.emplace(job.source->read(setting.reading)).first().world;
     job.report.width = world.width();
     job.report.height = world.height();
 }
 
-void Render(FrameJob& job, const ShotDrawing& drawing) {
-    const Stopwatch stopwatch(job.report.seconds.render);
-    const World& input = job.picture->world;
-    World output(input.depth(), input.width(), input.height());
-    job.report.nonFinitePixels =
+/// Draws a layer of the frame in the place of the one that was read.
+void Render(FrameJob& job, World& world, const ShotDrawing& drawing) {
+    World output(world.depth(), world.width(), world.height());
+    job.report.nonFinitePixels +=
         drawing.renderer.render({.time = drawing.rate.timeOf(job.source->shotFrame().number),
                                  .timeStep = drawing.rate.timeStep(),
                                  .downsample = drawing.downsample},
-                                drawing.values, ViewOf(input), ViewOf(output), drawing.with);
-    job.picture->world = std::move(output);
+                                drawing.values, ViewOf(world), ViewOf(output), drawing.with);
+    world = std::move(output);
 }
 
-void Pack(FrameJob& job, FrameSink& sink) {
+void Render(FrameJob& job, const ShotDrawing& drawing) {
+    const Stopwatch stopwatch(job.report.seconds.render);
+    for (PicturePart& part : job.picture->parts) {
+        for (PictureLayer& layer : part.layers) {
+            Render(job, layer.world, drawing);
+        }
+    }
+}
+
+void Pack(FrameJob& job, const ShotSetting& setting, FrameSink& sink) {
     const Stopwatch stopwatch(job.report.seconds.write);
+    if (setting.conversion) {
+        setting.conversion->apply(*job.picture);
+    }
     job.packed = sink.pack(job.source->shotFrame(), *job.picture);
-    job.report.losses = std::move(job.picture->losses);
+    std::ranges::move(job.picture->losses, std::back_inserter(job.report.remarks));
     End(job, FrameEnding::Rendered);
 }
 
@@ -202,7 +213,7 @@ private:
         Run(job, [&] { Draw(job, mSink); });
         Run(job, [&] { Read(job, mSetting); });
         mRendering.pass(job.index, [&] { Run(job, [&] { Render(job, mDrawing); }); });
-        Run(job, [&] { Pack(job, mSink); });
+        Run(job, [&] { Pack(job, mSetting, mSink); });
         mPutting.pass(job.index, [&] { attempt([&] { Put(job, mSink); }); });
         mReporting.pass(job.index, [&] {
             if (!mHasFailed) {
@@ -258,9 +269,7 @@ void RenderShot(const std::vector<ShotFrame>& frames, const ShotSetting& setting
                 const ShotDrawing& drawing, const FrameEnded& ended,
                 const std::atomic<bool>& stop) {
     PictureSource source(frames);
-    PictureSink sink({.resume = setting.resume,
-                      .keepExisting = setting.keepExisting,
-                      .canLeaveHoles = setting.canLeaveHoles});
+    PictureSink sink(setting.pictures);
     ShotSetting bounded = setting;
     bounded.framesInFlight = std::min(setting.framesInFlight, frames.size());
     RenderFrames(source, sink, bounded, drawing, ended, stop);

@@ -3,8 +3,10 @@
 #include "Host/Frames/FrameRenderer.h"
 #include "Host/Parameters/FrameRate.h"
 #include "Host/Parameters/ParameterValues.h"
+#include "Host/Pictures/ColourConversion.h"
 #include "Host/Shots/FrameSink.h"
 #include "Host/Shots/FrameSource.h"
+#include "Host/Shots/PictureShot.h"
 
 #include <atomic>
 #include <cstddef>
@@ -35,15 +37,15 @@ struct FrameReport {
     A_long width = 0; ///< pixels; 0 where the input can't be read
     A_long height = 0;
     std::size_t nonFinitePixels = 0; ///< of the input, whose NaN and infinities counted as 0
-    std::vector<std::string> losses; ///< what of the input isn't in the output, a line each
+    std::vector<std::string>
+        remarks; ///< such as what of the input isn't in the output, a line each
 };
 
 struct ShotSetting {
     std::size_t framesInFlight = 1; ///< each on a thread of its own
-    std::optional<Depth> depth;     ///< else that of each file
-    bool resume = false;            ///< keep the outputs that are there and whole
-    bool keepExisting = false;      ///< keep the outputs that are there, whatever they are
-    bool canLeaveHoles = true;      ///< at any frame of the shot
+    ReadSetting reading;
+    std::optional<ColourConversion> conversion; ///< of what was rendered
+    PictureSinkSetting pictures;                ///< of a shot of pictures
 };
 
 /// What the frames are drawn with.

@@ -6,6 +6,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <string_view>
 
@@ -20,8 +22,9 @@ bool IsMovieName(const std::filesystem::path& file) {
     if (format == nullptr || format->video_codec == AV_CODEC_ID_NONE) {
         return false;
     }
+    static constexpr std::array<std::string_view, 5> kOthers{"apng", "fits", "ico", "mp3", "webp"};
     const std::string_view kind = format->name;
-    return !kind.starts_with("image2") && kind != "webp" && kind != "apng" && kind != "mp3";
+    return !kind.starts_with("image2") && std::ranges::find(kOthers, kind) == kOthers.end();
 }
 
 bool IsMovieFile(const std::filesystem::path& file, bool orPicture) {

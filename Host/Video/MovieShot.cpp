@@ -41,10 +41,10 @@ void Append(std::vector<AvPacket>& to, std::vector<AvPacket> from) {
 
 } // namespace
 
-Picture MovieSourceFrame::read(std::optional<Depth> wanted) {
+Picture MovieSourceFrame::read(const ReadSetting& setting) {
     constexpr int kRgba = 4;
     const MovieForm& form = mReader.form();
-    const Depth depth = wanted.value_or(form.depth());
+    const Depth depth = setting.depth.value_or(form.depth());
     World world(depth, form.width, form.height);
     mReader.unpack(mMovie, ViewOf(world));
     mMovie.frame.reset();
@@ -54,9 +54,7 @@ Picture MovieSourceFrame::read(std::optional<Depth> wanted) {
                                           .den = static_cast<A_u_long>(form.pixelAspect.den)};
         origin.attribute("PixelAspectRatio", static_cast<float>(av_q2d(form.pixelAspect)));
     }
-    return {.world = std::move(world),
-            .origin = std::move(origin),
-            .form = {.hasAlpha = form.hasAlpha}};
+    return PictureOf(std::move(world), std::move(origin), {.hasAlpha = form.hasAlpha});
 }
 
 MovieSource::MovieSource(MovieReader& reader, std::filesystem::path name,
@@ -126,14 +124,14 @@ std::unique_ptr<PackedFrame> MovieSink::draw(SourceFrame& frame) {
 }
 
 std::unique_ptr<PackedFrame> MovieSink::pack(const ShotFrame&, Picture& picture) {
-    const World& world = picture.world;
+    const World& world = picture.first().world;
     if (world.width() != mWidth || world.height() != mHeight) {
         throw Error(fmt::format("has {} x {} pixels, the movie {} x {}", world.width(),
                                 world.height(), mWidth, mHeight));
     }
-    if (!picture.others.isEmpty()) {
-        picture.losses.push_back(LossOf(picture.others));
-    }
+    picture.losses.push_back(LossOfOtherChannels(picture.parts.front()));
+    picture.losses.push_back(LossOfParts(picture, 1));
+    std::erase(picture.losses, "");
     return std::make_unique<PackedMovieFrame>(mWriter.pack(ViewOf(world)));
 }
 

@@ -24,7 +24,7 @@ public:
     MovieSourceFrame(ShotFrame frame, MovieFrame movie, MovieReader& reader)
         : SourceFrame(std::move(frame)), mMovie(std::move(movie)), mReader(reader) {}
 
-    Picture read(std::optional<Depth> wanted) override;
+    Picture read(const ReadSetting& setting) override;
 
     /// Before it is read.
     const AVFrame& stored() const { return *mMovie.frame; }
@@ -92,7 +92,7 @@ public:
     /// Has frames of movies drawn as they are stored; `mosaic` is for such as the encoder takes.
     void drawWith(PlanarMosaic mosaic) { mMosaic.emplace(std::move(mosaic)); }
 
-    bool has(const ShotFrame&) const override { return false; }
+    bool has(const ShotFrame&, std::vector<std::string>&) const override { return false; }
     std::unique_ptr<PackedFrame> draw(SourceFrame& frame) override;
     std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, Picture& picture) override;
     void put(SourceFrame& frame, std::unique_ptr<PackedFrame> packed) override;

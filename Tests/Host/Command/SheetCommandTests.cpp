@@ -80,6 +80,20 @@ TEST_F(Sheet, SpansAGridWithTwoParameters) {
     EXPECT_EQ(RedsAt(down, 16 + 84, 2), (std::vector<float>{0, 0}));
 }
 
+TEST_F(Sheet, LaysFramesOut) {
+    const Words animated{"--invert", "0:off 2:on", "--frames", "0,1,2"};
+    EXPECT_EQ(RedsAt(sheet(animated), 16, 3), (std::vector<float>{1, 1, 0}));
+    Words grid = animated;
+    grid.insert(grid.end(), {"--vary", "depth-5=one,3"});
+    EXPECT_EQ(RedsAt(sheet(grid), 16 + 84, 3), (std::vector<float>{1, 1, 0}));
+    makePicture("shot.0001.png", {1, 0, 0}, TypeDesc::UINT8);
+    makePicture("shot.0002.png", {0, 0, 0}, TypeDesc::UINT8);
+    const Outcome outcome =
+        runFake({"sheet", "shot.#.png", "out.png", "--width", "16", "--frames", "1,2"});
+    EXPECT_EQ(outcome.error, "");
+    EXPECT_EQ(RedsAt(RawPicture::read(mFolder / "out.png"), 16, 2), (std::vector<float>{1, 0}));
+}
+
 TEST_F(Sheet, KeepsOtherOptionsInEveryCell) {
     EXPECT_EQ(RedsAt(sheet({"--invert", "true", "--vary", "depth-5"}), 16, 3),
               (std::vector<float>{0, 0, 0}));

@@ -1,0 +1,144 @@
+#include "Host/Command/OutputOptions.h"
+
+#include "Host/Command/ValueTypes.h"
+#include "Host/Text/Error.h"
+#include "Host/Text/NearestNames.h"
+#include "Host/Text/NumberText.h"
+#include "Host/Text/WordList.h"
+
+#include <CLI/Validators.hpp>
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+namespace Kerovane::Host {
+
+namespace {
+
+/// In the order of grey before colour, without alpha before with it.
+const std::vector<std::string>& ChannelNames() {
+    static const std::vector<std::string> kNames{"grey", "grey-alpha", "rgb", "rgba"};
+    return kNames;
+}
+
+/// The place of `text` among `names`; throws Error, which names the option, if it is none of them.
+std::size_t PlaceAmong(const std::vector<std::string>& names, const char* option,
+                       const std::string& text) {
+    const auto found = std::ranges::find(names, text);
+    if (found == names.end()) {
+        throw Error(fmt::format("{} takes {}, not '{}'{}", option, WordList(names), text,
+                                Suggestion(text, names)));
+    }
+    return static_cast<std::size_t>(found - names.begin());
+}
+
+/// Reads "zip" or "zip:4".
+void ParseCompression(std::string_view text, PictureSettings& settings) {
+    const std::size_t colon = text.find(':');
+    settings.compression = text.substr(0, colon);
+    if (colon != std::string_view::npos) {
+        settings.compressionLevel = ParseWhole(text.substr(colon + 1));
+        if (!settings.compressionLevel) {
+            throw Error(fmt::format("--compression takes NAME or NAME:LEVEL, not '{}'", text));
+        }
+    }
+}
+
+} // namespace
+
+void OutputOptions::addTo(CLI::App& command) {
+    const auto add = [&command](const char* group, const char* name, auto& value,
+                                const std::string& type, const std::string& text) {
+        return command.add_option(name, value, text)->type_name(type)->group(group);
+    };
+    constexpr int kBest = 100;
+    add("Output", "--bits", mBits, ChoiceType(ChannelBitsNames()),
+        "of a channel; movies have 8 or 10 [as IN, 8 in .mp4]");
+    add("Output", "--quality", mQuality, "N",
+        "1 to 100, the best; for what is written with loss [66 of movies]")
+        ->check(CLI::Range(1, kBest).description(""));
+    add("Output", "--channels", mChannels, ChoiceType(ChannelNames()),
+        "of pictures [as IN, with alpha if there can be holes]");
+    add("Output", "--compression", mCompression, "NAME[:LEVEL]",
+        "of pictures: zip:9, dwaa:45, lossless [as IN]");
+    add("Movies", "--codec", mCodec, ChoiceType(AllCodecNames()),
+        "of the pictures [as OUT usually has]");
+    add("Movies", "--bitrate", mBitRate, "BITS", "a second, instead of a quality: 8M, 800k");
+    add("Movies", "--container", mContainer, "NAME",
+        "FFmpeg's name of OUT's format: matroska, nut");
+    add("Movies", "--codec-options", mCodecOptions, "LIST",
+        "the encoder's own: preset=ultrafast:tune=grain");
+}
+
+MovieSettings OutputOptions::movie() const {
+    MovieSettings settings;
+    settings.codec = mCodec;
+    settings.container = mContainer;
+    settings.codecOptions = mCodecOptions;
+    if (mQuality != 0) {
+        settings.quality = mQuality;
+    }
+    if (!mBits.empty()) {
+        static const std::vector<std::string> kNames{"8", "10"};
+        settings.bits = PlaceAmong(kNames, "--bits of a movie", mBits) == 0 ? 8 : 10;
+    }
+    if (!mBitRate.empty()) {
+        if (mQuality != 0) {
+            throw Error("--quality and --bitrate exclude each other");
+        }
+        settings.bitRate = ParseBitRate(mBitRate);
+    }
+    return settings;
+}
+
+PictureSettings OutputOptions::pictures() const {
+    PictureSettings settings;
+    if (!mChannels.empty()) {
+        const std::size_t place = PlaceAmong(ChannelNames(), "--channels", mChannels);
+        settings.channels = {.isGrey = place < 2, .hasAlpha = place % 2 == 1};
+    }
+    if (!mBits.empty()) {
+        settings.bits = static_cast<ChannelBits>(PlaceAmong(ChannelBitsNames(), "--bits", mBits));
+    }
+    if (mQuality != 0) {
+        settings.quality = mQuality;
+    }
+    if (!mCompression.empty()) {
+        ParseCompression(mCompression, settings);
+    }
+    return settings;
+}
+
+std::string OutputOptions::givenForMovies() const {
+    return !mCodec.empty()          ? "--codec"
+           : !mBitRate.empty()      ? "--bitrate"
+           : !mContainer.empty()    ? "--container"
+           : !mCodecOptions.empty() ? "--codec-options"
+                                    : "";
+}
+
+std::string OutputOptions::givenForPictures() const {
+    return !mChannels.empty() ? "--channels" : !mCompression.empty() ? "--compression" : "";
+}
+
+std::int64_t ParseBitRate(const std::string& text) {
+    constexpr double kThousand = 1000;
+    constexpr double kMost = 1e10;
+    std::string digits = text;
+    double unit = 1;
+    if (!digits.empty() && (digits.back() == 'k' || digits.back() == 'M')) {
+        unit = digits.back() == 'k' ? kThousand : kThousand * kThousand;
+        digits.pop_back();
+    }
+    const double rate = ParseNumber(digits).value_or(0) * unit;
+    if (!(rate >= kThousand && rate <= kMost)) {
+        throw Error(fmt::format("--bitrate takes bits a second, like 8M or 800k, not '{}'", text));
+    }
+    return std::llround(rate);
+}
+
+} // namespace Kerovane::Host

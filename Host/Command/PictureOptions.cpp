@@ -1,0 +1,53 @@
+#include "Host/Command/PictureOptions.h"
+
+#include "Host/Command/ValueTypes.h"
+
+#include <CLI/Validators.hpp>
+
+#include <limits>
+
+namespace Kerovane::Host {
+
+namespace {
+
+template <typename Value>
+CLI::Option* Add(CLI::App& command, const char* name, Value& value, const std::string& type,
+                 const std::string& text) {
+    return command.add_option(name, value, text)->type_name(type)->group("Pictures");
+}
+
+} // namespace
+
+void PictureOptions::addTo(CLI::App& command) {
+    Add(command, "--layer", mLayer, "NAME", "of colour to work on alone: diffuse for diffuse.R");
+    Add(command, "--part", mPart, "N", "view or page to work on alone, counted from 0")
+        ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""));
+    Add(command, "--convert", mConvert, "FROM TO",
+        "colour spaces of IN and OUT: linear sRGB; names as in $OCIO");
+}
+
+void PictureOptions::addOverscanTo(CLI::App& command) {
+    Add(command, "--overscan", mOverscan, ChoiceType({"keep"}),
+        "leave pixels outside of the display window as they are")
+        ->check(CLI::IsMember({"keep"}).description(""));
+}
+
+void PictureOptions::set(ReadSetting& setting) const {
+    setting.choice = {.layer = mLayer, .part = mPart};
+    setting.keepOverscan = !mOverscan.empty();
+    if (!mConvert.first.empty() && !setting.depth) {
+        setting.depth = Depth::Float32; // few of 8 bits would be left
+    }
+}
+
+std::optional<ColourConversion> PictureOptions::conversion() const {
+    return mConvert.first.empty()
+               ? std::nullopt
+               : std::optional<ColourConversion>(std::in_place, mConvert.first, mConvert.second);
+}
+
+std::string PictureOptions::givenForPictures() const {
+    return !mLayer.empty() ? "--layer" : mPart ? "--part" : !mOverscan.empty() ? "--overscan" : "";
+}
+
+} // namespace Kerovane::Host

@@ -1,0 +1,36 @@
+#include "Host/Command/SheetPainter.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Kerovane::Host {
+
+SheetPainter::SheetPainter(FrameRenderer& renderer, Renderer with,
+                           const ParameterSettings& settings, FrameRate rate,
+                           std::optional<ColourConversion> conversion)
+    : mRenderer(renderer),
+      mWith(with),
+      mRate(rate),
+      mValues(ValuesOverTime(settings, rate)),
+      mConversion(std::move(conversion)) {}
+
+World SheetPainter::paint(const SheetCell& cell, const World& input) {
+    World output(input.depth(), input.width(), input.height());
+    if (cell.isOriginal()) {
+        std::ranges::copy(input.bytes(), output.bytes().begin());
+    } else {
+        ParameterValues values = mValues;
+        for (const SheetSetting& setting : cell.settings) {
+            values.set(setting.id, setting.value);
+        }
+        const Frame frame{.time = mRate.timeOf(cell.frame.value_or(0)),
+                          .timeStep = mRate.timeStep()};
+        mNonFinitePixels = mRenderer.render(frame, values, ViewOf(input), ViewOf(output), mWith);
+    }
+    if (mConversion) {
+        mConversion->apply(output);
+    }
+    return output;
+}
+
+} // namespace Kerovane::Host

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Host/Command/SheetPlan.h"
+#include "Host/Frames/FrameRenderer.h"
+#include "Host/Parameters/FrameRate.h"
+#include "Host/Parameters/ParameterSettings.h"
+#include "Host/Parameters/ParameterValues.h"
+#include "Host/Pictures/ColourConversion.h"
+
+#include <cstddef>
+#include <optional>
+
+namespace Kerovane::Host {
+
+/** Draws the cells of a sheet one by one. */
+class SheetPainter {
+public:
+    /// What a cell sets wins over `settings`. `renderer` outlives the painter.
+    SheetPainter(FrameRenderer& renderer, Renderer with, const ParameterSettings& settings,
+                 FrameRate rate, std::optional<ColourConversion> conversion);
+
+    World paint(const SheetCell& cell, const World& input);
+
+    /// Of the input that was painted last, whose NaN and infinities counted as 0.
+    std::size_t nonFinitePixels() const { return mNonFinitePixels; }
+
+private:
+    FrameRenderer& mRenderer;
+    Renderer mWith;
+    FrameRate mRate;
+    ParameterValues mValues;
+    std::optional<ColourConversion> mConversion;
+    std::size_t mNonFinitePixels = 0;
+};
+
+} // namespace Kerovane::Host
