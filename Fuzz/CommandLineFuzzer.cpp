@@ -4,7 +4,9 @@
 #include "Fuzz/SampleEffect.h"
 #include "Fuzz/TextInput.h"
 #include "Host/Command/LineParser.h"
+#include "Host/Command/OutputOptions.h"
 #include "Host/Command/ParameterOptions.h"
+#include "Host/Command/PictureOptions.h"
 #include "Host/Command/PresetOptions.h"
 #include "Host/Command/SheetPlan.h"
 #include "Host/Command/ShotOptions.h"
@@ -55,6 +57,11 @@ bool ReadLine(const std::vector<std::string>& words) {
     render.add_option("OUT", out)->required();
     ShotOptions shot;
     shot.addTo(render);
+    PictureOptions picture;
+    picture.addTo(render);
+    picture.addOverscanTo(render);
+    OutputOptions output;
+    output.addTo(render);
     PresetOptions preset;
     preset.addTo(render);
     ParameterOptions renderParameters;
@@ -62,7 +69,10 @@ bool ReadLine(const std::vector<std::string>& words) {
     render.callback([&] {
         CheckSettings(renderParameters);
         shot.request(in, out);
-        shot.setting();
+        ShotSetting setting = shot.setting();
+        picture.set(setting.reading);
+        output.movie();
+        CheckSettings(output.pictures(), OutputFormatOf("out.exr"));
         shot.rate();
     });
 
