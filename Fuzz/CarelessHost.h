@@ -8,7 +8,7 @@ namespace Kerovane::Fuzz {
 /** The effect in a host that checks nothing of what it is asked to hand on. One at a time. */
 class CarelessHost {
 public:
-    /// Loads the effect and sets it up. Throws Error where nothing can be drawn.
+    /// Loads the effect and sets it up. Throws Error if nothing can be drawn.
     CarelessHost();
     ~CarelessHost();
     CarelessHost(const CarelessHost&) = delete;

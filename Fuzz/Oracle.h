@@ -11,7 +11,7 @@
 
 namespace Kerovane::Fuzz {
 
-/// Ends the process where a promise doesn't hold, which is how a target reports a finding.
+/// Ends the process if a promise doesn't hold, which is how a target reports a finding.
 inline void Expect(bool holds, const char* promise) {
     if (!holds) {
         static_cast<void>(std::fprintf(stderr, "broken promise: %s\n", promise));
@@ -19,7 +19,7 @@ inline void Expect(bool holds, const char* promise) {
     }
 }
 
-/// What `read` gives, or nothing where it throws the host's Error, which has to be of one line. Any
+/// What `read` gives, or nothing if it throws the host's Error, which has to be of one line. Any
 /// other exception passes through, and ends the process too.
 template <typename Read>
 std::optional<std::invoke_result_t<Read>> ReadOrError(Read read) {

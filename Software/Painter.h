@@ -63,7 +63,7 @@ public:
 
     /// What becomes of the colour of a cell through which nothing shows.
     Rgba straight(Rgba cell) const {
-        return finished(cell[kAlpha] == 1 ? cell : Mixed(Rgba{}, cell));
+        return finished(cell[kAlpha] == 1 ? cell : mixed(Rgba{}, cell));
     }
 
     void makePixels(std::span<const Rgba> straight, std::span<Pixel<Channel>> pixels) const {
@@ -72,11 +72,11 @@ public:
 
     /// At `x`, `y` of a cell through which the picture shows.
     Pixel<Channel> pixel(Rgba cell, std::ptrdiff_t x, std::ptrdiff_t y) const {
-        return mOut.pixel(finished(Mixed(mIn.fromMemoryOrder(texel(x, y)), cell)));
+        return mOut.pixel(finished(mixed(mIn.fromMemoryOrder(texel(x, y)), cell)));
     }
 
 private:
-    static Rgba Mixed(Rgba ground, Rgba colour) {
+    static Rgba mixed(Rgba ground, Rgba colour) {
         const float alpha = colour[kAlpha];
         return ground * (1 - alpha) + colour * alpha;
     }

@@ -30,7 +30,7 @@ public:
 private:
     /// The first pixel of a row at `shift` that lies `distance` or more to the right of `left`, as
     /// a pixel's own formula has it. The guess may be one pixel off.
-    static std::int32_t FirstPixel(float shift, float left, float distance, std::int32_t width) {
+    static std::int32_t firstPixel(float shift, float left, float distance, std::int32_t width) {
         const auto guess = left + distance - shift;
         auto x =
             static_cast<std::int32_t>(std::min(std::max(guess, -1.0F), static_cast<float>(width))) -
@@ -85,10 +85,10 @@ private:
         const float shift = grid.shift(y);
         const auto width = static_cast<std::int32_t>(mScene.out.width);
         for (std::size_t index = 0; index < mEnds.size(); ++index) {
-            mEnds[index] = FirstPixel(shift, 0, mRights[index], width);
+            mEnds[index] = firstPixel(shift, 0, mRights[index], width);
         }
         for (std::size_t index = 0; index < mCuts.size(); ++index) {
-            const std::int32_t cut = FirstPixel(shift, mLefts[index], mDistances[index], width);
+            const std::int32_t cut = firstPixel(shift, mLefts[index], mDistances[index], width);
             mCuts[index] = std::min(cut, mEnds[index]);
         }
     }

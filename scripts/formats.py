@@ -96,6 +96,8 @@ def compressions_of(extension):
 
 
 def parts_of(extension):
+    if extension == "gif":  # with several pictures it is a movie
+        return False
     source = f"parts.{extension}"
     done = run("oiiotool", "in.exr", "--ch", "R,G,B", "--dup", "--siappend", "-o", source)
     if done.returncode != 0 or render(source, f"out-{source}").returncode != 0:

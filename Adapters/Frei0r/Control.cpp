@@ -22,7 +22,7 @@ Host::Interval RangeOf(const Host::Parameter& parameter) {
 
 double PositionOf(double value, const Host::Interval& range) {
     const double position = (value - range.min) / (range.max - range.min);
-    return position >= 0 ? std::min(position, 1.0) : 0; // 0 also where it is not a number
+    return position >= 0 ? std::min(position, 1.0) : 0; // 0 also if it is not a number
 }
 
 /// "0 Linear, 0.5 Radial In, 1 Radial Out"

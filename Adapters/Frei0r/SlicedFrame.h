@@ -9,7 +9,7 @@
 namespace Kerovane::Frei0r {
 
 /**
- * A frame that the host hands over in slices of one height, in any order: MLT does so where a
+ * A frame that the host hands over in slices of one height, in any order: MLT does so if a
  * filter's property "threads" asks for it, each slice on a thread of its own, and tells nobody how
  * many there are. What belongs together shows in the addresses. All slices of a frame stay in place
  * until the host has the last one back.
@@ -18,7 +18,7 @@ class SlicedFrame {
 public:
     SlicedFrame(double time, const HostFrame& slice);
 
-    /// Takes `slice` in where it is a further one of this frame, and tells whether it is.
+    /// Takes `slice` in if it is a further one of this frame, and tells whether it is.
     bool add(double time, const HostFrame& slice);
 
     /// The slices so far as one frame; nothing while one in between is missing.

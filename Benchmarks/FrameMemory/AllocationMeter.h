@@ -12,7 +12,7 @@ namespace Kerovane::Benchmarks {
  * above all, does not count, nor do blocks below 4 KiB. One measurement at a time.
  *
  * Replaces the process's allocation functions, so the program has to export its symbols.
- * `module` is the path of a loaded library; throws std::invalid_argument where none has it.
+ * `module` is the path of a loaded library; throws std::invalid_argument if none has it.
  */
 std::size_t PeakAllocatedBytes(std::string_view module, const std::function<void()>& run);
 

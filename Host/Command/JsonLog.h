@@ -13,7 +13,7 @@ namespace Kerovane::Host {
 class JsonLog {
 public:
     /// The file is made anew; "-" is standard output. `streams` outlives the log. Throws Error
-    /// where the file can't be made.
+    /// if the file can't be made.
     JsonLog(const std::filesystem::path& file, Renderer renderer, StandardStreams& streams);
 
     /// A line that can't be written is complained of once.

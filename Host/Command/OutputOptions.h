@@ -36,8 +36,7 @@ private:
     int mQuality = 0; ///< 0: the usual
 };
 
-/// Reads bits a second: "8M", "1.5M", "800k", "8000000". Throws Error, whose text stands behind the
-/// option's name.
+/// Reads bits a second: "8M", "1.5M", "800k", "8000000". Throws Error for other text.
 std::int64_t ParseBitRate(const std::string& text);
 
 } // namespace Kerovane::Host

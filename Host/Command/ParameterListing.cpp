@@ -22,7 +22,7 @@ std::string TableDefault(const Parameter& parameter) {
     return parameter.hasValue() ? FormatValue(parameter, parameter.defaultValue) : "";
 }
 
-/// What can be set, with the slider's reach where that is less.
+/// What can be set, with the slider's reach if that is less.
 std::string TableValues(const Parameter& parameter) {
     if (!parameter.hasValue()) {
         return "";

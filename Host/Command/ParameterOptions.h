@@ -30,7 +30,7 @@ public:
     /// By index, without hyphens, as OptionNamesIn gives them.
     const std::vector<std::string>& names() const { return mNames; }
 
-    /// What was given, once the line is parsed: values or keys over frames. Throws Error where one
+    /// What was given, once the line is parsed: values or keys over frames. Throws Error if one
     /// can't be set.
     ParameterSettings settings() const;
 

@@ -26,7 +26,7 @@ public:
     /// shipped preset. Throws Error if there is none or it can't be used.
     Preset load(const FrameRenderer& renderer, const ParameterSettings& onLine) const;
 
-    /// Writes a preset, whole or not at all, if that was asked for. Throws Error where it fails.
+    /// Writes a preset, whole or not at all, if that was asked for. Throws Error if it fails.
     void save(const FrameRenderer& renderer, const Preset& preset) const;
 
 private:

@@ -30,7 +30,7 @@ struct SheetCell {
 using SheetPlan = std::vector<std::vector<SheetCell>>;
 
 /// The original, all shapes, all transitions and a ladder of their progress. `options` are those of
-/// OptionNames. Throws Error where the effect has no such parameters.
+/// OptionNames. Throws Error if the effect has no such parameters.
 SheetPlan Overview(const std::vector<Parameter>& parameters,
                    const std::vector<std::string>& options);
 

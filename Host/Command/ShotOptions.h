@@ -18,7 +18,7 @@ public:
 
     void addTo(CLI::App& command);
 
-    /// Each throws Error where an option's value is none.
+    /// Each throws Error if an option's value is none.
     ShotRequest request(const std::filesystem::path& input,
                         const std::filesystem::path& output) const;
     ShotSetting setting() const;

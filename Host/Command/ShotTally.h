@@ -43,7 +43,7 @@ public:
     /// "2 frames failed: 1003, 1010".
     std::string failures() const;
 
-    /// Which sizes the frames have, and where; empty where they have the same.
+    /// Which sizes the frames have, and where; empty if they have the same.
     std::string sizes() const;
 
     /// Such as what of the inputs isn't in the outputs, a line each.

@@ -47,7 +47,7 @@ void StandardStreams::complain(std::string_view message) {
 
 void StandardStreams::draw(std::string_view text) {
     if (mError != nullptr) {
-        // Nothing is left to do where even this fails.
+        // Nothing is left to do if even this fails.
         static_cast<void>(std::fwrite(text.data(), 1, text.size(), mError.get()));
         static_cast<void>(std::fflush(mError.get()));
     }

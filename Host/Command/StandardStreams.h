@@ -20,7 +20,7 @@ public:
     /// Sends what others print to the command's standard error. It goes nowhere otherwise.
     void showOthers();
 
-    /// To standard output. Throws Error where it can't be written.
+    /// To standard output. Throws Error if it can't be written.
     void print(std::string_view text);
 
     /// Of standard output, for those who write it themselves; -1 if there is none.
@@ -29,7 +29,7 @@ public:
     /// To standard error as it is: what is drawn anew on a terminal.
     void draw(std::string_view text);
 
-    /// Nothing where standard error is no terminal.
+    /// Nothing if standard error is no terminal.
     std::optional<int> terminalColumns() const;
 
     /// To standard error, as one line with the command's name before it.
@@ -43,7 +43,7 @@ private:
 
     static File keep(int descriptor);
 
-    File mOutput; ///< null where the process was given none, as below
+    File mOutput; ///< null if the process was given none, as below
     File mError;
 };
 

@@ -21,7 +21,7 @@ public:
     A_u_long timeScale() const { return mFrames; }
     A_long timeStep() const { return mSeconds; }
 
-    /// Throws Error where the frame lies beyond what a Time can hold.
+    /// Throws Error if the frame lies beyond what a Time can hold.
     Time timeOf(A_long frame) const;
 
     /// Also between frames.
@@ -36,7 +36,7 @@ private:
 
 /**
  * Reads "24", "12.5", "24000/1001" or a broadcast rate as people write it: "23.976", "29.97",
- * "59.94" mean the fractions over 1001. Throws Error, whose text stands behind the option's name.
+ * "59.94" mean the fractions over 1001. Throws Error for other text.
  */
 FrameRate ParseFrameRate(std::string_view text);
 

@@ -36,7 +36,7 @@ public:
     /// The same value at all times.
     explicit Keyframes(double value);
 
-    /// Throws Error where there is no key or their places don't grow from key to key.
+    /// Throws Error if there is no key or their places don't grow from key to key.
     explicit Keyframes(std::vector<Keyframe> keys, KeyUnit unit = KeyUnit::Frames);
 
     /// At a place in unit().

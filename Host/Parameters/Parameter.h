@@ -33,7 +33,7 @@ struct Parameter {
     A_long id() const { return definition.uu.id; }
     PF_ParamType type() const { return definition.param_type; }
 
-    /// The name, or the label where the name is empty.
+    /// The name, or the label if the name is empty.
     const std::string& displayName() const { return name.empty() ? label : name; }
 
     /// False for the layer and for groups.
@@ -51,7 +51,7 @@ struct Parameter {
 };
 
 /**
- * Reads a definition that an effect adds. Throws Error where this host can't hold it: an unknown
+ * Reads a definition that an effect adds. Throws Error if this host can't hold it: an unknown
  * type, an empty range, a default outside it, a popup whose names don't match their number.
  */
 Parameter MakeParameter(const PF_ParamDef& definition);
@@ -59,7 +59,7 @@ Parameter MakeParameter(const PF_ParamDef& definition);
 /// The definition with `value`, in the user's units, as its value; rounded to what the type holds.
 PF_ParamDef DefinitionWithValue(const Parameter& parameter, double value);
 
-/// The parameter with that disk id or display name; null where there is none.
+/// The parameter with that disk id or display name; null if there is none.
 const Parameter* FindParameter(const std::vector<Parameter>& parameters, A_long id);
 const Parameter* FindParameter(const std::vector<Parameter>& parameters, std::string_view name);
 

@@ -27,12 +27,11 @@ std::string AcceptedValues(const Parameter& parameter);
 /**
  * The value that `text` names: a number, with the parameter's unit behind it or without (50%, 20px,
  * 45deg), a popup's choice by typed name or by number, true or false for a checkbox in capitals or
- * not, or one of its other words. Where `text` is none or lies outside the valid range it throws
- * Error, whose text stands behind the parameter's name: "takes square or triangle, not 'circle'".
+ * not, or one of its other words. Throws Error if `text` is none or lies outside the valid range.
  */
 double ParseValue(const Parameter& parameter, std::string_view text);
 
-/// `value` in a form that ParseValue reads, to six digits where it isn't a whole number.
+/// `value` in a form that ParseValue reads, to six digits if it isn't a whole number.
 std::string FormatValue(const Parameter& parameter, double value);
 
 } // namespace Kerovane::Host

@@ -20,7 +20,7 @@ public:
     void set(A_long id, double value);
     void set(A_long id, OverTime value);
 
-    /// Nothing where the parameter is not set.
+    /// Nothing if the parameter is not set.
     std::optional<double> at(A_long id, Time time) const;
 
 private:

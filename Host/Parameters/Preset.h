@@ -30,9 +30,9 @@ std::string FormatRecord(const std::vector<Parameter>& parameters, A_u_long vers
                          const Preset& preset);
 
 /**
- * Reads what a preset sets. A parameter is found by its disk id, which must fit its name where both
+ * Reads what a preset sets. A parameter is found by its disk id, which must fit its name if both
  * are given, or by its name alone; values may be JSON's or text as on the command line. Throws
- * Error where it isn't well formed or sets what can't be set; the text names each such entry with
+ * Error if it isn't well formed or sets what can't be set; the text names each such entry with
  * its place: "parameters[2].value takes a whole number from 2 to 3000, not '1'".
  */
 Preset ParsePreset(const std::vector<Parameter>& parameters, std::string_view json);

@@ -12,7 +12,7 @@ namespace Kerovane::Host {
  */
 class MemoryFile {
 public:
-    /// Throws Error where the system gives none.
+    /// Throws Error if the system gives none.
     MemoryFile();
     ~MemoryFile();
     MemoryFile(const MemoryFile&) = delete;
@@ -21,7 +21,7 @@ public:
     /// A name under which this process can open it.
     std::filesystem::path path() const;
 
-    /// What was written so far, until something more is. Asked once. Throws Error where it can't be
+    /// What was written so far, until something more is. Asked once. Throws Error if it can't be
     /// had, or the limit cut it off.
     std::span<const std::byte> content();
 

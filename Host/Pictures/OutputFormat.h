@@ -42,6 +42,7 @@ struct OutputFormat {
     bool hasParts = false;
     bool hasNamedChannels = false;
     bool hasQuality = false;
+    bool hasMetadata = false;
     bool hasRecord = false; ///< attributes of any name
 };
 

@@ -81,6 +81,16 @@ bool DescribesTheFile(const OIIO::ParamValue& attribute, ColourChannels channels
            std::ranges::any_of(kPrefixes, [name](auto prefix) { return name.starts_with(prefix); });
 }
 
+/// Whether a user would miss an attribute in a file that holds none.
+bool IsWorthTelling(const OIIO::ParamValue& attribute, ColourChannels channels) {
+    static constexpr std::array<std::string_view, 12> kUsual{
+        "DateTime",           "FramesPerSecond",   "Orientation",     "PixelAspectRatio",
+        "ResolutionUnit",     "Software",          "XResolution",     "YResolution",
+        "screenWindowCenter", "screenWindowWidth", "oiio:ColorSpace", kSettingsAttribute};
+    return !DescribesTheFile(attribute, channels) &&
+           std::ranges::find(kUsual, std::string_view(attribute.name().c_str())) == kUsual.end();
+}
+
 void CopyMetadata(const ImageSpec& origin, ColourChannels channels, const OutputFormat& format,
                   ImageSpec& spec) {
     for (const OIIO::ParamValue& attribute : origin.extra_attribs) {
@@ -267,6 +277,13 @@ std::vector<std::string> LossesOf(const PicturePart& part, const PartLayout& lay
         !settings.channels) {
         losses.push_back(
             fmt::format("the picture lies over black, as {} holds no alpha", format.name));
+    }
+    const bool hasMetadata =
+        std::ranges::any_of(part.origin.extra_attribs, [&](const OIIO::ParamValue& attribute) {
+            return IsWorthTelling(attribute, layout.layers.front());
+        });
+    if (hasMetadata && !format.hasMetadata) {
+        losses.push_back(fmt::format("metadata is left out, as {} holds none", format.name));
     }
     if (!settings.bits) {
         const ChannelBits wanted = BitsOf(part, true);

@@ -228,7 +228,7 @@ void Unpremultiply(float* pixel, std::size_t pixels, std::size_t stride, Channel
     }
 }
 
-/// 1 to 8: how the picture is stored; 1, upright, where the file says none of these.
+/// 1 to 8: how the picture is stored; 1, upright, if the file says none of these.
 int OrientationOf(const ImageSpec& layout) {
     constexpr int kUpright = 1;
     constexpr int kLast = 8;
@@ -236,7 +236,7 @@ int OrientationOf(const ImageSpec& layout) {
     return orientation >= kUpright && orientation <= kLast ? orientation : kUpright;
 }
 
-/// Turns the pixels upright where the file says that they are stored otherwise, and `layout` with
+/// Turns the pixels upright if the file says that they are stored otherwise, and `layout` with
 /// them.
 template <typename Channel>
 void Reorient(ImageSpec& layout, std::unique_ptr<Channel[]>& pixels) {

@@ -18,7 +18,7 @@ struct ReadSetting {
 /**
  * Reads a picture file: grey or RGB, with or without alpha, of all its parts, or those chosen.
  * Everything else of an OpenEXR file is kept as it is stored; of others it is only named. Layers
- * are the display window, where a file has one: what its data window lacks of that is transparent,
+ * are the display window, if a file has one: what its data window lacks of that is transparent,
  * or black if the file has no alpha. Layers have straight alpha, so premultiplied colour is divided
  * by it. Colour values are not managed. A picture that is stored turned or mirrored comes upright.
  *
@@ -33,7 +33,7 @@ bool IsAnimated(const std::filesystem::path& file);
 
 /**
  * Whether `file` holds a whole picture, down to its last pixel, of the size that `other` has by its
- * header. Throws Error where `other` can't be read as a picture.
+ * header. Throws Error if `other` can't be read as a picture.
  */
 bool HoldsPictureLike(const std::filesystem::path& file, const std::filesystem::path& other);
 

@@ -33,11 +33,11 @@ struct ChannelPlaces {
     int red = 0;
     int green = 0;
     int blue = 0;
-    int alpha = -1; ///< -1 where the file has none: opaque
+    int alpha = -1; ///< -1 if the file has none: opaque
 };
 
 /// `value` of `fromWhite` on the scale of `toWhite`, rounded to the nearest and kept within 0 to
-/// white where `To` is an integer.
+/// white if `To` is an integer.
 template <typename To, typename From>
 To Rescale(From value, double fromWhite, double toWhite) {
     if constexpr (std::same_as<To, From>) {

@@ -54,7 +54,7 @@ void KeepHandles(const PF_OutData& outData, PF_InData& inData) {
     inData.frame_data = outData.frame_data;
 }
 
-/// Sends a command through `send` as hosts do, and throws where the effect failed at `doing` it.
+/// Sends a command through `send` as hosts do, and throws if the effect failed at `doing` it.
 template <typename Send>
 void Run(EffectSession& session, std::string_view doing, Send send) {
     PF_OutData& outData = session.outData();

@@ -23,7 +23,7 @@ struct Frame {
  * sees differ by the ParameterValues that they render with. Threads may share it: its operations
  * run one after another, as effects of this kind want it.
  *
- * Operations throw Error where the effect returns an error or asks to display one.
+ * Operations throw Error if the effect returns an error or asks to display one.
  */
 class Effect {
 public:

@@ -10,7 +10,7 @@ namespace Kerovane::Host {
 /** An effect's shared library, loaded for as long as the object lives. */
 class EffectModule {
 public:
-    /// `path` is a file, never looked up on the loader's search path. Throws Error where it can't
+    /// `path` is a file, never looked up on the loader's search path. Throws Error if it can't
     /// be loaded or has no effect's entry.
     explicit EffectModule(const std::filesystem::path& path);
 

@@ -12,13 +12,13 @@ namespace Kerovane::Host {
 
 /// What the effect reaches through PF_InData and what belongs to one session.
 struct EffectCallbacks {
-    static PF_Err CheckoutParam(PF_ProgPtr ref, PF_ParamIndex index, A_long ticks, A_long,
+    static PF_Err checkoutParam(PF_ProgPtr ref, PF_ParamIndex index, A_long ticks, A_long,
                                 A_u_long scale, PF_ParamDef* param);
-    static PF_Err CheckinParam(PF_ProgPtr ref, PF_ParamDef* param);
-    static PF_Err AddParam(PF_ProgPtr ref, PF_ParamIndex index, PF_ParamDef* definition);
+    static PF_Err checkinParam(PF_ProgPtr ref, PF_ParamDef* param);
+    static PF_Err addParam(PF_ProgPtr ref, PF_ParamIndex index, PF_ParamDef* definition);
 
 private:
-    static EffectSession& SessionOf(PF_ProgPtr ref) {
+    static EffectSession& sessionOf(PF_ProgPtr ref) {
         return *reinterpret_cast<EffectSession*>(ref);
     }
 };
@@ -66,12 +66,12 @@ PF_UtilCallbacks Utilities() {
 
 } // namespace
 
-PF_Err EffectCallbacks::CheckoutParam(PF_ProgPtr ref, PF_ParamIndex index, A_long ticks, A_long,
+PF_Err EffectCallbacks::checkoutParam(PF_ProgPtr ref, PF_ParamIndex index, A_long ticks, A_long,
                                       A_u_long scale, PF_ParamDef* param) {
     if (ref == nullptr || param == nullptr || scale == 0) {
         return PF_Err_BAD_CALLBACK_PARAM;
     }
-    EffectSession& session = SessionOf(ref);
+    EffectSession& session = sessionOf(ref);
     if (index < 0 || static_cast<std::size_t>(index) >= session.mParameters.size()) {
         return PF_Err_INVALID_INDEX;
     }
@@ -82,21 +82,21 @@ PF_Err EffectCallbacks::CheckoutParam(PF_ProgPtr ref, PF_ParamIndex index, A_lon
     return PF_Err_NONE;
 }
 
-PF_Err EffectCallbacks::CheckinParam(PF_ProgPtr ref, PF_ParamDef* param) {
+PF_Err EffectCallbacks::checkinParam(PF_ProgPtr ref, PF_ParamDef* param) {
     if (ref == nullptr || param == nullptr) {
         return PF_Err_BAD_CALLBACK_PARAM;
     }
     if (std::exchange(param->unused, 0) == kCheckedOut) {
-        --SessionOf(ref).mCheckouts;
+        --sessionOf(ref).mCheckouts;
     }
     return PF_Err_NONE;
 }
 
-PF_Err EffectCallbacks::AddParam(PF_ProgPtr ref, PF_ParamIndex index, PF_ParamDef* definition) {
+PF_Err EffectCallbacks::addParam(PF_ProgPtr ref, PF_ParamIndex index, PF_ParamDef* definition) {
     if (ref == nullptr || definition == nullptr) {
         return PF_Err_BAD_CALLBACK_PARAM;
     }
-    EffectSession& session = SessionOf(ref);
+    EffectSession& session = sessionOf(ref);
     std::vector<Parameter>& parameters = session.mParameters;
     const auto count = static_cast<PF_ParamIndex>(parameters.size());
     if (index != -1 && (index < 1 || index > count)) {
@@ -121,9 +121,9 @@ PF_Err EffectCallbacks::AddParam(PF_ProgPtr ref, PF_ParamIndex index, PF_ParamDe
 
 EffectSession::EffectSession(const std::filesystem::path& module)
     : mModule(module), mParameters{InputLayer()}, mUtilities(Utilities()) {
-    mInData.inter = {.checkout_param = EffectCallbacks::CheckoutParam,
-                     .checkin_param = EffectCallbacks::CheckinParam,
-                     .add_param = EffectCallbacks::AddParam,
+    mInData.inter = {.checkout_param = EffectCallbacks::checkoutParam,
+                     .checkin_param = EffectCallbacks::checkinParam,
+                     .add_param = EffectCallbacks::addParam,
                      .abort = Abort,
                      .progress = Progress};
     mInData.utils = &mUtilities;

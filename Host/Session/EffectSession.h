@@ -30,7 +30,7 @@ struct LiveCounts {
  */
 class EffectSession {
 public:
-    /// Throws Error where the module can't be loaded.
+    /// Throws Error if the module can't be loaded.
     explicit EffectSession(const std::filesystem::path& module);
     EffectSession(const EffectSession&) = delete;
     EffectSession& operator=(const EffectSession&) = delete;

@@ -37,7 +37,7 @@ public:
 
     /**
      * A transparent black world, each row padded to a multiple of 16 bytes and 16 bytes more.
-     * Throws Error where a side is negative or above kMaxSide, std::bad_alloc without memory.
+     * Throws Error if a side is negative or above kMaxSide, std::bad_alloc without memory.
      */
     World(Depth depth, std::ptrdiff_t width, std::ptrdiff_t height);
 
@@ -88,7 +88,7 @@ A_long BytesPerPixel(Depth depth);
 
 PF_PixelFormat PixelFormatOf(Depth depth);
 
-/// Nothing where `format` is none of the three.
+/// Nothing if `format` is none of the three.
 std::optional<Depth> DepthOf(PF_PixelFormat format);
 
 /// The depth of a layer from its record or a copy of it; nothing if neither a World nor LayerOver

@@ -14,8 +14,7 @@ using FrameList = std::vector<A_long>;
 
 /**
  * Reads "1001-1100", "1001-1100x2" (every second), "1,5,9" and any such, separated by commas, in
- * any order. Throws Error, whose text stands behind the option's name; also where it names more
- * than a million frames.
+ * any order. Throws Error for other text, or if it names more than a million frames.
  */
 FrameList ParseFrames(std::string_view text);
 
@@ -31,7 +30,7 @@ struct Chunk {
     A_long count = 1;
 };
 
-/// Reads "3/10". Throws Error, whose text stands behind the option's name.
+/// Reads "3/10". Throws Error for other text.
 Chunk ParseChunk(std::string_view text);
 
 /**

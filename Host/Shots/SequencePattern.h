@@ -16,12 +16,12 @@ namespace Kerovane::Host {
  */
 class SequencePattern {
 public:
-    /// Nothing where the file's name has no such place. Throws Error where it has several.
+    /// Nothing if the file's name has no such place. Throws Error if it has several.
     static std::optional<SequencePattern> parse(const std::filesystem::path& pattern);
 
     std::filesystem::path pathOf(A_long frame) const;
 
-    /// The frames whose files there are. Throws Error where the folder can't be read.
+    /// The frames whose files there are. Throws Error if the folder can't be read.
     FrameList framesOnDisk() const;
 
 private:

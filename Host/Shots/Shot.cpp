@@ -37,7 +37,7 @@ public:
 
     FrameList allFrames() const {
         if (!mPattern) {
-            throw Error("--frames is needed where the input is one picture");
+            throw Error("--frames is needed if the input is one picture");
         }
         return FramesBetween(mOnDisk.front(), mOnDisk.back());
     }

@@ -23,7 +23,7 @@ enum class MissingFrames {
 
 struct ShotRequest {
     std::filesystem::path input;     ///< a sequence, or one picture for all frames
-    std::filesystem::path output;    ///< a sequence, or one picture where there is one frame
+    std::filesystem::path output;    ///< a sequence, or one picture if there is one frame
     std::optional<FrameList> frames; ///< else from the first to the last on disk
     MissingFrames missing = MissingFrames::Error;
     Chunk chunk;
@@ -46,7 +46,7 @@ void CheckNotInPlace(const std::vector<ShotFrame>& frames);
 
 /**
  * Looks up what there is on disk. What a frame is made of depends on the sequence alone, not on the
- * chunk or on the other frames asked for. Throws Error where the request can't be carried out as a
+ * chunk or on the other frames asked for. Throws Error if the request can't be carried out as a
  * whole.
  */
 Shot PlanShot(const ShotRequest& request);

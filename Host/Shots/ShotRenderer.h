@@ -34,7 +34,7 @@ struct FrameReport {
     FrameEnding ending = FrameEnding::Failed;
     std::string reason; ///< of a failure, one line
     StageSeconds seconds;
-    A_long width = 0; ///< pixels; 0 where the input can't be read
+    A_long width = 0; ///< pixels; 0 if the input can't be read
     A_long height = 0;
     std::size_t nonFinitePixels = 0; ///< of the input, whose NaN and infinities counted as 0
     std::vector<std::string>

@@ -47,8 +47,8 @@ struct VideoCodec {
     AVPixelFormat formatFor(CodecDemand demand) const;
 };
 
-/// The codec of that name. Throws Error, whose text stands behind the option's name, if there is
-/// none or this build lacks it; it names those that there are.
+/// The codec of that name. Throws Error, which names those that there are, if there is none or this
+/// build lacks it.
 const VideoCodec& CodecNamed(std::string_view name);
 
 /// The codec that movies with that extension, such as ".mp4", have unless told otherwise; null if

@@ -2,7 +2,7 @@
  * Callbacks that the host hands over with every call, in PF_InData. Included by AE_Effect.h, which
  * declares the types.
  */
-/* Ahead of the guard: AE_Effect.h includes this header where its types are known. */
+/* Ahead of the guard: AE_Effect.h includes this header if its types are known. */
 #include "AE_Effect.h"
 
 #ifndef AE_EFFECT_CB_H
@@ -39,7 +39,7 @@ typedef struct PF_UtilCallbacks {
     void (*host_dispose_handle)(PF_Handle handle);
     A_HandleSize (*host_get_handle_size)(PF_Handle handle);
     PF_ANSICallbacks ansi;
-    /* The address of the world's first pixel, or of the pixel in `world` that `pixels` names where
+    /* The address of the world's first pixel, or of the pixel in `world` that `pixels` names if
        it is not null. Null through `out` when the world has another depth. */
     PF_Err (*get_pixel_data8)(PF_EffectWorld* world, PF_PixelPtr pixels, PF_Pixel8** out);
     PF_Err (*get_pixel_data16)(PF_EffectWorld* world, PF_PixelPtr pixels, PF_Pixel16** out);

@@ -18,7 +18,7 @@ typedef struct PF_ANSICallbacksSuite1 {
 
 /* "PF Handle Suite", versions 1 and 2. */
 typedef struct PF_HandleSuite1 {
-    PF_Handle (*host_new_handle)(A_HandleSize size); /* null where there is no memory */
+    PF_Handle (*host_new_handle)(A_HandleSize size); /* null if there is no memory */
     void* (*host_lock_handle)(PF_Handle handle);
     void (*host_unlock_handle)(PF_Handle handle);
     void (*host_dispose_handle)(PF_Handle handle);

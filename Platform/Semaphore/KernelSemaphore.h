@@ -17,7 +17,7 @@ public:
     /// No thread may be waiting.
     ~KernelSemaphore() = default;
 
-    /// Takes one from the count; where it is 0, blocks until a signal reaches this thread.
+    /// Takes one from the count; if it is 0, blocks until a signal reaches this thread.
     void wait();
 
     /// Wakes one thread that waits, or adds one to the count if there is none.

@@ -15,7 +15,7 @@ namespace Kerovane::Host {
  */
 class HandlePool {
 public:
-    /// A new block, its bytes undefined; null where there is no memory or `size` is beyond the
+    /// A new block, its bytes undefined; null if there is no memory or `size` is beyond the
     /// pixels of the largest world.
     PF_Handle make(A_HandleSize size);
 

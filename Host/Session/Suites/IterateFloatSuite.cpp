@@ -12,7 +12,7 @@ bool IsFloatWorld(const PF_EffectWorld* world) {
     return world != nullptr && DepthOf(*world) == Depth::Float32;
 }
 
-/// What of `area` lies within both worlds; `source` as a whole where `area` is null.
+/// What of `area` lies within both worlds; `source` as a whole if `area` is null.
 PF_Rect CommonArea(const PF_Rect* area, const PF_EffectWorld& source,
                    const PF_EffectWorld& destination) {
     const PF_Rect common{.left = 0,

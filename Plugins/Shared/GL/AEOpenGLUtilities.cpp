@@ -59,7 +59,7 @@ PF_PixelFloat& BlockPixel(void* refcon, int x, int y) {
     return copy.pixels[static_cast<std::ptrdiff_t>(y) * copy.world->width + x];
 }
 
-/// Has the host call `copyPixel` for all pixels, or those of `area` where it is not null.
+/// Has the host call `copyPixel` for all pixels, or those of `area` if it is not null.
 void IterateFloat(PF_InData* in_data, PF_LayerDef* source, const PF_Rect* area,
                   PF_PixelFloat* block, PF_IteratePixelFloatFunc copyPixel,
                   PF_LayerDef* destination) {

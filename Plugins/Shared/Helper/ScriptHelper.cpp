@@ -30,7 +30,7 @@ public:
     /// Where the host puts the handle.
     AEGP_MemHandle* receive() { return &mHandle; }
 
-    /// Up to its terminating zero; empty where there is no text.
+    /// Up to its terminating zero; empty if there is no text.
     std::string_view lock() {
         void* text = nullptr;
         if (mHandle != nullptr) {

@@ -12,8 +12,8 @@ public:
     ScriptHelper() = delete;
 
     /**
-     * The text that `script` results in; empty also where the script fails or the host gives none.
-     * Throws the int kSuiteRefused where the host has no suite for it.
+     * The text that `script` results in; empty also if the script fails or the host gives none.
+     * Throws the int kSuiteRefused if the host has no suite for it.
      */
     static std::string RunSriptAndGetStringResult(SPBasicSuite* basic, const char* script);
 

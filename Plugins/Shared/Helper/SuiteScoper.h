@@ -6,7 +6,7 @@
 
 namespace Kerovane::Tesselune {
 
-/// What SuiteScoper throws where the host refuses a suite.
+/// What SuiteScoper throws if the host refuses a suite.
 constexpr int kSuiteRefused = 13;
 
 /**
@@ -21,7 +21,7 @@ class SuiteScoper {
 public:
     /**
      * Acquires the suite, or throws the int kSuiteRefused. With `out_data` the user is told too, by
-     * `message` or, where that is null, by a general text.
+     * `message` or, if that is null, by a general text.
      */
     SuiteScoper(const PF_InData* in_data, const char* name, int version,
                 PF_OutData* out_data = nullptr, const char* message = nullptr)
@@ -36,7 +36,7 @@ public:
         }
     }
 
-    /// The same where no PF_InData is at hand.
+    /// The same if no PF_InData is at hand.
     SuiteScoper(SPBasicSuite* basic, const char* name, int version)
         : mBasicSuite(basic), mName(name), mVersion(version) {
         if (!acquire()) {
@@ -72,13 +72,13 @@ private:
 };
 
 // Acquiring and releasing by hand. All return a host error and tell the user of it, with
-// `error_string` where it is not null.
+// `error_string` if it is not null.
 
 /// Writes the suite through `suite`, which must hold null. A pointer counts, not the host's status.
 PF_Err AcquireSuite(PF_InData* in_data, PF_OutData* out_data, const char* name, int version,
                     const char* error_string, void** suite);
 
-/// Fails only where the host has no basic suite.
+/// Fails only if the host has no basic suite.
 PF_Err ReleaseSuite(PF_InData* in_data, PF_OutData* out_data, const char* name, int version,
                     const char* error_string);
 

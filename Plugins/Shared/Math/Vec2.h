@@ -135,7 +135,7 @@ public:
 
     // Lines and triangles
 
-    /// Twice the area of the triangle; positive where a, b, c turn from x towards y.
+    /// Twice the area of the triangle; positive if a, b, c turn from x towards y.
     static constexpr double signedArea(const Vec2& a, const Vec2& b, const Vec2& c) noexcept {
         return (b - a).cross(c - a);
     }
