@@ -329,22 +329,27 @@ void PictureWriter::write(const World& world, const ImageSpec& origin, const Pic
                           const OtherChannels* others) const {
     // In memory first: few of the formats' writers notice a full disk, and some end the process.
     MemoryFile encoded;
-    const std::unique_ptr<ImageOutput> output = CreateOutput(mTarget);
+    EncodePicture(mTarget, world, origin, form, others, encoded);
+    const std::span<const std::byte> content = encoded.content();
+    if (content.empty()) {
+        Fail(mTarget, "the format's writer produced nothing");
+    }
+    ReplaceFile(mTarget, content);
+}
+
+void EncodePicture(const std::filesystem::path& target, const World& world, const ImageSpec& origin,
+                   const PictureForm& form, const OtherChannels* others, MemoryFile& file) {
+    const std::unique_ptr<ImageOutput> output = CreateOutput(target);
     const PictureForm fileForm = FileForm(form, *output);
     ImageSpec layout = FileSpec(world, origin, fileForm, *output);
     const bool hasOthers = others != nullptr && !others->isEmpty();
     if (hasOthers) {
         others->addTo(layout);
     }
-    if (!output->open(encoded.path().string(), layout) ||
+    if (!output->open(file.path().string(), layout) ||
         !WriteWorld(*output, world, fileForm, hasOthers ? others : nullptr) || !output->close()) {
-        Fail(mTarget, output->geterror());
+        Fail(target, output->geterror());
     }
-    const std::span<const std::byte> content = encoded.content();
-    if (content.empty()) {
-        Fail(mTarget, "the format's writer produced nothing");
-    }
-    ReplaceFile(mTarget, content);
 }
 
 } // namespace Kerovane::Host
