@@ -50,7 +50,7 @@ class Browser:
             line = self.driver.stdout.readline()
             if not line:
                 raise RuntimeError("chromedriver did not start")
-            if "on port" in line:
+            if "successfully on port" in line:
                 port = line.rsplit(" ", 1)[1].strip().rstrip(".")
         self.base = f"http://127.0.0.1:{port}"
         arguments = ["--headless=new", "--no-sandbox", "--disable-gpu", "--hide-scrollbars",
