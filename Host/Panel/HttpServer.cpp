@@ -14,6 +14,7 @@
 #include <fmt/format.h>
 
 #include <exception>
+#include <limits>
 #include <new>
 #include <optional>
 #include <string>
@@ -145,7 +146,8 @@ private:
     void readHead() {
         mParser.emplace();
         mParser->header_limit(mServer.mLimits.headBytes);
-        mParser->body_limit(boost::none); // until the head has told whose request it is
+        mParser->body_limit(std::numeric_limits<std::uint64_t>::max()); // until the head has told
+                                                                        // whose request it is
         mStream.expires_after(mServer.mLimits.idle);
         http::async_read_header(mStream, mBuffer, *mParser,
                                 [self = shared_from_this()](beast::error_code error, std::size_t) {

@@ -29,6 +29,7 @@ function showPicture({picture}) {
     byId("time").textContent = `${shortNumber(picture.milliseconds, 1)} ms`;
     byId("stage").dataset.rests = picture.isStill;
     byId("stage").dataset.frame = picture.frame;
+    document.body.dataset.revision = store.state.revision;
     byId("stage").dataset.shows = Number(byId("stage").dataset.shows ?? 0) + 1;
 }
 

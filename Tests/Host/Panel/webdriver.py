@@ -119,7 +119,7 @@ class Browser:
     def type(self, selector, text):
         """Replaces what stands in an input."""
         element = self.find(selector)
-        self.call("POST", f"/element/{element}/clear")
+        self.run("const e = document.querySelector(arguments[0]); e.focus(); e.select();", selector)
         self.call("POST", f"/element/{element}/value", {"text": text + KEYS["Enter"]})
 
     def file(self, selector, path):
