@@ -47,7 +47,7 @@ std::string Frei0rNumber(const Parameter& parameter, double value) {
         value += std::ceil(-value / kTurn) * kTurn;
     }
     if (value >= kFirstInUnits && parameter.type() != PF_Param_POPUP) {
-        return fmt::format("{}", value);
+        return fmt::format("{:.9g}", value);
     }
     const Interval range = isAngle ? Interval{0, kTurn} : parameter.slider;
     return fmt::format("{:.9g}", (value - range.min) / (range.max - range.min));

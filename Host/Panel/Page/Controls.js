@@ -49,7 +49,7 @@ class Row {
         const id = `parameter-${this.option}`;
         const main = this.#makeMain(id);
         this.keyButton = make("button", {
-            type: "button", class: "key icon", onclick: () => this.#toggleKey()}, "◆");
+            type: "button", class: "key icon", onclick: () => this.#toggleKey()});
         this.resetButton = make("button", {
             type: "button", class: "reset icon", title: "Back to its default",
             "aria-label": `Reset ${this.label}`,
@@ -219,6 +219,7 @@ class Row {
         this.resetButton.disabled = state.isDefault && !state.animated;
         this.keyButton.hidden = !store.isMoving || !this.parameter.animatable;
         this.keyButton.classList.toggle("here", hasKey);
+        this.keyButton.textContent = hasKey ? "◆" : "◇";
         const action = hasKey ? "Remove the key here" : "Set a key here";
         this.keyButton.title = action;
         this.keyButton.setAttribute("aria-label", `${this.label}: ${action.toLowerCase()}`);

@@ -10,6 +10,7 @@ export class Timeline {
     #option = "";
     #isPlaying = false;
     #copied = null;
+    #dragged = null; // {index, frame}: where a key would come to lie
     #curve = "";
     #curveQuery = 0;
 
@@ -138,37 +139,42 @@ export class Timeline {
         }
     }
 
-    #markKeys(height, y) {
+    #markKeys(y) {
         return this.#keys.map((key, index) => {
+            const place = this.#dragged?.index === index ? this.#dragged.frame : key.frame;
             const name = `Key at frame ${shortNumber(key.frame, 2)}: ${shortNumber(key.value, 3)}`;
             const mark = makeSvg("path", {
                 d: "M0-5.5 5.5 0 0 5.5-5.5 0z", class: "key-mark", tabindex: 0, role: "button",
-                transform: `translate(${this.#x(key.frame)} ${y(key.value)})`,
+                transform: `translate(${this.#x(place)} ${y(key.value)})`,
                 "aria-label": `${name}. Arrow keys move it, Delete removes it, C copies it`},
                 makeSvg("title", {}, `${name}, ${key.way}`));
             mark.classList.toggle("here", Math.abs(key.frame - store.frame) < 0.5);
-            mark.addEventListener("pointerdown", (event) => this.#dragKey(event, mark, index, y));
+            mark.addEventListener("pointerdown", (event) => this.#dragKey(event, index));
             mark.addEventListener("keydown", (event) => this.#keyOnKey(event, index));
             return mark;
         });
     }
 
-    #dragKey(event, mark, index, y) {
+    /// The mark itself is made anew as it moves, so the curve listens.
+    #dragKey(event, index) {
         const key = this.#keys[index];
-        let frame = key.frame;
+        const option = this.#option;
         event.stopPropagation();
-        mark.setPointerCapture(event.pointerId);
+        this.svg.setPointerCapture(event.pointerId);
+        this.#dragged = {index, frame: key.frame};
         store.setFrame(clamp(Math.round(key.frame), this.first, this.last));
         const drag = (next) => {
-            frame = this.#frameNumberAt(next.clientX);
-            mark.setAttribute("transform", `translate(${this.#x(frame)} ${y(key.value)})`);
+            this.#dragged.frame = this.#frameNumberAt(next.clientX);
+            this.#paint(this.svg.clientHeight);
         };
-        mark.addEventListener("pointermove", drag);
-        mark.addEventListener("lostpointercapture", () => {
-            mark.removeEventListener("pointermove", drag);
+        this.svg.addEventListener("pointermove", drag);
+        this.svg.addEventListener("lostpointercapture", async () => {
+            this.svg.removeEventListener("pointermove", drag);
+            const {frame} = this.#dragged;
+            this.#dragged = null;
             if (frame !== key.frame) {
-                store.edit({do: "move-key", option: this.#option, index, frame})
-                    .then(() => store.setFrame(frame));
+                await store.edit({do: "move-key", option, index, frame});
+                store.setFrame(clamp(frame, this.first, this.last));
             }
         }, {once: true});
     }
@@ -263,7 +269,9 @@ export class Timeline {
         }
         const animatable = store.schema.filter(({animatable}) => animatable);
         if (!this.#option) {
-            this.#option = animatable[0]?.option ?? "";
+            const {parameters} = store.state;
+            const shown = animatable.find(({option}) => parameters[option].animated);
+            this.#option = (shown ?? animatable[0])?.option ?? "";
         }
         const {state} = store;
         byId("frame").value = store.frame;
@@ -317,7 +325,10 @@ export class Timeline {
             makeSvg("path", {d: `M${this.#x(store.frame)} 8l-5-8h10z`}));
         const focused = [...this.svg.querySelectorAll(".key-mark")].indexOf(document.activeElement);
         if (this.#keys.length === 0) {
-            this.svg.replaceChildren(...ruler, position);
+            const {name} = store.schema.find(({option}) => option === this.#option) ?? {name: ""};
+            this.svg.replaceChildren(...ruler, makeSvg(
+                "text", {x: this.svg.clientWidth / 2, y: height / 2 + 10, class: "advice"},
+                `${name} has no keys: ◇ beside it sets one here`), position);
             return;
         }
         const known = [...this.values, ...this.#keys.map(({value}) => value)];
@@ -335,7 +346,7 @@ export class Timeline {
             ...labels.map(([value, place]) => makeSvg("text", {
                 x: this.svg.clientWidth - 4, y: place + 3, class: "value"}, shortNumber(value, 2))),
             makeSvg("polyline", {points: points.join(" "), class: "line"}),
-            position, ...this.#markKeys(height, y));
+            position, ...this.#markKeys(y));
         if (focused >= 0) {
             this.svg.querySelectorAll(".key-mark")[focused]?.focus();
         }
