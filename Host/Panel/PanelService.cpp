@@ -1,5 +1,6 @@
 #include "Host/Panel/PanelService.h"
 
+#include "Host/Panel/Order.h"
 #include "Host/Panel/PageFiles.h"
 #include "Host/Panel/PictureCoding.h"
 #include "Host/Text/Error.h"
@@ -52,25 +53,6 @@ struct Call {
     }
 
     LookSide side() const { return text("side") == "other" ? LookSide::Other : LookSide::Current; }
-
-    Json order() const {
-        constexpr int kDeepest = 8;
-        Json order = Json::parse(
-            body,
-            [](int depth, Json::parse_event_t, const Json&) {
-                if (depth > kDeepest) {
-                    throw Error("is nested too deep");
-                }
-                return true;
-            },
-            false);
-        if (!order.is_object()) {
-            throw Error("is no JSON object");
-        }
-        return order;
-    }
-
-    std::string name(const Json& order) const { return order.value("name", std::string()); }
 };
 
 HttpReply JsonReply(const Json& json) {
@@ -105,7 +87,7 @@ HttpReply Curve(const Call& call) {
 }
 
 HttpReply Edit(const Call& call) {
-    call.session.edit(call.order());
+    call.session.edit(ParseOrder(call.body));
     return State(call);
 }
 
@@ -172,15 +154,16 @@ HttpReply PresetFile(const Call& call) {
 }
 
 HttpReply SavePreset(const Call& call) {
-    const Json order = call.order();
-    call.session.savePreset(call.name(order), order.value("replace", false));
+    const Order order = ParseOrder(call.body);
+    call.session.savePreset(Entry<std::string>(order, "name"),
+                            EntryOr<bool>(order, "replace", false));
     return State(call);
 }
 
 HttpReply SaveStill(const Call& call) {
-    const Json order = call.order();
-    call.session.saveStill(call.name(order), order.value("replace", false),
-                           order.value("frame", A_long{0}));
+    const Order order = ParseOrder(call.body);
+    call.session.saveStill(Entry<std::string>(order, "name"),
+                           EntryOr<bool>(order, "replace", false), Entry<A_long>(order, "frame"));
     return State(call);
 }
 
@@ -194,8 +177,9 @@ HttpReply Rendering(const Call& call) {
 }
 
 HttpReply StartRendering(const Call& call) {
-    const Json order = call.order();
-    call.session.startRendering(call.name(order), order.value("replace", false));
+    const Order order = ParseOrder(call.body);
+    call.session.startRendering(Entry<std::string>(order, "name"),
+                                EntryOr<bool>(order, "replace", false));
     return Rendering(call);
 }
 
@@ -267,8 +251,6 @@ HttpReply PanelService::answer(const HttpRequest& request) {
         return route->answer({mSession, mSchema, *target, request.body});
     } catch (const Error& error) {
         return {.status = 400, .body = error.what()};
-    } catch (const Json::exception&) {
-        return {.status = 400, .body = "holds something of a wrong kind"};
     }
 }
 

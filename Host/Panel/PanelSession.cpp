@@ -1,5 +1,6 @@
 #include "Host/Panel/PanelSession.h"
 
+#include "Host/Panel/Order.h"
 #include "Host/Panel/PictureCoding.h"
 #include "Host/Panel/Surprise.h"
 #include "Host/Parameters/Holes.h"
@@ -64,25 +65,6 @@ Json KeyStates(const Keyframes& keyframes, const Footage& footage) {
     return keys;
 }
 
-/// An entry of an order. Throws Error if it isn't there, or of another kind.
-template <typename Value>
-Value Entry(const Json& order, const char* name) {
-    const auto found = order.find(name);
-    if (found == order.end()) {
-        throw Error(fmt::format("lacks \"{}\"", name));
-    }
-    try {
-        return found->get<Value>();
-    } catch (const Json::exception&) {
-        throw Error(fmt::format("has a wrong \"{}\"", name));
-    }
-}
-
-template <typename Value>
-Value EntryOr(const Json& order, const char* name, Value otherwise) {
-    return order.contains(name) ? Entry<Value>(order, name) : otherwise;
-}
-
 } // namespace
 
 PanelSession::PanelSession(PanelSetup setup)
@@ -101,14 +83,6 @@ std::shared_ptr<Footage> PanelSession::footage() const {
 Look PanelSession::look(LookSide side) const {
     const Lock lock(mMutex);
     return side == LookSide::Other && mOther ? *mOther : mHistory.look();
-}
-
-std::size_t PanelSession::indexOf(const std::string& option) const {
-    const auto found = std::ranges::find(mSetup.line.options, option);
-    if (option.empty() || found == mSetup.line.options.end()) {
-        throw Error(fmt::format("there is no parameter '{}'", option));
-    }
-    return static_cast<std::size_t>(found - mSetup.line.options.begin());
 }
 
 PlaceOfFrame PanelSession::placeOf() const {
@@ -219,7 +193,7 @@ Json PanelSession::curve(const std::string& option, double first, double last,
         throw Error("no such part of a curve");
     }
     const Lock lock(mMutex);
-    const Parameter& parameter = mSetup.line.parameters[indexOf(option)];
+    const Parameter& parameter = mSetup.line.parameters[IndexOfOption(mSetup.line.options, option)];
     Json values = Json::array();
     for (std::size_t i = 0; i < count; ++i) {
         const double share =
@@ -277,33 +251,7 @@ void PanelSession::editLook(const Json& order) {
             throw Error("the software renderer draws the installed effect, not another one");
         }
     } else {
-        const auto option = Entry<std::string>(order, "option");
-        const Parameter& parameter = parameters[indexOf(option)];
-        const PlaceOfFrame placeOfFrame = placeOf();
-        LookEditor editor(look, parameter, placeOfFrame);
-        const auto frame = EntryOr<double>(order, "frame", 0);
-        const auto value = EntryOr<std::string>(order, "value", "");
-        try {
-            if (what == "set") {
-                editor.setValue(frame, value);
-            } else if (what == "set-text") {
-                editor.setText(value);
-            } else if (what == "reset") {
-                editor.reset();
-            } else if (what == "put-key") {
-                editor.putKey(frame, value, EntryOr<std::string>(order, "way", ""));
-            } else if (what == "remove-key") {
-                editor.removeKey(Entry<std::size_t>(order, "index"));
-            } else if (what == "move-key") {
-                editor.moveKey(Entry<std::size_t>(order, "index"), frame);
-            } else if (what == "remove-keys") {
-                editor.removeKeys(frame);
-            } else {
-                throw Error("can't be told to do that");
-            }
-        } catch (const Error& error) {
-            throw Error(fmt::format("{} {}", parameter.displayName(), error.what()));
-        }
+        ChangeParameter(order, parameters, mSetup.line.options, placeOf(), look);
     }
     change(look, EntryOr<std::string>(order, "gesture", ""));
 }
@@ -313,7 +261,8 @@ PaintedFrame PanelSession::paint(A_long frame, LookSide side,
     Look tried = look(side);
     const PlaceOfFrame placeOfFrame = placeOf();
     for (const auto& [option, text] : values) {
-        LookEditor(tried, mSetup.line.parameters[indexOf(option)], placeOfFrame)
+        LookEditor(tried, mSetup.line.parameters[IndexOfOption(mSetup.line.options, option)],
+                   placeOfFrame)
             .setValue(frame, text);
     }
     return Paint(mSetup.renderer, *footage(), tried, frame);

@@ -102,7 +102,6 @@ private:
 
     std::shared_ptr<Footage> footage() const;
     Look look(LookSide side) const;
-    std::size_t indexOf(const std::string& option) const;
     PlaceOfFrame placeOf() const;
     LineSetting lineSetting() const;
     Json parameterState(const Look& look) const;
