@@ -10,7 +10,9 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
+#include <map>
 #include <mutex>
 
 namespace Kerovane::Host {
@@ -96,7 +98,8 @@ public:
 
     double secondsOf(double frame) const override {
         const std::lock_guard lock(mMutex);
-        return mSource->secondsOf(frame);
+        const auto found = mTimes.find(static_cast<A_long>(std::lround(frame)));
+        return found != mTimes.end() ? found->second : Footage::secondsOf(frame);
     }
 
 private:
@@ -131,6 +134,7 @@ private:
         while (const std::unique_ptr<SourceFrame> frame = mSource->next()) {
             mNext = frame->shotFrame().number + 1;
             if (frame->shotFrame().number >= number) {
+                mTimes[number] = mSource->secondsOf(number);
                 SharedPicture picture = Share(frame->read(Depth::Bits8));
                 mCache.add(number, picture);
                 return picture;
@@ -145,6 +149,7 @@ private:
     std::optional<MovieSource> mSource;
     A_long mNext = 0;
     FrameCache mCache;
+    std::map<A_long, double> mTimes; ///< seconds of frames that were read
 };
 
 /** A picture that came over the network. */

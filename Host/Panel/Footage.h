@@ -41,7 +41,7 @@ public:
     /// Throws Error if there is no such frame, or it can't be read.
     virtual SharedPicture frame(A_long number) = 0;
 
-    /// When a frame is shown; exactly of those that were read last.
+    /// When a frame is shown; exactly of those that were read.
     virtual double secondsOf(double frame) const;
 
     /// The picture for other programs of this process's making, if it is no file of its own; else

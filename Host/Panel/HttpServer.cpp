@@ -13,6 +13,7 @@
 #include <boost/beast/http.hpp>
 #include <fmt/format.h>
 
+#include <cstdint>
 #include <exception>
 #include <limits>
 #include <new>
@@ -117,6 +118,7 @@ private:
     ServerLimits mLimits;
     RateLimit mRate;
     std::size_t mConnections = 0;
+    std::size_t mBodyBytes = 0; ///< that connections may hold
     asio::io_context mContext{1};
     Tcp::acceptor mAcceptor;
     asio::thread_pool mWorkers;
@@ -130,7 +132,10 @@ public:
         : mServer(server), mStream(std::move(socket)), mBuffer(kMostBuffered) {
         ++mServer.mConnections;
     }
-    ~Connection() { --mServer.mConnections; }
+    ~Connection() {
+        release();
+        --mServer.mConnections;
+    }
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
@@ -180,6 +185,9 @@ private:
         if (mParser->content_length() && *mParser->content_length() > *most) {
             return refuse(http::status::payload_too_large);
         }
+        if (!reserve(mParser->chunked() ? *most : mParser->content_length().value_or(0))) {
+            return refuse(http::status::service_unavailable);
+        }
         mParser->body_limit(*most);
         mStream.expires_after(mServer.mLimits.transfer);
         http::async_read(mStream, mBuffer, *mParser,
@@ -191,6 +199,17 @@ private:
                              }
                          });
     }
+
+    bool reserve(std::uint64_t bytes) {
+        const bool fits = bytes <= mServer.mLimits.bodyBytes - mServer.mBodyBytes;
+        if (fits) {
+            mReserved = static_cast<std::size_t>(bytes);
+            mServer.mBodyBytes += mReserved;
+        }
+        return fits;
+    }
+
+    void release() { mServer.mBodyBytes -= std::exchange(mReserved, 0); }
 
     void answer() {
         mStream.expires_never();
@@ -206,6 +225,8 @@ private:
     }
 
     void send(HttpReply reply) {
+        mRequest.body = {};
+        release();
         mResponse = {static_cast<http::status>(reply.status), 11};
         mResponse.set(http::field::content_type, reply.type);
         for (const auto& [name, value] : reply.headers) {
@@ -250,6 +271,7 @@ private:
     beast::flat_buffer mBuffer;
     std::optional<http::request_parser<http::string_body>> mParser;
     HttpRequest mRequest;
+    std::size_t mReserved = 0; ///< of the bytes that bodies may have
     http::response<http::string_body> mResponse;
 };
 

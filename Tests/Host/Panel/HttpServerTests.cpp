@@ -53,6 +53,7 @@ protected:
     HttpServer mServer{0, mEcho,
                        ServerLimits{.connections = 120,
                                     .headBytes = 4096,
+                                    .bodyBytes = 150,
                                     .idle = 300ms,
                                     .transfer = 500ms,
                                     .requestsPerSecond = 1000}};
@@ -111,12 +112,22 @@ TEST_F(HttpServerTest, EndsConnectionsBeyondItsNumberAndThoseThatStall) {
     std::vector<std::unique_ptr<RawClient>> stalling;
     for (int i = 0; i < 150; ++i) {
         stalling.push_back(std::make_unique<RawClient>(mServer.port()));
-        stalling.back()->send(i % 2 == 0 ? "GET / HT" : post("100", "only this"));
+        stalling.back()->send(i > 0 ? "GET / HT" : post("100", "only this"));
     }
     EXPECT_EQ(stalling.back()->receive(), ""); // closed at once
     std::this_thread::sleep_for(800ms);        // longer than any of them may take
     EXPECT_EQ(stalling.front()->receive(100), "");
     expectAlive();
+}
+
+TEST_F(HttpServerTest, BoundsTheBodiesOfAllRequestsTogether) {
+    const RawClient first(mServer.port());
+    first.send(post("100", "some"));
+    std::this_thread::sleep_for(100ms);
+    EXPECT_EQ(RawClient::statusOf(mServer.port(), post("60", "")), 503);
+    EXPECT_EQ(RawClient::statusOf(mServer.port(), post("3", "abc")), 200);
+    std::this_thread::sleep_for(600ms); // the first is dropped
+    EXPECT_EQ(RawClient::statusOf(mServer.port(), post("60", std::string(60, 'x'))), 200);
 }
 
 TEST_F(HttpServerTest, GoesOnIfClientsGoInTheMiddle) {
