@@ -25,6 +25,10 @@ function note(name) {
         ? " (it knows no keys: the values of this frame)" : "";
 }
 
+/// Lines break between words, not at the hyphens within them.
+const wordsOf = (line) => line.split(" ").flatMap(
+    (word) => [make("span", {}, word), " "]).slice(0, -1);
+
 function updateLines() {
     if (!byId("output").open) {
         return;
@@ -33,7 +37,7 @@ function updateLines() {
         const line = store.lines[name] ?? "";
         return make("div", {class: "command-line"},
             make("h3", {}, title + note(name)),
-            make("code", {id: `line-${name}`, tabindex: 0}, line),
+            make("code", {id: `line-${name}`, tabindex: 0}, ...wordsOf(line)),
             make("button", {type: "button", "aria-label": `Copy the line: ${title}`,
                             onclick: () => copy(line)}, "Copy"));
     }));

@@ -4,7 +4,8 @@ import {getJson} from "./Api.js";
 import {byId, clamp, make, makeSvg, shortNumber, tell} from "./Dom.js";
 import {store} from "./Store.js";
 
-const margin = 14; // pixels beside the curve
+const margin = 14; // pixels before the first frame
+const labels = 44;  // and behind the last one, for values
 
 export class Timeline {
     #option = "";
@@ -79,13 +80,13 @@ export class Timeline {
     // Places.
 
     #x(frame) {
-        const width = this.svg.clientWidth - 2 * margin;
+        const width = this.svg.clientWidth - margin - labels;
         return margin + (frame - this.first) / Math.max(1, this.last - this.first) * width;
     }
 
     #frameNumberAt(clientX) {
         const box = this.svg.getBoundingClientRect();
-        const share = (clientX - box.left - margin) / (box.width - 2 * margin);
+        const share = (clientX - box.left - margin) / (box.width - margin - labels);
         return Math.round(this.first + clamp(share, 0, 1) * (this.last - this.first));
     }
 
@@ -341,9 +342,9 @@ export class Timeline {
         const step = (this.last - this.first) / (this.values.length - 1);
         const points = this.values.map((value, i) =>
             `${this.#x(this.first + i * step).toFixed(1)},${y(value).toFixed(1)}`);
-        const labels = high > low ? [[high, top], [low, bottom]] : [];
+        const bounds = high > low ? [[high, top], [low, bottom]] : [];
         this.svg.replaceChildren(...ruler,
-            ...labels.map(([value, place]) => makeSvg("text", {
+            ...bounds.map(([value, place]) => makeSvg("text", {
                 x: this.svg.clientWidth - 4, y: place + 3, class: "value"}, shortNumber(value, 2))),
             makeSvg("polyline", {points: points.join(" "), class: "line"}),
             position, ...this.#markKeys(y));

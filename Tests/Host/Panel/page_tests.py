@@ -285,6 +285,30 @@ class Inputs(PageTest):
 
 
 class Output(PageTest):
+    def test_lines_for_other_programs_make_this_picture(self):
+        self.open("photo.png", "--size", "24", "--shape-type", "triangle", "--direction=-90",
+                  "--transition-progress", "30", "--feather", "1", "--use-alpha", "false")
+        modules = os.path.join(os.path.dirname(COMMAND), "../lib/frei0r-1")
+        environment = {**os.environ, "FREI0R_PATH": modules, "TESSELUNE_RENDERER": "software"}
+
+        def pixels(file):
+            return subprocess.run(
+                ["ffmpeg", "-v", "error", "-i", file, "-f", "rawvideo", "-pix_fmt", "rgba", "-"],
+                cwd=self.folder, check=True, capture_output=True).stdout
+
+        with open(self.folder + "/page.png", "wb") as file:
+            file.write(self.panel.get("still?frame=0"))
+        for program in ("ffmpeg", "gstreamer", "melt"):
+            made = "cells.1.png" if program == "melt" else "cells.png"
+            if os.path.exists(f"{self.folder}/{made}"):
+                os.remove(f"{self.folder}/{made}")
+            subprocess.run(self.line(program), shell=True, cwd=self.folder, env=environment,
+                           check=True, capture_output=True, stdin=subprocess.DEVNULL)
+            made, shown = pixels(made), pixels("page.png")
+            self.assertEqual(len(made), len(shown), program)
+            different = sum(abs(one - other) > 3 for one, other in zip(made, shown))
+            self.assertLess(different / len(shown), 0.01, program)
+
     def test_presets_are_loaded_and_saved(self):
         os.mkdir(self.folder + "/presets")
         self.open("photo.png", "--output-folder", "presets")
