@@ -301,7 +301,10 @@ Json PanelSession::cell(A_long frame, A_long x, A_long y) {
         if (std::int64_t{world.width()} * world.height() <= kMostPixels) {
             finder.emplace(mSetup.renderer, *footage(), look(LookSide::Current), frame, world);
         }
-        mCells.emplace(revision, frame, std::move(painted.world), std::move(finder));
+        mCells.emplace(Cells{.revision = revision,
+                             .frame = frame,
+                             .world = std::move(painted.world),
+                             .finder = std::move(finder)});
     }
     const World& world = mCells->world;
     if (x < 0 || y < 0 || x >= world.width() || y >= world.height()) {
