@@ -41,6 +41,11 @@ void CommandContext::addTo(CLI::App& app) {
                  "tell the time of each stage, and what the effect and libraries print");
 }
 
+std::vector<std::string> CommandContext::effectWords() const {
+    return mHasForeignEffect ? std::vector<std::string>{"--effect", mModules.bits8.string()}
+                             : std::vector<std::string>();
+}
+
 FrameRenderer& CommandContext::renderer() {
     if (!mRenderer) {
         mRenderer.emplace(mModules, mVerbose ? EffectOutput::Shown : EffectOutput::Dropped);

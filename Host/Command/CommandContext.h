@@ -8,6 +8,7 @@
 
 #include <optional>
 #include <span>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -32,6 +33,9 @@ public:
     StandardStreams& streams() const { return mStreams; }
     /// Whether another effect than the installed one was asked for.
     bool hasForeignEffect() const { return mHasForeignEffect; }
+
+    /// The words that ask for it; none for the installed one.
+    std::vector<std::string> effectWords() const;
 
     bool isVerbose() const { return mVerbose; }
 

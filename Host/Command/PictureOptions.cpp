@@ -46,6 +46,20 @@ std::optional<ColourConversion> PictureOptions::conversion() const {
                : std::optional<ColourConversion>(std::in_place, mConvert.first, mConvert.second);
 }
 
+std::vector<std::string> PictureOptions::words() const {
+    std::vector<std::string> words;
+    if (!mLayer.empty()) {
+        words.insert(words.end(), {"--layer", mLayer});
+    }
+    if (mPart) {
+        words.insert(words.end(), {"--part", std::to_string(*mPart)});
+    }
+    if (!mConvert.first.empty()) {
+        words.insert(words.end(), {"--convert", mConvert.first, mConvert.second});
+    }
+    return words;
+}
+
 std::string PictureOptions::givenForPictures() const {
     return !mLayer.empty() ? "--layer" : mPart ? "--part" : !mOverscan.empty() ? "--overscan" : "";
 }

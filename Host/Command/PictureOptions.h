@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -25,6 +26,9 @@ public:
 
     /// Nothing if none was asked for. Throws Error if there is no such conversion.
     std::optional<ColourConversion> conversion() const;
+
+    /// What was given, as it is typed.
+    std::vector<std::string> words() const;
 
     /// One that was given and is for files of pictures alone; empty if there is none.
     std::string givenForPictures() const;

@@ -39,36 +39,56 @@ MissingFrames ParseMissing(const std::string& text) {
     return static_cast<MissingFrames>(found - names.begin());
 }
 
+template <typename Value>
+CLI::Option* Add(CLI::App& command, const char* name, Value& value, const std::string& type,
+                 const std::string& text) {
+    return command.add_option(name, value, text)->type_name(type)->group("Sequences");
+}
+
 } // namespace
 
 ShotOptions::ShotOptions() : mThreads(DefaultThreads()) {}
 
-void ShotOptions::addTo(CLI::App& command) {
-    const auto add = [&command](const char* name, auto& value, const std::string& type,
-                                const std::string& text) {
-        return command.add_option(name, value, text)->type_name(type)->group("Sequences");
-    };
-    add("--frames", mFrames, "LIST",
+void ShotOptions::addFootageTo(CLI::App& command) {
+    Add(command, "--frames", mFrames, "LIST",
         "1001-1100, 1001-1100x2 or 1,5,9 [all from first to last on disk]");
-    add("--fps", mRate, "RATE", "frames a second of pictures: 25, 23.976 or 24000/1001 [24]");
-    add("--missing", mMissing, ChoiceType(MissingNames()),
+    Add(command, "--fps", mRate, "RATE",
+        "frames a second of pictures: 25, 23.976 or 24000/1001 [24]");
+    Add(command, "--missing", mMissing, ChoiceType(MissingNames()),
         "what becomes of frames that aren't there [error]");
-    add("--chunk", mChunk, "K/N", "the K-th of N parts of the frames: 3/10 [1/1]");
+}
+
+void ShotOptions::addTo(CLI::App& command) {
+    addFootageTo(command);
+    Add(command, "--chunk", mChunk, "K/N", "the K-th of N parts of the frames: 3/10 [1/1]");
     command
         .add_flag("--resume", mResume,
                   "keep the outputs that are whole and made with the same settings")
         ->group("Sequences");
     command.add_flag("--no-clobber", mNoClobber, "keep outputs that are there, whatever they are")
         ->group("Sequences");
-    add("--threads", mThreads, "N", fmt::format("that read and write files [{}]", mThreads))
+    Add(command, "--threads", mThreads, "N",
+        fmt::format("that read and write files [{}]", mThreads))
         ->check(CLI::Range(std::size_t{1}, kMostThreads).description(""));
-    add("--max-frames-in-flight", mInFlight, "N", "frames in memory at a time [threads + 1]")
+    Add(command, "--max-frames-in-flight", mInFlight, "N",
+        "frames in memory at a time [threads + 1]")
         ->check(CLI::Range(std::size_t{1}, std::size_t{4} * kMostThreads).description(""));
     command
         .add_option("--depth", mDepth,
                     "bits of a channel to work at [8 if IN has no more, else 32]")
         ->check(CLI::IsMember({8, 16, 32}).description(""))
         ->type_name(ChoiceType({"8", "16", "32"}));
+}
+
+std::vector<std::string> ShotOptions::footageWords() const {
+    std::vector<std::string> words;
+    if (hasRate()) {
+        words.insert(words.end(), {"--fps", mRate});
+    }
+    if (mMissing != MissingNames().front()) {
+        words.insert(words.end(), {"--missing", mMissing});
+    }
+    return words;
 }
 
 ShotRequest ShotOptions::request(const std::filesystem::path& input,

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 namespace Kerovane::Host {
 
@@ -16,6 +17,10 @@ class ShotOptions {
 public:
     ShotOptions();
 
+    /// Adds those that say what footage there is: frames, their rate, and what lacks.
+    void addFootageTo(CLI::App& command);
+
+    /// Adds all of them.
     void addTo(CLI::App& command);
 
     /// Each throws Error if an option's value is none.
@@ -26,6 +31,12 @@ public:
 
     /// Whether outputs that are there stay, whatever they are.
     bool keepsExisting() const { return mNoClobber; }
+
+    /// Those of the footage that were given, as a line has them, but for the frames.
+    std::vector<std::string> footageWords() const;
+
+    /// As it was given; empty: all.
+    const std::string& frames() const { return mFrames; }
 
     bool hasRate() const { return !mRate.empty(); }
 

@@ -278,27 +278,39 @@ PictureWriter::PictureWriter(std::filesystem::path target, PictureSettings setti
 }
 
 std::vector<std::string> PictureWriter::write(const Picture& picture) const {
-    const std::vector<const PicturePart*> parts = PartsFor(mFormat, picture);
-    std::vector<PartLayout> layouts;
-    std::vector<std::string> losses;
-    for (const PicturePart* part : parts) {
-        layouts.push_back(LayoutOf(*part, picture.format, mFormat, mSettings));
-        std::ranges::move(LossesOf(*part, layouts.back(), mFormat, mSettings),
-                          std::back_inserter(losses));
-    }
-    losses.push_back(LossOfParts(picture, parts.size()));
-    std::erase(losses, "");
     // In memory first: few of the formats' writers notice a full disk, and some end the process.
     MemoryFile encoded;
-    const std::unique_ptr<ImageOutput> output = ImageOutput::create(mTarget.string());
-    if (!WriteParts(*output, encoded.path().string(), parts, layouts, mFormat)) {
-        Fail(mTarget, output->geterror());
+    std::vector<std::string> losses;
+    std::span<const std::byte> content;
+    try {
+        losses = EncodePicture(picture, mFormat, mSettings, encoded);
+        content = encoded.content();
+    } catch (const Error& error) {
+        Fail(mTarget, error.what());
     }
-    const std::span<const std::byte> content = encoded.content();
     if (content.empty()) {
         Fail(mTarget, "the format's writer produced nothing");
     }
     ReplaceFile(mTarget, content);
+    return losses;
+}
+
+std::vector<std::string> EncodePicture(const Picture& picture, const OutputFormat& format,
+                                       const PictureSettings& settings, const MemoryFile& file) {
+    const std::vector<const PicturePart*> parts = PartsFor(format, picture);
+    std::vector<PartLayout> layouts;
+    std::vector<std::string> losses;
+    for (const PicturePart* part : parts) {
+        layouts.push_back(LayoutOf(*part, picture.format, format, settings));
+        std::ranges::move(LossesOf(*part, layouts.back(), format, settings),
+                          std::back_inserter(losses));
+    }
+    losses.push_back(LossOfParts(picture, parts.size()));
+    std::erase(losses, "");
+    const auto output = ImageOutput::create(std::string(format.writer));
+    if (!WriteParts(*output, file.path().string(), parts, layouts, format)) {
+        throw Error(output->geterror());
+    }
     return losses;
 }
 

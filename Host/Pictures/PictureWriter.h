@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Host/Pictures/MemoryFile.h"
 #include "Host/Pictures/OutputFormat.h"
 #include "Host/Pictures/Picture.h"
 #include "Host/Pictures/PictureSettings.h"
@@ -9,6 +10,11 @@
 #include <vector>
 
 namespace Kerovane::Host {
+
+/// Fills `file`, which is empty, with what PictureWriter writes to a file named `target`.
+void EncodePicture(const std::filesystem::path& target, const World& world,
+                   const OIIO::ImageSpec& origin, const PictureForm& form,
+                   const OtherChannels* others, MemoryFile& file);
 
 /**
  * Writes one picture file, whole or not at all: what stood at the target before outlives a failure.
@@ -34,5 +40,9 @@ private:
     const OutputFormat& mFormat;
     PictureSettings mSettings;
 };
+
+/// The same into `file`, which need not have a name of that format. Returns what is lost.
+std::vector<std::string> EncodePicture(const Picture& picture, const OutputFormat& format,
+                                       const PictureSettings& settings, const MemoryFile& file);
 
 } // namespace Kerovane::Host

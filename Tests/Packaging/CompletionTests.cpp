@@ -53,6 +53,7 @@ TEST_F(Completion, OffersBashWhatFits) {
         {"tesselune render --missing s", "skip\n"},
         {"tesselune sheet --vary siz", "size= size-random= size-level= size-random-seed=\n"},
         {"tesselune sheet --vary size = 8", "\n"},
+        {"tesselune panel --o", "--output-folder\n"},
         {"tesselune --effect ph", "photo.png\n"},
         {"tesselune completion ''", "bash zsh\n"},
     };

@@ -16,6 +16,7 @@ TEST_F(ManualPages, AreWellFormedAndTellOfEveryOption) {
     };
     constexpr Row kRows[] = {
         {"tesselune.1", {"--effect FILE", "Render a movie", "EXIT STATUS"}},
+        {"tesselune-panel.1", {"--no-open", "--output-folder", "--size"}},
         {"tesselune-render.1", {"--frames", "--size", "--use-alpha"}},
         {"tesselune-sheet.1", {"--vary", "--size", "EXIT STATUS"}},
     };

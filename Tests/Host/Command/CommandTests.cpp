@@ -25,9 +25,14 @@ TEST_F(Command, FailsWithOneLineAndLeavesNoFile) {
         const char* text;
     };
     const Row rows[] = {
-        {{}, "a command is needed: about, completion, params, presets, render or sheet"},
+        {{}, "a command is needed: about, completion, panel, params, presets, render or sheet"},
         {{"rendr", "in.png", "out.png"}, "unknown command 'rendr'"},
         {{"--frobnicate"}, "unknown option '--frobnicate'"},
+        {{"panel"}, "IN is required"},
+        {{"panel", "-"}, "which a pipe doesn't allow"},
+        {{"panel", "missing.png"}, "cannot read 'missing.png': No such file"},
+        {{"panel", "in.png", "--output-folder", "missing"}, "there is no folder 'missing'"},
+        {{"panel", "in.png", "--port", "70000"}, "--port"},
         {{"render"}, "IN is required"},
         {{"render", "in.png"}, "OUT is required"},
         {{"render", "in.png", "out.png", "more.png"}, "unexpected argument 'more.png'"},

@@ -1,0 +1,90 @@
+#include "Host/Panel/Child.h"
+
+#include "Host/Text/Error.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <system_error>
+
+namespace Kerovane::Host {
+
+namespace {
+
+/** What becomes of descriptors in a child. */
+class FileActions {
+public:
+    FileActions() { posix_spawn_file_actions_init(&mActions); }
+    ~FileActions() { posix_spawn_file_actions_destroy(&mActions); }
+    FileActions(const FileActions&) = delete;
+    FileActions& operator=(const FileActions&) = delete;
+
+    /// `from` -1 stands for nothing to read or write.
+    void give(int from, int to) {
+        from >= 0 ? posix_spawn_file_actions_adddup2(&mActions, from, to)
+                  : posix_spawn_file_actions_addopen(&mActions, to, "/dev/null", O_RDWR, 0);
+    }
+
+    void closeFrom(int first) { posix_spawn_file_actions_addclosefrom_np(&mActions, first); }
+
+    const posix_spawn_file_actions_t* get() const { return &mActions; }
+
+private:
+    posix_spawn_file_actions_t mActions{};
+};
+
+} // namespace
+
+Child::Child(const ChildSetting& setting) {
+    constexpr int kPicture = 3;
+    FileActions actions;
+    actions.give(-1, STDIN_FILENO);
+    actions.give(setting.output, STDOUT_FILENO);
+    actions.give(setting.error, STDERR_FILENO);
+    if (setting.picture >= 0) {
+        actions.give(setting.picture, kPicture);
+    }
+    actions.closeFrom(setting.picture >= 0 ? kPicture + 1 : kPicture);
+    std::vector<std::string> words = setting.words;
+    words.insert(words.begin(), setting.program);
+    std::vector<char*> pointers;
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    pointers.push_back(nullptr);
+    const int problem = posix_spawnp(&mId, setting.program.c_str(), actions.get(), nullptr,
+                                     pointers.data(), environ);
+    if (problem != 0) {
+        mId = -1;
+        throw Error(fmt::format("cannot start '{}': {}", setting.program,
+                                std::generic_category().message(problem)));
+    }
+}
+
+Child::~Child() {
+    if (mId > 0) {
+        interrupt();
+        wait();
+    }
+}
+
+void Child::interrupt() const {
+    if (mId > 0) {
+        kill(mId, SIGINT);
+    }
+}
+
+int Child::wait() {
+    int status = 0;
+    while (waitpid(mId, &status, 0) < 0 && errno == EINTR) {
+    }
+    mId = -1;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+} // namespace Kerovane::Host

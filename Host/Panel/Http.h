@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Kerovane::Host {
+
+/** What stands before a request's body, as far as it matters here. */
+struct HttpHead {
+    std::string method;
+    std::string target; ///< path and query, as sent
+    std::string host{};
+    std::string origin{}; ///< empty: none was sent
+};
+
+struct HttpRequest {
+    HttpHead head;
+    std::string body{};
+};
+
+struct HttpReply {
+    int status = 200;
+    std::string type = "text/plain; charset=utf-8";
+    std::string body{};
+    std::vector<std::pair<std::string, std::string>> headers{}; ///< more of them
+};
+
+} // namespace Kerovane::Host

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+
+namespace Kerovane::Host {
+
+/** Lets so many events pass in a second, and as many at once after a rest. */
+class RateLimit {
+public:
+    using Clock = std::chrono::steady_clock;
+
+    explicit RateLimit(double perSecond) : mPerSecond(perSecond), mLeft(perSecond) {}
+
+    /// Whether one more may pass at `now`, which never goes back.
+    bool pass(Clock::time_point now) {
+        const double seconds = std::chrono::duration<double>(now - mLast).count();
+        mLeft = std::min(mPerSecond, mLeft + seconds * mPerSecond);
+        mLast = now;
+        if (mLeft < 1) {
+            return false;
+        }
+        mLeft -= 1;
+        return true;
+    }
+
+private:
+    double mPerSecond;
+    double mLeft;
+    Clock::time_point mLast = Clock::now();
+};
+
+} // namespace Kerovane::Host
