@@ -101,6 +101,11 @@ PanelSetup SetupOf(const PanelOptions& options, CommandContext& context) {
     FrameRenderer& renderer = context.renderer();
     const Preset look = options.preset.load(renderer, options.parameters.settings());
     std::shared_ptr<Footage> footage = OpenFootage(FootageOf(options));
+    const std::string given = options.picture.givenForPictures();
+    if (footage->kind() == FootageKind::Movie && !given.empty()) {
+        throw Error(fmt::format("{} is for pictures, and '{}' is none", given,
+                                options.in.string()));
+    }
     const Renderer with = options.renderer.choose(context, look.renderer);
     return {.renderer = renderer,
             .line = {.parameters = renderer.parameters(),

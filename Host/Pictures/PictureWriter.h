@@ -11,11 +11,6 @@
 
 namespace Kerovane::Host {
 
-/// Fills `file`, which is empty, with what PictureWriter writes to a file named `target`.
-void EncodePicture(const std::filesystem::path& target, const World& world,
-                   const OIIO::ImageSpec& origin, const PictureForm& form,
-                   const OtherChannels* others, MemoryFile& file);
-
 /**
  * Writes one picture file, whole or not at all: what stood at the target before outlives a failure.
  * The encoded file is held in memory meanwhile.
