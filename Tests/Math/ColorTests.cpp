@@ -5,12 +5,8 @@
 namespace Kerovane::Tesselune {
 
 TEST(ColorText, ReadsItsFourFormsAndLeavesWhiteForTheRest) {
-    struct Case {
-        const char* text;
-        Color color;
-    };
     constexpr Color kWhite(1.0, 1.0, 1.0, 1.0);
-    const Case cases[] = {
+    const Table<std::string, Color> cases = {
         {"#FFF", kWhite},
         {"#000", {0.0, 0.0, 0.0, 1.0}},
         {"#f0a", {1.0, 0.0, 10.0F / 15.0F, 1.0}},
@@ -29,7 +25,7 @@ TEST(ColorText, ReadsItsFourFormsAndLeavesWhiteForTheRest) {
         {"", kWhite},
     };
     for (const auto& [text, color] : cases) {
-        EXPECT_TRUE(same(Color(std::string(text)), color)) << '"' << text << '"';
+        EXPECT_TRUE(same(Color(text), color)) << text;
     }
 }
 
@@ -41,11 +37,7 @@ TEST(ColorText, RaisesWhatTheNumberReaderRaises) {
 }
 
 TEST(ColorText, WritesCutAndUnpaddedDigits) {
-    struct Case {
-        Color color;
-        const char* text;
-    };
-    constexpr Case kCases[] = {
+    const Table<Color, std::string> cases = {
         {{1.0, 1.0, 1.0, 1.0}, "#FFFFFF"},
         {{0.0, 0.0, 0.0, 1.0}, "#000"},
         {{1.0, 0.5, 0.0, 1.0}, "#FF7F0"},
@@ -54,7 +46,7 @@ TEST(ColorText, WritesCutAndUnpaddedDigits) {
         {{2.0, -1.0, 0.0625, 1.5}, "#FF0F"}, // clamped, and so opaque
         {{kNaN, 1e300, -1e300, 0.999}, "#FE0FF0"},
     };
-    for (const auto& [color, text] : kCases) {
+    for (const auto& [color, text] : cases) {
         EXPECT_EQ(color.toHexString(), text);
     }
 }
@@ -80,8 +72,7 @@ TEST(ColorNil, IsAnyChannelBelowZeroAndEqualsEveryNil) {
     for (const Color& color : nils) {
         EXPECT_TRUE(color.isNil() && color == nil && nil.equal(color));
     }
-    EXPECT_TRUE(nil != Color());
-    EXPECT_FALSE(Color(-0.0, 0.0, 0.0, 0.0).isNil());
+    EXPECT_TRUE(nil != Color() && !Color(-0.0, 0.0, 0.0, 0.0).isNil());
     // A nil colour within the tolerance of another colour is equal to it, too.
     EXPECT_TRUE(Color(1.0, 1.0, 1.0, -1e-13) == Color(1.0, 1.0, 1.0, 0.0));
 }

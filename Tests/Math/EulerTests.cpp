@@ -46,10 +46,7 @@ Vec3 anglesOf(const Euler& e) {
 
 } // namespace
 
-TEST(EulerConstruction, KnowsItsOrder) {
-    EXPECT_EQ(Euler().order, Euler::OrderXYZ);
-    EXPECT_EQ(Euler::mDefaultOrder, 1);
-    EXPECT_EQ(Euler(1.0, 2.0, 3.0, Euler::OrderUnset).order, Euler::OrderUnset);
+TEST(Euler, KeepsItsOrderUnlessGivenOne) {
     Euler e(0.0, 0.0, 0.0, Euler::OrderZYX);
     e.set(1.0, 2.0, 3.0, Euler::OrderUnset);
     EXPECT_TRUE(same(e, Euler(1.0, 2.0, 3.0, Euler::OrderZYX)));
@@ -59,13 +56,6 @@ TEST(EulerConstruction, KnowsItsOrder) {
     for (std::size_t i = 0; i < std::size(kOrders); ++i) {
         EXPECT_EQ(kOrders[i].order, i + 1);
     }
-}
-
-TEST(EulerComparison, ToleratesTheAnglesButNotTheOrder) {
-    const Euler e(1.0, 2.0, 3.0, Euler::OrderXYZ);
-    EXPECT_TRUE(e == Euler(1.0, 2.0 + 9e-13, 3.0, Euler::OrderXYZ));
-    EXPECT_TRUE(e != Euler(1.0, 2.0, 3.0 + 2e-12, Euler::OrderXYZ));
-    EXPECT_TRUE(e != Euler(1.0, 2.0, 3.0, Euler::OrderYZX));
 }
 
 TEST(EulerFromMatrix, GivesTheAnglesOfEachOrderWithTheSignsOfItsElements) {
@@ -157,13 +147,11 @@ TEST(QuaternionFromEuler, IsTheProductOfTheTurnsInSinglePrecision) {
 TEST(QuaternionFromEuler, NarrowsTheDoubleSinesBeforeItMultiplies) {
     Random random;
     for (int i = 0; i < kTrials; ++i) {
-        const double x = random.number(-3.0, 3.0);
-        const double y = random.number(-3.0, 3.0);
+        const Vec2 angles = random.vec2();
         Quaternion q;
-        q.setWithEuler({x, y, 0.0, Euler::OrderXYZ});
-        const auto sineOfX = static_cast<float>(std::sin(x * 0.5));
-        const auto cosineOfY = static_cast<float>(std::cos(y * 0.5));
-        EXPECT_EQ(q.x, sineOfX * cosineOfY);
+        q.setWithEuler({angles.x, angles.y, 0.0, Euler::OrderXYZ});
+        EXPECT_EQ(q.x, static_cast<float>(std::sin(angles.x * 0.5)) *
+                           static_cast<float>(std::cos(angles.y * 0.5)));
     }
 }
 

@@ -17,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <bit>
 #include <cmath>
 #include <cstdint>
 #include <iterator>
@@ -24,6 +25,7 @@
 #include <numbers>
 #include <ostream>
 #include <random>
+#include <tuple>
 #include <vector>
 
 namespace Kerovane::Tesselune {
@@ -34,39 +36,27 @@ constexpr double kPi = std::numbers::pi;
 /// How often a property is tried, each time on other random values.
 constexpr int kTrials = 200;
 
-// The numbers of each type in their order of storage, to print and to compare it.
+/// The types that are numbers and nothing else.
+template <typename Value>
+concept AllNumbers =
+    std::is_base_of_v<Vec4, Value> || std::is_same_v<Value, Vec2> || std::is_same_v<Value, Vec3> ||
+    std::is_same_v<Value, Quaternion> || std::is_same_v<Value, Affine> ||
+    std::is_same_v<Value, Color> || std::is_same_v<Value, Barycentric> ||
+    std::is_same_v<Value, Mat4> || std::is_same_v<Value, Box3>;
+
+template <AllNumbers Value>
+using NumbersOf = std::array<double, sizeof(Value) / sizeof(double)>;
 
 using Numbers = std::vector<double>;
 
-inline Numbers numbers(const Vec2& v) {
-    return {v.x, v.y};
-}
-inline Numbers numbers(const Vec3& v) {
-    return {v.x, v.y, v.z};
-}
-inline Numbers numbers(const Vec4& v) {
-    return {v.x, v.y, v.z, v.w};
-}
-inline Numbers numbers(const Quaternion& q) {
-    return {q.x, q.y, q.z, q.w};
+/// The numbers in their order of storage, to print and to compare them.
+template <AllNumbers Value>
+Numbers numbers(const Value& value) {
+    const auto stored = std::bit_cast<NumbersOf<Value>>(value);
+    return {stored.begin(), stored.end()};
 }
 inline Numbers numbers(const Euler& e) {
     return {e.x, e.y, e.z, static_cast<double>(e.order)};
-}
-inline Numbers numbers(const Affine& t) {
-    return {t.a, t.c, t.e, t.b, t.d, t.f};
-}
-inline Numbers numbers(const Color& c) {
-    return {c.mR, c.mG, c.mB, c.mA};
-}
-inline Numbers numbers(const Barycentric& b) {
-    return {b.u, b.v, b.w};
-}
-inline Numbers numbers(const Mat4& m) {
-    return {std::begin(m.mElements), std::end(m.mElements)};
-}
-inline Numbers numbers(const Box3& b) {
-    return {b.min.x, b.min.y, b.min.z, b.max.x, b.max.y, b.max.z};
 }
 
 template <typename Value>
@@ -103,6 +93,10 @@ testing::AssertionResult same(const Value& a, const Value& b) {
     return near(a, b, 0.0);
 }
 
+/// Rows of cases.
+template <typename... Columns>
+using Table = std::vector<std::tuple<Columns...>>;
+
 /// The value after an operation that works in place.
 template <typename Value, typename Change>
 Value after(Value value, Change change) {
@@ -128,29 +122,28 @@ public:
     double number(double low = -10.0, double high = 10.0) {
         return std::uniform_real_distribution(low, high)(mEngine);
     }
-    Vec2 vec2() { return {number(), number()}; }
-    Vec3 vec3() { return {number(), number(), number()}; }
-    Vec4 vec4() { return {number(), number(), number(), number()}; }
+    template <AllNumbers Value>
+    Value any() {
+        NumbersOf<Value> values{};
+        for (double& value : values) {
+            value = number();
+        }
+        return std::bit_cast<Value>(values);
+    }
+    Vec2 vec2() { return any<Vec2>(); }
+    Vec3 vec3() { return any<Vec3>(); }
+    Vec4 vec4() { return any<Vec4>(); }
+    Affine affine() { return any<Affine>(); }
+    Mat4 mat4() { return any<Mat4>(); }
     Vec3 direction() {
         Vec3 v = vec3();
         v.normalize();
         return v;
     }
     Quaternion rotation() {
-        Quaternion q(number(), number(), number(), number());
+        auto q = any<Quaternion>();
         q.normalize();
         return q;
-    }
-    Affine affine() { return {number(), number(), number(), number(), number(), number()}; }
-    Mat4 mat4() { return {vec4(), vec4(), vec4(), vec4(), true}; }
-
-    template <typename Vector>
-    Vector vector() {
-        Vector v;
-        for (double Vector::*component : kComponents<Vector>) {
-            v.*component = number();
-        }
-        return v;
     }
 
 private:
