@@ -56,8 +56,7 @@ TEST(AffineSteps, ReplaceOrConcatenate) {
 }
 
 TEST(AffineProduct, AppliesTheOtherAfterOrBefore) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Affine t = random.affine();
         const Affine o = random.affine();
         EXPECT_TRUE(
@@ -70,8 +69,7 @@ TEST(AffineProduct, AppliesTheOtherAfterOrBefore) {
 }
 
 TEST(AffinePoints, MapAlikeInEveryForm) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Affine t = random.affine();
         const Vec2 p = random.vec2();
         const Eigen::Vector3d mapped = toEigen(t) * Eigen::Vector3d(p.x, p.y, 1.0);
@@ -85,8 +83,7 @@ TEST(AffinePoints, MapAlikeInEveryForm) {
 }
 
 TEST(AffineLayer, TakesItsAnchorToItsPosition) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec2 anchor = random.vec2();
         const Vec2 position = random.vec2();
         const Vec2 scale = random.vec2();
@@ -102,8 +99,7 @@ TEST(AffineLayer, TakesItsAnchorToItsPosition) {
 }
 
 TEST(AffineInverse, UndoesTheTransform) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Affine t = random.affine();
         Affine result = t.getInverse();
         result.multiply(t);

@@ -9,8 +9,7 @@ using CornerTypes = testing::Types<Vec2, Vec3, Vec4, Color>;
 TYPED_TEST_SUITE(BarycentricTest, CornerTypes);
 
 TYPED_TEST(BarycentricTest, FindsTheWeightsThatMadeThePoint) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const auto a = random.any<TypeParam>();
         const auto b = random.any<TypeParam>();
         const auto c = random.any<TypeParam>();
@@ -19,13 +18,12 @@ TYPED_TEST(BarycentricTest, FindsTheWeightsThatMadeThePoint) {
         const Barycentric weights(u, v, 1.0 - u - v);
         const TypeParam p = weights.interpolate(a, b, c);
         EXPECT_TRUE(near(p, a * u + b * v + c * (1.0 - u - v)));
-        EXPECT_TRUE(near(Barycentric(a, b, c, p), weights, 1e-8)) << i;
+        EXPECT_TRUE(near(Barycentric(a, b, c, p), weights, 1e-8));
     }
 }
 
 TEST(Barycentric, GivesAPointOffThePlaneTheWeightsOfItsFoot) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec3 a = random.vec3();
         const Vec3 b = random.vec3();
         const Vec3 c = random.vec3();

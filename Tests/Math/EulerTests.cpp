@@ -59,11 +59,9 @@ TEST(Euler, KeepsItsOrderUnlessGivenOne) {
 }
 
 TEST(EulerFromMatrix, GivesTheAnglesOfEachOrderWithTheSignsOfItsElements) {
-    Random random;
     for (const OrderCase& order : kOrders) {
-        for (int i = 0; i < kTrials; ++i) {
-            Vec3 angles(random.number(-3.0, 3.0), random.number(-3.0, 3.0),
-                        random.number(-3.0, 3.0));
+        for (Random& random : trials()) {
+            Vec3 angles = random.vec3() * 0.3;
             component(angles, order.middle) = random.number(-1.5, 1.5);
             Euler e;
             e.setWithMat4(matrix(angles, order), order.order);
@@ -126,11 +124,9 @@ TEST(EulerFromMatrix, StoresAnUnknownOrderAndKeepsTheAngles) {
 }
 
 TEST(QuaternionFromEuler, IsTheProductOfTheTurnsInSinglePrecision) {
-    Random random;
     for (const OrderCase& order : kOrders) {
-        for (int i = 0; i < kTrials; ++i) {
-            const Vec3 angles(random.number(-3.0, 3.0), random.number(-3.0, 3.0),
-                              random.number(-3.0, 3.0));
+        for (Random& random : trials()) {
+            const Vec3 angles = random.vec3() * 0.3;
             Quaternion q;
             q.setWithEuler({angles.x, angles.y, angles.z, order.order});
             EXPECT_TRUE(near(q, toQuaternion(eigenRotation(angles, order)), 1e-6)) << order.order;
@@ -145,8 +141,7 @@ TEST(QuaternionFromEuler, IsTheProductOfTheTurnsInSinglePrecision) {
 }
 
 TEST(QuaternionFromEuler, NarrowsTheDoubleSinesBeforeItMultiplies) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec2 angles = random.vec2();
         Quaternion q;
         q.setWithEuler({angles.x, angles.y, 0.0, Euler::OrderXYZ});

@@ -67,8 +67,7 @@ TEST(Mat4Construction, ReadsRowsOrColumns) {
 }
 
 TEST(Mat4Algebra, AgreesWithEigen) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Mat4 a = random.mat4();
         const Mat4 b = random.mat4();
         const Eigen::Matrix4d eigenA = toEigen(a);
@@ -123,8 +122,7 @@ TEST(Mat4Algebra, ReportsASingularMatrixAndGivesTheIdentity) {
 }
 
 TEST(Mat4Vectors, TakePointsDirectionsAndProjections) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Mat4 m = random.mat4();
         const Vec4 v = random.vec4();
         const Eigen::Vector4d mapped = toEigen(m) * Eigen::Vector4d(v.x, v.y, v.z, v.w);
@@ -141,8 +139,7 @@ TEST(Mat4Vectors, TakePointsDirectionsAndProjections) {
 }
 
 TEST(Mat4Transforms, AgreeWithEigenAndReplaceTheWhole) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec3 v = random.vec3();
         const double angle = random.number();
         const auto about = [&](const Vec3& axis) {
@@ -214,8 +211,7 @@ TEST(Mat4Steps, ApplyBeforeTheMatrix) {
 }
 
 TEST(Mat4Projection, AgreesWithGlm) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const double left = random.number(-5.0, -1.0);
         const double right = random.number(1.0, 5.0);
         const double bottom = random.number(-5.0, -1.0);
@@ -239,8 +235,7 @@ TEST(Mat4Projection, AgreesWithGlm) {
 }
 
 TEST(Mat4LookAt, IsTheOrientationThatTheViewMatrixOfGlmInverts) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec3 eye = random.vec3();
         const Vec3 target = random.vec3();
         const Vec3 up = random.vec3();
@@ -295,9 +290,8 @@ TEST(Mat4HostConversion, TakesLayerPointsToGl) {
 }
 
 TEST(Mat4Composition, ScalesThenRotatesThenMovesAboutAnAnchor) {
-    Random random;
     int roundedCount = 0;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec3 anchor = random.vec3();
         const Vec3 position = random.vec3();
         const Quaternion q = random.rotation();
@@ -331,8 +325,7 @@ TEST(Mat4Composition, ScalesThenRotatesThenMovesAboutAnAnchor) {
 }
 
 TEST(Mat4Decomposition, UndoesTheComposition) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec3 anchor = random.vec3();
         const Vec3 position = random.vec3();
         const Quaternion q = random.rotation();

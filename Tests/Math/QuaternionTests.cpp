@@ -28,8 +28,7 @@ TEST(QuaternionConstruction, TakesNumbersOrAnAxis) {
     q.w = 4.0;
     q.set(1.0, 2.0, 3.0);
     EXPECT_TRUE(same(q, Quaternion(1.0, 2.0, 3.0, 4.0)));
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const double angle = random.number();
         const Vec3 axis = random.direction();
         EXPECT_TRUE(near(Quaternion(axis, angle), angleAxis(angle, axis)));
@@ -43,8 +42,7 @@ TEST(QuaternionConstruction, TakesNumbersOrAnAxis) {
 }
 
 TEST(QuaternionProduct, AgreesWithEigenInBothOrders) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Quaternion a = random.rotation();
         const Quaternion b = random.rotation();
         const Quaternion expected = toQuaternion(toEigen(a) * toEigen(b));
@@ -60,8 +58,7 @@ TEST(QuaternionProduct, AgreesWithEigenInBothOrders) {
 }
 
 TEST(QuaternionLength, BecomesOneAndZeroBecomesTheIdentity) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const auto q = random.any<Quaternion>();
         EXPECT_DOUBLE_EQ(q.lengthSq(), toEigen(q).squaredNorm());
         EXPECT_DOUBLE_EQ(q.length(), toEigen(q).norm());
@@ -77,8 +74,7 @@ TEST(QuaternionLength, BecomesOneAndZeroBecomesTheIdentity) {
 }
 
 TEST(QuaternionAngle, IsInDegrees) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec3 axis = random.direction();
         const double angle = random.number(0.1, 6.1);
         const Quaternion q(axis, angle);
@@ -136,8 +132,7 @@ TEST(QuaternionFromMatrix, BreaksTiesTowardsTheLaterAxis) {
 }
 
 TEST(QuaternionFromDirections, TurnsTheOneIntoTheOtherTheShortestWay) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec3 from = random.direction();
         const Vec3 to = random.direction();
         const Quaternion q(from, to);
@@ -162,9 +157,8 @@ TEST(QuaternionFromDirections, MakesAHalfTurnBetweenOpposites) {
 }
 
 TEST(QuaternionSlerp, FollowsTheShorterArcLikeEigen) {
-    Random random;
     int oppositeCount = 0;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Quaternion a = random.rotation();
         const Quaternion b = random.rotation();
         const double t = random.number(0.0, 1.0);

@@ -18,16 +18,15 @@ TEST(Vec2Comparison, IsStrictAtTheEdgesOfItsTolerances) {
 }
 
 TEST(Vec2Comparison, FindsParallelsAndRightAnglesAtAnyLength) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec2 v = random.vec2();
         const double factor = random.number() * 1e6;
-        EXPECT_TRUE(v.isCollinear(v * factor)) << i;
-        EXPECT_TRUE(v.isOrthogonal(v.normal() * factor)) << i;
+        EXPECT_TRUE(v.isCollinear(v * factor));
+        EXPECT_TRUE(v.isOrthogonal(v.normal() * factor));
         Vec2 bent = v * factor;
         bent.rotate(1e-9);
-        EXPECT_FALSE(v.isCollinear(bent)) << i;
-        EXPECT_FALSE(v.isOrthogonal(bent.normal())) << i;
+        EXPECT_FALSE(v.isCollinear(bent));
+        EXPECT_FALSE(v.isOrthogonal(bent.normal()));
     }
     // x o.x - y o.y would be zero here, the dot product is not.
     EXPECT_FALSE(Vec2(1.0, 1.0).isOrthogonal({1.0, 1.0}));
@@ -61,8 +60,7 @@ TEST(Vec2Length, LeavesAPairAtZeroUnlikeAVector) {
 }
 
 TEST(Vec2Rotation, AgreesWithEigen) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const double degrees = random.number(-720.0, 720.0);
         const Vec2 v = random.vec2();
         const Vec2 center = random.vec2();
@@ -94,8 +92,7 @@ TEST(Vec2Rotation, CountsFourteenDigitsToTheRadian) {
 }
 
 TEST(Vec2Angle, ComesBackAsItWasSet) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const double degrees = random.number(-179.9, 179.9);
         const double turn = random.number(-179.9, 179.9);
         Vec2 v = random.vec2();
@@ -162,8 +159,7 @@ TEST(Vec2Direction, TurnsOutwardOrInward) {
 }
 
 TEST(Vec2Lines, ProjectAlongAndAcross) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec2 a = random.vec2();
         const Vec2 b = random.vec2();
         const Vec2 p = random.vec2();

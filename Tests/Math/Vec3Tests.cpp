@@ -17,8 +17,7 @@ TEST(Vec3Arithmetic, ReturnsOrChangesTheVector) {
 }
 
 TEST(Vec3Products, AgreeWithEigen) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec3 a = random.vec3();
         const Vec3 b = random.vec3();
         EXPECT_NEAR(a.dot(b), toEigen(a).dot(toEigen(b)), 1e-12);
@@ -31,9 +30,8 @@ TEST(Vec3Products, AgreeWithEigen) {
 
 TEST(Vec3Angle, IsNotClampedAgainstRounding) {
     // Some vector has a cosine with itself of 1 plus a bit: the angle is NaN then, never wrong.
-    Random random;
     int nanCount = 0;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec3 v = random.vec3();
         const double angle = v.angleBetween(v);
         nanCount += std::isnan(angle) ? 1 : 0;
@@ -54,8 +52,7 @@ TEST(Vec3Components, FindTheLargestAndTheLaterOfEquals) {
 
 TEST(Vec3Ortho, IsPerpendicularToTheOtherAndToTheAxisOfItsChoice) {
     constexpr Vec3 kAxes[] = {{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}};
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         Vec3 v = random.vec3();
         const Vec3 other = random.vec3();
         const Vec3 axis = kAxes[(v.largestAbsComponent() + 2) % 3];
@@ -71,8 +68,7 @@ TEST(Vec3Ortho, IsPerpendicularToTheOtherAndToTheAxisOfItsChoice) {
 }
 
 TEST(Vec3Transformation, GoesThroughTheMatrix) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Mat4 m = random.mat4();
         const Vec3 v = random.vec3();
         const Eigen::Vector4d mapped = toEigen(m) * Eigen::Vector4d(v.x, v.y, v.z, 1.0);
@@ -91,8 +87,7 @@ TEST(Vec3Transformation, GoesThroughTheMatrix) {
 }
 
 TEST(Vec3Transformation, RotatesAndScalesByTheSquareOfAQuaternion) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Quaternion q = random.rotation();
         const Vec3 v = random.vec3();
         Vec3 rotated = v;

@@ -31,9 +31,8 @@ TEST(Vec4Lerp, GivesTheEndsAsTheyAre) {
 }
 
 TEST(Vec4Lerp, FollowsTheShorterArc) {
-    Random random;
     int oppositeCount = 0;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         Vec4 a = random.vec4();
         Vec4 b = random.vec4();
         a.normalize();

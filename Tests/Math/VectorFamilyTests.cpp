@@ -59,8 +59,7 @@ TYPED_TEST(VectorFamilyTest, IsZeroOnlyExactly) {
 }
 
 TYPED_TEST(VectorFamilyTest, KeepsItsDirectionAtANewLength) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const auto before = random.any<TypeParam>();
         auto v = before;
         v.setLength(3.0);
@@ -84,8 +83,7 @@ using PointTypes = testing::Types<Vec2, Vec3>;
 TYPED_TEST_SUITE(PointFamilyTest, PointTypes);
 
 TYPED_TEST(PointFamilyTest, BoundsAndMixesByComponent) {
-    Random random;
-    for (int trial = 0; trial < kTrials; ++trial) {
+    for (Random& random : trials()) {
         const auto v = random.any<TypeParam>();
         const auto low = random.any<TypeParam>();
         const auto high = random.any<TypeParam>(); // or lower
