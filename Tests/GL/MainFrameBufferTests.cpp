@@ -212,20 +212,17 @@ TEST_F(MainFrameBuffer, CreatesClearedTexturesWithTheFiltersAskedFor) {
     for (const auto& [name, format, minification, magnification] : kCases) {
         const GLTexture texture(name);
         EXPECT_TRUE(AllAre(TexelsOf(name, 3, 2), kTransparent));
-        const auto get = [](GLenum what) {
+        const std::pair<GLenum, GLenum> parameters[] = {{GL_TEXTURE_MIN_FILTER, minification},
+                                                        {GL_TEXTURE_MAG_FILTER, magnification},
+                                                        {GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE},
+                                                        {GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE}};
+        for (const auto& [what, expected] : parameters) {
             int value = 0;
             glGetTexParameteriv(GL_TEXTURE_2D, what, &value);
-            return static_cast<GLenum>(value);
-        };
-        EXPECT_EQ(get(GL_TEXTURE_MIN_FILTER), minification);
-        EXPECT_EQ(get(GL_TEXTURE_MAG_FILTER), magnification);
-        EXPECT_EQ(get(GL_TEXTURE_WRAP_S), GL_CLAMP_TO_EDGE);
-        EXPECT_EQ(get(GL_TEXTURE_WRAP_T), GL_CLAMP_TO_EDGE);
-        int width = 0;
+            EXPECT_EQ(static_cast<GLenum>(value), expected);
+        }
         int actual = 0;
-        glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_WIDTH, &width);
         glGetTexLevelParameteriv(GL_TEXTURE_2D, 0, GL_TEXTURE_INTERNAL_FORMAT, &actual);
-        EXPECT_EQ(width, 3);
         EXPECT_EQ(static_cast<GLenum>(actual), format);
     }
 }
