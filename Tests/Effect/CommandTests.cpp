@@ -16,7 +16,8 @@ namespace {
 
 using Commands = EffectFixture;
 
-TEST_F(Commands, OfNoUseToTheEffectChangeNothing) {
+TEST_F(Commands, OfNoUseToTheEffectChangeAndCallNothing) {
+    FaultyHost host(mSession);
     for (const PF_Cmd command :
          {static_cast<int>(PF_Cmd_UNUSED_0), static_cast<int>(PF_Cmd_SEQUENCE_SETUP),
           static_cast<int>(PF_Cmd_SEQUENCE_RESETUP), static_cast<int>(PF_Cmd_SEQUENCE_FLATTEN),
@@ -26,7 +27,9 @@ TEST_F(Commands, OfNoUseToTheEffectChangeNothing) {
           static_cast<int>(PF_Cmd_EVENT), 1000, -1}) {
         std::memset(&mSession.outData(), 0x5a, sizeof(PF_OutData));
         const PF_OutData before = mSession.outData();
+        host.recover();
         EXPECT_EQ(mSession.call(command), PF_Err_NONE) << command;
+        EXPECT_EQ(host.calls(), HostCallCounts{}) << command;
         // Byte by byte, padding too, as both are filled with one mark.
         EXPECT_EQ(std::memcmp(static_cast<const void*>(&before),
                               static_cast<const void*>(&mSession.outData()), sizeof before),
@@ -41,13 +44,21 @@ TEST_F(Commands, AboutNamesTheEffectAndItsVersion) {
     EXPECT_STREQ(mSession.outData().return_msg, "Tesselune v1.0\rTesselune");
 }
 
-TEST_F(Commands, GlobalSetupDeclaresVersionAndFlags) {
+TEST_F(Commands, GlobalSetupDeclaresVersionAndFlagsEvenIfItFails) {
+    globalSetdown();
     mSession.outData().out_flags = PF_OutFlag_I_EXPAND_BUFFER;
     mSession.outData().out_flags2 = PF_OutFlag2_FLOAT_COLOR_AWARE;
-    globalSetup();
+    {
+        FaultyHost host(mSession);
+        host.refuseSuite("AEGP Utility Suite");
+        EXPECT_EQ(mSession.call(PF_Cmd_GLOBAL_SETUP), PF_Err_BAD_CALLBACK_PARAM);
+    }
     EXPECT_EQ(mSession.outData().my_version, 524289U);
     EXPECT_EQ(mSession.outData().out_flags, 33587202 | PF_OutFlag_I_EXPAND_BUFFER);
     EXPECT_EQ(mSession.outData().out_flags2, 0);
+    Host::World output(Host::Depth::Bits8, 8, 8);
+    EXPECT_EQ(mSession.render(SmoothPicture(8, 8, true), output), PF_Err_BAD_CALLBACK_PARAM);
+    globalSetup();
 }
 
 TEST_F(Commands, GlobalSetdownFreesTheHandlesThatTheHostGave) {
@@ -122,11 +133,6 @@ TEST_F(Commands, RenderIsRefusedBetweenSetDownAndSetUp) {
         globalSetup();
         EXPECT_TRUE(SamePixels(rendered(input), before)) << "round " << round;
     }
-}
-
-TEST_F(Commands, SetDownWorksBeforeAnyFrame) {
-    globalSetdown();
-    globalSetup();
 }
 
 TEST_F(Commands, SetUpIsEnoughForAnEmptyFrame) {

@@ -66,11 +66,8 @@ Host::World PositionPicture(int width, int height);
 /// Smooth in all channels, opaque or with a soft alpha.
 Host::World SmoothPicture(int width, int height, bool opaque);
 
-/// The same picture at another depth: 255 becomes the depth's white.
-Host::World AtDepth(const Host::World& picture8, Host::Depth depth);
-
-/// Back at 8 bits, rounded.
-Host::World At8Bits(const Host::World& picture);
+/// The same picture at another depth: white becomes the depth's white. Rounded to 8 or 16 bits.
+Host::World AtDepth(const Host::World& picture, Host::Depth depth);
 
 PF_Pixel8 PixelOf(const Host::World& picture8, int x, int y);
 

@@ -131,7 +131,8 @@ TEST_P(Removal, NeverBringsACellBack) {
 }
 
 TEST_P(Removal, SweepsInThePlainFormExactlyWhereGeometryHasIt) {
-    for (const double direction : {0.0, 45.0, 90.0, 135.0, 180.0, 225.0, 270.0, 300.0, -90.0}) {
+    for (const double direction :
+         {0.0, 45.0, 90.0, 135.0, 180.0, 225.0, 270.0, 300.0, -90.0, 360.0, 450.0, -720.5}) {
         set("Direction", direction);
         for (const double percent : {20.0, 50.0, 80.0}) {
             set("Transition Progress", percent);
