@@ -57,19 +57,18 @@ std::array<Channel, 4> PixelOf(const Picture& picture, int x, int y) {
 }
 
 template <typename Channel>
-void Fill(Picture& picture, std::minstd_rand& random, float low, float high) {
-    std::uniform_real_distribution<float> channel(low, high);
+void Put(const Picture& picture, int channel, int y, Channel value) {
+    std::memcpy(picture.view.row(y) + channel * std::ptrdiff_t{sizeof value}, &value, sizeof value);
+}
+
+template <typename Channel>
+void Fill(const Picture& picture, std::minstd_rand& random, float low, float high) {
+    std::uniform_real_distribution<float> level(low, high);
     for (int y = 0; y < picture.view.height; ++y) {
-        for (int x = 0; x < picture.view.width; ++x) {
-            std::array<Channel, 4> pixel;
-            for (Channel& value : pixel) {
-                value = static_cast<Channel>(channel(random));
-            }
-            if (random() % 2 == 0) { // so that much of the picture is opaque
-                pixel[3] = static_cast<Channel>(std::is_same_v<Channel, float> ? 1 : high);
-            }
-            std::memcpy(picture.view.row(y) + x * std::ptrdiff_t{sizeof pixel}, pixel.data(),
-                        sizeof pixel);
+        for (int x = 0; x < picture.view.width * 4; ++x) {
+            const bool isOpaque = x % 4 == 3 && random() % 2 == 0; // as is much of the picture
+            const float white = std::is_same_v<Channel, float> ? 1 : high;
+            Put(picture, x, y, static_cast<Channel>(isOpaque ? white : level(random)));
         }
     }
 }
@@ -107,25 +106,17 @@ TEST(Mosaic, OfWholeNumbersIsThatOfFloatsButForTheirSteps) {
     std::minstd_rand random(11); // NOLINT(cert-msc*): the same cases in every run
     for (int round = 0; round < 60; ++round) {
         MosaicParameters parameters = RandomParameters(random);
-        Picture in16(Depth::Bits16, 70, 50);
-        Fill<std::uint16_t>(in16, random, 0, 32768);
         Picture in8(Depth::Bits8, 70, 50);
+        Picture in16(Depth::Bits16, 70, 50);
         Picture in32(Depth::Float32, 70, 50);
         for (int y = 0; y < 50; ++y) {
-            for (int x = 0; x < 70; ++x) {
-                auto pixel = PixelOf<std::uint16_t>(in16, x, y);
-                std::array<std::uint8_t, 4> eight{};
-                std::array<float, 4> floats{};
-                for (std::size_t channel = 0; channel < 4; ++channel) {
-                    eight[channel] = static_cast<std::uint8_t>(
-                        pixel[channel] >> 7 > 255 ? 255 : pixel[channel] >> 7);
-                    floats[channel] = static_cast<float>(eight[channel]) / 255;
-                    pixel[channel] =
-                        static_cast<std::uint16_t>(std::lround(floats[channel] * 32768));
-                }
-                std::memcpy(in16.view.row(y) + std::ptrdiff_t{x} * 8, pixel.data(), 8);
-                std::memcpy(in8.view.row(y) + std::ptrdiff_t{x} * 4, eight.data(), 4);
-                std::memcpy(in32.view.row(y) + std::ptrdiff_t{x} * 16, floats.data(), 16);
+            for (int x = 0; x < 70 * 4; ++x) {
+                // Half of the alphas are 255, so that much of the picture is opaque.
+                const unsigned level = x % 8 == 3 ? 255 : random() % 256;
+                const float share = static_cast<float>(level) / 255;
+                Put(in8, x, y, static_cast<std::uint8_t>(level));
+                Put(in16, x, y, static_cast<std::uint16_t>(std::lround(share * 32768)));
+                Put(in32, x, y, share);
             }
         }
         Picture out8(Depth::Bits8, 70, 50);
