@@ -19,9 +19,9 @@ Affine toAffine(const Eigen::Matrix3d& m) {
 TEST(AffineConstruction, TakesColumnsAndStoresRows) {
     EXPECT_EQ(numbers(Affine(1.0, 2.0, 3.0, 4.0, 5.0, 6.0)),
               (Numbers{1.0, 3.0, 5.0, 2.0, 4.0, 6.0}));
-    EXPECT_TRUE(same(Affine(true), Affine(1.0, 0.0, 0.0, 1.0, 0.0, 0.0)));
-    EXPECT_TRUE(same(Affine(), Affine(true)));
-    EXPECT_TRUE(same(Affine(false), Affine(0.0, 0.0, 0.0, 0.0, 0.0, 0.0)));
+    EXPECT_SAME(Affine(true), Affine(1.0, 0.0, 0.0, 1.0, 0.0, 0.0));
+    EXPECT_SAME(Affine(), Affine(true));
+    EXPECT_SAME(Affine(false), Affine(0.0, 0.0, 0.0, 0.0, 0.0, 0.0));
     static_assert(!std::is_constructible_v<Affine, double>);
 }
 
@@ -49,9 +49,9 @@ TEST(AffineSteps, ReplaceOrConcatenate) {
     Random random;
     for (const auto& [replace, concatenate, expected] : steps) {
         const Affine step = after(random.affine(), replace);
-        EXPECT_TRUE(near(step, expected));
+        EXPECT_CLOSE(step, expected);
         const Affine before = random.affine();
-        EXPECT_TRUE(near(after(before, concatenate), toAffine(toEigen(before) * toEigen(step))));
+        EXPECT_CLOSE(after(before, concatenate), toAffine(toEigen(before) * toEigen(step)));
     }
 }
 
@@ -59,12 +59,11 @@ TEST(AffineProduct, AppliesTheOtherAfterOrBefore) {
     for (Random& random : trials()) {
         const Affine t = random.affine();
         const Affine o = random.affine();
-        EXPECT_TRUE(
-            near(after(t, [&](Affine& a) { a.multiply(o); }), toAffine(toEigen(o) * toEigen(t))));
-        EXPECT_TRUE(near(after(t, [&](Affine& a) { a.premultiply(o); }),
-                         toAffine(toEigen(t) * toEigen(o))));
-        EXPECT_TRUE(
-            near(after(t, [](Affine& a) { a.multiply(a); }), toAffine(toEigen(t) * toEigen(t))));
+        EXPECT_CLOSE(after(t, [&](Affine& a) { a.multiply(o); }),
+                     toAffine(toEigen(o) * toEigen(t)));
+        EXPECT_CLOSE(after(t, [&](Affine& a) { a.premultiply(o); }),
+                     toAffine(toEigen(t) * toEigen(o)));
+        EXPECT_CLOSE(after(t, [](Affine& a) { a.multiply(a); }), toAffine(toEigen(t) * toEigen(t)));
     }
 }
 
@@ -74,11 +73,11 @@ TEST(AffinePoints, MapAlikeInEveryForm) {
         const Vec2 p = random.vec2();
         const Eigen::Vector3d mapped = toEigen(t) * Eigen::Vector3d(p.x, p.y, 1.0);
         const Vec2 expected = t.getTransform(p);
-        EXPECT_TRUE(near(expected, Vec2(mapped.x(), mapped.y())));
-        EXPECT_TRUE(same(after(p, [&](Vec2& q) { t.transform(q); }), expected));
-        EXPECT_TRUE(same(after(p, [&](Vec2& q) { t.transform(q.x, q.y); }), expected));
-        EXPECT_TRUE(same(after(p, [&](Vec2& q) { t.transform(q.x, q.y, &q.y, &q.x); }),
-                         Vec2(expected.y, expected.x)));
+        EXPECT_CLOSE(expected, Vec2(mapped.x(), mapped.y()));
+        EXPECT_SAME(after(p, [&](Vec2& q) { t.transform(q); }), expected);
+        EXPECT_SAME(after(p, [&](Vec2& q) { t.transform(q.x, q.y); }), expected);
+        EXPECT_SAME(after(p, [&](Vec2& q) { t.transform(q.x, q.y, &q.y, &q.x); }),
+                    Vec2(expected.y, expected.x));
     }
 }
 
@@ -91,10 +90,10 @@ TEST(AffineLayer, TakesItsAnchorToItsPosition) {
         const Vec2 p = random.vec2();
         Affine t;
         t.set(anchor, position, scale, degrees);
-        EXPECT_TRUE(near(t.getTransform(anchor), position, 1e-11));
+        EXPECT_CLOSE(t.getTransform(anchor), position, 1e-11);
         Vec2 expected = (p - anchor) * scale;
         expected.rotate(degrees);
-        EXPECT_TRUE(near(t.getTransform(p), expected + position, 1e-11));
+        EXPECT_CLOSE(t.getTransform(p), expected + position, 1e-11);
     }
 }
 
@@ -103,10 +102,10 @@ TEST(AffineInverse, UndoesTheTransform) {
         const Affine t = random.affine();
         Affine result = t.getInverse();
         result.multiply(t);
-        EXPECT_TRUE(near(result, Affine(), 1e-9));
+        EXPECT_CLOSE(result, Affine(), 1e-9);
         Affine inPlace = t;
         EXPECT_TRUE(inPlace.inverse(inPlace));
-        EXPECT_TRUE(same(inPlace, t.getInverse()));
+        EXPECT_SAME(inPlace, t.getInverse());
     }
 }
 

@@ -17,8 +17,8 @@ TYPED_TEST(BarycentricTest, FindsTheWeightsThatMadeThePoint) {
         const double v = random.number(-1.0, 2.0);
         const Barycentric weights(u, v, 1.0 - u - v);
         const TypeParam p = weights.interpolate(a, b, c);
-        EXPECT_TRUE(near(p, a * u + b * v + c * (1.0 - u - v)));
-        EXPECT_TRUE(near(Barycentric(a, b, c, p), weights, 1e-8));
+        EXPECT_CLOSE(p, a * u + b * v + c * (1.0 - u - v));
+        EXPECT_CLOSE(Barycentric(a, b, c, p), weights, 1e-8);
     }
 }
 
@@ -31,7 +31,7 @@ TEST(Barycentric, GivesAPointOffThePlaneTheWeightsOfItsFoot) {
         normal.normalize();
         const Vec3 foot = Barycentric(0.2, 0.3, 0.5).interpolate(a, b, c);
         const Barycentric weights(a, b, c, foot + normal * random.number());
-        EXPECT_TRUE(near(weights, Barycentric(0.2, 0.3, 0.5), 1e-9));
+        EXPECT_CLOSE(weights, Barycentric(0.2, 0.3, 0.5), 1e-9);
     }
 }
 

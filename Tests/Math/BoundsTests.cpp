@@ -16,14 +16,14 @@ TEST(RectEdges, MoveTheRectangleOrChangeItsSize) {
     for (const auto& [change, result] : cases) {
         Rect r(Vec2(1.0, 2.0), Vec2(10.0, 20.0));
         change(r);
-        EXPECT_TRUE(same(r, result));
+        EXPECT_SAME(r, result);
     }
 }
 
 TEST(RectEdges, GiveCornersAndCentre) {
     constexpr Rect r(1.0, 2.0, 10.0, 20.0);
-    EXPECT_TRUE(same(r.getTopRight(), Vec2(11.0, 2.0)));
-    EXPECT_TRUE(same(r.getBottomLeft(), Vec2(1.0, 22.0)));
+    EXPECT_SAME(r.getTopRight(), Vec2(11.0, 2.0));
+    EXPECT_SAME(r.getBottomLeft(), Vec2(1.0, 22.0));
     EXPECT_EQ(r.getArea(), 200.0);
 }
 
@@ -53,16 +53,15 @@ TEST(RectRelations, ContainIntersectAndTouchAtSharedEdges) {
 
 TEST(RectCombination, IntersectsUnitesExpandsAndScales) {
     constexpr Rect r(0.0, 0.0, 10.0, 10.0);
-    EXPECT_TRUE(same(r.intersect({5.0, -5.0, 10.0, 10.0}), Rect(5.0, 0.0, 5.0, 5.0)));
-    EXPECT_TRUE(same(r.intersect({20.0, 20.0, 5.0, 5.0}), Rect(20.0, 20.0, -10.0, -10.0)));
-    EXPECT_TRUE(same(r.unite({20.0, -5.0, 5.0, 5.0}), Rect(0.0, -5.0, 25.0, 15.0)));
-    EXPECT_TRUE(same(r.unite({20.0, 20.0, 0.0, 0.0}), Rect(0.0, 0.0, 20.0, 20.0)))
-        << "empty ones too";
-    EXPECT_TRUE(same(r.expand({1.0, -2.0}), Rect(-1.0, 2.0, 12.0, 6.0)));
-    EXPECT_TRUE(same(r.expand(0.5F), Rect(-0.5, -0.5, 11.0, 11.0)));
-    EXPECT_TRUE(same(r.scale(2.0F, 2.0F), Rect(-10.0, -10.0, 30.0, 30.0)));
-    EXPECT_TRUE(same(r.scale(1.0F, 1.0F), r));
-    EXPECT_TRUE(same(r.scale(0.5F, 0.5F), Rect(5.0, 5.0, 0.0, 0.0)));
+    EXPECT_SAME(r.intersect({5.0, -5.0, 10.0, 10.0}), Rect(5.0, 0.0, 5.0, 5.0));
+    EXPECT_SAME(r.intersect({20.0, 20.0, 5.0, 5.0}), Rect(20.0, 20.0, -10.0, -10.0));
+    EXPECT_SAME(r.unite({20.0, -5.0, 5.0, 5.0}), Rect(0.0, -5.0, 25.0, 15.0));
+    EXPECT_SAME(r.unite({20.0, 20.0, 0.0, 0.0}), Rect(0.0, 0.0, 20.0, 20.0)) << "empty ones too";
+    EXPECT_SAME(r.expand({1.0, -2.0}), Rect(-1.0, 2.0, 12.0, 6.0));
+    EXPECT_SAME(r.expand(0.5F), Rect(-0.5, -0.5, 11.0, 11.0));
+    EXPECT_SAME(r.scale(2.0F, 2.0F), Rect(-10.0, -10.0, 30.0, 30.0));
+    EXPECT_SAME(r.scale(1.0F, 1.0F), r);
+    EXPECT_SAME(r.scale(0.5F, 0.5F), Rect(5.0, 5.0, 0.0, 0.0));
     EXPECT_TRUE(Rect(0.0, 0.0, 0.0, 1.0).isEmpty() && Rect(0.0, 0.0, 1.0, -1.0).isEmpty());
 }
 
@@ -74,10 +73,10 @@ TEST(RectInclusion, GrowsOnlyTowardsThePoint) {
         {{2.1, 0.0}, {0.1, 0.0, 2.0, 10.0}},
     };
     for (const auto& [p, result] : cases) {
-        EXPECT_TRUE(near(r.getInclude(p), result, 1e-15));
-        EXPECT_TRUE(same(after(r, [&](Rect& grown) { grown.include(p); }), r.getInclude(p)));
+        EXPECT_CLOSE(r.getInclude(p), result, 1e-15);
+        EXPECT_SAME(after(r, [&](Rect& grown) { grown.include(p); }), r.getInclude(p));
     }
-    EXPECT_TRUE(same(r.getInclude({0.2, 12.0}).getSize(), Vec2(0.2, 12.0)));
+    EXPECT_SAME(r.getInclude({0.2, 12.0}).getSize(), Vec2(0.2, 12.0));
     Rect inverted(0.0, 0.0, -5.0, 1.0);
     inverted.include({-2.0, 0.5});
     EXPECT_TRUE(inverted.containsPoint({-2.0, 0.5}));
@@ -87,8 +86,8 @@ constexpr double kLargest = 1.7976931348623157e308;
 constexpr double kSmallest = 2.2250738585072014e-308;
 
 TEST(Box3Emptiness, HasExtremeCornersOrNoVolume) {
-    EXPECT_TRUE(same(Box3().min, Vec3(kLargest)));
-    EXPECT_TRUE(same(Box3().max, Vec3(kSmallest)));
+    EXPECT_SAME(Box3().min, Vec3(kLargest));
+    EXPECT_SAME(Box3().max, Vec3(kSmallest));
     const Table<Box3, bool> cases = {
         {Box3(), true},
         {{Vec3(0.0), Vec3(0.0)}, true},
@@ -106,39 +105,39 @@ TEST(Box3Growth, StartsFromTheEmptyBox) {
     Box3 box;
     const Vec3 negative(-1.0, -2.0, -3.0);
     box.expandByPoint(negative);
-    EXPECT_TRUE(same(box, Box3(negative, Vec3(kSmallest)))) << "no negative value exceeds the most";
+    EXPECT_SAME(box, Box3(negative, Vec3(kSmallest))) << "no negative value exceeds the most";
     box.setFromPoints(&negative, 1);
-    EXPECT_TRUE(same(box, Box3(negative, negative)));
+    EXPECT_SAME(box, Box3(negative, negative));
 
     const Vec3 points[] = {{1.0, 5.0, -3.0}, {-1.0, 6.0, 2.0}, {0.0, 4.0, 0.0}};
     box.setFromPoints(points, 3);
-    EXPECT_TRUE(same(box, Box3({-1.0, 4.0, -3.0}, {1.0, 6.0, 2.0})));
+    EXPECT_SAME(box, Box3({-1.0, 4.0, -3.0}, {1.0, 6.0, 2.0}));
     const float numbersOfPoints[] = {1.0F, 5.0F, -3.0F, -1.0F, 6.0F, 2.0F, 0.0F, 4.0F};
     box.setFromArray(numbersOfPoints, 8);
-    EXPECT_TRUE(same(box, Box3({-1.0, 5.0, -3.0}, {1.0, 6.0, 2.0})));
+    EXPECT_SAME(box, Box3({-1.0, 5.0, -3.0}, {1.0, 6.0, 2.0}));
     box.setFromArray(numbersOfPoints, -3);
-    EXPECT_TRUE(same(box, Box3()));
+    EXPECT_SAME(box, Box3());
     box.setFromPoints(points, 3);
     box.setFromPoints(points, 0);
-    EXPECT_TRUE(same(box, Box3()));
+    EXPECT_SAME(box, Box3());
     box.setFromPoints(points, 3);
     box.setFromPoints(nullptr, 3);
-    EXPECT_TRUE(same(box, Box3()));
+    EXPECT_SAME(box, Box3());
 }
 
 TEST(Box3Shape, ComesFromCentreAndSize) {
     Box3 box;
     box.setFromCenterAndSize({1.0, 2.0, 3.0}, {2.0, 4.0, 6.0});
-    EXPECT_TRUE(same(box, Box3({0.0, 0.0, 0.0}, {2.0, 4.0, 6.0})));
-    EXPECT_TRUE(same(box.getCenter(), Vec3(1.0, 2.0, 3.0)));
-    EXPECT_TRUE(same(box.getSize(), Vec3(2.0, 4.0, 6.0)));
-    EXPECT_TRUE(same(box.getParameter({1.0, 6.0, -6.0}), Vec3(0.5, 1.5, -1.0)));
+    EXPECT_SAME(box, Box3({0.0, 0.0, 0.0}, {2.0, 4.0, 6.0}));
+    EXPECT_SAME(box.getCenter(), Vec3(1.0, 2.0, 3.0));
+    EXPECT_SAME(box.getSize(), Vec3(2.0, 4.0, 6.0));
+    EXPECT_SAME(box.getParameter({1.0, 6.0, -6.0}), Vec3(0.5, 1.5, -1.0));
     box.expandByVector({1.0, 0.0, -1.0});
-    EXPECT_TRUE(same(box, Box3({-1.0, 0.0, 1.0}, {3.0, 4.0, 5.0})));
+    EXPECT_SAME(box, Box3({-1.0, 0.0, 1.0}, {3.0, 4.0, 5.0}));
     box.expandByScalar(0.5F);
-    EXPECT_TRUE(same(box, Box3({-1.5, -0.5, 0.5}, {3.5, 4.5, 5.5})));
+    EXPECT_SAME(box, Box3({-1.5, -0.5, 0.5}, {3.5, 4.5, 5.5}));
     box.translate({0.5, 0.5, 0.5});
-    EXPECT_TRUE(same(box, Box3({-1.0, 0.0, 1.0}, {4.0, 5.0, 6.0})));
+    EXPECT_SAME(box, Box3({-1.0, 0.0, 1.0}, {4.0, 5.0, 6.0}));
 }
 
 TEST(Box3Relations, AreInclusiveOnAllFaces) {
@@ -161,7 +160,7 @@ TEST(Box3Relations, AreInclusiveOnAllFaces) {
         clamped.*axis = 0.0;
         EXPECT_FALSE(box.containsPoint(below));
         EXPECT_FALSE(box.intersectsBox({Vec3(-9.0), below}));
-        EXPECT_TRUE(same(box.clampPoint(below), clamped));
+        EXPECT_SAME(box.clampPoint(below), clamped);
         EXPECT_EQ(box.distanceToPoint(below), 3.0);
     }
     EXPECT_EQ(box.distanceToPoint(box.getCenter()), 0.0);
@@ -172,16 +171,16 @@ TEST(Box3Combination, WorksInPlace) {
     constexpr Box3 start({0.0, 0.0, 0.0}, {2.0, 4.0, 6.0});
     Box3 box = start;
     box.intersects({{1.0, -1.0, 5.0}, {9.0, 9.0, 9.0}});
-    EXPECT_TRUE(same(box, Box3({1.0, 0.0, 5.0}, {2.0, 4.0, 6.0})));
+    EXPECT_SAME(box, Box3({1.0, 0.0, 5.0}, {2.0, 4.0, 6.0}));
     box.intersects({Vec3(20.0), Vec3(30.0)});
-    EXPECT_TRUE(same(box, Box3()));
+    EXPECT_SAME(box, Box3());
 
     box = start;
     box.unionBox({{1.0, -1.0, 5.0}, {9.0, 3.0, 5.5}});
-    EXPECT_TRUE(same(box, Box3({0.0, -1.0, 0.0}, {9.0, 4.0, 6.0})));
+    EXPECT_SAME(box, Box3({0.0, -1.0, 0.0}, {9.0, 4.0, 6.0}));
     box.set(Vec3(-2.0), Vec3(-1.0));
     box.unionBox(Box3());
-    EXPECT_TRUE(same(box, Box3(Vec3(-2.0), Vec3(kSmallest))));
+    EXPECT_SAME(box, Box3(Vec3(-2.0), Vec3(kSmallest)));
 }
 
 } // namespace Kerovane::Tesselune

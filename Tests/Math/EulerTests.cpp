@@ -49,9 +49,9 @@ Vec3 anglesOf(const Euler& e) {
 TEST(Euler, KeepsItsOrderUnlessGivenOne) {
     Euler e(0.0, 0.0, 0.0, Euler::OrderZYX);
     e.set(1.0, 2.0, 3.0, Euler::OrderUnset);
-    EXPECT_TRUE(same(e, Euler(1.0, 2.0, 3.0, Euler::OrderZYX)));
+    EXPECT_SAME(e, Euler(1.0, 2.0, 3.0, Euler::OrderZYX));
     e.set(4.0, 5.0, 6.0, Euler::OrderYZX);
-    EXPECT_TRUE(same(e, Euler(4.0, 5.0, 6.0, Euler::OrderYZX)));
+    EXPECT_SAME(e, Euler(4.0, 5.0, 6.0, Euler::OrderYZX));
     // In the order of their numbers, which is not that of the alphabet.
     for (std::size_t i = 0; i < std::size(kOrders); ++i) {
         EXPECT_EQ(kOrders[i].order, i + 1);
@@ -66,9 +66,9 @@ TEST(EulerFromMatrix, GivesTheAnglesOfEachOrderWithTheSignsOfItsElements) {
             Euler e;
             e.setWithMat4(matrix(angles, order), order.order);
             EXPECT_EQ(e.order, order.order);
-            EXPECT_TRUE(near(anglesOf(e), angles * order.signsBack, 1e-11)) << order.order;
+            EXPECT_CLOSE(anglesOf(e), angles * order.signsBack, 1e-11) << order.order;
             e.setWithQuaternion(toQuaternion(eigenRotation(angles, order)), order.order);
-            EXPECT_TRUE(near(anglesOf(e), angles * order.signsBack, 1e-11)) << order.order;
+            EXPECT_CLOSE(anglesOf(e), angles * order.signsBack, 1e-11) << order.order;
         }
     }
 }
@@ -86,7 +86,7 @@ TEST(EulerFromMatrix, ZeroesOneAngleAtAQuarterTurn) {
             EXPECT_EQ(component(result, order.zeroAtQuarterTurn), 0.0) << order.order;
             // Here the middle angle alone may have its sign reversed.
             component(result, order.middle) *= component(angles = order.signsBack, order.middle);
-            EXPECT_TRUE(near(matrix(result, order), m, 1e-7)) << order.order;
+            EXPECT_CLOSE(matrix(result, order), m, 1e-7) << order.order;
         }
     }
 }
@@ -116,11 +116,11 @@ TEST(EulerFromMatrix, StoresAnUnknownOrderAndKeepsTheAngles) {
     for (const int order : {7, -1}) {
         Euler e(1.0, 2.0, 3.0, Euler::OrderXYZ);
         e.setWithMat4(random.mat4(), static_cast<Euler::RotationOrder>(order));
-        EXPECT_TRUE(same(e, Euler(1.0, 2.0, 3.0, static_cast<Euler::RotationOrder>(order))));
+        EXPECT_SAME(e, Euler(1.0, 2.0, 3.0, static_cast<Euler::RotationOrder>(order)));
     }
     Euler unset(1.0, 2.0, 3.0, Euler::OrderUnset);
     unset.setWithMat4(random.mat4(), Euler::OrderUnset);
-    EXPECT_TRUE(same(unset, Euler(1.0, 2.0, 3.0, Euler::OrderUnset)));
+    EXPECT_SAME(unset, Euler(1.0, 2.0, 3.0, Euler::OrderUnset));
 }
 
 TEST(QuaternionFromEuler, IsTheProductOfTheTurnsInSinglePrecision) {
@@ -129,7 +129,7 @@ TEST(QuaternionFromEuler, IsTheProductOfTheTurnsInSinglePrecision) {
             const Vec3 angles = random.vec3() * 0.3;
             Quaternion q;
             q.setWithEuler({angles.x, angles.y, angles.z, order.order});
-            EXPECT_TRUE(near(q, toQuaternion(eigenRotation(angles, order)), 1e-6)) << order.order;
+            EXPECT_CLOSE(q, toQuaternion(eigenRotation(angles, order)), 1e-6) << order.order;
             for (const double part : numbers(q)) {
                 EXPECT_EQ(part, static_cast<float>(part));
             }
@@ -154,9 +154,9 @@ TEST(QuaternionFromEuler, IsAllZeroWithoutAnOrderAndUntouchedByAnUnknownOne) {
     const Quaternion before(1.0, 2.0, 3.0, 4.0);
     Quaternion q = before;
     q.setWithEuler({1.0, 2.0, 3.0, static_cast<Euler::RotationOrder>(7)});
-    EXPECT_TRUE(same(q, before));
+    EXPECT_SAME(q, before);
     q.setWithEuler({1.0, 2.0, 3.0, Euler::OrderUnset});
-    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, 0.0, 0.0)));
+    EXPECT_SAME(q, Quaternion(0.0, 0.0, 0.0, 0.0));
 }
 
 } // namespace Kerovane::Tesselune

@@ -90,6 +90,9 @@ testing::AssertionResult same(const Value& a, const Value& b) {
     return near(a, b, 0.0);
 }
 
+#define EXPECT_SAME(...) EXPECT_TRUE(same(__VA_ARGS__))
+#define EXPECT_CLOSE(...) EXPECT_TRUE(near(__VA_ARGS__))
+
 /// Rows of cases.
 template <typename... Columns>
 using Table = std::vector<std::tuple<Columns...>>;

@@ -24,21 +24,21 @@ Quaternion angleAxis(double angle, const Vec3& axis) {
 
 TEST(QuaternionConstruction, TakesNumbersOrAnAxis) {
     Quaternion q(5.0, 6.0, 7.0);
-    EXPECT_TRUE(same(q, Quaternion(5.0, 6.0, 7.0, 1.0)));
+    EXPECT_SAME(q, Quaternion(5.0, 6.0, 7.0, 1.0));
     q.w = 4.0;
     q.set(1.0, 2.0, 3.0);
-    EXPECT_TRUE(same(q, Quaternion(1.0, 2.0, 3.0, 4.0)));
+    EXPECT_SAME(q, Quaternion(1.0, 2.0, 3.0, 4.0));
     for (Random& random : trials()) {
         const double angle = random.number();
         const Vec3 axis = random.direction();
-        EXPECT_TRUE(near(Quaternion(axis, angle), angleAxis(angle, axis)));
+        EXPECT_CLOSE(Quaternion(axis, angle), angleAxis(angle, axis));
         q.set(axis * random.number(0.1, 9.0), angle);
-        EXPECT_TRUE(near(q, angleAxis(angle, axis)));
+        EXPECT_CLOSE(q, angleAxis(angle, axis));
     }
     const Quaternion unscaled(Vec3(2.0, 0.0, 0.0), kPi);
     EXPECT_EQ(unscaled.x, 2.0);
     q.set(Vec3(), 0.5);
-    EXPECT_TRUE(same(q, Quaternion(Vec3(1.0, 0.0, 0.0), 0.5)));
+    EXPECT_SAME(q, Quaternion(Vec3(1.0, 0.0, 0.0), 0.5));
 }
 
 TEST(QuaternionProduct, AgreesWithEigenInBothOrders) {
@@ -46,15 +46,15 @@ TEST(QuaternionProduct, AgreesWithEigenInBothOrders) {
         const Quaternion a = random.rotation();
         const Quaternion b = random.rotation();
         const Quaternion expected = toQuaternion(toEigen(a) * toEigen(b));
-        EXPECT_TRUE(near(after(a, [&](Quaternion& q) { q.multiply(b); }), expected));
-        EXPECT_TRUE(near(after(b, [&](Quaternion& q) { q.premultiply(a); }), expected));
-        EXPECT_TRUE(near(after(a, [&](Quaternion& q) { q.multiplyQuaternions(q, b); }), expected));
+        EXPECT_CLOSE(after(a, [&](Quaternion& q) { q.multiply(b); }), expected);
+        EXPECT_CLOSE(after(b, [&](Quaternion& q) { q.premultiply(a); }), expected);
+        EXPECT_CLOSE(after(a, [&](Quaternion& q) { q.multiplyQuaternions(q, b); }), expected);
 
         const Vec3 v = random.vec3();
-        EXPECT_TRUE(near(Quaternion::quaternionMulVec3(a, v), toVec3(toEigen(a) * toEigen(v))));
+        EXPECT_CLOSE(Quaternion::quaternionMulVec3(a, v), toVec3(toEigen(a) * toEigen(v)));
     }
-    EXPECT_TRUE(same(after(Quaternion(0.0, 0.0, 1.0, 0.0), [](Quaternion& q) { q.multiply(q); }),
-                     Quaternion(0.0, 0.0, 0.0, -1.0)));
+    EXPECT_SAME(after(Quaternion(0.0, 0.0, 1.0, 0.0), [](Quaternion& q) { q.multiply(q); }),
+                Quaternion(0.0, 0.0, 0.0, -1.0));
 }
 
 TEST(QuaternionLength, BecomesOneAndZeroBecomesTheIdentity) {
@@ -63,14 +63,14 @@ TEST(QuaternionLength, BecomesOneAndZeroBecomesTheIdentity) {
         EXPECT_DOUBLE_EQ(q.lengthSq(), toEigen(q).squaredNorm());
         EXPECT_DOUBLE_EQ(q.length(), toEigen(q).norm());
         const Quaternion unit = after(q, [](Quaternion& v) { v.normalize(); });
-        EXPECT_TRUE(near(unit, toQuaternion(toEigen(q).normalized())));
+        EXPECT_CLOSE(unit, toQuaternion(toEigen(q).normalized()));
         Quaternion inverse = after(q, [](Quaternion& v) { v.setInverse(); });
         inverse.multiply(unit);
-        EXPECT_TRUE(near(inverse, Quaternion()));
+        EXPECT_CLOSE(inverse, Quaternion());
     }
     Quaternion zero(0.0, 0.0, 0.0, 0.0);
     zero.normalize();
-    EXPECT_TRUE(same(zero, Quaternion()));
+    EXPECT_SAME(zero, Quaternion());
 }
 
 TEST(QuaternionAngle, IsInDegrees) {
@@ -79,15 +79,15 @@ TEST(QuaternionAngle, IsInDegrees) {
         const double angle = random.number(0.1, 6.1);
         const Quaternion q(axis, angle);
         EXPECT_NEAR(q.getRotationAngle(), angle * 180.0 / kPi, 1e-10);
-        EXPECT_TRUE(near(q.getRotationAxis(), axis, 1e-10));
+        EXPECT_CLOSE(q.getRotationAxis(), axis, 1e-10);
         EXPECT_NEAR(Quaternion(axis, kPi).getRotationAngle(), 180.0, 1e-12);
     }
     EXPECT_TRUE(std::isnan(Quaternion(0.0, 0.0, 0.0, 1.1).getRotationAngle()));
-    EXPECT_TRUE(same(Quaternion().getRotationAxis(), Vec3(0.0, 0.0, 1.0)));
+    EXPECT_SAME(Quaternion().getRotationAxis(), Vec3(0.0, 0.0, 1.0));
     // 1 - w w is 2.25e-12 for the greater angle and 0.25e-12 for the smaller.
-    EXPECT_TRUE(
-        near(Quaternion(Vec3(1.0, 0.0, 0.0), 3e-6).getRotationAxis(), Vec3(1.0, 0.0, 0.0), 1e-3));
-    EXPECT_TRUE(same(Quaternion(Vec3(1.0, 0.0, 0.0), 1e-6).getRotationAxis(), Vec3(0.0, 0.0, 1.0)));
+    EXPECT_CLOSE(Quaternion(Vec3(1.0, 0.0, 0.0), 3e-6).getRotationAxis(), Vec3(1.0, 0.0, 0.0),
+                 1e-3);
+    EXPECT_SAME(Quaternion(Vec3(1.0, 0.0, 0.0), 1e-6).getRotationAxis(), Vec3(0.0, 0.0, 1.0));
 }
 
 TEST(QuaternionFromMatrix, TakesTheBranchOfTheLargestPart) {
@@ -127,7 +127,7 @@ TEST(QuaternionFromMatrix, BreaksTiesTowardsTheLaterAxis) {
         ASSERT_EQ(m.at(0, 0) + m.at(1, 1) + m.at(2, 2), -1.0);
         Quaternion q;
         q.setWithMat4(m);
-        EXPECT_TRUE(near(q, expected)) << "the sign tells the branch";
+        EXPECT_CLOSE(q, expected) << "the sign tells the branch";
     }
 }
 
@@ -136,7 +136,7 @@ TEST(QuaternionFromDirections, TurnsTheOneIntoTheOtherTheShortestWay) {
         const Vec3 from = random.direction();
         const Vec3 to = random.direction();
         const Quaternion q(from, to);
-        EXPECT_TRUE(near(Quaternion::quaternionMulVec3(q, from), to, 1e-11));
+        EXPECT_CLOSE(Quaternion::quaternionMulVec3(q, from), to, 1e-11);
         EXPECT_NEAR(q.getRotationAngle() * kPi / 180.0, from.angleBetween(to), 1e-7);
     }
 }
@@ -150,7 +150,7 @@ TEST(QuaternionFromDirections, MakesAHalfTurnBetweenOpposites) {
     };
     for (const auto& [from, axis] : cases) {
         const Quaternion q(from, from.negate());
-        EXPECT_TRUE(near(q, Quaternion(axis.x, axis.y, axis.z, 0.0)));
+        EXPECT_CLOSE(q, Quaternion(axis.x, axis.y, axis.z, 0.0));
         EXPECT_EQ(q.w, 0.0);
         EXPECT_NEAR(axis.dot(from), 0.0, 1e-15);
     }
@@ -167,7 +167,7 @@ TEST(QuaternionSlerp, FollowsTheShorterArcLikeEigen) {
         oppositeCount += a.dot(b) < 0.0 ? 1 : 0;
         EXPECT_TRUE(sameRotation(q, toQuaternion(toEigen(a).slerp(t, toEigen(b)))));
         EXPECT_GE(q.dot(a), 0.0) << "on the side of the start";
-        EXPECT_TRUE(same(Quaternion::lerp(a, b, t), q));
+        EXPECT_SAME(Quaternion::lerp(a, b, t), q);
     }
     EXPECT_GT(oppositeCount, 0);
 }
@@ -189,9 +189,9 @@ TEST(QuaternionSlerp, HasExactEndsAndStaysWhereBothAreOne) {
     for (const auto& [to, t, result] : cases) {
         Quaternion q = a;
         q.slerp(to, t);
-        EXPECT_TRUE(same(q, result)) << "t " << t;
+        EXPECT_SAME(q, result) << "t " << t;
     }
-    EXPECT_TRUE(same(Quaternion::lerp(b, b, 0.3), b));
+    EXPECT_SAME(Quaternion::lerp(b, b, 0.3), b);
 }
 
 TEST(QuaternionSlerp, TakesTheMeanBetweenNearRotationsWhateverT) {
@@ -206,9 +206,9 @@ TEST(QuaternionSlerp, TakesTheMeanBetweenNearRotationsWhateverT) {
     ASSERT_LT(std::sqrt(1.0 - close.w * close.w), 0.001);
     ASSERT_GT(std::sqrt(1.0 - distant.w * distant.w), 0.001);
     const Quaternion mean(0.0, 0.0, close.z * 0.5, (1.0 + close.w) * 0.5);
-    EXPECT_TRUE(same(moved(close), mean));
-    EXPECT_TRUE(same(moved(negated(close)), mean));
-    EXPECT_TRUE(near(moved(distant), aboutZ(0.25 * 0.0011)));
+    EXPECT_SAME(moved(close), mean);
+    EXPECT_SAME(moved(negated(close)), mean);
+    EXPECT_CLOSE(moved(distant), aboutZ(0.25 * 0.0011));
 }
 
 } // namespace Kerovane::Tesselune

@@ -35,17 +35,17 @@ TEST(Vec2Comparison, FindsParallelsAndRightAnglesAtAnyLength) {
 }
 
 TEST(Vec2Arithmetic, TakesRemaindersWithTheSignOfTheDividend) {
-    EXPECT_TRUE(same(Vec2(5.5, -5.5) % Vec2(2.0, 2.0), Vec2(1.5, -1.5)));
-    EXPECT_TRUE(same(Vec2(5.5, -5.5).modulo({-2.0, -3.0}), Vec2(1.5, -2.5)));
+    EXPECT_SAME(Vec2(5.5, -5.5) % Vec2(2.0, 2.0), Vec2(1.5, -1.5));
+    EXPECT_SAME(Vec2(5.5, -5.5).modulo({-2.0, -3.0}), Vec2(1.5, -2.5));
 }
 
 TEST(Vec2Arithmetic, FollowsSignsWithZeroAsNotPositive) {
     const auto following = [](const Vec2& model) {
         return after(Vec2(1.0, -2.0), [&](Vec2& v) { v.followSigns(model); });
     };
-    EXPECT_TRUE(same(following({5.0, -5.0}), Vec2(1.0, -2.0)));
-    EXPECT_TRUE(same(following({-5.0, 5.0}), Vec2(-1.0, 2.0)));
-    EXPECT_TRUE(same(following({0.0, 0.0}), Vec2(-1.0, -2.0)));
+    EXPECT_SAME(following({5.0, -5.0}), Vec2(1.0, -2.0));
+    EXPECT_SAME(following({-5.0, 5.0}), Vec2(-1.0, 2.0));
+    EXPECT_SAME(following({0.0, 0.0}), Vec2(-1.0, -2.0));
 }
 
 TEST(Vec2Length, LeavesAPairAtZeroUnlikeAVector) {
@@ -55,7 +55,7 @@ TEST(Vec2Length, LeavesAPairAtZeroUnlikeAVector) {
                                      {{3.0, 4.0}, {0.6, 0.8}}};
     for (const auto& [before, expected] : cases) {
         const Vec2 v = after(before, [](Vec2& pair) { Vec2::normalize(&pair.x, &pair.y); });
-        EXPECT_TRUE(near(v, expected, 1e-15));
+        EXPECT_CLOSE(v, expected, 1e-15);
     }
 }
 
@@ -68,19 +68,19 @@ TEST(Vec2Rotation, AgreesWithEigen) {
             Eigen::Rotation2Dd(degrees * kPi / 180.0) * Eigen::Vector2d(v.x, v.y);
         Vec2 rotated = v;
         rotated.rotate(degrees);
-        EXPECT_TRUE(near(rotated, Vec2(expected.x(), expected.y()), 1e-11));
+        EXPECT_CLOSE(rotated, Vec2(expected.x(), expected.y()), 1e-11);
 
         const Vec2 aboutCenter = (v + center).rotateRound(degrees, center);
-        EXPECT_TRUE(near(aboutCenter, rotated + center, 1e-11));
+        EXPECT_CLOSE(aboutCenter, rotated + center, 1e-11);
         Vec2 inPlace = v + center;
         inPlace.rotateAround(degrees, center);
-        EXPECT_TRUE(same(inPlace, aboutCenter));
+        EXPECT_SAME(inPlace, aboutCenter);
     }
 }
 
 TEST(Vec2Rotation, ChangesNoBitAtZeroDegrees) {
     const Vec2 v(0.1, 1e-17);
-    EXPECT_TRUE(same(v.rotateRound(0.0, {1e6, 1e6}), v));
+    EXPECT_SAME(v.rotateRound(0.0, {1e6, 1e6}), v);
     EXPECT_FALSE(same(v.rotateRound(360.0, {1e6, 1e6}), v));
 }
 
@@ -111,9 +111,9 @@ TEST(Vec2Angle, ComesBackAsItWasSet) {
 
 TEST(Vec2Direction, KnowsItsPerpendiculars) {
     constexpr Vec2 v(3.0, 1.0);
-    EXPECT_TRUE(same(v.perpindicularLeft(), Vec2(-1.0, 3.0)));
-    EXPECT_TRUE(same(v.perpindicularRight(), Vec2(1.0, -3.0)));
-    EXPECT_TRUE(same(after(v, [](Vec2& turned) { turned.prepen(); }), Vec2(-1.0, 3.0)));
+    EXPECT_SAME(v.perpindicularLeft(), Vec2(-1.0, 3.0));
+    EXPECT_SAME(v.perpindicularRight(), Vec2(1.0, -3.0));
+    EXPECT_SAME(after(v, [](Vec2& turned) { turned.prepen(); }), Vec2(-1.0, 3.0));
     EXPECT_EQ(Vec2::cross(1.0, 2.0, 3.0, 5.0), -1.0);
     EXPECT_EQ(v.slope(), 1.0 / 3.0);
 }
@@ -151,10 +151,10 @@ TEST(Vec2Direction, TurnsOutwardOrInward) {
         const Vec2 outward = x > 0.0 ? p : p.negate();
         Vec2 turned = p;
         EXPECT_EQ(Vec2::anchorOutward(turned, a, b), x <= 0.0);
-        EXPECT_TRUE(same(turned, outward));
+        EXPECT_SAME(turned, outward);
         turned = p;
         EXPECT_EQ(Vec2::anchorInward(turned, a, b), x > 0.0);
-        EXPECT_TRUE(same(turned, outward.negate()));
+        EXPECT_SAME(turned, outward.negate());
     }
 }
 
@@ -173,7 +173,7 @@ TEST(Vec2Lines, ProjectAlongAndAcross) {
                     1e-10);
         EXPECT_DOUBLE_EQ(Vec2::distanceSquared(a, b), (b - a).lengthSquare());
     }
-    EXPECT_TRUE(same(Vec2(1.0, 2.0).project(Vec2()), Vec2()));
+    EXPECT_SAME(Vec2(1.0, 2.0).project(Vec2()), Vec2());
     EXPECT_EQ(Vec2(-3.0, 1.0).lineProjectionLength({0.0, 0.0}, {1.0, 0.0}), 3.0);
     EXPECT_TRUE(std::isnan(Vec2(1.0, 2.0).distanceToLine({3.0, 3.0}, {3.0, 3.0})));
 }
@@ -203,11 +203,11 @@ TEST(Vec2Lines, IntersectWithAReportOfThePlace) {
         double t = -7.0;
         double u = -7.0;
         EXPECT_EQ(Vec2::intersect(a, b, c, d, out, &t, &u), result);
-        EXPECT_TRUE(same(out, expected)) << "result " << result;
+        EXPECT_SAME(out, expected) << "result " << result;
         if (result == 0 || result == 2) {
             EXPECT_TRUE(t == -7.0 && u == -7.0) << "written at result " << result;
         } else {
-            EXPECT_TRUE(near(Vec2::lerp(c, d, u), Vec2::lerp(a, b, t)));
+            EXPECT_CLOSE(Vec2::lerp(c, d, u), Vec2::lerp(a, b, t));
         }
         EXPECT_EQ(Vec2::intersect(a, b, c, d, out, nullptr, nullptr), result);
     }
@@ -217,8 +217,8 @@ TEST(Vec2PictureCoordinates, TakeTheCentreToTheTopLeftAndBack) {
     constexpr Vec2 size(100.0, 50.0);
     constexpr Vec2 point(10.0, 5.0);
     constexpr Vec2 moved = Vec2::centerToTopLefetPoint(point, size);
-    EXPECT_TRUE(same(moved, Vec2(60.0, 20.0)));
-    EXPECT_TRUE(same(Vec2::topLeftToCenterPoint(moved, size), point));
+    EXPECT_SAME(moved, Vec2(60.0, 20.0));
+    EXPECT_SAME(Vec2::topLeftToCenterPoint(moved, size), point);
 }
 
 } // namespace Kerovane::Tesselune

@@ -8,12 +8,12 @@ TEST(Vec3Arithmetic, ReturnsOrChangesTheVector) {
     v.set(0, 2.0);
     v.set(1, -4.0);
     v.set(7, 0.5);
-    EXPECT_TRUE(same(v, Vec3(2.0, -4.0, 0.5)));
-    EXPECT_TRUE(same(Vec3(1.5, -1.5, 2.0).floor(), Vec3(1.0, -2.0, 2.0)));
-    EXPECT_TRUE(same(v.rotationalDifference({360.0, 0.0, 0.0}), Vec3(-358.0, -4.0, 0.5)));
+    EXPECT_SAME(v, Vec3(2.0, -4.0, 0.5));
+    EXPECT_SAME(Vec3(1.5, -1.5, 2.0).floor(), Vec3(1.0, -2.0, 2.0));
+    EXPECT_SAME(v.rotationalDifference({360.0, 0.0, 0.0}), Vec3(-358.0, -4.0, 0.5));
     v.setInvert();
     v.setNegate();
-    EXPECT_TRUE(same(v, Vec3(-0.5, 0.25, -2.0)));
+    EXPECT_SAME(v, Vec3(-0.5, 0.25, -2.0));
 }
 
 TEST(Vec3Products, AgreeWithEigen) {
@@ -21,7 +21,7 @@ TEST(Vec3Products, AgreeWithEigen) {
         const Vec3 a = random.vec3();
         const Vec3 b = random.vec3();
         EXPECT_NEAR(a.dot(b), toEigen(a).dot(toEigen(b)), 1e-12);
-        EXPECT_TRUE(near(a.cross(b), toVec3(toEigen(a).cross(toEigen(b)))));
+        EXPECT_CLOSE(a.cross(b), toVec3(toEigen(a).cross(toEigen(b))));
         const double sine = a.cross(b).length();
         EXPECT_NEAR(a.angleBetween(b), std::atan2(sine, a.dot(b)), 1e-10);
         EXPECT_NEAR(a.distanceSquare(b), a.distance(b) * a.distance(b), 1e-9);
@@ -64,7 +64,7 @@ TEST(Vec3Ortho, IsPerpendicularToTheOtherAndToTheAxisOfItsChoice) {
     }
     Vec3 alongX(9.0, 0.0, 0.0);
     alongX.ortho({0.0, 0.0, 5.0});
-    EXPECT_TRUE(same(alongX, Vec3(1.0, 0.0, 0.0))) << "other lies along the axis z";
+    EXPECT_SAME(alongX, Vec3(1.0, 0.0, 0.0)) << "other lies along the axis z";
 }
 
 TEST(Vec3Transformation, GoesThroughTheMatrix) {
@@ -72,17 +72,17 @@ TEST(Vec3Transformation, GoesThroughTheMatrix) {
         const Mat4 m = random.mat4();
         const Vec3 v = random.vec3();
         const Eigen::Vector4d mapped = toEigen(m) * Eigen::Vector4d(v.x, v.y, v.z, 1.0);
-        EXPECT_TRUE(near(after(v, [&](Vec3& p) { p.applyMatrix4(m); }), toVec3(mapped.head<3>())));
-        EXPECT_TRUE(near(after(v, [&](Vec3& p) { p.applyProjection(m); }),
-                         toVec3(mapped.hnormalized()), 1e-8));
+        EXPECT_CLOSE(after(v, [&](Vec3& p) { p.applyMatrix4(m); }), toVec3(mapped.head<3>()));
+        EXPECT_CLOSE(after(v, [&](Vec3& p) { p.applyProjection(m); }), toVec3(mapped.hnormalized()),
+                     1e-8);
         const Eigen::Vector3d direction = toEigen(m).topLeftCorner<3, 3>() * toEigen(v);
-        EXPECT_TRUE(near(after(v, [&](Vec3& d) { d.transformDirection(m); }),
-                         toVec3(direction.normalized())));
+        EXPECT_CLOSE(after(v, [&](Vec3& d) { d.transformDirection(m); }),
+                     toVec3(direction.normalized()));
         Vec3 result;
         result.setFromMatrixPosition(m);
-        EXPECT_TRUE(same(result, m.getColumn(3).getVec3()));
+        EXPECT_SAME(result, m.getColumn(3).getVec3());
         result.setFromMatrixColumn(m, 1);
-        EXPECT_TRUE(same(result, toVec3(toEigen(m).col(1).head<3>())));
+        EXPECT_SAME(result, toVec3(toEigen(m).col(1).head<3>()));
     }
 }
 
@@ -92,10 +92,10 @@ TEST(Vec3Transformation, RotatesAndScalesByTheSquareOfAQuaternion) {
         const Vec3 v = random.vec3();
         Vec3 rotated = v;
         rotated.applyQuaternion(q);
-        EXPECT_TRUE(near(rotated, toVec3(toEigen(q) * toEigen(v))));
+        EXPECT_CLOSE(rotated, toVec3(toEigen(q) * toEigen(v)));
         Vec3 scaled = v;
         scaled.applyQuaternion(Quaternion(q.x * 3.0, q.y * 3.0, q.z * 3.0, q.w * 3.0));
-        EXPECT_TRUE(near(scaled, rotated * 9.0));
+        EXPECT_CLOSE(scaled, rotated * 9.0);
     }
 }
 

@@ -45,7 +45,7 @@ TYPED_TEST(VectorFamilyTest, ComputesByComponentInEverySpelling) {
     expectArithmetic(v, v);
     EXPECT_TRUE((v + v.negate()).isZero());
     v /= v;
-    EXPECT_TRUE(same(v, TypeParam() + 1.0)) << "it may be its own operand";
+    EXPECT_SAME(v, TypeParam() + 1.0) << "it may be its own operand";
 }
 
 TYPED_TEST(VectorFamilyTest, IsZeroOnlyExactly) {
@@ -73,7 +73,7 @@ TYPED_TEST(VectorFamilyTest, KeepsItsDirectionAtANewLength) {
     TypeParam along;
     along.x = 3.0;
     v.setLength(3.0);
-    EXPECT_TRUE(same(v, along)) << "zero turns to x";
+    EXPECT_SAME(v, along) << "zero turns to x";
 }
 
 template <typename Vector>
@@ -105,7 +105,7 @@ TEST(Arrays, AreReadAndWrittenAtAnOffset) {
     Vec2 two;
     two.fromArray(numbersOfAll, 1);
     two.fromArray(nullptr, 1);
-    EXPECT_TRUE(same(two, Vec2(2.0, 3.0)));
+    EXPECT_SAME(two, Vec2(2.0, 3.0));
     double array[6] = {};
     Vec3 three;
     three.fromArray(numbersOfAll, 1);
