@@ -190,26 +190,6 @@ TEST_P(Failures, OfTheDriverToGiveAContextReachNeitherHostNorOutput) {
     expectFramesAreRight();
 }
 
-TEST_P(Failures, OfCallsAreMetAtTheDepthsThatMakeThem) {
-    struct {
-        Depth depth;
-        int suites, pixels8, pixels16, iterations;
-    } const kCases[] = {{Depth::Bits8, 2, 1 + kHeight, 0, 0},
-                        {Depth::Bits16, 2, 0, 1 + kHeight, 0},
-                        {Depth::Float32, 4, 0, 0, 2}};
-    for (const auto& [depth, suites, pixels8, pixels16, iterations] : kCases) {
-        mHost.recover();
-        rendered(input(depth));
-        EXPECT_EQ(mHost.calls(HostCall::AcquireSuite), suites);
-        EXPECT_EQ(mHost.calls(HostCall::GetPixelData8), pixels8) << "one going in, one a row out";
-        EXPECT_EQ(mHost.calls(HostCall::GetPixelData16), pixels16);
-        EXPECT_EQ(mHost.calls(HostCall::Iterate), iterations);
-        EXPECT_EQ(mHost.calls(HostCall::CheckoutParam), 13);
-        EXPECT_EQ(mHost.calls(HostCall::CheckinParam), 13);
-        EXPECT_EQ(mHost.calls(HostCall::NewHandle), 1);
-    }
-}
-
 TEST_P(Failures, OfAPixelFormatThatIsNoneOfTheThreeLeaveTheOutputAlone) {
     mHost.reportFormat(PF_PIXEL_FORMAT_CODE('r', 'g', 'b', 'a'));
     Host::World output = markedOutput(Depth::Bits8);

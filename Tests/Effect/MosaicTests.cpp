@@ -4,6 +4,7 @@
 #include <map>
 #include <optional>
 #include <ostream>
+#include <tuple>
 #include <vector>
 
 namespace Kerovane::TestSupport {
@@ -26,11 +27,7 @@ protected:
 TEST_EVERY_MODULE(Cells);
 
 TEST_P(Cells, KeepTheirBordersAndColoursAtEveryRatio) {
-    struct Case {
-        Shape shape;
-        int size;
-        double ratio;
-    } const kCases[] = {
+    const std::tuple<Shape, int, double> cases[] = {
         {Shape::Square, 10, 1.0},   {Shape::Square, 7, 1.0},    {Shape::Square, 10, 0.55},
         {Shape::Square, 9, 2.3},    {Shape::Square, 3, 0.5},    {Shape::Square, 300, 1.0},
         {Shape::Triangle, 10, 1.0}, {Shape::Triangle, 13, 1.0}, {Shape::Triangle, 16, 0.5},
@@ -38,7 +35,7 @@ TEST_P(Cells, KeepTheirBordersAndColoursAtEveryRatio) {
     };
     const Point picture = {200, 120};
     const Host::World input = PositionPicture(200, 120);
-    for (const auto& [shape, size, ratio] : kCases) {
+    for (const auto& [shape, size, ratio] : cases) {
         setShape(shape);
         set("Size", size);
         set("Ratio", ratio);
@@ -195,12 +192,9 @@ TEST_P(Cells, FollowTheDownsampleFactor) {
         mSession.inData().downsample_y.den = denominator;
         return rendered(input);
     };
-    struct {
-        int size;
-        A_u_long denominator;
-        int sameAs;
-    } const kCases[] = {{20, 2, 10}, {10, 4, 2}, {11, 4, 2}, {3000, 100, 30}};
-    for (const auto& [size, denominator, sameAs] : kCases) {
+    const std::tuple<int, A_u_long, int> cases[] = {
+        {20, 2, 10}, {10, 4, 2}, {11, 4, 2}, {3000, 100, 30}};
+    for (const auto& [size, denominator, sameAs] : cases) {
         EXPECT_TRUE(SamePixels(renderedAt(size, denominator), renderedAt(sameAs, 1)))
             << size << " / " << denominator;
     }

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <functional>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace Kerovane::TestSupport {
@@ -97,11 +99,7 @@ TEST_P(Removal, TreatsACellAtThePicturesCentreByItself) {
 }
 
 TEST_P(Removal, NeverBringsACellBack) {
-    struct Case {
-        std::string parameter;
-        Transition transition;
-        int feather;
-    } const kCases[] = {
+    const std::tuple<std::string, Transition, int> cases[] = {
         {"Dissolve", Transition::Linear, 0},
         {"Transition Progress", Transition::Linear, 0},
         {"Transition Progress", Transition::Linear, 60},
@@ -111,7 +109,7 @@ TEST_P(Removal, NeverBringsACellBack) {
         {"Transition Progress", Transition::RadialOut, 60},
     };
     set("Direction", 30);
-    for (const auto& [parameter, transition, feather] : kCases) {
+    for (const auto& [parameter, transition, feather] : cases) {
         setTransition(transition, feather);
         std::vector<bool> before(kAll, true);
         int steps = 0;
@@ -137,28 +135,23 @@ TEST_P(Removal, SweepsInThePlainFormExactlyWhereGeometryHasIt) {
         for (const double percent : {20.0, 50.0, 80.0}) {
             set("Transition Progress", percent);
             const double progress = percent / 100.0;
-            struct {
-                Transition transition;
-                std::function<bool(const Point&)> isKept;
-                std::function<double(const Point&)> place;
-            } const kCases[] = {
+            // Where a cell's centre lies, less how far the sweep has come.
+            using Place = std::function<double(const Point&)>;
+            const std::pair<Transition, Place> cases[] = {
                 {Transition::Linear,
-                 [&](const Point& p) { return LinearPlace(p, kPicture, direction) > progress; },
                  [&](const Point& p) { return LinearPlace(p, kPicture, direction) - progress; }},
                 {Transition::RadialOut,
-                 [&](const Point& p) { return RadialPlace(p, kPicture) > progress; },
                  [&](const Point& p) { return RadialPlace(p, kPicture) - progress; }},
                 {Transition::RadialIn,
-                 [&](const Point& p) { return RadialPlace(p, kPicture) <= 1.0 - progress; },
-                 [&](const Point& p) { return RadialPlace(p, kPicture) - (1.0 - progress); }},
+                 [&](const Point& p) { return 1.0 - progress - RadialPlace(p, kPicture); }},
             };
-            for (const auto& [transition, isKept, place] : kCases) {
+            for (const auto& [transition, place] : cases) {
                 setTransition(transition, 0);
                 const std::vector<bool> kept = keptCells();
                 for (std::size_t cell = 0; cell < kept.size(); ++cell) {
-                    const Point centre = CentreOf(cell);
-                    if (std::abs(place(centre)) > 1e-5) {
-                        EXPECT_EQ(kept[cell], isKept(centre))
+                    const double ahead = place(CentreOf(cell));
+                    if (std::abs(ahead) > 1e-5) {
+                        EXPECT_EQ(kept[cell], ahead > 0)
                             << static_cast<int>(transition) << " at " << direction << " degrees, "
                             << percent << " %, cell " << cell;
                     }

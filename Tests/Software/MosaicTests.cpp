@@ -177,36 +177,31 @@ TEST(Mosaic, HasTheSameBytesInAllFormsOfPixelsAndBands) {
 }
 
 TEST(Mosaic, DrawsSomethingWhateverItsParameters) {
-    const double ratios[] = {
+    constexpr double kRatios[] = {
         0, -1, 1e-45, 1e-30, 0.013, 1e9, 1e38, 1e300, std::numeric_limits<double>::quiet_NaN()};
-    const std::int32_t numbers[] = {std::numeric_limits<std::int32_t>::min(), -1, 0, 3,
-                                    std::numeric_limits<std::int32_t>::max()};
+    constexpr std::int32_t kNumbers[] = {std::numeric_limits<std::int32_t>::min(), -1, 0, 3,
+                                         std::numeric_limits<std::int32_t>::max()};
+    std::minstd_rand random(13); // NOLINT(cert-msc*): the same cases in every run
+    const auto number = [&] { return kNumbers[random() % std::size(kNumbers)]; };
     Picture in(Depth::Bits8, 40, 30);
     Picture out(Depth::Bits8, 40, 30);
-    for (const double ratio : ratios) {
-        for (const std::int32_t number : numbers) {
-            for (const std::int32_t other : numbers) {
-                for (int variant = 0; variant < 6; ++variant) {
-                    const MosaicParameters parameters{
-                        .shape = variant % 2 == 0 ? Shape::Square : Shape::Triangle,
-                        .size = number,
-                        .ratio = ratio,
-                        .sizeRandom = other,
-                        .sizeLevel = number,
-                        .sizeRandomSeed = other,
-                        .dissolve = number,
-                        .dissolveRandomSeed = number,
-                        .transition = Transition(variant / 2),
-                        .transitionProgress = other,
-                        .feather = other,
-                        .direction = number,
-                        .useAlpha = other != 3,
-                        .downsample = static_cast<std::uint32_t>(number)};
-                    DrawMosaic(parameters, in.view, out.view, 1);
-                    ASSERT_TRUE(out.gapsAreUntouched());
-                }
-            }
-        }
+    for (int round = 0; round < 1500; ++round) {
+        const MosaicParameters parameters{.shape = Shape(random() % 2),
+                                          .size = number(),
+                                          .ratio = kRatios[random() % std::size(kRatios)],
+                                          .sizeRandom = number(),
+                                          .sizeLevel = number(),
+                                          .sizeRandomSeed = number(),
+                                          .dissolve = number(),
+                                          .dissolveRandomSeed = number(),
+                                          .transition = Transition(random() % 3),
+                                          .transitionProgress = number(),
+                                          .feather = number(),
+                                          .direction = number(),
+                                          .useAlpha = random() % 2 == 0,
+                                          .downsample = static_cast<std::uint32_t>(number())};
+        DrawMosaic(parameters, in.view, out.view, 1);
+        ASSERT_TRUE(out.gapsAreUntouched());
     }
 }
 
