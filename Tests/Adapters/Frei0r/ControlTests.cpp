@@ -23,8 +23,8 @@ TEST(Controls, AreMadeFromWhatTheEffectDeclares) {
         const std::size_t range = explanation.find("; "); // after what it does; a switch has none
         EXPECT_GT(range, 0U);
         listing << info.name << (info.type == F0R_PARAM_BOOL ? " switch " : " ")
-                << instance.get(index)
-                << explanation.substr(range == std::string_view::npos ? 0 : range) << '\n';
+                << instance.get(index) << "; "
+                << explanation.substr(range == std::string_view::npos ? 0 : range + 2) << '\n';
     }
     EXPECT_EQ(listing.str(), R"(Shape Type 0; 0 Square, 1 Triangle
 Size 0.01606; 2 to 500 pixels: (pixels - 2) / 498, or pixels from 2 on, default 10
@@ -38,7 +38,7 @@ Transition Type 0; 0 Linear, 0.5 Radial In, 1 Radial Out
 Transition Progress 0; 0 to 100 percent: percent / 100, or percent from 2 on, default 0
 Feather 0.5; 0 to 500 pixels: pixels / 500, or pixels from 2 on, default 250
 Direction 0; 0 to 360 degrees: degrees / 360, or degrees from 2 on, default 0
-Use Alpha switch 1Removed cells leave a transparent hole if on, else the picture shows
+Use Alpha switch 1; Removed cells leave a transparent hole if on, else the picture shows
 Renderer 0; 0 As configured, 0.5 OpenGL, 1 Software
 )");
 }

@@ -125,19 +125,6 @@ TEST_F(Ffmpeg, MakesTheCommandsPictures) {
     }
 }
 
-TEST_F(Ffmpeg, WritesAnUndisturbedVideoToStandardOutput) {
-    run("$FFMPEG -i in_1.png -vf frei0r=tesselune,format=rgba -f rawvideo -");
-    EXPECT_EQ(mFolder.contentOf("out").size(), std::size_t{4} * kWidth * kHeight);
-}
-
-TEST_F(Ffmpeg, PassesFramesOnWhereThereIsNoEffect) {
-    std::filesystem::create_directory(mFolder / "alone");
-    std::filesystem::copy(FREI0R_FOLDER "/tesselune.so", mFolder / "alone");
-    run("FREI0R_PATH=alone $FFMPEG -i in_%d.png -vf 'frei0r=tesselune:0|0.5' out_%d.png");
-    EXPECT_NE(complaints().find("cannot load the effect"), std::string::npos) << complaints();
-    EXPECT_EQ(Difference(picture("out_5.png"), picture("in_5.png")), 0);
-}
-
 TEST_F(Ffmpeg, DrawsByTheRendererThatIsChosenOrLeft) {
     const std::pair<const char*, int> rows[] = {
         {"TESSELUNE_RENDERER=software", 0},
