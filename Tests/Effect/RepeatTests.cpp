@@ -83,23 +83,6 @@ TEST_P(RepeatsOnThreads, GiveTheSamePicturesInAHostWithContexts) {
     expectSamePictures(EnterEglHost);
 }
 
-class Loads : public testing::TestWithParam<Module> {};
-
-TEST_EVERY_MODULE(Loads);
-
-TEST_P(Loads, CanFollowEachOther) {
-    for (int load = 0; load < 3; ++load) {
-        Host::EffectSession session(GetParam().file);
-        EXPECT_EQ(session.call(PF_Cmd_GLOBAL_SETUP), PF_Err_NONE);
-        EXPECT_EQ(session.call(PF_Cmd_PARAMS_SETUP), PF_Err_NONE);
-        const Host::World input = SmoothPicture(8, 8, true);
-        Host::World output(Host::Depth::Bits8, 8, 8);
-        EXPECT_EQ(session.render(input, output), PF_Err_NONE);
-        EXPECT_EQ(PixelOf(output, 4, 4).alpha, 255);
-        EXPECT_EQ(session.call(PF_Cmd_GLOBAL_SETDOWN), PF_Err_NONE);
-    }
-}
-
 } // namespace
 
 } // namespace Kerovane::TestSupport

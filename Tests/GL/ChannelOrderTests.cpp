@@ -3,7 +3,6 @@
 
 #include "Tests/GL/GLFixture.h"
 #include "Tests/Support/GLCalls.h"
-#include "Tests/Support/LiveGLObjects.h"
 
 #include <algorithm>
 #include <random>
@@ -70,18 +69,6 @@ TEST_F(ChannelOrderTest, MakesItsVerticesBeforeItUsesItsProgram) {
                                                "glBufferData",      "glCreateShader"};
     ASSERT_GE(calls.names().size(), expected.size());
     EXPECT_TRUE(std::equal(expected.begin(), expected.end(), calls.names().begin()));
-}
-
-TEST_F(ChannelOrderTest, KeepsItsObjectsFromDrawToDraw) {
-    ScreenRender pass;
-    const TestSupport::LiveGLObjects live;
-    Drawn(pass, {Texel{}}, 1, 1.0F);
-    const auto afterFirst = live.counts();
-    Drawn(pass, {Texel{}}, 1, 1.0F);
-    EXPECT_EQ(live.counts(), afterFirst);
-    EXPECT_EQ(afterFirst,
-              (std::map<std::string, int>{
-                  {"Buffers", 1}, {"Programs", 1}, {"Samplers", 1}, {"VertexArrays", 1}}));
 }
 
 } // namespace

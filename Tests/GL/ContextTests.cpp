@@ -84,32 +84,6 @@ TEST_F(ContextManager, LeavesAThreadWithoutAContextThatAnotherHasCurrent) {
     EXPECT_TRUE(context.isCurrent());
 }
 
-TEST_F(ContextManager, SharesObjectsButNotVertexArrays) {
-    AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
-    const GLTexture texture = GLTexture::generated();
-    glBindTexture(GL_TEXTURE_2D, texture.name());
-    GLVertexArray vertexArray = GLVertexArray::generated();
-    glBindVertexArray(vertexArray.name());
-    glFinish();
-    std::jthread([&] {
-        AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
-        EXPECT_EQ(glIsTexture(texture.name()), GL_TRUE);
-        EXPECT_EQ(glIsVertexArray(vertexArray.name()), GL_FALSE);
-    }).join();
-}
-
-TEST_F(ContextManager, GivesANumberedThreadAContextAgainAfterASecondSetUp) {
-    AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
-    AEOpenGLContextManager::releaseContextManager();
-    EXPECT_EQ(AEOpenGLContextManager::getSharedDataContext(), nullptr);
-    AEOpenGLContextManager::releaseContextManager();
-    AEOpenGLContextManager::setupContextManager();
-    AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
-    int major = 0;
-    glGetIntegerv(GL_MAJOR_VERSION, &major);
-    EXPECT_GE(major, 3);
-}
-
 TEST_F(ContextManager, FlushesWhatASwitchLeavesUnlessItsFrameBufferIsIncomplete) {
     Platform::OpenGLContext* left = nullptr;
     Platform::OpenGLContext* entered = nullptr;

@@ -9,8 +9,6 @@
 #include <glbinding/Binding.h>
 
 #include <algorithm>
-#include <memory>
-#include <thread>
 
 using namespace gl;
 using Kerovane::TestSupport::GLCalls;
@@ -45,23 +43,7 @@ protected:
     }
 
     AEOpenglMainFrameBuffer& mFrameBuffer = *AEOpenglMainFrameBuffer::mainFrameBuffer();
-    std::unique_ptr<AEOpenGLContext> mOtherContext; ///< as in the effect, it outlives the targets
 };
-
-TEST_F(MainFrameBuffer, KeepsItsTargetsWhileTheSizeStays) {
-    const LiveGLObjects live;
-    mFrameBuffer.prepare(0, 0, true);
-    EXPECT_EQ(live.counts(), (std::map<std::string, int>{})) << "there is nothing to draw on";
-
-    const std::map<std::string, int> targets = {{"Framebuffers", 3}, {"Renderbuffers", 1}};
-    for (const long width : {8, 8, 16, 8}) {
-        mFrameBuffer.prepare(width, 4, true);
-        EXPECT_EQ(live.counts(), targets) << width;
-        EXPECT_EQ(mFrameBuffer.width(), width);
-    }
-    mFrameBuffer.unprepare();
-    EXPECT_EQ(live.counts(), (std::map<std::string, int>{}));
-}
 
 TEST_F(MainFrameBuffer, MakesNoGLCallWhereNothingIsToBeDone) {
     mFrameBuffer.prepare(8, 4, true);
@@ -172,24 +154,6 @@ TEST_F(MainFrameBuffer, LeavesTheFinishedPictureBoundForReading) {
         EXPECT_NEAR(texels[0][channel], alphaFirst[channel], 0.5F / 255.0F);
     }
     EXPECT_TRUE(AllAre(texels, texels[0]));
-}
-
-TEST_F(MainFrameBuffer, ServesASecondContextAndReturnsToTheFirst) {
-    const auto frame = [this](const Texel& color, int width = 8) {
-        mFrameBuffer.prepare(width, 4, true);
-        mFrameBuffer.beginDrawing();
-        Fill(color);
-        mFrameBuffer.endDrawing(1.0F);
-        return BoundTexels(width, 4);
-    };
-    const auto first = frame(kRed);
-    std::jthread([&] {
-        mOtherContext = std::make_unique<AEOpenGLContext>(&mContext);
-        EXPECT_TRUE(AllAre(frame(kBlue), {1, 0, 0, 1}));
-        EXPECT_TRUE(AllAre(frame(kRed, 5), {1, 1, 0, 0})) << "in a size of its own";
-    }).join();
-    EXPECT_EQ(frame(kRed), first);
-    EXPECT_TRUE(AllAre(first, {1, 1, 0, 0}));
 }
 
 TEST_F(MainFrameBuffer, CreatesClearedTexturesWithTheFiltersAskedFor) {

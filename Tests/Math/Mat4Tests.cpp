@@ -16,21 +16,15 @@ Mat4 fromGlm(const glm::dmat4& m) {
 }
 
 Mat4 translation(const Vec3& v) {
-    Mat4 m;
-    m.setTranslate(v);
-    return m;
+    return after(Mat4(), [&](Mat4& m) { m.setTranslate(v); });
 }
 
 Mat4 scaling(const Vec3& v) {
-    Mat4 m;
-    m.setScale(v);
-    return m;
+    return after(Mat4(), [&](Mat4& m) { m.setScale(v); });
 }
 
 Mat4 rotation(const Quaternion& q) {
-    Mat4 m;
-    m.setWithQuaternion(q);
-    return m;
+    return after(Mat4(), [&](Mat4& m) { m.setWithQuaternion(q); });
 }
 
 } // namespace
@@ -169,9 +163,7 @@ TEST(Mat4Transforms, DoNotScaleAQuaternionToLengthOne) {
 
 TEST(Mat4Transforms, EmbedThePlane) {
     const Affine plane(1.0, 2.0, 3.0, 4.0, 5.0, 6.0);
-    Random random;
-    Mat4 m = random.mat4();
-    m.setWithAffine(plane);
+    const Mat4 m = after(Random().mat4(), [&](Mat4& whole) { whole.setWithAffine(plane); });
     const Vec2 p(7.0, 8.0);
     EXPECT_SAME(m * Vec3(p, 9.0), Vec3(plane.getTransform(p), 9.0));
     EXPECT_SAME(m.getRow(2), Vec4(0.0, 0.0, 1.0, 0.0));

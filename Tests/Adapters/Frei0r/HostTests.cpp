@@ -121,6 +121,7 @@ TEST_F(Ffmpeg, MakesTheCommandsPictures) {
     for (const auto& [filter, options] : rows) {
         run(fmt::format("$FFMPEG -i in_%d.png -vf '{}' out_%d.png", filter));
         EXPECT_EQ(complaints(), "") << filter;
+        EXPECT_EQ(mFolder.contentOf("out"), "") << "a video there would be spoilt";
         EXPECT_LE(Difference(picture("out_3.png"), reference(3, options)), kTolerance) << filter;
     }
 }

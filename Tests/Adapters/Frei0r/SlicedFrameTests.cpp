@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <utility>
 #include <vector>
 
 namespace Kerovane::Frei0r {
@@ -25,19 +24,6 @@ protected:
     std::vector<std::uint32_t> mIn = std::vector<std::uint32_t>(8 * kSlice);
     std::vector<std::uint32_t> mOut = std::vector<std::uint32_t>(8 * kSlice);
 };
-
-TEST_F(Slices, JoinOnceNoneIsMissing) {
-    SlicedFrame frame(kTime, slice(2));
-    const std::pair<std::size_t, std::size_t> places[] = {{2, 1}, {0, 0}, {3, 0}, {1, 4}};
-    for (const auto& [place, expected] : places) {
-        EXPECT_EQ(frame.add(kTime, slice(place)), place != 2) << "the first is there already";
-        const auto joined = frame.joined();
-        EXPECT_EQ(joined ? joined->height / kHeight : 0, expected) << place;
-    }
-    EXPECT_EQ(frame.joined()->width, kWidth);
-    EXPECT_EQ(frame.joined()->in, slice(0).in);
-    EXPECT_EQ(frame.joined()->out, slice(0).out);
-}
 
 TEST_F(Slices, OfOtherFramesAreRefused) {
     SlicedFrame frame(kTime, slice(3));
