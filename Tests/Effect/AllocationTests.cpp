@@ -75,7 +75,7 @@ protected:
 
 TEST_EVERY_MODULE(Allocations);
 
-TEST_P(Allocations, ThatFailInAnyCommandLeaveNothingBehind) {
+TEST_P(Allocations, LeaveNothingBehindIfTheyFail) {
     // So many at least, or the module's allocations are not met at all.
     std::map<std::string, int> fewest = {{"first set-down", 1}, {"set-up", 2}, {"first frame", 20}};
     for (const Host::Depth depth : kDepths) {

@@ -14,7 +14,7 @@ namespace {
 
 using Commands = EffectFixture;
 
-TEST_F(Commands, OfNoUseToTheEffectChangeAndCallNothing) {
+TEST_F(Commands, UnusedOnesChangeAndCallNothing) {
     FaultyHost host(mSession);
     for (const PF_Cmd command :
          {static_cast<int>(PF_Cmd_UNUSED_0), static_cast<int>(PF_Cmd_SEQUENCE_SETUP),

@@ -90,7 +90,7 @@ protected:
 
 TEST_EVERY_MODULE(Failures);
 
-TEST_P(Failures, OfEveryHostCallOfEveryCommandLeaveNothingBehind) {
+TEST_P(Failures, HostCallsThatFailLeaveNothingBehind) {
     mHostContext.makeCurrent();
     std::map<std::string, Results> allResults = ResultsOfCommands();
     int faults = 0;
@@ -112,7 +112,7 @@ TEST_P(Failures, OfEveryHostCallOfEveryCommandLeaveNothingBehind) {
     expectNoObjectsAfterSetdown();
 }
 
-TEST_P(Failures, OfTheHostToGiveItsPixelsAreATransparentLayer) {
+TEST_P(Failures, MissingHostPixelsDrawATransparentLayer) {
     // Many a driver clears what has no content, some read what null points to.
     const GLObserver content(glbinding::Binding::TexSubImage2D,
                              [](auto, auto, auto, auto, auto, auto, auto, auto,
@@ -126,7 +126,7 @@ TEST_P(Failures, OfTheHostToGiveItsPixelsAreATransparentLayer) {
     }
 }
 
-TEST_P(Failures, OfGLToReadAreNotSeenInAPictureThatLooksLikeOne) {
+TEST_P(Failures, PicturesLikeAnUnreadBufferPassUnharmed) {
     constexpr A_u_char kMark = 0xa5; // what the effect puts where it expects to read
     const Host::World picture = Picture8(kWidth, kHeight, [](int, int) {
         return PF_Pixel8{kMark, kMark, kMark, kMark};
@@ -135,7 +135,7 @@ TEST_P(Failures, OfGLToReadAreNotSeenInAPictureThatLooksLikeOne) {
     EXPECT_TRUE(SamePixels(rendered(picture), picture));
 }
 
-TEST_P(Failures, OfGLToHoldAFrameAreATransparentPicture) {
+TEST_P(Failures, FramesTooLargeForGLGiveATransparentPicture) {
     constexpr int kTooWide = Host::World::kMaxSide;
     if (Platform::DescribeOpenGL().value().largestSide >= kTooWide) {
         GTEST_SKIP() << "GL here holds all frames that the host has";
@@ -150,7 +150,7 @@ TEST_P(Failures, OfGLToHoldAFrameAreATransparentPicture) {
     }
 }
 
-TEST_P(Failures, OfTheDriverToGiveAContextReachNeitherHostNorOutput) {
+TEST_P(Failures, RefusedContextsGiveATransparentPicture) {
     const auto expectTransparentFrames = [this](EglCall call, int nth, int times = 1) {
         for (const Depth depth : kDepths) {
             SCOPED_TRACE(static_cast<int>(depth));
@@ -190,7 +190,7 @@ TEST_P(Failures, OfTheDriverToGiveAContextReachNeitherHostNorOutput) {
     expectFramesAreRight();
 }
 
-TEST_P(Failures, OfAPixelFormatThatIsNoneOfTheThreeLeaveTheOutputAlone) {
+TEST_P(Failures, UnknownPixelFormatsLeaveTheOutputAlone) {
     mHost.reportFormat(PF_PIXEL_FORMAT_CODE('r', 'g', 'b', 'a'));
     Host::World output = markedOutput(Depth::Bits8);
     EXPECT_EQ(mSession.render(input(Depth::Bits8), output), PF_Err_BAD_CALLBACK_PARAM);
@@ -199,7 +199,7 @@ TEST_P(Failures, OfAPixelFormatThatIsNoneOfTheThreeLeaveTheOutputAlone) {
     EXPECT_EQ(mSession.liveCounts(), Host::LiveCounts{});
 }
 
-TEST_P(Failures, OfAParameterEndTheListThere) {
+TEST_P(Failures, RefusedParametersEndTheList) {
     for (const int nth : {1, 7, 15}) {
         mHost.fail(HostCall::AddParam, nth);
         mSession.outData().num_params = 0;
@@ -210,7 +210,7 @@ TEST_P(Failures, OfAParameterEndTheListThere) {
     }
 }
 
-TEST_P(Failures, OfAHostToKeepItsRangesEndInAPicture) {
+TEST_P(Failures, ValuesBeyondTheirRangesStillRender) {
     set("Size Random", 100);
     const Host::World picture = input(Depth::Bits8);
     const Host::World expected = rendered(picture);
@@ -229,7 +229,7 @@ TEST_P(Failures, OfAHostToKeepItsRangesEndInAPicture) {
     EXPECT_TRUE(SamePixels(rendered(picture), expected));
 }
 
-TEST_P(Failures, OfAHostToKeepItsChoicesCountAsNoneOfThemAndMakeNoVariants) {
+TEST_P(Failures, PopupValuesOutsideTheChoicesCompileNoVariant) {
     constexpr short kShapes = 2;
     constexpr short kTransitions = 3;
     const Host::World picture = input(Depth::Bits8);
@@ -253,7 +253,7 @@ TEST_P(Failures, OfAHostToKeepItsChoicesCountAsNoneOfThemAndMakeNoVariants) {
         << "one without a transition, one without cells";
 }
 
-TEST_P(Failures, OfACheckoutSkipThoseBehindItAndCheckInAll) {
+TEST_P(Failures, FailedCheckoutsSkipTheRestAndCheckInAll) {
     for (const auto& [call, nth] :
          {std::pair(HostCall::CheckoutParam, 4), std::pair(HostCall::CheckinParam, 2)}) {
         mHost.fail(call, nth);

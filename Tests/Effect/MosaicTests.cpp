@@ -101,7 +101,7 @@ std::map<int, int> PixelsByRung(const Host::World& output, Shape shape, int size
     return pixels;
 }
 
-TEST_P(Cells, OfRandomSizeStandOnTheirRungAndNeverOverlap) {
+TEST_P(Cells, RandomSizesStandOnTheirRungAndNeverOverlap) {
     // Whole tiles of the largest cell: no cell is cut, so every colour tells its cell.
     const Host::World input = PositionPicture(256, 192);
     for (const int levels : {1, 2, 3}) {
@@ -121,7 +121,7 @@ TEST_P(Cells, OfRandomSizeStandOnTheirRungAndNeverOverlap) {
     }
 }
 
-TEST_P(Cells, OfTheLargestSizeNeedMoreThanHalfOfSizeRandom) {
+TEST_P(Cells, LargestSizeNeedsMoreThanHalfOfSizeRandom) {
     const Host::World input = PositionPicture(256, 192);
     set("Size", 16);
     set("Size Level", 2);
@@ -142,7 +142,7 @@ TEST_P(Cells, OfTheLargestSizeNeedMoreThanHalfOfSizeRandom) {
     EXPECT_GT(largest[100], 0);
 }
 
-TEST_P(Cells, OfTrianglesShareTheSizeOfTheirRectangle) {
+TEST_P(Cells, TrianglesShareTheSizeOfTheirRectangle) {
     const Host::World input = PositionPicture(256, 256);
     setShape(Shape::Triangle);
     set("Size", 32);

@@ -146,7 +146,7 @@ TEST_F(FloatPixels, KeepEveryLevelAndWhatIsBeyondBlackAndWhite) {
     }
 }
 
-TEST_P(Pixels, OfAnOutputOfAnotherSizeAreThoseThatBothHave) {
+TEST_P(Pixels, OutputsOfAnotherSizeGetTheCommonPart) {
     for (const Depth depth : kDepths) {
         const World input = AtDepth(SmoothPicture(40, 30, true), depth);
         const World expected = rendered(input);
@@ -170,7 +170,7 @@ TEST_P(Pixels, OfAnOutputOfAnotherSizeAreThoseThatBothHave) {
     }
 }
 
-TEST_P(Pixels, OfTheSmallestPicturesSurvive) {
+TEST_P(Pixels, SmallestPicturesRender) {
     for (const auto& [width, height] :
          {std::pair(1, 1), std::pair(1, 9), std::pair(9, 1), std::pair(2, 2), std::pair(0, 5),
           std::pair(5, 0), std::pair(0, 0)}) {

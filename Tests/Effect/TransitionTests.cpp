@@ -85,7 +85,7 @@ TEST_P(Removal, StartsWithAllCellsAndEndsWithNone) {
     }
 }
 
-TEST_P(Removal, TreatsACellAtThePicturesCentreByItself) {
+TEST_P(Removal, CellAtTheCentreGoesFirstOrLast) {
     const Host::World input = SmoothPicture(150, 90, true);
     const auto keeps = [&](Transition transition, int percent, int x, int y) {
         setTransition(transition, 0);
@@ -128,7 +128,7 @@ TEST_P(Removal, NeverBringsACellBack) {
     }
 }
 
-TEST_P(Removal, SweepsInThePlainFormExactlyWhereGeometryHasIt) {
+TEST_P(Removal, SharpSweepsMatchGeometry) {
     for (const double direction :
          {0.0, 45.0, 90.0, 135.0, 180.0, 225.0, 270.0, 300.0, -90.0, 360.0, 450.0, -720.5}) {
         set("Direction", direction);
@@ -188,7 +188,7 @@ TEST_P(Removal, FraysTheEdgeOverTheFeatherAndNoFurther) {
     EXPECT_EQ(ragged, 3);
 }
 
-TEST_P(Removal, OfAShareOfCellsHangsOnItsSeed) {
+TEST_P(Removal, DissolvedShareDependsOnItsSeed) {
     set("Dissolve", 50);
     const std::vector<bool> kept = keptCells();
     EXPECT_NEAR(static_cast<double>(std::ranges::count(kept, true)), kAll / 2.0, kAll * 0.15);
@@ -198,7 +198,7 @@ TEST_P(Removal, OfAShareOfCellsHangsOnItsSeed) {
     EXPECT_NE(keptCells(), kept);
 }
 
-TEST_P(Removal, ShowsThePictureWhereAlphaIsNotUsed) {
+TEST_P(Removal, ShowsThePictureIfAlphaIsNotUsed) {
     set("Use Alpha", 0);
     set("Dissolve", 100);
     EXPECT_LE(LargestDifference(rendered(mInput), mInput), 1);
@@ -218,7 +218,7 @@ TEST_P(Removal, ShowsThePictureWhereAlphaIsNotUsed) {
     }
 }
 
-TEST_P(Removal, TakesThePlainFormWhereTheFeatherIsBelowAPixel) {
+TEST_P(Removal, FeatherBelowAPixelIsASharpEdge) {
     set("Direction", 20);
     set("Transition Progress", 50);
     setTransition(Transition::Linear, 0);

@@ -74,7 +74,7 @@ TEST_F(ContextManager, ReportsTheDriverOfTheCurrentContextIfThereIsOne) {
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
-TEST_F(ContextManager, LeavesAThreadWithoutAContextThatAnotherHasCurrent) {
+TEST_F(ContextManager, RefusesAContextThatIsCurrentOnAnotherThread) {
     AEOpenGLContext context(nullptr);
     std::jthread([&context] {
         context.makeContextCurrent();
@@ -143,7 +143,7 @@ TEST_F(SavedContext, IsNoneIfItIsTheEffectsOwn) {
     AEOpenGLContextManager::setupContextManager();
 }
 
-TEST_F(SavedContext, LeavesTheCurrentOneAloneWhereThereWasNone) {
+TEST_F(SavedContext, LeavesTheCurrentOneAloneIfThereWasNone) {
     Platform::ReleaseCurrentEglContext();
     SaveRestoreGLContextMac saved;
     AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();

@@ -45,7 +45,7 @@ protected:
     AEOpenglMainFrameBuffer& mFrameBuffer = *AEOpenglMainFrameBuffer::mainFrameBuffer();
 };
 
-TEST_F(MainFrameBuffer, MakesNoGLCallWhereNothingIsToBeDone) {
+TEST_F(MainFrameBuffer, MakesNoGLCallIfNothingIsToBeDone) {
     mFrameBuffer.prepare(8, 4, true);
     {
         const GLCalls calls;

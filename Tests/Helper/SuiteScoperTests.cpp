@@ -72,7 +72,7 @@ TEST_F(Suites, AreHeldForTheLengthOfAScope) {
     EXPECT_EQ(mLog.released, (std::vector<std::string>{"Second 4", "First 3"}));
 }
 
-TEST_F(Suites, ThatAreRefusedThrow13AndTellTheUserIfAskedTo) {
+TEST_F(Suites, ThrowIfRefusedAndTellTheUserIfAskedTo) {
     mLog.refused = "Some Suite 3";
     struct {
         PF_OutData* outData;
@@ -128,7 +128,7 @@ TEST_F(Suites, ReleasedByHandFailOnlyWithoutABasicSuite) {
     expectMessage("Not able to release AEFX Suite.");
 }
 
-TEST_F(Suites, ForDrawingComeAndGoTogether) {
+TEST_F(Suites, DrawbotOnesComeAndGoTogether) {
     DRAWBOT_Suites suites{};
     EXPECT_EQ(AcquireDrawbotSuites(&mInData, &mOutData, &suites), 0);
     EXPECT_EQ(mLog.acquired, kDrawbotSuites);

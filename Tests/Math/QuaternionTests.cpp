@@ -172,7 +172,7 @@ TEST(QuaternionSlerp, FollowsTheShorterArcLikeEigen) {
     EXPECT_GT(oppositeCount, 0);
 }
 
-TEST(QuaternionSlerp, HasExactEndsAndStaysWhereBothAreOne) {
+TEST(QuaternionSlerp, HasExactEndsAndStaysIfBothAreOne) {
     Random random;
     const Quaternion a(0.0, 0.6, 0.0, 0.8);
     const Quaternion b = random.rotation();

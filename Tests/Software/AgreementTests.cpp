@@ -77,7 +77,7 @@ protected:
     const World mFloats = TestSupport::AtDepth(mPicture, Depth::Float32);
 };
 
-TEST_F(Agreement, OfEveryPixelThatNoRandomNumberDecides) {
+TEST_F(Agreement, HoldsForEveryPixelWithoutRandomness) {
     const Values kForms[] = {{{"Shape Type", 1}, {"Size", 10}},
                              {{"Shape Type", 1}, {"Size", 7}, {"Ratio", 1.7}},
                              {{"Shape Type", 1}, {"Size", 2}, {"Ratio", 0.3}},
@@ -120,7 +120,7 @@ TEST_F(Agreement, OfEveryPixelThatNoRandomNumberDecides) {
 }
 
 /// Each cell is a throw of the dice; the bounds are four standard deviations of their mean.
-TEST_F(Agreement, OfTheSharesThatRandomNumbersDecide) {
+TEST_F(Agreement, HoldsForTheSharesOfRandomCells) {
     struct Row {
         Values values;
         double cells; ///< that decide on their own

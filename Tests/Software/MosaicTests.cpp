@@ -73,7 +73,7 @@ void Fill(const Picture& picture, std::minstd_rand& random, float low, float hig
     }
 }
 
-TEST(Mosaic, IsTheFormulaOfEachPixelToTheBit) {
+TEST(Mosaic, MatchesTheFormulaToTheBit) {
     std::minstd_rand random(7); // NOLINT(cert-msc*): the same cases in every run
     for (int round = 0; round < 400; ++round) {
         const MosaicParameters parameters = RandomParameters(random);
@@ -102,7 +102,7 @@ TEST(Mosaic, IsTheFormulaOfEachPixelToTheBit) {
 }
 
 /// One level of 8 bits, as the product with alpha is kept in them; none of 16, but for rounding.
-TEST(Mosaic, OfWholeNumbersIsThatOfFloatsButForTheirSteps) {
+TEST(Mosaic, AgreesAcrossDepthsWithinAStep) {
     std::minstd_rand random(11); // NOLINT(cert-msc*): the same cases in every run
     for (int round = 0; round < 60; ++round) {
         MosaicParameters parameters = RandomParameters(random);

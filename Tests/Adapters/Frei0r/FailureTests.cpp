@@ -44,7 +44,7 @@ TEST(Failures, PassTheFrameOnAndSayWhyOnce) {
     }
 }
 
-TEST(Failures, WithoutTheEffectLeaveAFilterWithoutParameters) {
+TEST(Failures, MissingEffectLeavesAFilterWithoutParameters) {
     for (const char* effect : {"", FREI0R_MODULE}) {
         const Installation installation(effect);
         const std::string error = ErrorOfPassingFrames(installation.module());
@@ -54,7 +54,7 @@ TEST(Failures, WithoutTheEffectLeaveAFilterWithoutParameters) {
     }
 }
 
-TEST(Failures, OfAFrameTooLargeLeaveTheOthersAlone) {
+TEST(Failures, FramesTooLargeLeaveTheOthersAlone) {
     constexpr unsigned kTooWide = 40000;
     const Frei0rHost host;
     const Pixels wide = MotleyPicture(kTooWide, 1);
@@ -64,7 +64,7 @@ TEST(Failures, OfAFrameTooLargeLeaveTheOthersAlone) {
     EXPECT_NE(Frei0rInstance(host, 32, 32).rendered(MotleyPicture(32, 32)), MotleyPicture(32, 32));
 }
 
-TEST(Failures, OfAnEmptyFrameMakeNoInstance) {
+TEST(Failures, EmptyFramesMakeNoInstance) {
     const Frei0rHost host;
     EXPECT_EQ(host.construct(0, 8), nullptr);
     EXPECT_EQ(host.construct(8, 0), nullptr);

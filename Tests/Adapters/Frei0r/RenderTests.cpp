@@ -60,7 +60,7 @@ Pixels Reference(const Pixels& input, A_long width, A_long height, const Setting
     return frame;
 }
 
-TEST(Frames, AreThoseOfTheEffectAtAnySize) {
+TEST(Frames, MatchTheEffectAtAnySize) {
     const std::tuple<unsigned, unsigned, Settings> rows[] = {
         {1, 1, {0, 2}}, {13, 7, {1, 4}}, {8, 720, {0, 500}}, {2048, 64, {0, 17}}};
     for (const auto& [width, height, settings] : rows) {

@@ -25,7 +25,7 @@ protected:
     std::vector<std::uint32_t> mOut = std::vector<std::uint32_t>(8 * kSlice);
 };
 
-TEST_F(Slices, OfOtherFramesAreRefused) {
+TEST_F(Slices, RefuseSlicesOfOtherFrames) {
     SlicedFrame frame(kTime, slice(3));
     ASSERT_TRUE(frame.add(kTime, slice(4)));
     EXPECT_FALSE(frame.add(kTime, slice(3))) << "the first again";

@@ -32,7 +32,7 @@ struct Shot {
     Image output{.bounds = kBounds};
 };
 
-TEST(Failures, OfAnyCallAreReportedAndLeakNothing) {
+TEST(Failures, FailingCallsAreReportedAndLeakNothing) {
     const OpenFXHost host;
     const TestEffect described = host.described();
     Shot shot(described);
@@ -73,7 +73,7 @@ TEST(Failures, OfAnyCallAreReportedAndLeakNothing) {
     EXPECT_FALSE(live());
 }
 
-TEST(Failures, OfImagesAreToldToTheUser) {
+TEST(Failures, UnsupportedImagesAreToldToTheUser) {
     const std::tuple<const char*, Value, const char*> rows[] = {
         {kOfxImageEffectPropComponents, std::string("OfxImageComponentAlpha"), "not supported"},
         {kOfxImageEffectPropPixelDepth, std::string("OfxBitDepthNone"), "not supported"},
@@ -94,7 +94,7 @@ TEST(Failures, OfImagesAreToldToTheUser) {
     EXPECT_EQ(OpenFXHost::openImages(), 0);
 }
 
-TEST(Actions, ThatAreUnknownOrGivenUpDoNothing) {
+TEST(Actions, UnknownOrAbortedOnesDoNothing) {
     const OpenFXHost host;
     Shot shot(host.described());
     EXPECT_EQ(host.act("OfxActionOfAnotherDay", &shot.effect), kOfxStatReplyDefault);

@@ -88,7 +88,7 @@ protected:
     TestEffect mEffect = mHost.described();
 };
 
-TEST_F(Frames, AreThoseOfTheCommandInEveryForm) {
+TEST_F(Frames, MatchTheCommandInEveryForm) {
     struct Row {
         Channel channel;
         int channels;
