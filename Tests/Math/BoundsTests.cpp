@@ -74,7 +74,7 @@ TEST(RectInclusion, GrowsOnlyTowardsThePoint) {
     };
     for (const auto& [p, result] : cases) {
         EXPECT_CLOSE(r.getInclude(p), result, 1e-15);
-        EXPECT_SAME(after(r, [&](Rect& grown) { grown.include(p); }), r.getInclude(p));
+        EXPECT_SAME(after(r, [p = p](Rect& grown) { grown.include(p); }), r.getInclude(p));
     }
     EXPECT_SAME(r.getInclude({0.2, 12.0}).getSize(), Vec2(0.2, 12.0));
     Rect inverted(0.0, 0.0, -5.0, 1.0);

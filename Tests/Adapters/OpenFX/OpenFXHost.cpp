@@ -396,7 +396,7 @@ std::array<float, 4> Image::at(int x, int y) {
     return values;
 }
 
-void TestEffect::connect(Image& source, Image& output, std::optional<OfxRectD> region) {
+void TestEffect::connect(Image& source, Image& output) {
     for (const auto& [name, image] : {std::pair{"Source", &source}, {"Output", &output}}) {
         TestClip& clip = clips[name];
         clip.image = image;
@@ -405,7 +405,6 @@ void TestEffect::connect(Image& source, Image& output, std::optional<OfxRectD> r
         clip.properties = image->properties;
         clip.properties.declare(kOfxImagePropPixelAspectRatio, {1.0});
     }
-    clips["Source"].region = region.value_or(clips["Source"].region);
 }
 
 void TestEffect::setProject(double x1, double y1, double x2, double y2) {

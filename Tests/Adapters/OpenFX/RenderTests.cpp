@@ -89,48 +89,34 @@ protected:
 };
 
 TEST_F(Frames, MatchTheCommandInEveryForm) {
-    struct Row {
-        Channel channel;
-        int channels;
-        Coverage coverage;
-        bool isTopDown = false;
-        int padding = 0;
-        int left = 0;
-        int bottom = 0;
-        bool tellsLittle = false;
+    const auto at = [](int left, int bottom) {
+        return OfxRectI{left, bottom, left + kWidth, bottom + kHeight};
     };
-    const Row rows[] = {
-        {Channel::Byte, 4, Coverage::Premultiplied},
-        {Channel::Byte, 4, Coverage::Straight, true, 12, -7, 1000},
-        {Channel::Byte, 3, Coverage::Opaque, false, 5},
-        {Channel::Short, 4, Coverage::Straight, false, 8, 20, -30},
-        {Channel::Short, 3, Coverage::Opaque, true},
-        {Channel::Half, 4, Coverage::Premultiplied, true, 0, 3, 5},
-        {Channel::Float, 4, Coverage::Premultiplied, false, 16, -61, 0, true},
-        {Channel::Float, 4, Coverage::Straight, true, 4},
-        {Channel::Float, 4, Coverage::Opaque},
-        {Channel::Float, 3, Coverage::Opaque, false, 4, 9, 9},
+    const Image forms[] = {
+        {at(0, 0), Channel::Byte},
+        {at(-7, 1000), Channel::Byte, 4, Coverage::Straight, true, 12},
+        {at(0, 0), Channel::Byte, 3, Coverage::Opaque, false, 5},
+        {at(20, -30), Channel::Short, 4, Coverage::Straight, false, 8},
+        {at(0, 0), Channel::Short, 3, Coverage::Opaque, true},
+        {at(3, 5), Channel::Half, 4, Coverage::Premultiplied, true},
+        {at(-61, 0), Channel::Float, 4, Coverage::Premultiplied, false, 16, {1, 1}, true},
+        {at(0, 0), Channel::Float, 4, Coverage::Straight, true, 4},
+        {at(0, 0), Channel::Float, 4, Coverage::Opaque},
+        {at(9, 9), Channel::Float, 3, Coverage::Opaque, false, 4},
     };
     mEffect.set("shapeType", 1);
     mEffect.set("size", 9);
     mEffect.set("dissolve", 0.3);
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(&row - rows));
-        const bool isOpaque = row.coverage == Coverage::Opaque;
-        const auto colour = [&](int x, int y) {
-            std::array<float, 4> pixel = Motley(x - row.left, y - row.bottom);
+    for (Image source : forms) {
+        const auto [left, bottom, right, top] = source.bounds;
+        SCOPED_TRACE(testing::Message() << static_cast<int>(source.channel) << ", " << left);
+        const bool isOpaque = source.coverage == Coverage::Opaque;
+        source.make([=, left = left, bottom = bottom](int x, int y) {
+            std::array<float, 4> pixel = Motley(x - left, y - bottom);
             pixel[3] = isOpaque ? 0.4F : pixel[3]; // counts as 1
             return pixel;
-        };
-        Image source{.bounds = {row.left, row.bottom, row.left + kWidth, row.bottom + kHeight},
-                     .channel = row.channel,
-                     .channels = row.channels,
-                     .coverage = row.coverage,
-                     .isTopDown = row.isTopDown,
-                     .padding = row.padding,
-                     .tellsLittle = row.tellsLittle};
-        source.make(colour);
-        mEffect.setProject(row.left, row.bottom, row.left + kWidth, row.bottom + kHeight);
+        });
+        mEffect.setProject(left, bottom, right, top);
         Image output = rendered(source, source);
         const RawPicture expected = OfCommand(
             kWidth, kHeight,
@@ -140,11 +126,11 @@ TEST_F(Frames, MatchTheCommandInEveryForm) {
                 return pixel;
             },
             fmt::format("--shape-type triangle --size 9 --dissolve 30 --depth {}",
-                        row.channel == Channel::Byte ? 8 : 32));
-        EXPECT_LE(Difference(output, expected), ToleranceOf(row.channel));
-        for (int y = row.bottom; y < row.bottom + kHeight; ++y) {
-            const std::byte* behind = output.pixel(row.left, y) + output.rowBytes() - row.padding;
-            for (int i = 0; i < row.padding; ++i) {
+                        source.channel == Channel::Byte ? 8 : 32));
+        EXPECT_LE(Difference(output, expected), ToleranceOf(source.channel));
+        for (int y = bottom; y < top; ++y) {
+            const std::byte* behind = output.pixel(left, y) + output.rowBytes() - output.padding;
+            for (int i = 0; i < output.padding; ++i) {
                 ASSERT_EQ(behind[i], std::byte{0x5A}) << "padding";
             }
         }
@@ -189,7 +175,7 @@ TEST_F(Frames, StandAtTheProjectsWindowOrAtLargerFootage) {
         for (int i = 0; i < 4; ++i) {
             EXPECT_EQ(region.at<double>(kOfxImageEffectPropRegionOfDefinition, i), edges[i]);
         }
-        const auto padded = [&](int x, int y) {
+        const auto padded = [place = place, frame = frame](int x, int y) {
             const int inX = x + frame.x1;
             const int inY = y + frame.y1;
             const bool isThere =
