@@ -61,7 +61,7 @@ HostPresence EnterEglHost() {
 }
 
 void ThreadedLife::expectSamePictures(const EnterHost& enter) {
-    const Host::World inputs[] = {SmoothPicture(80, 60, false), SmoothPicture(33, 60, true),
+    const Host::World inputs[] = {SmoothPicture(33, 60, true), SmoothPicture(80, 60, false),
                                   SmoothPicture(33, 70, true)};
     const Host::World expected[] = {rendered(inputs[0]), rendered(inputs[1]), rendered(inputs[2])};
     globalSetdown();
@@ -80,7 +80,7 @@ void ThreadedLife::expectSamePictures(const EnterHost& enter) {
                     thread = std::make_unique<HostThread>(enter);
                 }
                 thread->run([&, this] {
-                    for (const std::size_t picture : {turn % 3, turn * 2 % 3}) {
+                    for (const std::size_t picture : {turn % 3, (turn + 1) % 3}) {
                         EXPECT_TRUE(SamePixels(rendered(inputs[picture]), expected[picture]))
                             << "turn " << turn << " of life " << life;
                     }

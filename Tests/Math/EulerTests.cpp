@@ -47,6 +47,7 @@ Vec3 anglesOf(const Euler& e) {
 } // namespace
 
 TEST(Euler, KeepsItsOrderUnlessGivenOne) {
+    EXPECT_EQ(Euler().order, Euler::OrderXYZ);
     Euler e(0.0, 0.0, 0.0, Euler::OrderZYX);
     e.set(1.0, 2.0, 3.0, Euler::OrderUnset);
     EXPECT_SAME(e, Euler(1.0, 2.0, 3.0, Euler::OrderZYX));

@@ -9,6 +9,7 @@ TEST(Vec3Arithmetic, ReturnsOrChangesTheVector) {
     v.set(1, -4.0);
     v.set(7, 0.5);
     EXPECT_SAME(v, Vec3(2.0, -4.0, 0.5));
+    EXPECT_SAME(v.getVec2(), Vec2(2.0, -4.0));
     EXPECT_SAME(Vec3(1.5, -1.5, 2.0).floor(), Vec3(1.0, -2.0, 2.0));
     EXPECT_SAME(v.rotationalDifference({360.0, 0.0, 0.0}), Vec3(-358.0, -4.0, 0.5));
     v.setInvert();

@@ -18,7 +18,8 @@ double cosine(const Vec4& a, const Vec4& b) {
 } // namespace
 
 TEST(Vec4Arithmetic, InvertsAndAddsMagnitudes) {
-    const Vec4 v(Vec3(-1.0, 2.0, -4.0), 8.0);
+    Vec4 v(Vec3(), 1.0);
+    v.set(-1.0, 2.0, -4.0, 8.0);
     EXPECT_SAME(v.invert(), Vec4(-1.0, 0.5, -0.25, 0.125));
     EXPECT_EQ(v.lengthManhattan(), 15.0);
 }

@@ -104,6 +104,8 @@ TYPED_TEST(PointFamilyTest, BoundsAndMixesByComponent) {
 TEST(Arrays, AreReadAndWrittenAtAnOffset) {
     const double numbersOfAll[] = {1.0, 2.0, 3.0, 4.0, 5.0};
     Vec2 two;
+    two.set(Vec2(8.0, 9.0));
+    EXPECT_SAME(two, Vec2(8.0, 9.0));
     two.fromArray(numbersOfAll, 1);
     two.fromArray(nullptr, 1);
     EXPECT_SAME(two, Vec2(2.0, 3.0));
