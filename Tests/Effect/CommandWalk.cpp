@@ -6,10 +6,6 @@
 
 namespace Kerovane::TestSupport {
 
-std::string FrameAt(Host::Depth depth) {
-    return "frame at " + std::to_string(static_cast<int>(depth)) + " bits";
-}
-
 Host::World CommandWalk::input(Host::Depth depth) {
     return AtDepth(SmoothPicture(kWidth, kHeight, true), depth);
 }
@@ -59,7 +55,8 @@ std::vector<Command> CommandWalk::commands() {
         {"first frame", setUpAnew, frame(Host::Depth::Float32), nothing},
     };
     for (const Host::Depth depth : kDepths) {
-        commands.push_back({FrameAt(depth), nothing, frame(depth), nothing});
+        commands.push_back({"frame at " + std::to_string(static_cast<int>(depth)) + " bits",
+                            nothing, frame(depth), nothing});
     }
     return commands;
 }

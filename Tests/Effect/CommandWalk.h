@@ -11,9 +11,6 @@
 
 namespace Kerovane::TestSupport {
 
-inline constexpr Host::Depth kDepths[] = {Host::Depth::Bits8, Host::Depth::Bits16,
-                                          Host::Depth::Float32};
-
 /// A command of the host's.
 struct Command {
     std::string name;
@@ -21,8 +18,6 @@ struct Command {
     std::function<PF_Err()> send;
     std::function<void()> after; ///< brings it back to where it renders
 };
-
-std::string FrameAt(Host::Depth depth);
 
 /** A test that makes every command fail, and looks at what that leaves behind. */
 class CommandWalk : public EveryModule {

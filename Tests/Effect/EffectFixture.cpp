@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <unistd.h>
 
 namespace Kerovane::TestSupport {
 
@@ -63,6 +65,14 @@ Host::World EffectFixture::rendered(const Host::World& input) {
     Host::World output(input.depth(), input.width(), input.height());
     EXPECT_EQ(mSession.render(input, output), PF_Err_NONE);
     return output;
+}
+
+std::size_t ResidentBytes() {
+    std::ifstream file("/proc/self/statm");
+    std::size_t total = 0;
+    std::size_t resident = 0;
+    file >> total >> resident;
+    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
 }
 
 Host::World Picture8(int width, int height, const PixelAt& pixelAt) {

@@ -55,6 +55,12 @@ protected:
     INSTANTIATE_TEST_SUITE_P(Modules, fixture, testing::ValuesIn(kModules),                        \
                              [](const auto& tested) { return std::string(tested.param.name); })
 
+inline constexpr Host::Depth kDepths[] = {Host::Depth::Bits8, Host::Depth::Bits16,
+                                          Host::Depth::Float32};
+
+/// This process's memory in use.
+std::size_t ResidentBytes();
+
 using PixelAt = std::function<PF_Pixel8(int x, int y)>;
 
 Host::World Picture8(int width, int height, const PixelAt& pixelAt);

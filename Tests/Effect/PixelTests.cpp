@@ -13,7 +13,6 @@ using Host::Depth;
 using Host::World;
 
 constexpr std::byte kMark{0xa7};
-constexpr Depth kDepths[] = {Depth::Bits8, Depth::Bits16, Depth::Float32};
 
 /// The bytes of row `y`, padding included.
 std::span<const std::byte> RowBytes(const World& world, int y) {

@@ -7,8 +7,6 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <array>
-#include <fstream>
 #include <iostream>
 #include <map>
 #include <random>
@@ -17,13 +15,11 @@
 #include <vector>
 
 #include <malloc.h>
-#include <unistd.h>
 
 namespace Kerovane::TestSupport {
 
 namespace {
 
-constexpr std::array kDepths{Host::Depth::Bits8, Host::Depth::Bits16, Host::Depth::Float32};
 constexpr int kMaxSide = 512;
 constexpr int kFramesOfALife = 1000; ///< then the effect is set down and up again
 constexpr int kLivesToWarmUp = 5;    ///< the driver's and the allocator's pools fill meanwhile
@@ -40,12 +36,7 @@ struct Footprint {
 Footprint Measured(const LiveGLObjects& live) {
     malloc_trim(0);
     const struct mallinfo2 heap = mallinfo2();
-    std::ifstream file("/proc/self/statm");
-    std::size_t total = 0;
-    std::size_t resident = 0;
-    file >> total >> resident;
-    return {resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)), heap.uordblks + heap.hblkhd,
-            live.counts()};
+    return {ResidentBytes(), heap.uordblks + heap.hblkhd, live.counts()};
 }
 
 void PrintRow(int frame, const Footprint& footprint) {
