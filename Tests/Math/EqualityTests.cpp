@@ -14,7 +14,8 @@ TYPED_TEST(EqualityTest, ToleratesTheLibrarysEpsilonInEachNumber) {
     for (double& number : stored) {
         for (const double beyond : {1.1e-12, -1.1e-12}) {
             number = beyond;
-            EXPECT_TRUE(std::bit_cast<TypeParam>(stored) != zero) << &number - stored.data();
+            const auto value = std::bit_cast<TypeParam>(stored);
+            EXPECT_TRUE(value != zero && zero != value) << &number - stored.data();
         }
         // Left so for the next numbers: by distance these would add up.
         for (const double within : {1e-12, -1e-12}) {

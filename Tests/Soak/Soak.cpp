@@ -7,6 +7,7 @@
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
+#include <exception>
 #include <iostream>
 #include <map>
 #include <random>
@@ -162,11 +163,16 @@ TEST_F(Soak, GrowsNothingAndKeepsItsPictures) {
 
 int main(int argc, char** argv) {
     using namespace Kerovane::TestSupport;
-    testing::InitGoogleTest(&argc, argv);
-    CLI::App app("Renders many frames and tells whether memory or GL objects grow.");
-    app.add_option("--frames", mFrames, "How many")
-        ->check(CLI::Range((kLivesToWarmUp + 1) * kFramesOfALife, 10000000));
-    CLI11_PARSE(app, argc, argv);
-    std::cout.setstate(std::ios::failbit); // the effect's own report on each of its contexts
-    return RUN_ALL_TESTS();
+    try {
+        testing::InitGoogleTest(&argc, argv);
+        CLI::App app("Renders many frames and tells whether memory or GL objects grow.");
+        app.add_option("--frames", mFrames, "How many")
+            ->check(CLI::Range((kLivesToWarmUp + 1) * kFramesOfALife, 10000000));
+        CLI11_PARSE(app, argc, argv);
+        std::cout.setstate(std::ios::failbit); // the effect's own report on each of its contexts
+        return RUN_ALL_TESTS();
+    } catch (const std::exception& failure) {
+        std::cerr << "Soak: " << failure.what() << '\n';
+        return 1;
+    }
 }
