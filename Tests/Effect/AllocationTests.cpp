@@ -88,7 +88,7 @@ TEST_P(Allocations, LeaveNothingBehindIfTheyFail) {
     }
     EXPECT_GT(faults, 40) << "the module's allocations are not met";
     RecordProperty("faults", faults);
-    expectNoObjectsAfterSetdown();
+    expectNothingAfterSetdown();
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "Tests/Effect/CommandWalk.h"
 
+#include "Tests/Support/EglContexts.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <utility>
@@ -93,9 +95,10 @@ void CommandWalk::expectFramesAreRight() {
     }
 }
 
-void CommandWalk::expectNoObjectsAfterSetdown() {
+void CommandWalk::expectNothingAfterSetdown() {
     globalSetdown();
     EXPECT_EQ(mLive.counts(), (std::map<std::string, int>{}));
+    EXPECT_EQ(EglContexts::live(), 1) << "the host's own";
     globalSetup();
 }
 

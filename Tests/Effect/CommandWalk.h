@@ -41,8 +41,8 @@ protected:
     /// Expects the frames of its first call.
     void expectFramesAreRight();
 
-    /// Sets down and expects that no GL object is left.
-    void expectNoObjectsAfterSetdown();
+    /// Sets down and expects that no GL object or context is left.
+    void expectNothingAfterSetdown();
 
     EglHost mHostContext;
     LiveGLObjects mLive; ///< nothing is made before the first frame

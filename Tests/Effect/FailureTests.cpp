@@ -91,7 +91,7 @@ TEST_P(Failures, HostCallsThatFailLeaveNothingBehind) {
     }
     EXPECT_EQ(std::ranges::count(met, 0), 0) << "a kind of call that no command makes";
     RecordProperty("faults", faults);
-    expectNoObjectsAfterSetdown();
+    expectNothingAfterSetdown();
 }
 
 TEST_P(Failures, MissingHostPixelsDrawATransparentLayer) {
