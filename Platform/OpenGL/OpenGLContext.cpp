@@ -70,10 +70,10 @@ thread_local LastMadeCurrent mLastMadeCurrent;
 
 OpenGLContext::OpenGLContext(const OpenGLContext* shareWith)
     : mDisplay(ChosenEglDisplay().display), mId(mNextId++) {
+    mLiveIds.add(mId); // first, as memory may be short, and nobody would own the context yet
     if (mDisplay != nullptr && (shareWith == nullptr || shareWith->isValid())) {
         mContext = CreateEglContext(mDisplay, shareWith != nullptr ? shareWith->mContext : nullptr);
     }
-    mLiveIds.add(mId);
 }
 
 OpenGLContext::~OpenGLContext() {

@@ -3,18 +3,17 @@
 #include "Host/Pictures/PixelConversion.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstring>
+#include <fstream>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
+#include <unistd.h>
 
 namespace Kerovane::TestSupport {
 
 namespace {
-
-using Channels8 = std::array<A_u_char, 4>;
 
 /// Stores the channels of `from` in `to` at the depth of the pixels there.
 template <typename From, typename To>
@@ -68,6 +67,14 @@ Host::World EffectFixture::rendered(const Host::World& input) {
     return output;
 }
 
+std::size_t ResidentBytes() {
+    std::ifstream file("/proc/self/statm");
+    std::size_t total = 0;
+    std::size_t resident = 0;
+    file >> total >> resident;
+    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+}
+
 Host::World Picture8(int width, int height, const PixelAt& pixelAt) {
     Host::World picture(Host::Depth::Bits8, width, height);
     for (int y = 0; y < height; ++y) {
@@ -94,18 +101,12 @@ Host::World SmoothPicture(int width, int height, bool opaque) {
     });
 }
 
-Host::World AtDepth(const Host::World& picture8, Host::Depth depth) {
-    Host::World converted(depth, picture8.width(), picture8.height());
-    Host::withPixelType(depth, [&]<typename Pixel>(std::type_identity<Pixel>) {
-        ConvertChannels<PF_Pixel8, Pixel>(picture8, converted);
-    });
-    return converted;
-}
-
-Host::World At8Bits(const Host::World& picture) {
-    Host::World converted(Host::Depth::Bits8, picture.width(), picture.height());
-    Host::withPixelType(picture.depth(), [&]<typename Pixel>(std::type_identity<Pixel>) {
-        ConvertChannels<Pixel, PF_Pixel8>(picture, converted);
+Host::World AtDepth(const Host::World& picture, Host::Depth depth) {
+    Host::World converted(depth, picture.width(), picture.height());
+    Host::withPixelType(picture.depth(), [&]<typename From>(std::type_identity<From>) {
+        Host::withPixelType(depth, [&]<typename To>(std::type_identity<To>) {
+            ConvertChannels<From, To>(picture, converted);
+        });
     });
     return converted;
 }
@@ -134,14 +135,12 @@ bool SamePixels(const Host::World& a, const Host::World& b) {
 int LargestDifference(const Host::World& a, const Host::World& b) {
     int largest = 0;
     for (int y = 0; y < a.height(); ++y) {
-        for (std::size_t x = 0; x < static_cast<std::size_t>(a.width()); ++x) {
-            Channels8 one{};
-            Channels8 other{};
-            std::memcpy(one.data(), &a.row<PF_Pixel8>(y)[x], one.size());
-            std::memcpy(other.data(), &b.row<PF_Pixel8>(y)[x], other.size());
-            for (std::size_t channel = 0; channel < one.size(); ++channel) {
-                largest = std::max(largest, std::abs(one[channel] - other[channel]));
-            }
+        for (int x = 0; x < a.width(); ++x) {
+            const PF_Pixel8 one = PixelOf(a, x, y);
+            const PF_Pixel8 other = PixelOf(b, x, y);
+            largest =
+                std::max({largest, std::abs(one.alpha - other.alpha), std::abs(one.red - other.red),
+                          std::abs(one.green - other.green), std::abs(one.blue - other.blue)});
         }
     }
     return largest;

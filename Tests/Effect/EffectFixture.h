@@ -55,6 +55,12 @@ protected:
     INSTANTIATE_TEST_SUITE_P(Modules, fixture, testing::ValuesIn(kModules),                        \
                              [](const auto& tested) { return std::string(tested.param.name); })
 
+inline constexpr Host::Depth kDepths[] = {Host::Depth::Bits8, Host::Depth::Bits16,
+                                          Host::Depth::Float32};
+
+/// This process's memory in use.
+std::size_t ResidentBytes();
+
 using PixelAt = std::function<PF_Pixel8(int x, int y)>;
 
 Host::World Picture8(int width, int height, const PixelAt& pixelAt);
@@ -66,11 +72,8 @@ Host::World PositionPicture(int width, int height);
 /// Smooth in all channels, opaque or with a soft alpha.
 Host::World SmoothPicture(int width, int height, bool opaque);
 
-/// The same picture at another depth: 255 becomes the depth's white.
-Host::World AtDepth(const Host::World& picture8, Host::Depth depth);
-
-/// Back at 8 bits, rounded.
-Host::World At8Bits(const Host::World& picture);
+/// The same picture at another depth: white becomes the depth's white. Rounded to 8 or 16 bits.
+Host::World AtDepth(const Host::World& picture, Host::Depth depth);
 
 PF_Pixel8 PixelOf(const Host::World& picture8, int x, int y);
 

@@ -70,31 +70,17 @@ class GlxHostContext : public ThreadedLife {};
 
 TEST_EVERY_MODULE(GlxHostContext);
 
-TEST_P(GlxHostContext, IsCurrentAgainWholeAfterEveryCommand) {
-    const Host::World input = SmoothPicture(32, 32, true);
-    const Host::World expected = rendered(input);
+TEST_P(GlxHostContext, IsCurrentAgainWholeAfterAFailedFrame) {
     globalSetdown();
     Platform::ReleaseCurrentEglContext();
-
     const GlxHost host;
     ASSERT_TRUE(host.isCurrent());
     globalSetup();
-    EXPECT_TRUE(host.isCurrent()) << "after set-up";
-    EXPECT_TRUE(SamePixels(rendered(input), expected));
-    EXPECT_TRUE(host.isCurrent()) << "after a frame";
-    EXPECT_TRUE(SamePixels(rendered(input), expected));
-    EXPECT_TRUE(host.isCurrent()) << "after a second frame";
-    {
-        FaultyHost faulty(mSession);
-        faulty.refuseSuite("PF World Suite");
-        Host::World output(Host::Depth::Bits8, 32, 32);
-        EXPECT_EQ(mSession.render(input, output), PF_Err_BAD_CALLBACK_PARAM);
-        EXPECT_TRUE(host.isCurrent()) << "after a failed frame";
-    }
-    globalSetdown();
-    EXPECT_TRUE(host.isCurrent()) << "after set-down";
-    globalSetup();
-    EXPECT_TRUE(host.isCurrent()) << "after a second set-up";
+    FaultyHost faulty(mSession);
+    faulty.refuseSuite("PF World Suite");
+    Host::World output(Host::Depth::Bits8, 32, 32);
+    EXPECT_EQ(mSession.render(SmoothPicture(32, 32, true), output), PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_TRUE(host.isCurrent());
 }
 
 TEST_P(GlxHostContext, CanBeMadeCurrentFirstAfterTheSetDown) {

@@ -1,7 +1,9 @@
 #include "Tests/Effect/EffectFixture.h"
 
+#include <map>
+#include <sstream>
 #include <string>
-#include <vector>
+#include <tuple>
 
 namespace Kerovane::TestSupport {
 
@@ -9,77 +11,54 @@ namespace {
 
 using Parameters = EffectFixture;
 
-TEST_F(Parameters, EndUpInTheHostsListAsDeclared) {
-    struct Row {
-        PF_ParamType type;
-        std::string name;
-        double byDefault, validMin, validMax, sliderMin, sliderMax;
-        PF_ParamFlags flags = 0;
-    };
-    const std::vector<Row> kRows = {
-        {PF_Param_POPUP, "Shape Type", 1, 1, 2, 1, 2},
-        {PF_Param_SLIDER, "Size", 10, 2, 3000, 2, 500},
-        {PF_Param_FLOAT_SLIDER, "Ratio", 1, 0.01, 10, 0.01, 10},
-        {PF_Param_FIX_SLIDER, "Size Random", 0, 0, 100, 0, 100},
-        {PF_Param_SLIDER, "Size Level", 3, 1, 5, 1, 5},
-        {PF_Param_SLIDER, "Size Random Seed", 0, 0, 5000, 0, 5000},
-        {PF_Param_FIX_SLIDER, "Dissolve", 0, 0, 100, 0, 100},
-        {PF_Param_SLIDER, "Dissolve Random Seed", 0, 0, 5000, 0, 5000},
-        {PF_Param_POPUP, "Transition Type", 1, 1, 3, 1, 3, PF_ParamFlag_SUPERVISE},
-        {PF_Param_FIX_SLIDER, "Transition Progress", 0, 0, 100, 0, 100},
-        {PF_Param_SLIDER, "Feather", 250, 0, 5000, 0, 500},
-    };
-    const std::vector<Host::Parameter>& parameters = mSession.parameters();
-    EXPECT_EQ(mSession.outData().num_params, 16);
-    ASSERT_EQ(parameters.size(), 16U);
-    EXPECT_EQ(parameters[0].type(), PF_Param_LAYER);
-    for (std::size_t i = 0; i < parameters.size(); ++i) {
-        EXPECT_EQ(parameters[i].id(), static_cast<A_long>(i));
+/// Number, type, name or label, default, range, slider's range, decimals, flags and choices.
+std::string LineOf(const Host::Parameter& parameter) {
+    const std::map<PF_ParamType, const char*> types = {
+        {PF_Param_LAYER, "layer"},        {PF_Param_SLIDER, "slider"},
+        {PF_Param_FIX_SLIDER, "fixed"},   {PF_Param_FLOAT_SLIDER, "float"},
+        {PF_Param_ANGLE, "angle"},        {PF_Param_CHECKBOX, "checkbox"},
+        {PF_Param_POPUP, "popup"},        {PF_Param_GROUP_START, "group"},
+        {PF_Param_GROUP_END, "group end"}};
+    const auto& [valid, slider] = std::tie(parameter.valid, parameter.slider);
+    std::ostringstream line;
+    line << parameter.id() << ' ' << types.at(parameter.type()) << " '" << parameter.name << "' '"
+         << parameter.label << "' " << parameter.defaultValue << " [" << valid.min << ' '
+         << valid.max << "] [" << slider.min << ' ' << slider.max << "] " << parameter.precision
+         << (parameter.isPercent() ? " %" : "") << (parameter.definition.ui_flags != 0 ? " ui" : "")
+         << (parameter.definition.flags == PF_ParamFlag_SUPERVISE ? " supervised" : "");
+    for (const std::string& choice : parameter.choices) {
+        line << ", " << choice;
     }
-    for (std::size_t i = 0; i < kRows.size(); ++i) {
-        const Host::Parameter& parameter = parameters[i + 1];
-        const Row& row = kRows[i];
-        SCOPED_TRACE(row.name);
-        EXPECT_EQ(parameter.type(), row.type);
-        EXPECT_EQ(parameter.name, row.name);
-        EXPECT_EQ(parameter.defaultValue, row.byDefault);
-        EXPECT_EQ(parameter.valid.min, row.validMin);
-        EXPECT_EQ(parameter.valid.max, row.validMax);
-        EXPECT_EQ(parameter.slider.min, row.sliderMin);
-        EXPECT_EQ(parameter.slider.max, row.sliderMax);
-        EXPECT_EQ(parameter.definition.flags, row.flags);
-        EXPECT_EQ(parameter.definition.ui_flags, 0);
-    }
+    return line.str() + '\n';
 }
 
-TEST_F(Parameters, HaveTheFieldsThatTheTableDoesNotShow) {
-    const auto& parameters = mSession.parameters();
-    const auto field = [&](std::size_t index) -> const PF_ParamDefUnion& {
-        return parameters[index].definition.u;
-    };
-    EXPECT_EQ(parameters[1].choices, (std::vector<std::string>{"Square", "Triangle"}));
-    EXPECT_EQ(parameters[9].choices,
-              (std::vector<std::string>{"Linear", "Radial In", "Radial Out"}));
-    EXPECT_EQ(field(2).sd.value, 10);
-    EXPECT_EQ(field(3).fs_d.value, 1.0);
-    EXPECT_EQ(field(3).fs_d.valid_min, 0.01F);
-    EXPECT_EQ(field(3).fs_d.precision, 1);
-    EXPECT_EQ(field(3).fs_d.curve_tolerance, 0.05F);
-    for (const std::size_t percent : {4U, 7U, 10U}) {
-        EXPECT_EQ(field(percent).fd.valid_max, 0x640000);
-        EXPECT_EQ(field(percent).fd.precision, 1);
-        EXPECT_EQ(field(percent).fd.display_flags, PF_ValueDisplayFlag_PERCENT);
+TEST_F(Parameters, AreDeclaredAsListed) {
+    std::string listing;
+    for (const Host::Parameter& parameter : mSession.parameters()) {
+        listing += LineOf(parameter);
     }
-    EXPECT_EQ(parameters[12].type(), PF_Param_ANGLE);
-    EXPECT_EQ(parameters[12].name, "Direction");
-    EXPECT_EQ(parameters[12].defaultValue, 0.0);
-    EXPECT_EQ(parameters[13].type(), PF_Param_GROUP_START);
-    EXPECT_EQ(parameters[14].type(), PF_Param_GROUP_END);
-    EXPECT_EQ(parameters[15].type(), PF_Param_CHECKBOX);
-    EXPECT_EQ(parameters[15].name, "");
-    EXPECT_EQ(parameters[15].label, "Use Alpha");
-    EXPECT_EQ(parameters[15].defaultValue, 1.0);
-    EXPECT_EQ(parameters[15].definition.flags, PF_ParamFlag_SUPERVISE);
+    EXPECT_EQ(listing, R"(0 layer '' '' 0 [0 0] [0 0] 0
+1 popup 'Shape Type' '' 1 [1 2] [1 2] 0, Square, Triangle
+2 slider 'Size' '' 10 [2 3000] [2 500] 0
+3 float 'Ratio' '' 1 [0.01 10] [0.01 10] 1
+4 fixed 'Size Random' '' 0 [0 100] [0 100] 1 %
+5 slider 'Size Level' '' 3 [1 5] [1 5] 0
+6 slider 'Size Random Seed' '' 0 [0 5000] [0 5000] 0
+7 fixed 'Dissolve' '' 0 [0 100] [0 100] 1 %
+8 slider 'Dissolve Random Seed' '' 0 [0 5000] [0 5000] 0
+9 popup 'Transition Type' '' 1 [1 3] [1 3] 0 supervised, Linear, Radial In, Radial Out
+10 fixed 'Transition Progress' '' 0 [0 100] [0 100] 1 %
+11 slider 'Feather' '' 250 [0 5000] [0 500] 0
+12 angle 'Direction' '' 0 [-32768 32767] [-32768 32767] 1
+13 group '' '' 0 [0 0] [0 0] 0
+14 group end '' '' 0 [0 0] [0 0] 0
+15 checkbox '' 'Use Alpha' 1 [0 1] [0 1] 0 supervised
+)");
+    EXPECT_EQ(mSession.outData().num_params, 16);
+    const PF_ParamDefUnion& ratio = mSession.parameters()[3].definition.u;
+    EXPECT_EQ(ratio.fs_d.value, 1.0);
+    EXPECT_EQ(ratio.fs_d.curve_tolerance, 0.05F);
+    EXPECT_EQ(mSession.parameters()[2].definition.u.sd.value, 10);
 }
 
 } // namespace

@@ -1,10 +1,8 @@
 #include "Tests/Effect/ThreadedLife.h"
 #include "Tests/Support/LiveGLObjects.h"
 
-#include <fstream>
 #include <map>
 #include <string>
-#include <unistd.h>
 
 namespace Kerovane::TestSupport {
 
@@ -13,15 +11,6 @@ namespace {
 class Repeats : public EveryModule {};
 
 TEST_EVERY_MODULE(Repeats);
-
-/// This process's memory in use, in bytes.
-long ResidentBytes() {
-    std::ifstream file("/proc/self/statm");
-    long total = 0;
-    long resident = 0;
-    file >> total >> resident;
-    return resident * sysconf(_SC_PAGESIZE);
-}
 
 TEST_P(Repeats, LeaveNoGLObjectsBehindWhateverChanges) {
     const LiveGLObjects live;
@@ -32,8 +21,7 @@ TEST_P(Repeats, LeaveNoGLObjectsBehindWhateverChanges) {
                     set("Shape Type", shape);
                     set("Transition Type", transition);
                     set("Feather", feather);
-                    for (const Host::Depth depth :
-                         {Host::Depth::Bits8, Host::Depth::Bits16, Host::Depth::Float32}) {
+                    for (const Host::Depth depth : kDepths) {
                         rendered(Host::World(depth, 24, 16));
                     }
                     rendered(Host::World(Host::Depth::Bits8, 8, 16));
@@ -66,9 +54,9 @@ TEST_P(Repeats, LetMemoryAloneOverAThousandFrames) {
         }
     };
     frames(200);
-    const long before = ResidentBytes();
+    const std::size_t before = ResidentBytes();
     frames(1000);
-    EXPECT_LT(ResidentBytes() - before, 1 << 20) << "less than a kilobyte a frame";
+    EXPECT_LT(ResidentBytes(), before + (1U << 20U)) << "less than a kilobyte a frame";
 }
 
 class RepeatsOnThreads : public ThreadedLife {};
@@ -81,23 +69,6 @@ TEST_P(RepeatsOnThreads, GiveTheSamePicturesInAHostWithoutAContext) {
 
 TEST_P(RepeatsOnThreads, GiveTheSamePicturesInAHostWithContexts) {
     expectSamePictures(EnterEglHost);
-}
-
-class Loads : public testing::TestWithParam<Module> {};
-
-TEST_EVERY_MODULE(Loads);
-
-TEST_P(Loads, CanFollowEachOther) {
-    for (int load = 0; load < 3; ++load) {
-        Host::EffectSession session(GetParam().file);
-        EXPECT_EQ(session.call(PF_Cmd_GLOBAL_SETUP), PF_Err_NONE);
-        EXPECT_EQ(session.call(PF_Cmd_PARAMS_SETUP), PF_Err_NONE);
-        const Host::World input = SmoothPicture(8, 8, true);
-        Host::World output(Host::Depth::Bits8, 8, 8);
-        EXPECT_EQ(session.render(input, output), PF_Err_NONE);
-        EXPECT_EQ(PixelOf(output, 4, 4).alpha, 255);
-        EXPECT_EQ(session.call(PF_Cmd_GLOBAL_SETDOWN), PF_Err_NONE);
-    }
 }
 
 } // namespace

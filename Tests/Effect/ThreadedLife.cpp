@@ -61,8 +61,9 @@ HostPresence EnterEglHost() {
 }
 
 void ThreadedLife::expectSamePictures(const EnterHost& enter) {
-    const Host::World inputs[] = {SmoothPicture(80, 60, false), SmoothPicture(33, 70, true)};
-    const Host::World expected[] = {rendered(inputs[0]), rendered(inputs[1])};
+    const Host::World inputs[] = {SmoothPicture(33, 60, true), SmoothPicture(80, 60, false),
+                                  SmoothPicture(33, 70, true)};
+    const Host::World expected[] = {rendered(inputs[0]), rendered(inputs[1]), rendered(inputs[2])};
     globalSetdown();
     const int contextsBefore = EglContexts::live();
     const LiveGLObjects live;
@@ -79,7 +80,7 @@ void ThreadedLife::expectSamePictures(const EnterHost& enter) {
                     thread = std::make_unique<HostThread>(enter);
                 }
                 thread->run([&, this] {
-                    for (const std::size_t picture : {turn % 2, turn % 3 % 2}) {
+                    for (const std::size_t picture : {turn % 3, (turn + 1) % 3}) {
                         EXPECT_TRUE(SamePixels(rendered(inputs[picture]), expected[picture]))
                             << "turn " << turn << " of life " << life;
                     }

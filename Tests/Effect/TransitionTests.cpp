@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <functional>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace Kerovane::TestSupport {
@@ -83,7 +85,7 @@ TEST_P(Removal, StartsWithAllCellsAndEndsWithNone) {
     }
 }
 
-TEST_P(Removal, TreatsACellAtThePicturesCentreByItself) {
+TEST_P(Removal, CellAtTheCentreGoesFirstOrLast) {
     const Host::World input = SmoothPicture(150, 90, true);
     const auto keeps = [&](Transition transition, int percent, int x, int y) {
         setTransition(transition, 0);
@@ -97,11 +99,7 @@ TEST_P(Removal, TreatsACellAtThePicturesCentreByItself) {
 }
 
 TEST_P(Removal, NeverBringsACellBack) {
-    struct Case {
-        std::string parameter;
-        Transition transition;
-        int feather;
-    } const kCases[] = {
+    const std::tuple<std::string, Transition, int> cases[] = {
         {"Dissolve", Transition::Linear, 0},
         {"Transition Progress", Transition::Linear, 0},
         {"Transition Progress", Transition::Linear, 60},
@@ -111,7 +109,7 @@ TEST_P(Removal, NeverBringsACellBack) {
         {"Transition Progress", Transition::RadialOut, 60},
     };
     set("Direction", 30);
-    for (const auto& [parameter, transition, feather] : kCases) {
+    for (const auto& [parameter, transition, feather] : cases) {
         setTransition(transition, feather);
         std::vector<bool> before(kAll, true);
         int steps = 0;
@@ -130,34 +128,30 @@ TEST_P(Removal, NeverBringsACellBack) {
     }
 }
 
-TEST_P(Removal, SweepsInThePlainFormExactlyWhereGeometryHasIt) {
-    for (const double direction : {0.0, 45.0, 90.0, 135.0, 180.0, 225.0, 270.0, 300.0, -90.0}) {
+TEST_P(Removal, SharpSweepsMatchGeometry) {
+    for (const double direction :
+         {0.0, 45.0, 90.0, 135.0, 180.0, 225.0, 270.0, 300.0, -90.0, 360.0, 450.0, -720.5}) {
         set("Direction", direction);
         for (const double percent : {20.0, 50.0, 80.0}) {
             set("Transition Progress", percent);
             const double progress = percent / 100.0;
-            struct {
-                Transition transition;
-                std::function<bool(const Point&)> isKept;
-                std::function<double(const Point&)> place;
-            } const kCases[] = {
+            // Where a cell's centre lies, less how far the sweep has come.
+            using Place = std::function<double(const Point&)>;
+            const std::pair<Transition, Place> cases[] = {
                 {Transition::Linear,
-                 [&](const Point& p) { return LinearPlace(p, kPicture, direction) > progress; },
                  [&](const Point& p) { return LinearPlace(p, kPicture, direction) - progress; }},
                 {Transition::RadialOut,
-                 [&](const Point& p) { return RadialPlace(p, kPicture) > progress; },
                  [&](const Point& p) { return RadialPlace(p, kPicture) - progress; }},
                 {Transition::RadialIn,
-                 [&](const Point& p) { return RadialPlace(p, kPicture) <= 1.0 - progress; },
-                 [&](const Point& p) { return RadialPlace(p, kPicture) - (1.0 - progress); }},
+                 [&](const Point& p) { return 1.0 - progress - RadialPlace(p, kPicture); }},
             };
-            for (const auto& [transition, isKept, place] : kCases) {
+            for (const auto& [transition, place] : cases) {
                 setTransition(transition, 0);
                 const std::vector<bool> kept = keptCells();
                 for (std::size_t cell = 0; cell < kept.size(); ++cell) {
-                    const Point centre = CentreOf(cell);
-                    if (std::abs(place(centre)) > 1e-5) {
-                        EXPECT_EQ(kept[cell], isKept(centre))
+                    const double ahead = place(CentreOf(cell));
+                    if (std::abs(ahead) > 1e-5) {
+                        EXPECT_EQ(kept[cell], ahead > 0)
                             << static_cast<int>(transition) << " at " << direction << " degrees, "
                             << percent << " %, cell " << cell;
                     }
@@ -194,7 +188,7 @@ TEST_P(Removal, FraysTheEdgeOverTheFeatherAndNoFurther) {
     EXPECT_EQ(ragged, 3);
 }
 
-TEST_P(Removal, OfAShareOfCellsHangsOnItsSeed) {
+TEST_P(Removal, DissolvedShareDependsOnItsSeed) {
     set("Dissolve", 50);
     const std::vector<bool> kept = keptCells();
     EXPECT_NEAR(static_cast<double>(std::ranges::count(kept, true)), kAll / 2.0, kAll * 0.15);
@@ -204,7 +198,7 @@ TEST_P(Removal, OfAShareOfCellsHangsOnItsSeed) {
     EXPECT_NE(keptCells(), kept);
 }
 
-TEST_P(Removal, ShowsThePictureWhereAlphaIsNotUsed) {
+TEST_P(Removal, ShowsThePictureIfAlphaIsNotUsed) {
     set("Use Alpha", 0);
     set("Dissolve", 100);
     EXPECT_LE(LargestDifference(rendered(mInput), mInput), 1);
@@ -224,7 +218,7 @@ TEST_P(Removal, ShowsThePictureWhereAlphaIsNotUsed) {
     }
 }
 
-TEST_P(Removal, TakesThePlainFormWhereTheFeatherIsBelowAPixel) {
+TEST_P(Removal, FeatherBelowAPixelIsASharpEdge) {
     set("Direction", 20);
     set("Transition Progress", 50);
     setTransition(Transition::Linear, 0);

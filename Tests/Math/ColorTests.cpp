@@ -5,12 +5,8 @@
 namespace Kerovane::Tesselune {
 
 TEST(ColorText, ReadsItsFourFormsAndLeavesWhiteForTheRest) {
-    struct Case {
-        const char* text;
-        Color color;
-    };
     constexpr Color kWhite(1.0, 1.0, 1.0, 1.0);
-    const Case cases[] = {
+    const Table<std::string, Color> cases = {
         {"#FFF", kWhite},
         {"#000", {0.0, 0.0, 0.0, 1.0}},
         {"#f0a", {1.0, 0.0, 10.0F / 15.0F, 1.0}},
@@ -29,7 +25,7 @@ TEST(ColorText, ReadsItsFourFormsAndLeavesWhiteForTheRest) {
         {"", kWhite},
     };
     for (const auto& [text, color] : cases) {
-        EXPECT_TRUE(same(Color(std::string(text)), color)) << '"' << text << '"';
+        EXPECT_SAME(Color(text), color) << text;
     }
 }
 
@@ -41,11 +37,7 @@ TEST(ColorText, RaisesWhatTheNumberReaderRaises) {
 }
 
 TEST(ColorText, WritesCutAndUnpaddedDigits) {
-    struct Case {
-        Color color;
-        const char* text;
-    };
-    constexpr Case kCases[] = {
+    const Table<Color, std::string> cases = {
         {{1.0, 1.0, 1.0, 1.0}, "#FFFFFF"},
         {{0.0, 0.0, 0.0, 1.0}, "#000"},
         {{1.0, 0.5, 0.0, 1.0}, "#FF7F0"},
@@ -54,25 +46,24 @@ TEST(ColorText, WritesCutAndUnpaddedDigits) {
         {{2.0, -1.0, 0.0625, 1.5}, "#FF0F"}, // clamped, and so opaque
         {{kNaN, 1e300, -1e300, 0.999}, "#FE0FF0"},
     };
-    for (const auto& [color, text] : kCases) {
+    for (const auto& [color, text] : cases) {
         EXPECT_EQ(color.toHexString(), text);
     }
 }
 
 TEST(ColorPacked, HoldsAlphaHighestInSinglePrecision) {
     const Color color(0x80402010U);
-    EXPECT_TRUE(
-        same(color, Color(64.0F / 255.0F, 32.0F / 255.0F, 16.0F / 255.0F, 128.0F / 255.0F)));
+    EXPECT_SAME(color, Color(64.0F / 255.0F, 32.0F / 255.0F, 16.0F / 255.0F, 128.0F / 255.0F));
     EXPECT_EQ(color.a(), 0.501960813999176025390625);
-    EXPECT_TRUE(same(color, Color(std::string("#80402010"))));
-    EXPECT_TRUE(same(Color(0xFFFFFFFFU), Color()));
+    EXPECT_SAME(color, Color(std::string("#80402010")));
+    EXPECT_SAME(Color(0xFFFFFFFFU), Color());
 }
 
 TEST(ColorNil, IsAnyChannelBelowZeroAndEqualsEveryNil) {
     Color nil;
     EXPECT_FALSE(nil.isNil());
     nil.setNil();
-    EXPECT_TRUE(same(nil, Color(-1.0, -1.0, -1.0, -1.0)));
+    EXPECT_SAME(nil, Color(-1.0, -1.0, -1.0, -1.0));
     const Color nils[] = {{-0.5, 1.0, 1.0, 1.0},
                           {1.0, -0.5, 1.0, 1.0},
                           {1.0, 1.0, -0.5, 1.0},
@@ -80,8 +71,7 @@ TEST(ColorNil, IsAnyChannelBelowZeroAndEqualsEveryNil) {
     for (const Color& color : nils) {
         EXPECT_TRUE(color.isNil() && color == nil && nil.equal(color));
     }
-    EXPECT_TRUE(nil != Color());
-    EXPECT_FALSE(Color(-0.0, 0.0, 0.0, 0.0).isNil());
+    EXPECT_TRUE(nil != Color() && !Color(-0.0, 0.0, 0.0, 0.0).isNil());
     // A nil colour within the tolerance of another colour is equal to it, too.
     EXPECT_TRUE(Color(1.0, 1.0, 1.0, -1e-13) == Color(1.0, 1.0, 1.0, 0.0));
 }
@@ -89,18 +79,18 @@ TEST(ColorNil, IsAnyChannelBelowZeroAndEqualsEveryNil) {
 TEST(ColorArithmetic, TakesInAlphaAndDoesNotClamp) {
     constexpr Color a(0.5, 1.0, 2.0, 0.25);
     constexpr Color b(0.25, 0.5, -1.0, 1.0);
-    EXPECT_TRUE(same(a + b, Color(0.75, 1.5, 1.0, 1.25)));
-    EXPECT_TRUE(same(a - b, Color(0.25, 0.5, 3.0, -0.75)));
-    EXPECT_TRUE(same(a * b, Color(0.125, 0.5, -2.0, 0.25)));
-    EXPECT_TRUE(same(a * 2.0, Color(1.0, 2.0, 4.0, 0.5)));
+    EXPECT_SAME(a + b, Color(0.75, 1.5, 1.0, 1.25));
+    EXPECT_SAME(a - b, Color(0.25, 0.5, 3.0, -0.75));
+    EXPECT_SAME(a * b, Color(0.125, 0.5, -2.0, 0.25));
+    EXPECT_SAME(a * 2.0, Color(1.0, 2.0, 4.0, 0.5));
 }
 
 TEST(ColorLerp, ClampsAndWeighsTheFirstInSinglePrecision) {
     constexpr Color a(1.0, 0.5, 0.25, 1.0);
     constexpr Color b(0.0, 0.25, 1.0, 0.5);
-    EXPECT_TRUE(same(Color::lerp(a, b, 2.0), b));
-    EXPECT_TRUE(same(Color::lerp(a, b, -1.0), a));
-    EXPECT_TRUE(same(Color::lerp(a, b, 0.5), (a + b) * 0.5));
+    EXPECT_SAME(Color::lerp(a, b, 2.0), b);
+    EXPECT_SAME(Color::lerp(a, b, -1.0), a);
+    EXPECT_SAME(Color::lerp(a, b, 0.5), (a + b) * 0.5);
     EXPECT_EQ(Color::lerp(a, b, 0.1).r(), static_cast<double>(0.9F));
     EXPECT_EQ(Color::lerp(b, a, 0.1).r(), 0.1);
 }

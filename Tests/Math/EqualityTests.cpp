@@ -1,7 +1,5 @@
 #include "Tests/Math/MathTest.h"
 
-#include <bit>
-
 namespace Kerovane::Tesselune {
 
 template <typename Value>
@@ -11,12 +9,13 @@ using ComparedByNumber = testing::Types<Vec2, Vec3, Mat4, Affine, Rect, Box3, Co
 TYPED_TEST_SUITE(EqualityTest, ComparedByNumber);
 
 TYPED_TEST(EqualityTest, ToleratesTheLibrarysEpsilonInEachNumber) {
-    std::array<double, sizeof(TypeParam) / sizeof(double)> stored{};
+    NumbersOf<TypeParam> stored{};
     const auto zero = std::bit_cast<TypeParam>(stored);
     for (double& number : stored) {
         for (const double beyond : {1.1e-12, -1.1e-12}) {
             number = beyond;
-            EXPECT_TRUE(std::bit_cast<TypeParam>(stored) != zero) << &number - stored.data();
+            const auto value = std::bit_cast<TypeParam>(stored);
+            EXPECT_TRUE(value != zero && zero != value) << &number - stored.data();
         }
         // Left so for the next numbers: by distance these would add up.
         for (const double within : {1e-12, -1e-12}) {
@@ -33,12 +32,23 @@ TEST(Equality, OfVec4IsByDistanceAndStrict) {
 }
 
 TEST(Equality, TakesATolerance) {
-    EXPECT_TRUE(Vec2(0.5, -0.5).equal(Vec2(), 0.5));
-    EXPECT_FALSE(Vec2(0.5, -0.6).equal(Vec2(), 0.5));
+    EXPECT_TRUE(Vec2(0.5, -0.5).equal(Vec2(), 0.5) && !Vec2(0.5, -0.6).equal(Vec2(), 0.5));
     EXPECT_TRUE(Vec3(0.5, -0.5, 0.5).equal(Vec3(), 0.5));
     EXPECT_FALSE(Vec3(0.5, -0.5, 0.6).equal(Vec3(), 0.5));
     EXPECT_FALSE(Vec4(0.5, 0.0, 0.0, 0.0).equal(Vec4(), 0.5));
-    EXPECT_TRUE(Vec4(0.49, 0.0, 0.0, 0.0).equal(Vec4(), 0.5));
+}
+
+TEST(Equality, OfEulerAnglesIncludesTheOrder) {
+    const Euler e(1.0, 2.0, 3.0, Euler::OrderXYZ);
+    EXPECT_TRUE(e == Euler(1.0, 2.0 + 9e-13, 3.0, Euler::OrderXYZ));
+    EXPECT_TRUE(e != Euler(1.0, 2.0, 3.0 + 2e-12, Euler::OrderXYZ));
+    EXPECT_TRUE(e != Euler(1.0, 2.0, 3.0, Euler::OrderYZX));
+}
+
+TEST(Equality, OfQuaternionsIsExact) {
+    const Quaternion q(1.0, 2.0, 3.0, 4.0);
+    EXPECT_TRUE(q == Quaternion(1.0, 2.0, 3.0, 4.0));
+    EXPECT_TRUE(q != Quaternion(1.0, std::nextafter(2.0, 9.0), 3.0, 4.0));
 }
 
 } // namespace Kerovane::Tesselune

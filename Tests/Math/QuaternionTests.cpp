@@ -22,120 +22,85 @@ Quaternion angleAxis(double angle, const Vec3& axis) {
 
 } // namespace
 
-TEST(QuaternionConstruction, TakesNumbersAxisOrArray) {
-    EXPECT_TRUE(same(Quaternion(), Quaternion(0.0, 0.0, 0.0, 1.0)));
-    EXPECT_TRUE(same(Quaternion(5.0, 6.0, 7.0), Quaternion(5.0, 6.0, 7.0, 1.0)));
-    Quaternion q(1.0, 2.0, 3.0, 4.0);
-    q.set(5.0, 6.0, 7.0);
-    EXPECT_TRUE(same(q, Quaternion(5.0, 6.0, 7.0, 4.0)));
-    double array[6] = {};
-    q.toArray(array, 2);
-    EXPECT_EQ(Numbers(std::begin(array), std::end(array)), (Numbers{0.0, 0.0, 5.0, 6.0, 7.0, 4.0}));
-    q.setWithArray(array, 1);
-    EXPECT_TRUE(same(q, Quaternion(0.0, 5.0, 6.0, 7.0)));
-
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+TEST(QuaternionConstruction, TakesNumbersOrAnAxis) {
+    Quaternion q(5.0, 6.0, 7.0);
+    EXPECT_SAME(q, Quaternion(5.0, 6.0, 7.0, 1.0));
+    q.w = 4.0;
+    q.set(1.0, 2.0, 3.0);
+    EXPECT_SAME(q, Quaternion(1.0, 2.0, 3.0, 4.0));
+    for (Random& random : trials()) {
         const double angle = random.number();
         const Vec3 axis = random.direction();
-        EXPECT_TRUE(near(Quaternion(axis, angle), angleAxis(angle, axis)));
+        EXPECT_CLOSE(Quaternion(axis, angle), angleAxis(angle, axis));
         q.set(axis * random.number(0.1, 9.0), angle);
-        EXPECT_TRUE(near(q, angleAxis(angle, axis)));
+        EXPECT_CLOSE(q, angleAxis(angle, axis));
     }
     const Quaternion unscaled(Vec3(2.0, 0.0, 0.0), kPi);
     EXPECT_EQ(unscaled.x, 2.0);
     q.set(Vec3(), 0.5);
-    EXPECT_TRUE(same(q, Quaternion(Vec3(1.0, 0.0, 0.0), 0.5)));
-}
-
-TEST(QuaternionComparison, IsExact) {
-    const Quaternion q(1.0, 2.0, 3.0, 4.0);
-    EXPECT_TRUE(q == Quaternion(1.0, 2.0, 3.0, 4.0));
-    for (double Quaternion::*part :
-         {&Quaternion::x, &Quaternion::y, &Quaternion::z, &Quaternion::w}) {
-        Quaternion other = q;
-        other.*part = std::nextafter(q.*part, 9.0);
-        EXPECT_TRUE(other != q);
-        other.*part = kNaN;
-        EXPECT_TRUE(other != other);
-    }
+    EXPECT_SAME(q, Quaternion(Vec3(1.0, 0.0, 0.0), 0.5));
 }
 
 TEST(QuaternionProduct, AgreesWithEigenInBothOrders) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Quaternion a = random.rotation();
         const Quaternion b = random.rotation();
         const Quaternion expected = toQuaternion(toEigen(a) * toEigen(b));
-        EXPECT_TRUE(near(after(a, [&](Quaternion& q) { q.multiply(b); }), expected));
-        EXPECT_TRUE(near(after(b, [&](Quaternion& q) { q.premultiply(a); }), expected));
-        EXPECT_TRUE(near(after(a, [&](Quaternion& q) { q.multiplyQuaternions(q, b); }), expected));
+        EXPECT_CLOSE(after(a, [&](Quaternion& q) { q.multiply(b); }), expected);
+        EXPECT_CLOSE(after(b, [&](Quaternion& q) { q.premultiply(a); }), expected);
+        EXPECT_CLOSE(after(a, [&](Quaternion& q) { q.multiplyQuaternions(q, b); }), expected);
 
         const Vec3 v = random.vec3();
-        EXPECT_TRUE(near(Quaternion::quaternionMulVec3(a, v), toVec3(toEigen(a) * toEigen(v))));
+        EXPECT_CLOSE(Quaternion::quaternionMulVec3(a, v), toVec3(toEigen(a) * toEigen(v)));
     }
-    EXPECT_TRUE(same(after(Quaternion(0.0, 0.0, 1.0, 0.0), [](Quaternion& q) { q.multiply(q); }),
-                     Quaternion(0.0, 0.0, 0.0, -1.0)));
+    EXPECT_SAME(after(Quaternion(0.0, 0.0, 1.0, 0.0), [](Quaternion& q) { q.multiply(q); }),
+                Quaternion(0.0, 0.0, 0.0, -1.0));
 }
 
 TEST(QuaternionLength, BecomesOneAndZeroBecomesTheIdentity) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
-        const Quaternion q(random.number(), random.number(), random.number(), random.number());
+    for (Random& random : trials()) {
+        const auto q = random.any<Quaternion>();
         EXPECT_DOUBLE_EQ(q.lengthSq(), toEigen(q).squaredNorm());
         EXPECT_DOUBLE_EQ(q.length(), toEigen(q).norm());
-        Quaternion unit = q;
-        unit.normalize();
-        EXPECT_TRUE(near(unit, toQuaternion(toEigen(q).normalized())));
-        Quaternion inverse = q;
-        inverse.setInverse();
-        EXPECT_TRUE(near(inverse, toQuaternion(toEigen(q).conjugate().normalized())));
+        const Quaternion unit = after(q, [](Quaternion& v) { v.normalize(); });
+        EXPECT_CLOSE(unit, toQuaternion(toEigen(q).normalized()));
+        Quaternion inverse = after(q, [](Quaternion& v) { v.setInverse(); });
         inverse.multiply(unit);
-        EXPECT_TRUE(near(inverse, Quaternion()));
+        EXPECT_CLOSE(inverse, Quaternion());
     }
     Quaternion zero(0.0, 0.0, 0.0, 0.0);
     zero.normalize();
-    EXPECT_TRUE(same(zero, Quaternion()));
-    Quaternion q(1.0, 2.0, 3.0, 4.0);
-    q.conjugate();
-    EXPECT_TRUE(same(q, Quaternion(-1.0, -2.0, -3.0, 4.0)));
+    EXPECT_SAME(zero, Quaternion());
 }
 
-TEST(QuaternionAngle, ComesInDegreesThoughItWentInInRadians) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+TEST(QuaternionAngle, IsInDegrees) {
+    for (Random& random : trials()) {
         const Vec3 axis = random.direction();
         const double angle = random.number(0.1, 6.1);
         const Quaternion q(axis, angle);
         EXPECT_NEAR(q.getRotationAngle(), angle * 180.0 / kPi, 1e-10);
-        EXPECT_TRUE(near(q.getRotationAxis(), axis, 1e-10));
+        EXPECT_CLOSE(q.getRotationAxis(), axis, 1e-10);
         EXPECT_NEAR(Quaternion(axis, kPi).getRotationAngle(), 180.0, 1e-12);
     }
     EXPECT_TRUE(std::isnan(Quaternion(0.0, 0.0, 0.0, 1.1).getRotationAngle()));
-    EXPECT_TRUE(same(Quaternion().getRotationAxis(), Vec3(0.0, 0.0, 1.0)));
+    EXPECT_SAME(Quaternion().getRotationAxis(), Vec3(0.0, 0.0, 1.0));
     // 1 - w w is 2.25e-12 for the greater angle and 0.25e-12 for the smaller.
-    EXPECT_TRUE(
-        near(Quaternion(Vec3(1.0, 0.0, 0.0), 3e-6).getRotationAxis(), Vec3(1.0, 0.0, 0.0), 1e-3));
-    EXPECT_TRUE(same(Quaternion(Vec3(1.0, 0.0, 0.0), 1e-6).getRotationAxis(), Vec3(0.0, 0.0, 1.0)));
+    EXPECT_CLOSE(Quaternion(Vec3(1.0, 0.0, 0.0), 3e-6).getRotationAxis(), Vec3(1.0, 0.0, 0.0),
+                 1e-3);
+    EXPECT_SAME(Quaternion(Vec3(1.0, 0.0, 0.0), 1e-6).getRotationAxis(), Vec3(0.0, 0.0, 1.0));
 }
 
 TEST(QuaternionFromMatrix, TakesTheBranchOfTheLargestPart) {
     enum Branch { FromTrace, FromX, FromY, FromZ };
-    struct Case {
-        double angle;
-        Vec3 axis;
-        Branch branch;
+    const Table<double, Vec3, Branch> cases = {
+        {0.5, {1.0, 2.0, 3.0}, FromTrace}, {2.0, {-1.0, 0.0, 0.0}, FromTrace},
+        {3.0, {5.0, 1.0, 2.0}, FromX},     {-3.0, {5.0, -1.0, 2.0}, FromX},
+        {3.0, {1.0, 5.0, 2.0}, FromY},     {-3.0, {1.0, 5.0, -2.0}, FromY},
+        {3.0, {1.0, 2.0, 5.0}, FromZ},     {-3.0, {-1.0, 2.0, 5.0}, FromZ},
+        {kPi, {1.0, 0.0, 0.0}, FromX},     {kPi, {0.0, 1.0, 0.0}, FromY},
+        {kPi, {0.0, 0.0, 1.0}, FromZ},
     };
-    constexpr double kHalfTurn = kPi;
-    constexpr Case kCases[] = {
-        {0.5, {1.0, 2.0, 3.0}, FromTrace},   {2.0, {-1.0, 0.0, 0.0}, FromTrace},
-        {3.0, {5.0, 1.0, 2.0}, FromX},       {-3.0, {5.0, -1.0, 2.0}, FromX},
-        {3.0, {1.0, 5.0, 2.0}, FromY},       {-3.0, {1.0, 5.0, -2.0}, FromY},
-        {3.0, {1.0, 2.0, 5.0}, FromZ},       {-3.0, {-1.0, 2.0, 5.0}, FromZ},
-        {kHalfTurn, {1.0, 0.0, 0.0}, FromX}, {kHalfTurn, {0.0, 1.0, 0.0}, FromY},
-        {kHalfTurn, {0.0, 0.0, 1.0}, FromZ},
-    };
-    for (const auto& [angle, axis, branch] : kCases) {
+    for (const auto& [angle, axis, branch] : cases) {
         const Eigen::Matrix3d rotation =
             Eigen::AngleAxisd(angle, toEigen(axis).normalized()).toRotationMatrix();
         Eigen::Index largest = 0;
@@ -152,12 +117,8 @@ TEST(QuaternionFromMatrix, TakesTheBranchOfTheLargestPart) {
 
 TEST(QuaternionFromMatrix, BreaksTiesTowardsTheLaterAxis) {
     // Half turns about diagonals, whose traces are exactly -1: two diagonal elements are equal.
-    struct Case {
-        Mat4 m;
-        Quaternion q;
-    };
     const double half = std::sqrt(0.5);
-    const Case cases[] = {
+    const Table<Mat4, Quaternion> cases = {
         {{0, -1, 0, 0, -1, 0, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1, false}, {-half, half, 0.0, 0.0}},
         {{0, 0, -1, 0, 0, -1, 0, 0, -1, 0, 0, 0, 0, 0, 0, 1, false}, {-half, 0.0, half, 0.0}},
         {{-1, 0, 0, 0, 0, 0, -1, 0, 0, -1, 0, 0, 0, 0, 0, 1, false}, {0.0, -half, half, 0.0}},
@@ -166,44 +127,38 @@ TEST(QuaternionFromMatrix, BreaksTiesTowardsTheLaterAxis) {
         ASSERT_EQ(m.at(0, 0) + m.at(1, 1) + m.at(2, 2), -1.0);
         Quaternion q;
         q.setWithMat4(m);
-        EXPECT_TRUE(near(q, expected)) << "the sign tells the branch";
+        EXPECT_CLOSE(q, expected) << "the sign tells the branch";
     }
 }
 
 TEST(QuaternionFromDirections, TurnsTheOneIntoTheOtherTheShortestWay) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Vec3 from = random.direction();
         const Vec3 to = random.direction();
         const Quaternion q(from, to);
-        EXPECT_TRUE(near(Quaternion::quaternionMulVec3(q, from), to, 1e-11));
+        EXPECT_CLOSE(Quaternion::quaternionMulVec3(q, from), to, 1e-11);
         EXPECT_NEAR(q.getRotationAngle() * kPi / 180.0, from.angleBetween(to), 1e-7);
     }
 }
 
 TEST(QuaternionFromDirections, MakesAHalfTurnBetweenOpposites) {
-    struct Case {
-        Vec3 from;
-        Vec3 axis;
-    };
-    constexpr Case kCases[] = {
+    const Table<Vec3, Vec3> cases = {
         {{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}}, // |x| > |z|
         {{0.8, 0.6, 0.0}, {-0.6, 0.8, 0.0}},
         {{0.0, 0.0, 1.0}, {0.0, -1.0, 0.0}}, // |x| <= |z|
         {{0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}},  // both 0
     };
-    for (const auto& [from, axis] : kCases) {
+    for (const auto& [from, axis] : cases) {
         const Quaternion q(from, from.negate());
-        EXPECT_TRUE(near(q, Quaternion(axis.x, axis.y, axis.z, 0.0)));
+        EXPECT_CLOSE(q, Quaternion(axis.x, axis.y, axis.z, 0.0));
         EXPECT_EQ(q.w, 0.0);
         EXPECT_NEAR(axis.dot(from), 0.0, 1e-15);
     }
 }
 
 TEST(QuaternionSlerp, FollowsTheShorterArcLikeEigen) {
-    Random random;
     int oppositeCount = 0;
-    for (int i = 0; i < kTrials; ++i) {
+    for (Random& random : trials()) {
         const Quaternion a = random.rotation();
         const Quaternion b = random.rotation();
         const double t = random.number(0.0, 1.0);
@@ -212,21 +167,16 @@ TEST(QuaternionSlerp, FollowsTheShorterArcLikeEigen) {
         oppositeCount += a.dot(b) < 0.0 ? 1 : 0;
         EXPECT_TRUE(sameRotation(q, toQuaternion(toEigen(a).slerp(t, toEigen(b)))));
         EXPECT_GE(q.dot(a), 0.0) << "on the side of the start";
-        EXPECT_TRUE(same(Quaternion::lerp(a, b, t), q));
+        EXPECT_SAME(Quaternion::lerp(a, b, t), q);
     }
     EXPECT_GT(oppositeCount, 0);
 }
 
-TEST(QuaternionSlerp, HasExactEndsAndStaysWhereBothAreOne) {
+TEST(QuaternionSlerp, HasExactEndsAndStaysIfBothAreOne) {
     Random random;
     const Quaternion a(0.0, 0.6, 0.0, 0.8);
     const Quaternion b = random.rotation();
-    struct Case {
-        Quaternion to;
-        double t;
-        Quaternion result;
-    };
-    const Case cases[] = {
+    const Table<Quaternion, double, Quaternion> cases = {
         {b, 0.0, a},
         {b, 1.0, b},
         {negated(a), 1.0, negated(a)},
@@ -239,28 +189,26 @@ TEST(QuaternionSlerp, HasExactEndsAndStaysWhereBothAreOne) {
     for (const auto& [to, t, result] : cases) {
         Quaternion q = a;
         q.slerp(to, t);
-        EXPECT_TRUE(same(q, result)) << "t " << t;
+        EXPECT_SAME(q, result) << "t " << t;
     }
-    EXPECT_TRUE(same(Quaternion::lerp(b, b, 0.3), b));
+    EXPECT_SAME(Quaternion::lerp(b, b, 0.3), b);
 }
 
 TEST(QuaternionSlerp, TakesTheMeanBetweenNearRotationsWhateverT) {
     const auto aboutZ = [](double halfAngle) {
         return Quaternion(0.0, 0.0, std::sin(halfAngle), std::cos(halfAngle));
     };
+    const auto moved = [](const Quaternion& to) {
+        return after(Quaternion(), [&](Quaternion& q) { q.slerp(to, 0.25); });
+    };
     const Quaternion close = aboutZ(0.0009);
     const Quaternion distant = aboutZ(0.0011);
     ASSERT_LT(std::sqrt(1.0 - close.w * close.w), 0.001);
     ASSERT_GT(std::sqrt(1.0 - distant.w * distant.w), 0.001);
-    Quaternion q;
-    q.slerp(close, 0.25);
-    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, close.z * 0.5, (1.0 + close.w) * 0.5)));
-    q = Quaternion();
-    q.slerp(negated(close), 0.25);
-    EXPECT_TRUE(same(q, Quaternion(0.0, 0.0, close.z * 0.5, (1.0 + close.w) * 0.5)));
-    q = Quaternion();
-    q.slerp(distant, 0.25);
-    EXPECT_TRUE(near(q, aboutZ(0.25 * 0.0011)));
+    const Quaternion mean(0.0, 0.0, close.z * 0.5, (1.0 + close.w) * 0.5);
+    EXPECT_SAME(moved(close), mean);
+    EXPECT_SAME(moved(negated(close)), mean);
+    EXPECT_CLOSE(moved(distant), aboutZ(0.25 * 0.0011));
 }
 
 } // namespace Kerovane::Tesselune

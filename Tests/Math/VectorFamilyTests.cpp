@@ -10,61 +10,43 @@ class VectorFamilyTest : public testing::Test {};
 using VectorTypes = testing::Types<Vec2, Vec3, Vec4>;
 TYPED_TEST_SUITE(VectorFamilyTest, VectorTypes);
 
-/// Checks the spellings of one operation with `other`, a vector or a number, where `expected` says
-/// what it gives for one component.
-template <typename Vector, typename Other, typename Expected, typename... Spellings>
-void checkSpellings(const Vector& v, const Other& other, Expected expected,
-                    Spellings... spellings) {
-    Vector result;
-    for (double Vector::*component : kComponents<Vector>) {
-        if constexpr (std::is_same_v<Other, double>) {
-            result.*component = expected(v.*component, other);
-        } else {
-            result.*component = expected(v.*component, other.*component);
+/// Checks all spellings of arithmetic with `other`, a vector or a number.
+template <typename Vector, typename Other>
+void expectArithmetic(const Vector& v, const Other& other) {
+    const auto expectEach = [&](auto operation, std::initializer_list<Vector> results) {
+        for (const Vector& result : results) {
+            for (double Vector::*component : kComponents<Vector>) {
+                double operand{};
+                if constexpr (std::is_same_v<Other, double>) {
+                    operand = other;
+                } else {
+                    operand = other.*component;
+                }
+                EXPECT_EQ(result.*component, operation(v.*component, operand));
+            }
         }
-    }
-    const auto check = [&](auto spelling) {
-        Vector changed = v;
-        spelling(changed, other);
-        EXPECT_TRUE(same(changed, result));
     };
-    (check(spellings), ...);
+    const auto changed = [&](auto change) { return after(v, change); };
+    expectEach(std::plus(), {v + other, changed([&](auto& a) { a += other; }),
+                             changed([&](auto& a) { a.add(other); })});
+    expectEach(std::minus(), {v - other, changed([&](auto& a) { a -= other; }),
+                              changed([&](auto& a) { a.sub(other); })});
+    expectEach(std::multiplies(), {v * other, changed([&](auto& a) { a *= other; }),
+                                   changed([&](auto& a) { a.mult(other); })});
+    expectEach(std::divides(), {v / other, changed([&](auto& a) { a /= other; }),
+                                changed([&](auto& a) { a.divide(other); })});
 }
 
-TYPED_TEST(VectorFamilyTest, WorksComponentByComponentInEverySpelling) {
+TYPED_TEST(VectorFamilyTest, ComputesByComponentInEverySpelling) {
     Random random;
-    const auto v = random.vector<TypeParam>();
-    const auto checkAll = [&](const auto& other) {
-        checkSpellings(
-            v, other, std::plus(), [](auto& a, const auto& b) { a.add(b); },
-            [](auto& a, const auto& b) { a += b; }, [](auto& a, const auto& b) { a = a + b; });
-        checkSpellings(
-            v, other, std::minus(), [](auto& a, const auto& b) { a.sub(b); },
-            [](auto& a, const auto& b) { a -= b; }, [](auto& a, const auto& b) { a = a - b; });
-        checkSpellings(
-            v, other, std::multiplies(), [](auto& a, const auto& b) { a.mult(b); },
-            [](auto& a, const auto& b) { a *= b; }, [](auto& a, const auto& b) { a = a * b; });
-        checkSpellings(
-            v, other, std::divides(), [](auto& a, const auto& b) { a.divide(b); },
-            [](auto& a, const auto& b) { a /= b; }, [](auto& a, const auto& b) { a = a / b; });
-    };
-    checkAll(random.vector<TypeParam>());
-    checkAll(random.number());
-}
-
-TYPED_TEST(VectorFamilyTest, MayBeItsOwnOperand) {
-    Random random;
-    auto v = random.vector<TypeParam>();
+    auto v = random.any<TypeParam>();
+    expectArithmetic(v, random.any<TypeParam>());
+    expectArithmetic(v, random.number());
+    expectArithmetic(v, v);
+    EXPECT_TRUE((v + v.negate()).isZero());
     const auto& itself = v;
     v /= itself;
-    EXPECT_TRUE(same(v, TypeParam() + 1.0));
-}
-
-TYPED_TEST(VectorFamilyTest, NegatesACopy) {
-    Random random;
-    const auto v = random.vector<TypeParam>();
-    EXPECT_TRUE((v + v.negate()).isZero());
-    EXPECT_FALSE(v.isZero());
+    EXPECT_SAME(v, TypeParam() + 1.0) << "it may be its own operand";
 }
 
 TYPED_TEST(VectorFamilyTest, IsZeroOnlyExactly) {
@@ -78,9 +60,8 @@ TYPED_TEST(VectorFamilyTest, IsZeroOnlyExactly) {
 }
 
 TYPED_TEST(VectorFamilyTest, KeepsItsDirectionAtANewLength) {
-    Random random;
-    for (int i = 0; i < kTrials; ++i) {
-        const auto before = random.vector<TypeParam>();
+    for (Random& random : trials()) {
+        const auto before = random.any<TypeParam>();
         auto v = before;
         v.setLength(3.0);
         EXPECT_NEAR(v.length(), 3.0, 1e-14);
@@ -89,18 +70,54 @@ TYPED_TEST(VectorFamilyTest, KeepsItsDirectionAtANewLength) {
         v.normalize();
         EXPECT_NEAR(v.lengthSquare(), 1.0, 1e-14);
     }
-}
-
-TYPED_TEST(VectorFamilyTest, PointsAlongXWhenZeroGetsALength) {
     TypeParam v;
     TypeParam along;
     along.x = 3.0;
     v.setLength(3.0);
-    EXPECT_TRUE(same(v, along));
-    along.x = 1.0;
-    v.setZero();
-    v.normalize();
-    EXPECT_TRUE(same(v, along));
+    EXPECT_SAME(v, along) << "zero turns to x";
+}
+
+template <typename Vector>
+class PointFamilyTest : public testing::Test {};
+
+using PointTypes = testing::Types<Vec2, Vec3>;
+TYPED_TEST_SUITE(PointFamilyTest, PointTypes);
+
+TYPED_TEST(PointFamilyTest, BoundsAndMixesByComponent) {
+    for (Random& random : trials()) {
+        const auto v = random.any<TypeParam>();
+        const auto low = random.any<TypeParam>();
+        const auto high = random.any<TypeParam>(); // or lower
+        const TypeParam least = after(v, [&](auto& a) { a.getMin(low); });
+        const TypeParam most = after(v, [&](auto& a) { a.getMax(low); });
+        const TypeParam clamped = after(v, [&](auto& a) { a.clamp(low, high); });
+        const TypeParam mixed = TypeParam::lerp(low, high, 0.25);
+        for (double TypeParam::*i : kComponents<TypeParam>) {
+            EXPECT_EQ(least.*i, std::min(v.*i, low.*i));
+            EXPECT_EQ(most.*i, std::max(v.*i, low.*i));
+            EXPECT_EQ(clamped.*i, v.*i < low.*i ? low.*i : std::min(v.*i, high.*i));
+            EXPECT_NEAR(mixed.*i, std::lerp(low.*i, high.*i, 0.25), 1e-14);
+        }
+    }
+}
+
+TEST(Arrays, AreReadAndWrittenAtAnOffset) {
+    const double numbersOfAll[] = {1.0, 2.0, 3.0, 4.0, 5.0};
+    Vec2 two;
+    two.set(Vec2(8.0, 9.0));
+    EXPECT_SAME(two, Vec2(8.0, 9.0));
+    two.fromArray(numbersOfAll, 1);
+    two.fromArray(nullptr, 1);
+    EXPECT_SAME(two, Vec2(2.0, 3.0));
+    double array[6] = {};
+    Vec3 three;
+    three.fromArray(numbersOfAll, 1);
+    three.toArray(array, 2);
+    EXPECT_EQ(Numbers(std::begin(array), std::end(array)), (Numbers{0.0, 0.0, 2.0, 3.0, 4.0, 0.0}));
+    Quaternion four;
+    four.setWithArray(numbersOfAll, 1);
+    four.toArray(array, 2);
+    EXPECT_EQ(Numbers(std::begin(array), std::end(array)), (Numbers{0.0, 0.0, 2.0, 3.0, 4.0, 5.0}));
 }
 
 } // namespace Kerovane::Tesselune

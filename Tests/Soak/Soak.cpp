@@ -1,17 +1,13 @@
 // Renders many frames of changing sizes, depths and variants through the module, and tells whether
-// it leaves anything behind: no test, for it takes minutes. scripts/soak runs it.
+// it leaves anything behind. It takes minutes, so scripts/soak runs it, and no test run.
 
-#include "Host/Text/Error.h"
 #include "Tests/Effect/EffectFixture.h"
 #include "Tests/Support/LiveGLObjects.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
 
-#include <array>
-#include <chrono>
 #include <exception>
-#include <fstream>
 #include <iostream>
 #include <map>
 #include <random>
@@ -20,17 +16,16 @@
 #include <vector>
 
 #include <malloc.h>
-#include <unistd.h>
 
-using namespace Kerovane;
-using TestSupport::LiveGLObjects;
+namespace Kerovane::TestSupport {
 
 namespace {
 
-constexpr std::array kDepths{Host::Depth::Bits8, Host::Depth::Bits16, Host::Depth::Float32};
 constexpr int kMaxSide = 512;
 constexpr int kFramesOfALife = 1000; ///< then the effect is set down and up again
 constexpr int kLivesToWarmUp = 5;    ///< the driver's and the allocator's pools fill meanwhile
+
+int mFrames = 20000;
 
 /// What shall not grow.
 struct Footprint {
@@ -39,26 +34,20 @@ struct Footprint {
     std::map<std::string, int> glObjects;
 };
 
-std::size_t ResidentBytes() {
-    std::ifstream file("/proc/self/statm");
-    std::size_t total = 0;
-    std::size_t resident = 0;
-    file >> total >> resident;
-    return resident * static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
-}
-
 Footprint Measured(const LiveGLObjects& live) {
     malloc_trim(0);
     const struct mallinfo2 heap = mallinfo2();
     return {ResidentBytes(), heap.uordblks + heap.hblkhd, live.counts()};
 }
 
-int Total(const Footprint& footprint) {
-    int total = 0;
+void PrintRow(int frame, const Footprint& footprint) {
+    int objects = 0;
     for (const auto& [kind, count] : footprint.glObjects) {
-        total += count;
+        objects += count;
     }
-    return total;
+    std::cerr << fmt::format("{:>8} {:>14.1f} {:>14.1f} {:>12}\n", frame,
+                             static_cast<double>(footprint.resident) / 1024,
+                             static_cast<double>(footprint.allocated) / 1024, objects);
 }
 
 /// A picture with the values to render it with.
@@ -74,8 +63,7 @@ public:
     Case next(Host::Depth depth, int shape, int transition, bool feather) {
         const bool opaque = within(0, 1) == 0;
         const int width = within(1, kMaxSide);
-        return {TestSupport::AtDepth(TestSupport::SmoothPicture(width, within(1, kMaxSide), opaque),
-                                     depth),
+        return {AtDepth(SmoothPicture(width, within(1, kMaxSide), opaque), depth),
                 {{"Shape Type", shape},
                  {"Size", within(2, 200)},
                  {"Ratio", within(20, 300) / 100.0},
@@ -121,118 +109,68 @@ private:
     std::mt19937 mRandom{7}; // NOLINT(cert-msc*): the same cases in every run
 };
 
-/// The effect in a host that goes on and on.
-class LongSession {
-public:
-    explicit LongSession(const char* module) : mSession(module) {
-        send(PF_Cmd_GLOBAL_SETUP);
-        send(PF_Cmd_PARAMS_SETUP);
+class Soak : public EffectFixture {
+protected:
+    Host::World renderedCase(const Case& what) {
+        for (const auto& [name, value] : what.values) {
+            set(name, value);
+        }
+        return rendered(what.input);
     }
-
-    ~LongSession() { mSession.call(PF_Cmd_GLOBAL_SETDOWN); }
-    LongSession(const LongSession&) = delete;
-    LongSession& operator=(const LongSession&) = delete;
 
     void setUpAgain() {
-        send(PF_Cmd_GLOBAL_SETDOWN);
-        send(PF_Cmd_GLOBAL_SETUP);
+        globalSetdown();
+        globalSetup();
     }
-
-    Host::World rendered(const Case& what) {
-        for (const auto& [name, value] : what.values) {
-            mSession.values().set(Host::FindParameter(mSession.parameters(), name)->id(), value);
-        }
-        Host::World output(what.input.depth(), what.input.width(), what.input.height());
-        check("render", mSession.render(what.input, output));
-        return output;
-    }
-
-private:
-    void send(PF_Cmd command) { check(fmt::format("command {}", command), mSession.call(command)); }
-
-    static void check(std::string_view what, PF_Err error) {
-        if (error != PF_Err_NONE) {
-            throw Host::Error(fmt::format("{} failed with {}", what, error));
-        }
-    }
-
-    Host::EffectSession mSession;
 };
 
-std::string Row(int frame, const Footprint& footprint) {
-    return fmt::format("{:>8} {:>14.1f} {:>14.1f} {:>12}\n", frame,
-                       static_cast<double>(footprint.resident) / 1024,
-                       static_cast<double>(footprint.allocated) / 1024, Total(footprint));
-}
-
-/// Whether the process has grown between two measurements at the same point of a life.
-bool HasGrown(const Footprint& before, const Footprint& after) {
-    constexpr std::size_t kAllocatedSlack = 64U << 10U;
-    constexpr std::size_t kResidentSlack = 2U << 20U;
-    return after.allocated > before.allocated + kAllocatedSlack ||
-           after.resident > before.resident + kResidentSlack || after.glObjects != before.glObjects;
-}
-
-/// Returns what was wrong, else an empty text.
-std::string Soak(int frames) {
-    LongSession session(TESSELUNE_MODULE);
+TEST_F(Soak, GrowsNothingAndKeepsItsPictures) {
     const LiveGLObjects live;
-    session.setUpAgain(); // so that all objects are counted
+    setUpAgain(); // so that all objects are counted
     Cases cases;
     const std::vector<Case> kinds = cases.ofEveryKind();
-    const auto renderKinds = [&] {
-        std::vector<Host::World> pictures;
-        pictures.reserve(kinds.size());
-        for (const Case& kind : kinds) {
-            pictures.push_back(session.rendered(kind));
-        }
-        return pictures;
-    };
-    const std::vector<Host::World> firstPictures = renderKinds();
-
+    std::vector<Host::World> firstPictures;
+    for (const Case& kind : kinds) {
+        firstPictures.push_back(renderedCase(kind));
+    }
     std::cerr << fmt::format("{:>8} {:>14} {:>14} {:>12}\n", "frame", "resident, KiB",
                              "allocated, KiB", "GL objects");
     Footprint first;
     Footprint last;
-    for (int frame = 1; frame <= frames; ++frame) {
-        session.rendered(cases.next());
+    for (int frame = 1; frame <= mFrames; ++frame) {
+        renderedCase(cases.next());
         if (frame % kFramesOfALife == 0) {
-            session.setUpAgain();
-            const std::vector<Host::World> pictures = renderKinds();
+            setUpAgain();
             for (std::size_t i = 0; i < kinds.size(); ++i) {
-                if (!TestSupport::SamePixels(pictures[i], firstPictures[i])) {
-                    return fmt::format("after frame {} kind {} has another picture", frame, i);
-                }
+                ASSERT_TRUE(SamePixels(renderedCase(kinds[i]), firstPictures[i]))
+                    << "kind " << i << " has another picture after frame " << frame;
             }
             last = Measured(live);
-            std::cerr << Row(frame, last);
+            PrintRow(frame, last);
             if (frame == kLivesToWarmUp * kFramesOfALife) {
                 first = last;
             }
         }
     }
-    return HasGrown(first, last) ? "the process has grown" : "";
+    EXPECT_LE(last.allocated, first.allocated + (64U << 10U));
+    EXPECT_LE(last.resident, first.resident + (2U << 20U));
+    EXPECT_EQ(last.glObjects, first.glObjects);
 }
 
 } // namespace
 
+} // namespace Kerovane::TestSupport
+
 int main(int argc, char** argv) {
+    using namespace Kerovane::TestSupport;
     try {
+        testing::InitGoogleTest(&argc, argv);
         CLI::App app("Renders many frames and tells whether memory or GL objects grow.");
-        int frames = 20000;
-        app.add_option("--frames", frames, "How many")
+        app.add_option("--frames", mFrames, "How many")
             ->check(CLI::Range((kLivesToWarmUp + 1) * kFramesOfALife, 10000000));
         CLI11_PARSE(app, argc, argv);
         std::cout.setstate(std::ios::failbit); // the effect's own report on each of its contexts
-        const auto start = std::chrono::steady_clock::now();
-        const std::string fault = Soak(frames);
-        const std::chrono::duration<double> time = std::chrono::steady_clock::now() - start;
-        std::cerr << (fault.empty()
-                          ? fmt::format("{} frames in {:.0f} s: nothing grew, all pictures as at "
-                                        "first\n",
-                                        frames, time.count())
-                          : fmt::format("Soak: {}\n", fault));
-        return fault.empty() ? 0 : 1;
+        return RUN_ALL_TESTS();
     } catch (const std::exception& failure) {
         std::cerr << "Soak: " << failure.what() << '\n';
         return 1;

@@ -1,5 +1,6 @@
 #include "Host/Frames/FrameRenderer.h"
 #include "Host/Session/World.h"
+#include "Tests/Effect/EffectFixture.h"
 
 #include <gtest/gtest.h>
 
@@ -38,23 +39,6 @@ World SomePicture() {
     return world;
 }
 
-float ShareOf(A_u_char channel) {
-    return static_cast<float>(channel) / 255;
-}
-
-/// The same in floats.
-World InFloats(const World& picture) {
-    World floats(Depth::Float32, picture.width(), picture.height());
-    for (A_long y = 0; y < picture.height(); ++y) {
-        std::ranges::transform(picture.row<PF_Pixel8>(y), floats.row<PF_PixelFloat>(y).begin(),
-                               [](const PF_Pixel8& pixel) -> PF_PixelFloat {
-                                   return {ShareOf(pixel.alpha), ShareOf(pixel.red),
-                                           ShareOf(pixel.green), ShareOf(pixel.blue)};
-                               });
-    }
-    return floats;
-}
-
 class Agreement : public testing::Test {
 protected:
     World drawn(const World& picture, Renderer with, const Values& values, A_long downsample = 1) {
@@ -90,10 +74,10 @@ protected:
 
     FrameRenderer mRenderer{EffectModules{TESSELUNE_MODULE, TESSELUNE_FLOAT_MODULE}};
     const World mPicture = SomePicture();
-    const World mFloats = InFloats(mPicture);
+    const World mFloats = TestSupport::AtDepth(mPicture, Depth::Float32);
 };
 
-TEST_F(Agreement, OfEveryPixelThatNoRandomNumberDecides) {
+TEST_F(Agreement, HoldsForEveryPixelWithoutRandomness) {
     const Values kForms[] = {{{"Shape Type", 1}, {"Size", 10}},
                              {{"Shape Type", 1}, {"Size", 7}, {"Ratio", 1.7}},
                              {{"Shape Type", 1}, {"Size", 2}, {"Ratio", 0.3}},
@@ -136,7 +120,7 @@ TEST_F(Agreement, OfEveryPixelThatNoRandomNumberDecides) {
 }
 
 /// Each cell is a throw of the dice; the bounds are four standard deviations of their mean.
-TEST_F(Agreement, OfTheSharesThatRandomNumbersDecide) {
+TEST_F(Agreement, HoldsForTheSharesOfRandomCells) {
     struct Row {
         Values values;
         double cells; ///< that decide on their own

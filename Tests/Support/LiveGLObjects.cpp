@@ -1,39 +1,18 @@
 #include "Tests/Support/LiveGLObjects.h"
 
 #include "Tests/Support/EglContexts.h"
+#include "Tests/Support/GLObserver.h"
 
 #include <glbinding/Binding.h>
-#include <glbinding/CallbackMask.h>
 #include <glbinding/gl/types.h>
 
 #include <span>
 
 using glbinding::Binding;
-using glbinding::CallbackMask;
 
 namespace Kerovane::TestSupport {
 
 namespace {
-
-/// Calls `visit(kind, is shared, generate, delete)` for the kinds that GL makes by the array.
-template <typename Visitor>
-void ForEachArrayKind(Visitor visit) {
-    visit("Buffers", true, Binding::GenBuffers, Binding::DeleteBuffers);
-    visit("Framebuffers", false, Binding::GenFramebuffers, Binding::DeleteFramebuffers);
-    visit("Queries", false, Binding::GenQueries, Binding::DeleteQueries);
-    visit("Renderbuffers", true, Binding::GenRenderbuffers, Binding::DeleteRenderbuffers);
-    visit("Samplers", true, Binding::GenSamplers, Binding::DeleteSamplers);
-    visit("Textures", true, Binding::GenTextures, Binding::DeleteTextures);
-    visit("VertexArrays", false, Binding::GenVertexArrays, Binding::DeleteVertexArrays);
-}
-
-/// Calls `visit(kind, create, delete)` for those that it makes one at a time, all shared.
-template <typename Visitor>
-void ForEachSingleKind(Visitor visit) {
-    visit("Programs", Binding::CreateProgram, Binding::DeleteProgram);
-    visit("Shaders", Binding::CreateShader, Binding::DeleteShader);
-    visit("Syncs", Binding::FenceSync, Binding::DeleteSync);
-}
 
 std::uintptr_t Key(gl::GLuint name) {
     return name;
@@ -43,48 +22,45 @@ std::uintptr_t Key(gl::GLsync sync) {
     return reinterpret_cast<std::uintptr_t>(sync);
 }
 
-template <typename Function, typename Callback>
-void Observe(Function& function, Callback callback) {
-    function.setAfterCallback(callback);
-    function.addCallbackMask(CallbackMask::After);
-}
-
-template <typename Function>
-void Ignore(Function& function) {
-    function.removeCallbackMask(CallbackMask::After);
-    function.clearAfterCallback();
-}
-
 } // namespace
 
 LiveGLObjects::LiveGLObjects() {
-    ForEachArrayKind([this](const char* kind, bool isShared, auto& generate, auto& destroy) {
-        Observe(generate, [=, this](gl::GLsizei n, const gl::GLuint* names) {
-            for (const gl::GLuint name : std::span(names, static_cast<std::size_t>(n))) {
-                made(kind, isShared, name);
-            }
-        });
-        Observe(destroy, [=, this](gl::GLsizei n, const gl::GLuint* names) {
-            for (const gl::GLuint name : std::span(names, static_cast<std::size_t>(n))) {
-                deleted(kind, isShared, name);
-            }
-        });
+    observeArrays("Buffers", true, Binding::GenBuffers, Binding::DeleteBuffers);
+    observeArrays("Framebuffers", false, Binding::GenFramebuffers, Binding::DeleteFramebuffers);
+    observeArrays("Queries", false, Binding::GenQueries, Binding::DeleteQueries);
+    observeArrays("Renderbuffers", true, Binding::GenRenderbuffers, Binding::DeleteRenderbuffers);
+    observeArrays("Samplers", true, Binding::GenSamplers, Binding::DeleteSamplers);
+    observeArrays("Textures", true, Binding::GenTextures, Binding::DeleteTextures);
+    observeArrays("VertexArrays", false, Binding::GenVertexArrays, Binding::DeleteVertexArrays);
+    observeSingles("Programs", Binding::CreateProgram, Binding::DeleteProgram);
+    observeSingles("Shaders", Binding::CreateShader, Binding::DeleteShader);
+    observeSingles("Syncs", Binding::FenceSync, Binding::DeleteSync);
+}
+
+template <typename Function, typename Callback>
+void LiveGLObjects::observe(Function& function, Callback callback) {
+    mObservers.push_back(std::make_shared<GLObserver<Function>>(function, callback));
+}
+
+template <typename Generate, typename Delete>
+void LiveGLObjects::observeArrays(const char* kind, bool isShared, Generate& generate,
+                                  Delete& destroy) {
+    observe(generate, [=, this](gl::GLsizei n, const gl::GLuint* names) {
+        for (const gl::GLuint name : std::span(names, static_cast<std::size_t>(n))) {
+            made(kind, isShared, name);
+        }
     });
-    ForEachSingleKind([this](const char* kind, auto& create, auto& destroy) {
-        Observe(create, [=, this](auto object, auto...) { made(kind, true, Key(object)); });
-        Observe(destroy, [=, this](auto object) { deleted(kind, true, Key(object)); });
+    observe(destroy, [=, this](gl::GLsizei n, const gl::GLuint* names) {
+        for (const gl::GLuint name : std::span(names, static_cast<std::size_t>(n))) {
+            deleted(kind, isShared, name);
+        }
     });
 }
 
-LiveGLObjects::~LiveGLObjects() {
-    ForEachArrayKind([](const char*, bool, auto& generate, auto& destroy) {
-        Ignore(generate);
-        Ignore(destroy);
-    });
-    ForEachSingleKind([](const char*, auto& create, auto& destroy) {
-        Ignore(create);
-        Ignore(destroy);
-    });
+template <typename Create, typename Delete>
+void LiveGLObjects::observeSingles(const char* kind, Create& create, Delete& destroy) {
+    observe(create, [=, this](auto object, auto...) { made(kind, true, Key(object)); });
+    observe(destroy, [=, this](auto object) { deleted(kind, true, Key(object)); });
 }
 
 std::map<std::string, int> LiveGLObjects::counts() const {

@@ -1,3 +1,5 @@
+#include "Host/Frames/WorldView.h"
+#include "Host/Pixels/ConvertPixels.h"
 #include "Host/Session/Effect.h"
 #include "Tests/Adapters/Frei0r/Frei0rHost.h"
 
@@ -6,9 +8,10 @@
 #include <algorithm>
 #include <array>
 #include <barrier>
-#include <bit>
 #include <numeric>
+#include <span>
 #include <thread>
+#include <tuple>
 #include <vector>
 
 namespace Kerovane::TestSupport {
@@ -35,7 +38,6 @@ void Set(Frei0rInstance& instance, const Settings& settings) {
 /// What the effect makes of a picture without the adapter. Before any adapter's thread lives: one
 /// set-up of the effect in a process.
 Pixels Reference(const Pixels& input, A_long width, A_long height, const Settings& settings) {
-    using Bytes = std::array<A_u_char, 4>;
     Host::Effect effect(TESSELUNE_MODULE);
     Host::ParameterValues values;
     const auto set = [&](std::string_view name, double value) {
@@ -46,42 +48,29 @@ Pixels Reference(const Pixels& input, A_long width, A_long height, const Setting
     set("Size Random", 50);
     World in(Host::Depth::Bits8, width, height);
     World out(Host::Depth::Bits8, width, height);
-    auto from = input.begin();
-    for (A_long y = 0; y < height; ++y) {
-        for (PF_Pixel8& pixel : in.row<PF_Pixel8>(y)) {
-            const auto [red, green, blue, alpha] = std::bit_cast<Bytes>(*from++);
-            pixel = {.alpha = alpha, .red = red, .green = green, .blue = blue};
-        }
-    }
+    Pixels frame = input;
+    const Host::PixelView view{.top = std::as_writable_bytes(std::span(frame)).data(),
+                               .rowBytes = width * 4,
+                               .width = width,
+                               .height = height,
+                               .order = Host::ChannelOrder::Rgba};
+    Host::ConvertPixels(view, Host::ViewOf(in));
     effect.render({}, values, in, out);
-    Pixels result;
-    for (A_long y = 0; y < height; ++y) {
-        for (const PF_Pixel8& pixel : out.row<PF_Pixel8>(y)) {
-            result.push_back(std::bit_cast<std::uint32_t>(
-                Bytes{pixel.red, pixel.green, pixel.blue, pixel.alpha}));
-        }
-    }
-    return result;
+    Host::ConvertPixels(Host::ViewOf(out), view);
+    return frame;
 }
 
-TEST(Frames, AreThoseOfTheEffectAtAnySize) {
-    struct Row {
-        unsigned width;
-        unsigned height;
-        Settings settings;
-    };
-    constexpr Row kRows[] = {
-        {8, 8, {0, 3}},    {1, 1, {0, 2}},     {13, 7, {1, 4}},
-        {720, 8, {1, 20}}, {8, 720, {0, 500}}, {2048, 64, {0, 17}},
-    };
-    for (const Row& row : kRows) {
-        const Pixels input = MotleyPicture(row.width, row.height);
-        const Pixels expected = Reference(input, static_cast<A_long>(row.width),
-                                          static_cast<A_long>(row.height), row.settings);
+TEST(Frames, MatchTheEffectAtAnySize) {
+    const std::tuple<unsigned, unsigned, Settings> rows[] = {
+        {1, 1, {0, 2}}, {13, 7, {1, 4}}, {8, 720, {0, 500}}, {2048, 64, {0, 17}}};
+    for (const auto& [width, height, settings] : rows) {
+        const Pixels input = MotleyPicture(width, height);
+        const Pixels expected =
+            Reference(input, static_cast<A_long>(width), static_cast<A_long>(height), settings);
         const Frei0rHost host;
-        Frei0rInstance instance(host, row.width, row.height);
-        Set(instance, row.settings);
-        EXPECT_EQ(instance.rendered(input), expected) << row.width << " x " << row.height;
+        Frei0rInstance instance(host, width, height);
+        Set(instance, settings);
+        EXPECT_EQ(instance.rendered(input), expected) << width << " x " << height;
     }
 }
 

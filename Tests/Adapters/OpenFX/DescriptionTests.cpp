@@ -2,83 +2,61 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+#include <utility>
+
 namespace Kerovane::OpenFX {
 
 namespace {
 
 TEST(Description, HasTheParametersOfTheEffect) {
-    struct Row {
-        std::string name;
-        std::string label;
-        std::string group;
-        std::string type;
-        double preset;
-        double min = 0;
-        double max = 0;
-        double shownMin = 0;
-        double shownMax = 0;
-    };
-    const Row rows[] = {
-        {"shapeType", "Shape Type", "cellsGroup", kOfxParamTypeChoice, 0},
-        {"size", "Size", "cellsGroup", kOfxParamTypeInteger, 10, 2, 3000, 2, 500},
-        {"ratio", "Ratio", "cellsGroup", kOfxParamTypeDouble, 1, 0.01, 10, 0.01, 10},
-        {"sizeRandom", "Size Random", "randomnessGroup", kOfxParamTypeDouble, 0, 0, 1, 0, 1},
-        {"sizeLevel", "Size Level", "randomnessGroup", kOfxParamTypeInteger, 3, 1, 5, 1, 5},
-        {"sizeRandomSeed", "Size Random Seed", "randomnessGroup", kOfxParamTypeInteger, 0, 0, 5000,
-         0, 5000},
-        {"dissolve", "Dissolve", "dissolveGroup", kOfxParamTypeDouble, 0, 0, 1, 0, 1},
-        {"dissolveRandomSeed", "Dissolve Random Seed", "dissolveGroup", kOfxParamTypeInteger, 0, 0,
-         5000, 0, 5000},
-        {"transitionType", "Transition Type", "transitionGroup", kOfxParamTypeChoice, 0},
-        {"transitionProgress", "Transition Progress", "transitionGroup", kOfxParamTypeDouble, 0, 0,
-         1, 0, 1},
-        {"feather", "Feather", "transitionGroup", kOfxParamTypeInteger, 250, 0, 5000, 0, 500},
-        {"direction", "Direction", "transitionGroup", kOfxParamTypeDouble, 0, -32768, 32767, 0,
-         360},
-        {"useAlpha", "Use Alpha", "outputGroup", kOfxParamTypeBoolean, 1},
-        {"renderer", "Renderer", "outputGroup", kOfxParamTypeChoice, 0},
-    };
     const OpenFXHost host;
-    TestEffect effect = host.described();
-    int place = 0;
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        ASSERT_TRUE(effect.params.contains(row.name));
-        const Param& param = effect.params.at(row.name);
+    const TestEffect effect = host.described();
+    const Properties& page = effect.params.at("controls").properties;
+    std::ostringstream listing;
+    for (int place = 0; page.at<std::string>(kOfxParamPropPageChild, place); ++place) {
+        const std::string name = *page.at<std::string>(kOfxParamPropPageChild, place);
+        const Param& param = effect.params.at(name);
         const Properties& properties = param.properties;
-        EXPECT_EQ(param.type, row.type);
-        EXPECT_EQ(param.valueAt(0), row.preset);
-        EXPECT_EQ(properties.at<std::string>(kOfxPropLabel), row.label);
-        EXPECT_EQ(properties.at<std::string>(kOfxParamPropParent), row.group);
-        EXPECT_TRUE(properties.at<std::string>(kOfxParamPropHint)->ends_with('.'));
-        EXPECT_EQ(effect.params.at("controls")
-                      .properties.at<std::string>(kOfxParamPropPageChild, place++),
-                  row.name);
-        const auto edge = [&](Name name) {
-            return row.type == kOfxParamTypeDouble
-                       ? properties.at<double>(name).value_or(0)
-                       : static_cast<double>(properties.at<int>(name).value_or(0));
-        };
-        EXPECT_EQ(edge(kOfxParamPropMin), row.min);
-        EXPECT_EQ(edge(kOfxParamPropMax), row.max);
-        EXPECT_EQ(edge(kOfxParamPropDisplayMin), row.shownMin);
-        EXPECT_EQ(edge(kOfxParamPropDisplayMax), row.shownMax);
+        EXPECT_TRUE(properties.at<std::string>(kOfxParamPropHint)->ends_with('.')) << name;
+        listing << name << " '" << *properties.at<std::string>(kOfxPropLabel) << "' "
+                << *properties.at<std::string>(kOfxParamPropParent) << ' ' << param.type << ' '
+                << properties.at<std::string>(kOfxParamPropDoubleType).value_or("") << ' '
+                << param.valueAt(0);
+        for (const Name edge : {kOfxParamPropMin, kOfxParamPropMax, kOfxParamPropDisplayMin,
+                                kOfxParamPropDisplayMax}) {
+            if (const auto real = properties.at<double>(edge)) {
+                listing << ' ' << *real;
+            } else if (const auto whole = properties.at<int>(edge)) {
+                listing << ' ' << *whole;
+            }
+        }
+        for (int i = 0; properties.at<std::string>(kOfxParamPropChoiceOption, i); ++i) {
+            listing << ", " << *properties.at<std::string>(kOfxParamPropChoiceOption, i);
+        }
+        listing << '\n';
     }
-    EXPECT_EQ(
-        effect.params.at("transitionType").properties.at<std::string>(kOfxParamPropChoiceOption, 2),
-        "Radial Out");
-    EXPECT_EQ(effect.params.at("direction").properties.at<std::string>(kOfxParamPropDoubleType),
-              kOfxParamDoubleTypeAngle);
-    EXPECT_EQ(effect.params.at("dissolve").properties.at<std::string>(kOfxParamPropDoubleType),
-              kOfxParamDoubleTypeScale);
+    EXPECT_EQ(listing.str(),
+              R"(shapeType 'Shape Type' cellsGroup OfxParamTypeChoice  0, Square, Triangle
+size 'Size' cellsGroup OfxParamTypeInteger  10 2 3000 2 500
+ratio 'Ratio' cellsGroup OfxParamTypeDouble  1 0.01 10 0.01 10
+sizeRandom 'Size Random' randomnessGroup OfxParamTypeDouble OfxParamDoubleTypeScale 0 0 1 0 1
+sizeLevel 'Size Level' randomnessGroup OfxParamTypeInteger  3 1 5 1 5
+sizeRandomSeed 'Size Random Seed' randomnessGroup OfxParamTypeInteger  0 0 5000 0 5000
+dissolve 'Dissolve' dissolveGroup OfxParamTypeDouble OfxParamDoubleTypeScale 0 0 1 0 1
+dissolveRandomSeed 'Dissolve Random Seed' dissolveGroup OfxParamTypeInteger  0 0 5000 0 5000
+transitionType 'Transition Type' transitionGroup OfxParamTypeChoice  0, Linear, Radial In, Radial Out
+transitionProgress 'Transition Progress' transitionGroup OfxParamTypeDouble OfxParamDoubleTypeScale 0 0 1 0 1
+feather 'Feather' transitionGroup OfxParamTypeInteger  250 0 5000 0 500
+direction 'Direction' transitionGroup OfxParamTypeDouble OfxParamDoubleTypeAngle 0 -32768 32767 0 360
+useAlpha 'Use Alpha' outputGroup OfxParamTypeBoolean  1
+renderer 'Renderer' outputGroup OfxParamTypeChoice  0, As configured, OpenGL, Software
+)");
 }
 
 TEST(Description, SaysWhereHolesCanBe) {
-    struct Row {
-        std::map<std::string, std::map<double, double>> keys; ///< by parameter
-        bool areHoles;
-    };
-    const Row rows[] = {
+    using Keys = std::map<std::string, std::map<double, double>>; // by parameter
+    const std::pair<Keys, bool> rows[] = {
         {{}, false},
         {{{"dissolve", {{0, 0}, {9, 0.1}}}}, true},
         {{{"transitionProgress", {{0, 0.5}}}}, true},
@@ -88,9 +66,9 @@ TEST(Description, SaysWhereHolesCanBe) {
         {{{"transitionType", {{0, 2}}}, {"feather", {{0, 1}}}}, false},
     };
     const OpenFXHost host;
-    for (const Row& row : rows) {
+    for (const auto& [keysOfParams, areHoles] : rows) {
         TestEffect effect = host.described();
-        for (const auto& [name, keys] : row.keys) {
+        for (const auto& [name, keys] : keysOfParams) {
             effect.params.at(name).keys = keys;
         }
         for (const bool hasAlpha : {true, false}) {
@@ -105,11 +83,11 @@ TEST(Description, SaysWhereHolesCanBe) {
             ASSERT_EQ(host.act(kOfxImageEffectActionGetClipPreferences, &effect, {}, &preferences),
                       kOfxStatOK);
             EXPECT_EQ(preferences.at<std::string>("OfxImageClipPropComponents_Output"),
-                      row.areHoles || hasAlpha ? kOfxImageComponentRGBA : kOfxImageComponentRGB);
+                      areHoles || hasAlpha ? kOfxImageComponentRGBA : kOfxImageComponentRGB);
             EXPECT_EQ(preferences.at<std::string>(kOfxImageEffectPropPreMultiplication),
-                      row.areHoles ? kOfxImagePreMultiplied
-                      : hasAlpha   ? kOfxImageUnPreMultiplied
-                                   : kOfxImageOpaque);
+                      areHoles   ? kOfxImagePreMultiplied
+                      : hasAlpha ? kOfxImageUnPreMultiplied
+                                 : kOfxImageOpaque);
         }
     }
 }

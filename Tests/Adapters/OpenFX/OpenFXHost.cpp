@@ -76,76 +76,93 @@ const OfxPropertySuiteV1 kProperties = [] {
     return suite;
 }();
 
-/// What a clip's description can be told.
-Properties ClipDescription() {
-    return {{kOfxImageEffectPropSupportedComponents, {std::string()}},
-            {kOfxImageEffectPropSupportsTiles, {1}},
-            {kOfxImageEffectPropTemporalClipAccess, {0}},
-            {kOfxImageClipPropFieldExtraction, {std::string()}}};
-}
-
-Properties EffectDescription() {
+/// What descriptions can be told.
+Properties Described(std::initializer_list<Name> texts, std::initializer_list<Name> numbers) {
     Properties properties;
-    for (const Name name :
-         {kOfxPropLabel, kOfxPropShortLabel, kOfxPropLongLabel, kOfxImageEffectPluginPropGrouping,
-          kOfxPropPluginDescription, kOfxPropVersionLabel, kOfxPropIcon,
-          kOfxImageEffectPropSupportedContexts, kOfxImageEffectPropSupportedPixelDepths,
-          kOfxImageEffectPluginRenderThreadSafety, kOfxImageEffectPropClipPreferencesSlaveParam}) {
+    for (const Name name : texts) {
         properties.declare(name, {std::string()});
     }
-    for (const Name name :
-         {kOfxPropVersion, kOfxImageEffectPluginPropSingleInstance,
-          kOfxImageEffectPluginPropHostFrameThreading,
-          kOfxImageEffectPluginPropFieldRenderTwiceAlways,
-          kOfxImageEffectPropSupportsMultiResolution, kOfxImageEffectPropSupportsTiles,
-          kOfxImageEffectPropTemporalClipAccess, kOfxImageEffectPropSupportsMultipleClipDepths,
-          kOfxImageEffectPropSupportsMultipleClipPARs}) {
+    for (const Name name : numbers) {
         properties.declare(name, {-1});
     }
     return properties;
 }
 
+Properties ClipDescription() {
+    return Described({kOfxImageEffectPropSupportedComponents, kOfxImageClipPropFieldExtraction},
+                     {kOfxImageEffectPropSupportsTiles, kOfxImageEffectPropTemporalClipAccess});
+}
+
+Properties EffectDescription() {
+    return Described(
+        {kOfxPropLabel, kOfxPropShortLabel, kOfxPropLongLabel, kOfxImageEffectPluginPropGrouping,
+         kOfxPropPluginDescription, kOfxPropVersionLabel, kOfxPropIcon,
+         kOfxImageEffectPropSupportedContexts, kOfxImageEffectPropSupportedPixelDepths,
+         kOfxImageEffectPluginRenderThreadSafety, kOfxImageEffectPropClipPreferencesSlaveParam},
+        {kOfxPropVersion, kOfxImageEffectPluginPropSingleInstance,
+         kOfxImageEffectPluginPropHostFrameThreading,
+         kOfxImageEffectPluginPropFieldRenderTwiceAlways,
+         kOfxImageEffectPropSupportsMultiResolution, kOfxImageEffectPropSupportsTiles,
+         kOfxImageEffectPropTemporalClipAccess, kOfxImageEffectPropSupportsMultipleClipDepths,
+         kOfxImageEffectPropSupportsMultipleClipPARs});
+}
+
 Properties ParamDescription(const std::string& type) {
-    Properties properties;
-    for (const Name name : {kOfxPropLabel, kOfxPropShortLabel, kOfxPropLongLabel,
-                            kOfxParamPropScriptName, kOfxParamPropHint, kOfxParamPropParent}) {
-        properties.declare(name, {std::string()});
+    Properties properties =
+        Described({kOfxPropLabel, kOfxPropShortLabel, kOfxPropLongLabel, kOfxParamPropScriptName,
+                   kOfxParamPropHint, kOfxParamPropParent},
+                  {});
+    const std::map<std::string, Name> ofOneType{{kOfxParamTypePage, kOfxParamPropPageChild},
+                                                {kOfxParamTypeChoice, kOfxParamPropChoiceOption},
+                                                {kOfxParamTypeDouble, kOfxParamPropDoubleType}};
+    if (const auto found = ofOneType.find(type); found != ofOneType.end()) {
+        properties.declare(found->second, {std::string()});
     }
-    if (type == kOfxParamTypePage) {
-        properties.declare(kOfxParamPropPageChild, {std::string()});
-    } else if (type == kOfxParamTypeChoice) {
-        properties.declare(kOfxParamPropChoiceOption, {std::string()});
-    } else if (type == kOfxParamTypeDouble) {
-        properties.declare(kOfxParamPropDoubleType, {std::string()});
-    }
-    const std::vector<Value> zero =
-        type == kOfxParamTypeDouble ? std::vector<Value>{0.0} : std::vector<Value>{0};
+    const Value zero = type == kOfxParamTypeDouble ? Value{0.0} : Value{0};
     if (type != kOfxParamTypeGroup && type != kOfxParamTypePage) {
-        properties.declare(kOfxParamPropDefault, zero);
+        properties.declare(kOfxParamPropDefault, {zero});
         properties.declare(kOfxParamPropAnimates, {1});
     }
     if (type == kOfxParamTypeInteger || type == kOfxParamTypeDouble) {
         for (const Name name : {kOfxParamPropMin, kOfxParamPropMax, kOfxParamPropDisplayMin,
                                 kOfxParamPropDisplayMax}) {
-            properties.declare(name, zero);
+            properties.declare(name, {zero});
         }
     }
     return properties;
 }
 
+/// A call that answers with a value.
+template <typename Answer>
+OfxStatus Give(Answer* answer, const Answer& value) {
+    return Counted([&] {
+        *answer = value;
+        return kOfxStatOK;
+    });
+}
+
+/// A call that looks a clip or a parameter up.
+template <typename Objects, typename Handle>
+OfxStatus Find(Objects& objects, const char* name, Handle* handle, OfxPropertySetHandle* set,
+               OfxStatus missing) {
+    return Counted([&] {
+        const auto found = objects.find(name);
+        if (found == objects.end()) {
+            return missing;
+        }
+        *handle = reinterpret_cast<Handle>(&found->second);
+        *set = found->second.properties.handle();
+        return kOfxStatOK;
+    });
+}
+
 const OfxImageEffectSuiteV1 kEffects = [] {
     OfxImageEffectSuiteV1 suite{}; // what nobody asks for stays null
     suite.getPropertySet = [](OfxImageEffectHandle effect, OfxPropertySetHandle* set) {
-        return Counted([&] {
-            *set = As<TestEffect>(effect).properties.handle();
-            return kOfxStatOK;
-        });
+        return Give(set, As<TestEffect>(effect).properties.handle());
     };
     suite.getParamSet = [](OfxImageEffectHandle effect, OfxParamSetHandle* set) {
-        return Counted([&] {
-            *set = reinterpret_cast<OfxParamSetHandle>(effect);
-            return kOfxStatOK;
-        });
+        return Give(set, reinterpret_cast<OfxParamSetHandle>(effect));
     };
     suite.clipDefine = [](OfxImageEffectHandle effect, const char* name,
                           OfxPropertySetHandle* set) {
@@ -158,16 +175,7 @@ const OfxImageEffectSuiteV1 kEffects = [] {
     };
     suite.clipGetHandle = [](OfxImageEffectHandle effect, const char* name,
                              OfxImageClipHandle* clip, OfxPropertySetHandle* set) {
-        return Counted([&] {
-            auto& clips = As<TestEffect>(effect).clips;
-            const auto found = clips.find(name);
-            if (found == clips.end()) {
-                return kBadHandle;
-            }
-            *clip = reinterpret_cast<OfxImageClipHandle>(&found->second);
-            *set = found->second.properties.handle();
-            return kOfxStatOK;
-        });
+        return Find(As<TestEffect>(effect).clips, name, clip, set, kBadHandle);
     };
     suite.clipGetImage = [](OfxImageClipHandle clip, OfxTime, const OfxRectD*,
                             OfxPropertySetHandle* image) {
@@ -186,10 +194,7 @@ const OfxImageEffectSuiteV1 kEffects = [] {
         return Counted([] { return kOfxStatOK; });
     };
     suite.clipGetRegionOfDefinition = [](OfxImageClipHandle clip, OfxTime, OfxRectD* region) {
-        return Counted([&] {
-            *region = As<TestClip>(clip).region;
-            return kOfxStatOK;
-        });
+        return Give(region, As<TestClip>(clip).region);
     };
     suite.abort = [](OfxImageEffectHandle effect) { return int{As<TestEffect>(effect).isAborted}; };
     return suite;
@@ -227,29 +232,14 @@ const OfxParameterSuiteV1 kParameters = [] {
     };
     suite.paramGetHandle = [](OfxParamSetHandle set, const char* name, OfxParamHandle* handle,
                               OfxPropertySetHandle* properties) {
-        return Counted([&] {
-            auto& params = As<TestEffect>(set).params;
-            const auto found = params.find(name);
-            if (found == params.end()) {
-                return kUnknown;
-            }
-            *handle = reinterpret_cast<OfxParamHandle>(&found->second);
-            *properties = found->second.properties.handle();
-            return kOfxStatOK;
-        });
+        return Find(As<TestEffect>(set).params, name, handle, properties, kUnknown);
     };
     suite.paramGetValueAtTime = GetValueAtTime;
     suite.paramGetNumKeys = [](OfxParamHandle param, unsigned int* count) {
-        return Counted([&] {
-            *count = static_cast<unsigned int>(As<Param>(param).keys.size());
-            return kOfxStatOK;
-        });
+        return Give(count, static_cast<unsigned int>(As<Param>(param).keys.size()));
     };
     suite.paramGetKeyTime = [](OfxParamHandle param, unsigned int nth, OfxTime* time) {
-        return Counted([&] {
-            *time = std::next(As<Param>(param).keys.begin(), nth)->first;
-            return kOfxStatOK;
-        });
+        return Give(time, std::next(As<Param>(param).keys.begin(), nth)->first);
     };
     return suite;
 }();
@@ -406,7 +396,7 @@ std::array<float, 4> Image::at(int x, int y) {
     return values;
 }
 
-void TestEffect::connect(Image& source, Image& output, std::optional<OfxRectD> region) {
+void TestEffect::connect(Image& source, Image& output) {
     for (const auto& [name, image] : {std::pair{"Source", &source}, {"Output", &output}}) {
         TestClip& clip = clips[name];
         clip.image = image;
@@ -415,7 +405,6 @@ void TestEffect::connect(Image& source, Image& output, std::optional<OfxRectD> r
         clip.properties = image->properties;
         clip.properties.declare(kOfxImagePropPixelAspectRatio, {1.0});
     }
-    clips["Source"].region = region.value_or(clips["Source"].region);
 }
 
 void TestEffect::setProject(double x1, double y1, double x2, double y2) {

@@ -29,7 +29,6 @@ public:
 
     /// Adds the name, or replaces its values; its first value tells the type.
     void declare(const std::string& name, std::vector<Value> values) { mValues[name] = values; }
-    void remove(const std::string& name) { mValues.erase(name); }
 
     OfxStatus set(const std::string& name, int index, Value value);
     OfxStatus get(const std::string& name, int index, Value& value) const;
@@ -99,8 +98,8 @@ struct TestEffect {
 
     OfxImageEffectHandle handle() { return reinterpret_cast<OfxImageEffectHandle>(this); }
 
-    /// Connects the source, whose region is that of its bounds unless given, and the output.
-    void connect(Image& source, Image& output, std::optional<OfxRectD> region = {});
+    /// Connects the source and the output, whose regions are those of their bounds.
+    void connect(Image& source, Image& output);
 
     void setProject(double x1, double y1, double x2, double y2);
 
@@ -125,8 +124,6 @@ public:
     /// Renders the window, or all of the output's image.
     OfxStatus render(TestEffect& effect, double time = 0,
                      std::optional<OfxRectI> window = {}) const;
-
-    const OfxPlugin& plugin() const { return *mPlugin; }
 
     /// Lets the `nth` call of a suite fail, the next being 1, and 0 none; returns how many were
     /// made since the last time.

@@ -75,57 +75,49 @@ double ToleranceOf(Channel channel) {
 
 class Frames : public testing::Test {
 protected:
+    /// What a render writes into an image of the source's form, or of `output`'s.
+    Image rendered(Image& source, Image output, double time = 0,
+                   std::optional<OfxRectI> window = {}) {
+        output.make();
+        mEffect.connect(source, output);
+        EXPECT_EQ(mHost.render(mEffect, time, window), kOfxStatOK);
+        return output;
+    }
+
     const OpenFXHost mHost;
     TestEffect mEffect = mHost.described();
 };
 
-TEST_F(Frames, AreThoseOfTheCommandInEveryForm) {
-    struct Row {
-        Channel channel;
-        int channels;
-        Coverage coverage;
-        bool isTopDown = false;
-        int padding = 0;
-        int left = 0;
-        int bottom = 0;
-        bool tellsLittle = false;
+TEST_F(Frames, MatchTheCommandInEveryForm) {
+    const auto at = [](int left, int bottom) {
+        return OfxRectI{left, bottom, left + kWidth, bottom + kHeight};
     };
-    const Row rows[] = {
-        {Channel::Byte, 4, Coverage::Premultiplied},
-        {Channel::Byte, 4, Coverage::Straight, true, 12, -7, 1000},
-        {Channel::Byte, 3, Coverage::Opaque, false, 5},
-        {Channel::Short, 4, Coverage::Straight, false, 8, 20, -30},
-        {Channel::Short, 3, Coverage::Opaque, true},
-        {Channel::Half, 4, Coverage::Premultiplied, true, 0, 3, 5},
-        {Channel::Float, 4, Coverage::Premultiplied, false, 16, -61, 0, true},
-        {Channel::Float, 4, Coverage::Straight, true, 4},
-        {Channel::Float, 4, Coverage::Opaque},
-        {Channel::Float, 3, Coverage::Opaque, false, 4, 9, 9},
+    const Image forms[] = {
+        {at(0, 0), Channel::Byte},
+        {at(-7, 1000), Channel::Byte, 4, Coverage::Straight, true, 12},
+        {at(0, 0), Channel::Byte, 3, Coverage::Opaque, false, 5},
+        {at(20, -30), Channel::Short, 4, Coverage::Straight, false, 8},
+        {at(0, 0), Channel::Short, 3, Coverage::Opaque, true},
+        {at(3, 5), Channel::Half, 4, Coverage::Premultiplied, true},
+        {at(-61, 0), Channel::Float, 4, Coverage::Premultiplied, false, 16, {1, 1}, true},
+        {at(0, 0), Channel::Float, 4, Coverage::Straight, true, 4},
+        {at(0, 0), Channel::Float, 4, Coverage::Opaque},
+        {at(9, 9), Channel::Float, 3, Coverage::Opaque, false, 4},
     };
     mEffect.set("shapeType", 1);
     mEffect.set("size", 9);
     mEffect.set("dissolve", 0.3);
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(&row - rows));
-        const bool isOpaque = row.coverage == Coverage::Opaque;
-        const auto colour = [&](int x, int y) {
-            std::array<float, 4> pixel = Motley(x - row.left, y - row.bottom);
+    for (Image source : forms) {
+        const auto [left, bottom, right, top] = source.bounds;
+        SCOPED_TRACE(testing::Message() << static_cast<int>(source.channel) << ", " << left);
+        const bool isOpaque = source.coverage == Coverage::Opaque;
+        source.make([=, left = left, bottom = bottom](int x, int y) {
+            std::array<float, 4> pixel = Motley(x - left, y - bottom);
             pixel[3] = isOpaque ? 0.4F : pixel[3]; // counts as 1
             return pixel;
-        };
-        Image source{.bounds = {row.left, row.bottom, row.left + kWidth, row.bottom + kHeight},
-                     .channel = row.channel,
-                     .channels = row.channels,
-                     .coverage = row.coverage,
-                     .isTopDown = row.isTopDown,
-                     .padding = row.padding,
-                     .tellsLittle = row.tellsLittle};
-        source.make(colour);
-        Image output = source;
-        output.make();
-        mEffect.connect(source, output);
-        mEffect.setProject(row.left, row.bottom, row.left + kWidth, row.bottom + kHeight);
-        ASSERT_EQ(mHost.render(mEffect), kOfxStatOK);
+        });
+        mEffect.setProject(left, bottom, right, top);
+        Image output = rendered(source, source);
         const RawPicture expected = OfCommand(
             kWidth, kHeight,
             [&](int x, int y) {
@@ -134,11 +126,11 @@ TEST_F(Frames, AreThoseOfTheCommandInEveryForm) {
                 return pixel;
             },
             fmt::format("--shape-type triangle --size 9 --dissolve 30 --depth {}",
-                        row.channel == Channel::Byte ? 8 : 32));
-        EXPECT_LE(Difference(output, expected), ToleranceOf(row.channel));
-        for (int y = row.bottom; y < row.bottom + kHeight; ++y) {
-            const std::byte* behind = output.pixel(row.left, y) + output.rowBytes() - row.padding;
-            for (int i = 0; i < row.padding; ++i) {
+                        source.channel == Channel::Byte ? 8 : 32));
+        EXPECT_LE(Difference(output, expected), ToleranceOf(source.channel));
+        for (int y = bottom; y < top; ++y) {
+            const std::byte* behind = output.pixel(left, y) + output.rowBytes() - output.padding;
+            for (int i = 0; i < output.padding; ++i) {
                 ASSERT_EQ(behind[i], std::byte{0x5A}) << "padding";
             }
         }
@@ -151,10 +143,7 @@ TEST_F(Frames, KeepWholeNumbersBetweenBlackAndWhite) {
     source.make([](int, int) { return std::array{-1.0F, 2.0F, 0.6F, 1.0F}; });
     mEffect.setProject(0, 0, 8, 8);
     for (const Channel channel : {Channel::Byte, Channel::Short}) {
-        Image output{.bounds = source.bounds, .channel = channel};
-        output.make();
-        mEffect.connect(source, output);
-        ASSERT_EQ(mHost.render(mEffect), kOfxStatOK);
+        Image output = rendered(source, {.bounds = source.bounds, .channel = channel});
         const auto [red, green, blue, alpha] = output.at(3, 4);
         EXPECT_EQ(red, 0);
         EXPECT_EQ(green, 1);
@@ -164,41 +153,33 @@ TEST_F(Frames, KeepWholeNumbersBetweenBlackAndWhite) {
 }
 
 TEST_F(Frames, StandAtTheProjectsWindowOrAtLargerFootage) {
-    struct Row {
-        OfxRectI source;
-        OfxRectI project;
-        OfxRectI frame;
-    };
-    const Row rows[] = {
-        {{10, 5, 50, 30}, {0, 0, kWidth, kHeight}, {0, 0, kWidth, kHeight}},
-        {{31, 7, 35, 11}, {0, 0, kWidth, kHeight}, {0, 0, kWidth, kHeight}},
-        {{-4, 0, kWidth - 4, kHeight}, {0, 0, kWidth, kHeight}, {-4, 0, kWidth - 4, kHeight}},
-        {{0, 0, kWidth, kHeight}, {8, 8, 40, 40}, {0, 0, kWidth, kHeight}},
+    const std::array<OfxRectI, 3> rows[] = {
+        // the source's, the project's and the frame's
+        {{{10, 5, 50, 30}, {0, 0, kWidth, kHeight}, {0, 0, kWidth, kHeight}}},
+        {{{31, 7, 35, 11}, {0, 0, kWidth, kHeight}, {0, 0, kWidth, kHeight}}},
+        {{{-4, 0, kWidth - 4, kHeight}, {0, 0, kWidth, kHeight}, {-4, 0, kWidth - 4, kHeight}}},
+        {{{0, 0, kWidth, kHeight}, {8, 8, 40, 40}, {0, 0, kWidth, kHeight}}},
     };
     mEffect.set("size", 8);
-    for (const Row& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(&row - rows));
-        Image source{.bounds = row.source};
+    for (const auto& [place, project, frame] : rows) {
+        SCOPED_TRACE(testing::Message() << place.x1 << ", " << project.x1);
+        Image source{.bounds = place};
         source.make(Motley);
-        Image output{.bounds = row.frame};
-        output.make();
-        mEffect.connect(source, output);
-        mEffect.setProject(row.project.x1, row.project.y1, row.project.x2, row.project.y2);
+        mEffect.setProject(project.x1, project.y1, project.x2, project.y2);
+        Image output = rendered(source, {.bounds = frame});
         Properties region{{kOfxImageEffectPropRegionOfDefinition, {0.0, 0.0, 0.0, 0.0}}};
         ASSERT_EQ(mHost.act(kOfxImageEffectActionGetRegionOfDefinition, &mEffect,
                             {{kOfxPropTime, {0.0}}}, &region),
                   kOfxStatOK);
-        const double edges[] = {row.frame.x1 * 1.0, row.frame.y1 * 1.0, row.frame.x2 * 1.0,
-                                row.frame.y2 * 1.0};
+        const double edges[] = {frame.x1 * 1.0, frame.y1 * 1.0, frame.x2 * 1.0, frame.y2 * 1.0};
         for (int i = 0; i < 4; ++i) {
             EXPECT_EQ(region.at<double>(kOfxImageEffectPropRegionOfDefinition, i), edges[i]);
         }
-        ASSERT_EQ(mHost.render(mEffect), kOfxStatOK);
-        const auto padded = [&](int x, int y) {
-            const int inX = x + row.frame.x1;
-            const int inY = y + row.frame.y1;
-            const bool isThere = row.source.x1 <= inX && inX < row.source.x2 &&
-                                 row.source.y1 <= inY && inY < row.source.y2;
+        const auto padded = [place = place, frame = frame](int x, int y) {
+            const int inX = x + frame.x1;
+            const int inY = y + frame.y1;
+            const bool isThere =
+                place.x1 <= inX && inX < place.x2 && place.y1 <= inY && inY < place.y2;
             return isThere ? Motley(inX, inY) : std::array<float, 4>{};
         };
         EXPECT_LE(Difference(output, OfCommand(kWidth, kHeight, padded, "--size 8 --depth 32")),
@@ -223,11 +204,7 @@ TEST_P(Proxies, HaveTheCellsOfTheFullSize) {
             colour[3] = 1;
             return colour;
         });
-        Image output = source;
-        output.make();
-        mEffect.connect(source, output);
-        EXPECT_EQ(mHost.render(mEffect), kOfxStatOK);
-        return output;
+        return rendered(source, source);
     };
     Image full = render(1);
     for (const int divisor : {2, 3, 4}) {
@@ -256,13 +233,7 @@ INSTANTIATE_TEST_SUITE_P(ByRenderer, Proxies, testing::Values(1, 2)); // OpenGL,
 TEST_F(Frames, TakeTheValuesOfTheirTime) {
     Image source{.bounds = {0, 0, kWidth, kHeight}};
     source.make(Motley);
-    Image output = source;
-    const auto render = [&](double time) {
-        output.make();
-        mEffect.connect(source, output);
-        EXPECT_EQ(mHost.render(mEffect, time), kOfxStatOK);
-        return output.bytes;
-    };
+    const auto render = [&](double time) { return rendered(source, source, time).bytes; };
     mEffect.params.at("size").keys = {{10, 4}, {20, 14}};
     mEffect.params.at("transitionProgress").keys = {{10, 0}, {20, 1}};
     mEffect.set("feather", 20);
@@ -277,19 +248,14 @@ TEST_F(Frames, TakeTheValuesOfTheirTime) {
 TEST_F(Frames, AreWrittenInTheWindowAlone) {
     Image source{.bounds = {0, 0, kWidth, kHeight}};
     source.make(Motley);
-    Image whole = source;
-    whole.make();
-    mEffect.connect(source, whole);
-    ASSERT_EQ(mHost.render(mEffect), kOfxStatOK);
-    Image part{.bounds = {-3, -2, kWidth + 5, kHeight + 9}};
-    part.make();
-    const Image untouched = part;
-    mEffect.connect(source, part);
-    ASSERT_EQ(mHost.render(mEffect, 0, OfxRectI{7, 20, 31, 41}), kOfxStatOK);
+    Image whole = rendered(source, source);
+    Image untouched{.bounds = {-3, -2, kWidth + 5, kHeight + 9}};
+    untouched.make();
+    Image part = rendered(source, untouched, 0, OfxRectI{7, 20, 31, 41});
     for (int y = part.bounds.y1; y < part.bounds.y2; ++y) {
         for (int x = part.bounds.x1; x < part.bounds.x2; ++x) {
             const bool isInside = 7 <= x && x < 31 && 20 <= y && y < 41;
-            ASSERT_EQ(part.at(x, y), isInside ? whole.at(x, y) : Image(untouched).at(x, y))
+            ASSERT_EQ(part.at(x, y), isInside ? whole.at(x, y) : untouched.at(x, y))
                 << x << ' ' << y;
         }
     }
