@@ -15,7 +15,7 @@ namespace Kerovane::Host {
 struct ServerLimits {
     std::size_t connections = 128;
     std::uint32_t headBytes = 16U << 10U;
-    std::size_t bodyBytes = 512U << 20U; ///< of all requests at a time
+    std::size_t bodyBytes = 512U << 20U;        ///< of all requests at a time
     std::chrono::milliseconds idle{30000};      ///< between requests, and for a request's head
     std::chrono::milliseconds transfer{120000}; ///< of a body, or of an answer
     double requestsPerSecond = 1000;
