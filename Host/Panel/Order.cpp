@@ -7,14 +7,6 @@ namespace Kerovane::Host {
 
 namespace {
 
-std::size_t KeyIndex(const Order& order) {
-    const auto index = Entry<std::int64_t>(order, "index");
-    if (index < 0) {
-        throw Error("has no such key");
-    }
-    return static_cast<std::size_t>(index);
-}
-
 void Change(const Order& order, LookEditor& editor) {
     const auto what = Entry<std::string>(order, "do");
     const auto frame = EntryOr<double>(order, "frame", 0);
@@ -31,9 +23,9 @@ void Change(const Order& order, LookEditor& editor) {
     } else if (what == "put-key") {
         editor.putKey(frame, value, EntryOr<std::string>(order, "way", ""));
     } else if (what == "remove-key") {
-        editor.removeKey(KeyIndex(order));
+        editor.removeKey(Entry<std::size_t>(order, "index"));
     } else if (what == "move-key") {
-        editor.moveKey(KeyIndex(order), frame);
+        editor.moveKey(Entry<std::size_t>(order, "index"), frame);
     } else if (what == "remove-keys") {
         editor.removeKeys(frame);
     } else {

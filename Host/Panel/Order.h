@@ -6,8 +6,12 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace Kerovane::Host {
@@ -18,6 +22,20 @@ using Order = nlohmann::ordered_json;
 /// Throws Error if `text` is no JSON object, or nested deeper than any order is.
 Order ParseOrder(std::string_view text);
 
+/// Whether `json` is of that kind, and a whole number within its range.
+template <typename Value>
+bool Holds(const Order& json) {
+    if constexpr (std::integral<Value> && !std::same_as<Value, bool>) {
+        return json.is_number_unsigned()
+                   ? std::in_range<Value>(json.get<std::uint64_t>())
+                   : json.is_number_integer() && std::in_range<Value>(json.get<std::int64_t>());
+    } else if constexpr (std::floating_point<Value>) {
+        return json.is_number();
+    } else {
+        return std::same_as<Value, bool> ? json.is_boolean() : json.is_string();
+    }
+}
+
 /// An entry of an order. Throws Error if it isn't there, or of another kind.
 template <typename Value>
 Value Entry(const Order& order, const char* name) {
@@ -25,11 +43,10 @@ Value Entry(const Order& order, const char* name) {
     if (found == order.end()) {
         throw Error(fmt::format("lacks \"{}\"", name));
     }
-    try {
-        return found->get<Value>();
-    } catch (const Order::exception&) {
+    if (!Holds<Value>(*found)) {
         throw Error(fmt::format("has a wrong \"{}\"", name));
     }
+    return found->get<Value>();
 }
 
 /// The same for one that may be left out.

@@ -406,8 +406,10 @@ const Preset& PanelSession::presetNamed(const std::string& name) const {
 }
 
 void PanelSession::drop(const std::string& content, const std::string& name) {
+    const std::string plainName = std::filesystem::path(OneLine(name)).filename().string();
     std::shared_ptr<Footage> dropped =
-        name.empty() ? mFirstFootage : std::shared_ptr<Footage>(FootageFrom(content, name));
+        plainName.empty() ? mFirstFootage
+                          : std::shared_ptr<Footage>(FootageFrom(content, plainName));
     const Lock lock(mMutex);
     mSetup.footage = std::move(dropped);
     ++mRevision;

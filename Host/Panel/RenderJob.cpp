@@ -79,7 +79,8 @@ RenderJob::Progress RenderJob::progress() const {
 
 void RenderJob::stop() {
     const std::lock_guard lock(mMutex);
-    if (!mProgress.status) {
+    if (!mProgress.status && !mIsStopped) { // a second time it would end half way
+        mIsStopped = true;
         mChild.interrupt();
     }
 }
@@ -109,8 +110,10 @@ void RenderJob::follow() {
         }
     }
     const std::lock_guard lock(mMutex);
+    constexpr int kInterrupted = 130; // also if it came before the command was ready for it
+    const int status = mChild.wait();
     mProgress.lines = errors;
-    mProgress.status = mChild.wait();
+    mProgress.status = status < 0 && mIsStopped ? kInterrupted : status;
 }
 
 void RenderJob::readLog(const std::string& line) {

@@ -56,6 +56,7 @@ private:
     Child mChild;
     mutable std::mutex mMutex;
     Progress mProgress;
+    bool mIsStopped = false;
     std::thread mFollower;
 };
 

@@ -89,6 +89,8 @@ TEST_F(PanelServiceTest, AnswersWhatIsThereAndRefusesTheRest) {
         {"POST", "edit", R"({"do":"set","option":"ratio","value":"0.0001"})", 400},
         {"POST", "edit", R"({"do":"set","option":"ratio","value":"0.5","frame":"x"})", 400},
         {"POST", "edit", R"({"do":"remove-key","option":"ratio","index":-1})", 400},
+        {"POST", "edit", R"({"do":"remove-key","option":"ratio","index":1e83})", 400},
+        {"POST", "edit", R"({"do":"put-key","option":"ratio","frame":1e400})", 400},
         {"POST", "edit", R"({"do":"preset","name":"../x"})", 400},
         {"POST", "edit", R"({"do":"preset-file","content":"{}"})", 400},
         {"POST", "edit", R"({"do":"set","option":"ratio","value":"0.5","frame":0})", 200},

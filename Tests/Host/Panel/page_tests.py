@@ -334,6 +334,11 @@ class Output(PageTest):
             "document.getElementById('progress-text').textContent.includes('frames, done')")
         run("render", "shot.#.png", "own.#.png", "--size", "11:4 30:60", "--renderer", "software",
             folder=self.folder)
+        self.browser.click("#render-replace")
+        self.browser.click("#render")
+        self.browser.click("#stop")
+        self.browser.wait(
+            "document.getElementById('progress-text').textContent.includes('frames, stopped')")
         for frame in (11, 20, 30):
             with open(f"{self.folder}/renders/cells.{frame:04}.png", "rb") as one, \
                     open(f"{self.folder}/own.{frame:04}.png", "rb") as other:

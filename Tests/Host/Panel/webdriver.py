@@ -61,6 +61,7 @@ class Browser:
                                    "prefs": {"download.default_directory": self.profile}},
             "goog:loggingPrefs": {"browser": "ALL"}}}})
         self.base += "/session/" + session["sessionId"]
+        self.call("POST", "/timeouts", {"script": 600000})
         self.resize(width, height)
 
     def close(self):
@@ -77,7 +78,7 @@ class Browser:
         request = urllib.request.Request(self.base + path, data, method=method,
                                          headers={"Content-Type": "application/json"})
         try:
-            with urllib.request.urlopen(request, timeout=60) as answer:
+            with urllib.request.urlopen(request, timeout=660) as answer:
                 return json.load(answer)["value"]
         except urllib.error.HTTPError as error:
             raise RuntimeError(json.load(error)["value"]["message"]) from None
