@@ -130,6 +130,7 @@ TEST_F(Soak, GrowsNothingAndKeepsItsPictures) {
     Cases cases;
     const std::vector<Case> kinds = cases.ofEveryKind();
     std::vector<Host::World> firstPictures;
+    firstPictures.reserve(kinds.size());
     for (const Case& kind : kinds) {
         firstPictures.push_back(renderedCase(kind));
     }
