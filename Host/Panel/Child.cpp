@@ -38,6 +38,29 @@ private:
     posix_spawn_file_actions_t mActions{};
 };
 
+/** How a child is started: in a group of its own, so that the terminal's Ctrl-C reaches this
+ * process alone, which decides what becomes of its children. */
+class SpawnAttributes {
+public:
+    SpawnAttributes() {
+        posix_spawnattr_init(&mAttributes);
+        posix_spawnattr_setpgroup(&mAttributes, 0);
+        sigset_t ignoredHere;
+        sigemptyset(&ignoredHere);
+        sigaddset(&ignoredHere, SIGPIPE);
+        posix_spawnattr_setsigdefault(&mAttributes, &ignoredHere);
+        posix_spawnattr_setflags(&mAttributes, POSIX_SPAWN_SETPGROUP | POSIX_SPAWN_SETSIGDEF);
+    }
+    ~SpawnAttributes() { posix_spawnattr_destroy(&mAttributes); }
+    SpawnAttributes(const SpawnAttributes&) = delete;
+    SpawnAttributes& operator=(const SpawnAttributes&) = delete;
+
+    const posix_spawnattr_t* get() const { return &mAttributes; }
+
+private:
+    posix_spawnattr_t mAttributes{};
+};
+
 } // namespace
 
 Child::Child(const ChildSetting& setting) {
@@ -57,7 +80,8 @@ Child::Child(const ChildSetting& setting) {
         pointers.push_back(word.data());
     }
     pointers.push_back(nullptr);
-    const int problem = posix_spawnp(&mId, setting.program.c_str(), actions.get(), nullptr,
+    const SpawnAttributes attributes;
+    const int problem = posix_spawnp(&mId, setting.program.c_str(), actions.get(), attributes.get(),
                                      pointers.data(), environ);
     if (problem != 0) {
         mId = -1;

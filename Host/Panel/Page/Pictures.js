@@ -5,6 +5,8 @@ import {getPicture} from "./Api.js";
 import {tell} from "./Dom.js";
 import {store} from "./Store.js";
 
+const manyPixels = 4e6;
+
 /// Sends one request at a time. Of those that come meanwhile the last one is sent.
 class Newest {
     #isBusy = false;
@@ -54,24 +56,32 @@ class Layer {
         this.#key = "";
         this.#abort?.abort();
         this.#abort = null;
+        this.#runPreview(frame, view, tried);
+    }
+
+    #runPreview(frame, view, tried) {
         this.#previews.run(async () => {
-            const began = performance.now();
             const query = {...this.query, ...tried, frame, ...view};
             const picture = await getPicture(this.paths.preview, query);
-            if (!this.#key) {
-                this.#show({...picture, frame, view, isStill: false, began});
+            if (!this.#key || this.shown?.key !== this.#key) {
+                this.#show({...picture, frame, view, isStill: false});
             }
         });
     }
 
-    /// The whole frame without a loss, if it isn't here.
-    async rest(frame, revision) {
+    /// The whole frame without a loss, if it isn't here. One that takes long is preceded by a
+    /// picture of `view`.
+    async rest(frame, revision, view) {
         const key = `${frame} ${revision}`;
         if (key === this.#key) {
             return;
         }
         this.#key = key;
         this.#previews.forget();
+        const {width, height} = store.state.footage;
+        if (width * height > manyPixels) {
+            this.#runPreview(frame, view, {});
+        }
         this.#abort?.abort();
         const abort = new AbortController();
         this.#abort = abort;
@@ -79,7 +89,7 @@ class Layer {
             const picture = await getPicture(this.paths.still, {...this.query, frame}, abort.signal);
             if (this.#key === key) {
                 const {width, height} = picture.bitmap;
-                this.#show({...picture, frame, view: {x: 0, y: 0, width, height}, isStill: true});
+                this.#show({...picture, frame, view: {x: 0, y: 0, width, height}, isStill: true, key});
             }
         } catch (error) {
             if (error.name !== "AbortError") {

@@ -70,12 +70,12 @@ export class Viewer extends EventTarget {
         if (this.#compare === "other" || this.#compare === "sides") {
             wanted.push([layers.other, revision, {}]);
         }
+        const view = {...this.#visible(), ground: this.#ground};
         for (const [layer, key, tried] of wanted) {
-            const isSame = layer.shown?.frame === frame;
             if (!this.#isMoving) {
-                layer.rest(frame, key);
-            } else if (layer === layers.effect || !isSame) {
-                layer.preview(frame, {...this.#visible(), ground: this.#ground}, tried);
+                layer.rest(frame, key, view);
+            } else if (layer === layers.effect || layer.shown?.frame !== frame) {
+                layer.preview(frame, view, tried);
             }
         }
     }
