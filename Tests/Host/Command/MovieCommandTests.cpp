@@ -129,35 +129,4 @@ TEST_F(MovieCommand, LeavesNothingBehindIfTheDiskIsFull) {
     EXPECT_EQ(mFolder.files(), std::vector<std::string>{"in.mp4"});
 }
 
-TEST_F(MovieCommand, RefusesWhatMoviesCantDo) {
-    make("-c:v libx264", "in.mp4");
-    makePicture("in.png", {1, 0, 0, 1}, OIIO::TypeDesc::UINT8);
-    std::ofstream(mFolder / "text.mp4") << "no movie";
-    struct Refusal {
-        Words words;
-        const char* reason;
-    };
-    const std::vector<Refusal> refusals{
-        {{"in.mp4", "out.mp4", "--resume"}, "--resume: a movie can't be taken up again"},
-        {{"in.mp4", "out.mp4", "--chunk", "1/2"}, "--chunk: a movie is written in one piece"},
-        {{"in.mp4", "out.mp4", "--fps", "30"}, "--fps is for pictures"},
-        {{"in.mp4", "out.mp4", "--frames", "1,2,9"}, "--frames takes one range"},
-        {{"in.mp4", "out.mp4", "--frames", "99"}, "'in.mp4' ends before frame 99"},
-        {{"in.mp4", "out.mp4", "--bitrate", "fast"}, "--bitrate takes bits a second"},
-        {{"in.mp4", "out.mp4", "--bitrate", "8M", "--quality", "50"}, "exclude each other"},
-        {{"in.mp4", "-", "--json-log", "-"}, "can't both be standard output"},
-        {{"in.mp4", "in.mp4"}, "can't be rendered in place"},
-        {{"in.mp4", "out.png"}, "--frames N takes one frame"},
-        {{"in.mp4", "out.xyz"}, "cannot write 'out.xyz'"},
-        {{"in.png", "out.png", "--codec", "ffv1"}, "--codec is for movies"},
-        {{"text.mp4", "out.mp4"}, "cannot read 'text.mp4' as a movie"},
-    };
-    for (const auto& [words, reason] : refusals) {
-        Words line{"render"};
-        line.insert(line.end(), words.begin(), words.end());
-        ExpectOneLine(runFake(line), reason);
-    }
-    EXPECT_EQ(mFolder.files().size(), 3U);
-}
-
 } // namespace

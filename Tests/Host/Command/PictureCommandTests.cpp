@@ -51,35 +51,6 @@ TEST_F(PictureCommand, WritesChannelsBitsAndCompressionAsAsked) {
     }
 }
 
-TEST_F(PictureCommand, RefusesWhatTheFormatLacks) {
-    const struct {
-        Words arguments;
-        const char* text;
-    } rows[] = {
-        {{"out.png", "--bits", "half"}, "--bits half: PNG holds 8 or 16"},
-        {{"out.png", "--bits", "9"}, "--bits takes 8, 10, 12, 16, half or float, not '9'"},
-        {{"out.jpg", "--channels", "rgba"}, "--channels: JPEG holds no alpha"},
-        {{"out.dpx", "--channels", "grey"}, "--channels: DPX holds no grey"},
-        {{"out.exr", "--compression", "lzw"}, "--compression lzw: OpenEXR has none, rle,"},
-        {{"out.exr", "--compression", "zip:10"}, "zip takes levels from 1 to 9, not 10"},
-        {{"out.exr", "--compression", "rle:1"}, "--compression rle takes no level"},
-        {{"out.exr", "--compression", "zip:x"}, "takes NAME or NAME:LEVEL, not 'zip:x'"},
-        {{"out.bmp", "--compression", "rle"}, "--compression: BMP has no choice of it"},
-        {{"out.png", "--quality", "50"}, "--quality: PNG is written without loss"},
-        {{"out.jp2"}, "JPEG 2000 pictures are not written, as"},
-        {{"out.fits"}, "FITS files are not written, as"},
-        {{"out.png", "--convert", "linear", "nowhere"}, "there is no conversion from 'linear' to"},
-        {{"out.mp4", "--channels", "rgb"}, "--channels is for pictures, and 'out.mp4' is none"},
-        {{"out.png", "--codec", "h264"}, "--codec is for movies, and 'out.png' is none"},
-    };
-    for (const auto& [arguments, text] : rows) {
-        Words line{"render", "in.exr"};
-        line.insert(line.end(), arguments.begin(), arguments.end());
-        ExpectOneLine(runFake(line), text);
-        EXPECT_EQ(mFolder.files(), std::vector<std::string>{"in.exr"});
-    }
-}
-
 TEST_F(PictureCommand, TellsWhatIsLost) {
     EXPECT_EQ(
         runFake({"render", "in.exr", "out.jpg"}).error,

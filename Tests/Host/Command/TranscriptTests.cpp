@@ -1,7 +1,7 @@
 // Runs the files in Transcripts. Each begins in a folder with pictures of its own; a line "$ words"
-// is given to the shell, where tesselune has the fake effect, and what it prints has to be the lines
-// up to the next one, with "..." for anything. A status other than 0 stands in a last line "? 1";
-// after a line that begins with "tesselune: " it may be left out.
+// is given to the shell, where tesselune has the fake effect, and what it prints has to be the
+// lines up to the next one, with "..." for anything. A status other than 0 stands in a last line "?
+// 1"; after a line that begins with "tesselune: " it may be left out.
 #include "Tests/Host/Command/CommandFixture.h"
 
 #include <gtest/gtest.h>
@@ -71,12 +71,14 @@ protected:
 };
 
 TEST_P(Transcript, IsWhatTheCommandDoes) {
-    const std::vector<Step> steps = Read(std::filesystem::path(TRANSCRIPTS) / (GetParam() + ".txt"));
+    const std::vector<Step> steps =
+        Read(std::filesystem::path(TRANSCRIPTS) / (GetParam() + ".txt"));
     ASSERT_FALSE(steps.empty());
     for (const Step& step : steps) {
         const std::string text = printed(step.words);
-        EXPECT_TRUE(Matches(text, step.expected))
-            << "$ " << step.words << '\n' << text << "instead of\n" << step.expected;
+        EXPECT_TRUE(Matches(text, step.expected)) << "$ " << step.words << '\n'
+                                                  << text << "instead of\n"
+                                                  << step.expected;
     }
 }
 
