@@ -141,11 +141,12 @@ std::string MeltKeys(const Parameter& parameter, const Keyframes& keyframes,
         }
         const double next =
             std::min(FrameOf(keys[i + 1].place, keyframes.unit(), footage.rate()), last + 1);
-        for (double between = std::max(frame + 1, first); between < next; ++between) {
-            const double place =
-                keyframes.unit() == KeyUnit::Frames
-                    ? between
-                    : between * footage.rate().timeStep() / footage.rate().timeScale();
+        const auto from = static_cast<A_long>(std::clamp(frame + 1, first, last + 1));
+        for (A_long between = from; between < next; ++between) {
+            const double place = keyframes.unit() == KeyUnit::Frames
+                                     ? between
+                                     : static_cast<double>(between) * footage.rate().timeStep() /
+                                           footage.rate().timeScale();
             add(between, keyframes.at(place), "");
         }
     }
