@@ -1,4 +1,4 @@
-#include "Host/Panel/CommandLines.h"
+#include "Host/Panel/Frei0rLines.h"
 
 #include "Host/Parameters/KeyframeText.h"
 #include "Tests/Host/Parameters/SampleParameters.h"
@@ -10,7 +10,7 @@
 namespace Kerovane::Host {
 namespace {
 
-TEST(CommandLines, HaveKeysAsMeltReadsThem) {
+TEST(Frei0rLines, HaveKeysAsMeltReadsThem) {
     const TemporaryFolder folder;
     RawPicture::of({0, 0, 0}, OIIO::TypeDesc::UINT8, -1, 8, 8).write(folder / "a b.png");
     const auto footage =
