@@ -4,6 +4,7 @@
 #include "Host/Panel/Look.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace Kerovane::Host {
@@ -29,16 +30,14 @@ Words StillWords(const LineSetting& setting, const Look& look, const Footage& fo
 Words ShotWords(const LineSetting& setting, const Look& look, const Footage& footage,
                 const std::string& input, const std::string& output);
 
+/// A word as a shell takes it.
+std::string Quoted(std::string_view word);
+
 /// A line for a shell.
 std::string ShellLine(const std::string& program, const Words& words);
 
-/// Lines for programs that have the effect through frei0r. Those that know no keys get the values
-/// at `frame`.
-std::string FfmpegLine(const LineSetting& setting, const Look& look, const Footage& footage,
-                       A_long frame);
-std::string MeltLine(const LineSetting& setting, const Look& look, const Footage& footage);
-std::string GStreamerLine(const LineSetting& setting, const Look& look, const Footage& footage,
-                          A_long frame);
+/// Whether the look has the parameter as the effect declares it, at all times.
+bool IsDefault(const Parameter& parameter, const Look& look);
 
 /// The value that `parameter` has at `frame`.
 double ValueAt(const Parameter& parameter, const Look& look, const Footage& footage, double frame);

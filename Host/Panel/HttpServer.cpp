@@ -214,7 +214,7 @@ private:
     void answer() {
         mStream.expires_never();
         mRequest.body = std::move(mParser->get().body());
-        asio::post(mServer.mWorkers, [self = shared_from_this()] {
+        asio::post(mServer.mWorkers, [self = shared_from_this()]() mutable {
             auto reply =
                 std::make_shared<HttpReply>(Answer(self->mServer.mService, self->mRequest));
             Connection& connection = *self;

@@ -1,5 +1,6 @@
 #include "Host/Panel/PanelSession.h"
 
+#include "Host/Panel/Frei0rLines.h"
 #include "Host/Panel/Order.h"
 #include "Host/Panel/PictureCoding.h"
 #include "Host/Panel/Surprise.h"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Host/Frames/FrameRenderer.h"
+#include "Host/Panel/CellFinder.h"
 #include "Host/Panel/CommandLines.h"
 #include "Host/Panel/FramePainter.h"
 #include "Host/Panel/History.h"

@@ -15,7 +15,7 @@ let timeline = null;
 
 function updateBar() {
     const {footage, canUndo, canRedo, renderer, renderers} = store.state;
-    byId("name").textContent = footage.name;
+    byId("name").textContent = byId("name").title = footage.name;
     byId("size").textContent = `${footage.width} × ${footage.height}` + (footage.deep ? ", deep" : "");
     byId("undo").disabled = !canUndo;
     byId("redo").disabled = !canRedo;

@@ -1,0 +1,236 @@
+#include "Host/Panel/Frei0rLines.h"
+
+#include "Host/Parameters/ParameterText.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <vector>
+
+namespace Kerovane::Host {
+
+namespace {
+
+/// Which numbers a program hands on to frei0r.
+enum class Frei0rReach {
+    All,      ///< from 2 on a number stands for itself
+    Positions ///< 0 to 1 alone, the nearest for what lies beyond the slider
+};
+
+constexpr double kTurn = 360;
+
+bool IsAngle(const Parameter& parameter) {
+    return parameter.type() == PF_Param_ANGLE;
+}
+
+/// What frei0r's numbers from 0 to 1 stand for.
+Interval Frei0rRange(const Parameter& parameter) {
+    return IsAngle(parameter) ? Interval{0, kTurn} : parameter.slider;
+}
+
+std::string Frei0rNumber(const Parameter& parameter, double value, Frei0rReach reach) {
+    constexpr double kFirstInUnits = 2;
+    if (reach == Frei0rReach::All && value >= kFirstInUnits && parameter.type() != PF_Param_POPUP) {
+        return fmt::format("{:.9g}", value);
+    }
+    const Interval range = Frei0rRange(parameter);
+    return fmt::format("{:.9g}",
+                       std::clamp((value - range.min) / (range.max - range.min), 0.0, 1.0));
+}
+
+double WithinATurn(double degrees) {
+    return degrees - std::floor(degrees / kTurn) * kTurn;
+}
+
+/// How a program writes a switch that is on, and off.
+struct SwitchWords {
+    const char* on;
+    const char* off;
+};
+
+std::string Frei0rValue(const Parameter& parameter, double value, const SwitchWords& words,
+                        Frei0rReach reach = Frei0rReach::All) {
+    if (parameter.type() == PF_Param_CHECKBOX) {
+        return value != 0 ? words.on : words.off;
+    }
+    return Frei0rNumber(parameter, IsAngle(parameter) ? WithinATurn(value) : value, reach);
+}
+
+/** How keys are written for hosts that go from number to number between them: all in one unit. */
+class Frei0rKeys {
+public:
+    Frei0rKeys(const Parameter& parameter, const std::vector<Keyframe>& keys)
+        : mParameter(parameter) {
+        const auto [low, high] = std::ranges::minmax(keys, {}, &Keyframe::value);
+        const Interval range = Frei0rRange(parameter);
+        if (IsAngle(parameter)) {
+            mShift = WithinATurn(low.value) - low.value; // turns that nobody sees
+        }
+        const bool isWithin =
+            range.contains(low.value + mShift) && range.contains(high.value + mShift);
+        mReach = isWithin ? Frei0rReach::Positions : Frei0rReach::All;
+        if (IsAngle(parameter) && !isWithin) {
+            mShift += kTurn; // away from the numbers that stand for positions
+        }
+    }
+
+    std::string text(double value) const {
+        return mParameter.type() == PF_Param_CHECKBOX
+                   ? (value != 0 ? "1" : "0")
+                   : Frei0rNumber(mParameter, value + mShift, mReach);
+    }
+
+private:
+    const Parameter& mParameter;
+    double mShift = 0;
+    Frei0rReach mReach = Frei0rReach::Positions;
+};
+
+double FrameOf(double place, KeyUnit unit, FrameRate rate) {
+    return unit == KeyUnit::Frames ? place : place * rate.timeScale() / rate.timeStep();
+}
+
+/// Keys as MLT reads them, counted from the first frame. Ways that it has otherwise are written
+/// frame by frame.
+std::string MeltKeys(const Parameter& parameter, const Keyframes& keyframes,
+                     const Footage& footage) {
+    const double first = footage.frames().front();
+    const double last = footage.frames().back();
+    const Frei0rKeys written(parameter, keyframes.keys());
+    std::vector<std::string> texts;
+    const auto add = [&](double frame, double value, const char* way) {
+        texts.push_back(fmt::format("{:.0f}{}={}", frame - first, way, written.text(value)));
+    };
+    const std::vector<Keyframe>& keys = keyframes.keys();
+    if (keys.size() == 1) {
+        return Frei0rValue(parameter, keys.front().value, {"1", "0"});
+    }
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        const double frame = std::round(FrameOf(keys[i].place, keyframes.unit(), footage.rate()));
+        const bool isHeld = keys[i].toNext == Interpolation::Hold;
+        add(frame, keys[i].value, isHeld ? "|" : "");
+        if (isHeld || keys[i].toNext == Interpolation::Linear || i + 1 == keys.size()) {
+            continue;
+        }
+        const double next =
+            std::min(FrameOf(keys[i + 1].place, keyframes.unit(), footage.rate()), last + 1);
+        const auto from = static_cast<A_long>(std::clamp(frame + 1, first, last + 1));
+        for (A_long between = from; between < next; ++between) {
+            const double place = keyframes.unit() == KeyUnit::Frames
+                                     ? between
+                                     : static_cast<double>(between) * footage.rate().timeStep() /
+                                           footage.rate().timeScale();
+            add(between, keyframes.at(place), "");
+        }
+    }
+    return fmt::format("{}", fmt::join(texts, ";"));
+}
+
+/// MLT fits pictures into a frame of its own unless a file tells it theirs.
+std::string MeltProfile(const Footage& footage) {
+    return fmt::format(
+        "description=cells width={0} height={1} display_aspect_num={0} display_aspect_den={1} "
+        "sample_aspect_num=1 sample_aspect_den=1 frame_rate_num={2} "
+        "frame_rate_den={3} progressive=1 colorspace=709",
+        footage.width(), footage.height(), footage.rate().timeScale(), footage.rate().timeStep());
+}
+
+std::string InputOf(const Footage& footage) {
+    return Quoted(footage.input().string());
+}
+
+/// A sequence's name as FFmpeg and MLT take it, where it has one '#'.
+std::string PercentPattern(const Footage& footage) {
+    std::string name = footage.input().string();
+    const std::size_t first = name.find('#');
+    if (first != std::string::npos) {
+        const std::size_t count = name.find_first_not_of('#', first) - first;
+        constexpr std::size_t kOne = 4;
+        name.replace(first, std::min(count, name.size() - first),
+                     fmt::format("%0{}d", count == 1 ? kOne : count));
+    }
+    return Quoted(name);
+}
+
+} // namespace
+
+std::string FfmpegLine(const LineSetting& setting, const Look& look, const Footage& footage,
+                       A_long frame) {
+    std::vector<std::string> values;
+    for (const Parameter& parameter : setting.parameters) {
+        if (parameter.hasValue()) {
+            values.push_back(
+                Frei0rValue(parameter, ValueAt(parameter, look, footage, frame), {"y", "n"}));
+        }
+    }
+    const std::string filter = Quoted(fmt::format("frei0r=tesselune:{}", fmt::join(values, "|")));
+    switch (footage.kind()) {
+    case FootageKind::Picture:
+        return fmt::format("ffmpeg -i {} -vf {} cells.png", InputOf(footage), filter);
+    case FootageKind::Sequence:
+        return fmt::format("ffmpeg -framerate {}/{} -start_number {} -i {} -vf {} cells.%04d.png",
+                           footage.rate().timeScale(), footage.rate().timeStep(),
+                           footage.frames().front(), PercentPattern(footage), filter);
+    default:
+        return fmt::format("ffmpeg -i {} -vf {} -c:v libx264 -pix_fmt yuv420p cells.mp4",
+                           InputOf(footage), filter);
+    }
+}
+
+std::string MeltLine(const LineSetting& setting, const Look& look, const Footage& footage) {
+    std::string properties;
+    std::size_t number = 0;
+    for (const Parameter& parameter : setting.parameters) {
+        if (!parameter.hasValue()) {
+            continue;
+        }
+        if (!IsDefault(parameter, look)) {
+            properties +=
+                fmt::format(" {}={}", number,
+                            Quoted(MeltKeys(parameter, look.settings.at(parameter.id()), footage)));
+        }
+        ++number;
+    }
+    const std::string filter = "-filter frei0r.tesselune" + properties;
+    if (footage.kind() == FootageKind::Movie) {
+        return fmt::format("melt {} {} -consumer avformat:cells.mp4 vcodec=libx264",
+                           InputOf(footage), filter);
+    }
+    const bool isPicture = footage.kind() == FootageKind::Picture;
+    const std::string input =
+        isPicture ? InputOf(footage) + " out=0"
+                  : fmt::format("{}?begin={} out={}", PercentPattern(footage),
+                                footage.frames().front(), footage.frames().size() - 1);
+    return fmt::format("printf '%s\\n' {} > cells.profile && melt -profile cells.profile {} {} "
+                       "-consumer avformat:cells.%d.png vcodec=png pix_fmt=rgba "
+                       "mlt_image_format=rgba real_time=-1",
+                       MeltProfile(footage), input, filter);
+}
+
+std::string GStreamerLine(const LineSetting& setting, const Look& look, const Footage& footage,
+                          A_long frame) {
+    std::string properties;
+    for (const Parameter& parameter : setting.parameters) {
+        if (parameter.hasValue() && !IsDefault(parameter, look)) {
+            properties +=
+                fmt::format(" {}={}", TypedName(parameter.displayName()),
+                            Frei0rValue(parameter, ValueAt(parameter, look, footage, frame),
+                                        {"true", "false"}, Frei0rReach::Positions));
+        }
+    }
+    const bool isSequence = footage.kind() == FootageKind::Sequence;
+    return fmt::format(
+        "gst-launch-1.0 {} ! videoconvert ! frei0r-filter-tesselune{} ! videoconvert ! {}",
+        isSequence ? fmt::format("multifilesrc location={} start-index={} "
+                                 "caps=image/png,framerate={}/{} ! pngdec",
+                                 PercentPattern(footage), footage.frames().front(),
+                                 footage.rate().timeScale(), footage.rate().timeStep())
+                   : fmt::format("filesrc location={} ! decodebin", InputOf(footage)),
+        properties,
+        footage.kind() == FootageKind::Picture ? "pngenc ! filesink location=cells.png"
+                                               : "x264enc ! mp4mux ! filesink location=cells.mp4");
+}
+
+} // namespace Kerovane::Host
