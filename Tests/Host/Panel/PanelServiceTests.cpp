@@ -27,6 +27,7 @@ protected:
                                     .look = {},
                                     .presets = {},
                                     .program = "/bin/false",
+                                    .programVersion = "tesselune",
                                     .programWords = {},
                                     .outputFolder = mFolder / "out"});
         mService.emplace(mToken, *mSession, "{}");

@@ -30,7 +30,7 @@ class PageTest(unittest.TestCase):
         cls.browser = Browser()
         cls.folder = tempfile.mkdtemp(prefix="tesselune-page-")
         shutil.copy(SAMPLE, cls.folder + "/photo.png")
-        run("render", "photo.png", "deep.tif", "--depth", "32", "--size", "2", folder=cls.folder)
+        run("render", "photo.png", "deep.tif", "--bits", "16", "--size", "2", folder=cls.folder)
         run("render", "photo.png", "shot.#.png", "--frames", "11-30", "--renderer", "software",
             "--size", "11:3 30:60", folder=cls.folder)
         run("render", "shot.#.png", "clip.mkv", "--codec", "ffv1", "--fps", "25", folder=cls.folder)
@@ -267,6 +267,11 @@ class Inputs(PageTest):
     def test_deep_pictures_are_shown_with_8_bits(self):
         self.open("deep.tif", "--size", "30")
         self.assertIn("--depth 8", self.line())
+        self.assertShowsWhatTheLineRenders()
+
+    def test_linear_pictures_are_converted(self):
+        self.open("deep.tif", "--convert", "linear", "sRGB", "--size", "30")
+        self.assertIn("--convert linear sRGB --bits 8", self.line())
         self.assertShowsWhatTheLineRenders()
 
     def test_another_picture_is_tried_in_memory(self):
