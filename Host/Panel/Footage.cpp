@@ -44,8 +44,8 @@ public:
     }
 
     SharedPicture frame(A_long number) override {
-        const auto found = std::ranges::find(mShot.frames, number, &ShotFrame::number);
-        if (found == mShot.frames.end()) {
+        const auto found = std::ranges::lower_bound(mShot.frames, number, {}, &ShotFrame::number);
+        if (found == mShot.frames.end() || found->number != number) {
             FailToFind(number);
         }
         const std::lock_guard lock(mMutex);

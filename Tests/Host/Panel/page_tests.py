@@ -339,15 +339,23 @@ class Output(PageTest):
             "document.getElementById('progress-text').textContent.includes('frames, done')")
         run("render", "shot.#.png", "own.#.png", "--size", "11:4 30:60", "--renderer", "software",
             folder=self.folder)
-        self.browser.click("#render-replace")
-        self.browser.click("#render")
-        self.browser.click("#stop")
-        self.browser.wait(
-            "document.getElementById('progress-text').textContent.includes('frames, stopped')")
         for frame in (11, 20, 30):
             with open(f"{self.folder}/renders/cells.{frame:04}.png", "rb") as one, \
                     open(f"{self.folder}/own.{frame:04}.png", "rb") as other:
                 self.assertEqual(one.read(), other.read())
+
+    def test_a_rendering_is_stopped(self):
+        os.mkdir(self.folder + "/many")
+        self.open("photo.png", "--frames", "0-3000", "--output-folder", "many")
+        self.browser.click("#open-output")
+        self.browser.click("#render")
+        self.browser.wait("document.getElementById('progress-bar').value > 0")
+        self.browser.click("#stop")
+        self.browser.wait(
+            "document.getElementById('progress-text').textContent.includes('frames, stopped')")
+        rendered = os.listdir(self.folder + "/many")
+        self.assertLess(len(rendered), 3000)
+        self.assertFalse([name for name in rendered if "partial" in name])
 
 
 if __name__ == "__main__":
