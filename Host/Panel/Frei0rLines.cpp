@@ -141,17 +141,24 @@ std::string InputOf(const Footage& footage) {
     return Quoted(footage.input().string());
 }
 
-/// A sequence's name as FFmpeg and MLT take it, where it has one '#'.
+/// A sequence's name with its place for the number in the form that FFmpeg, MLT and GStreamer take.
 std::string PercentPattern(const Footage& footage) {
+    constexpr std::size_t kDigitsOfOneHash = 4;
     std::string name = footage.input().string();
-    const std::size_t first = name.find('#');
-    if (first != std::string::npos) {
-        const std::size_t count = name.find_first_not_of('#', first) - first;
-        constexpr std::size_t kOne = 4;
-        name.replace(first, std::min(count, name.size() - first),
-                     fmt::format("%0{}d", count == 1 ? kOne : count));
+    const std::size_t start = name.find_first_of("#@$", name.rfind('/') + 1);
+    if (start == std::string::npos) {
+        return name; // "%04d" is that form
     }
-    return Quoted(name);
+    const bool isLetter = name.compare(start, 2, "$F") == 0;
+    const std::size_t end = std::min(isLetter ? name.find_first_not_of("0123456789", start + 2)
+                                              : name.find_first_not_of(name[start], start),
+                                     name.size());
+    const std::size_t count = end - start;
+    const std::string digits =
+        isLetter ? name.substr(start + 2, count - 2)
+                 : std::to_string(name[start] == '#' && count == 1 ? kDigitsOfOneHash : count);
+    name.replace(start, count, digits.empty() ? "%d" : fmt::format("%0{}d", digits));
+    return name;
 }
 
 } // namespace
@@ -172,7 +179,7 @@ std::string FfmpegLine(const LineSetting& setting, const Look& look, const Foota
     case FootageKind::Sequence:
         return fmt::format("ffmpeg -framerate {}/{} -start_number {} -i {} -vf {} cells.%04d.png",
                            footage.rate().timeScale(), footage.rate().timeStep(),
-                           footage.frames().front(), PercentPattern(footage), filter);
+                           footage.frames().front(), Quoted(PercentPattern(footage)), filter);
     default:
         return fmt::format("ffmpeg -i {} -vf {} -c:v libx264 -pix_fmt yuv420p cells.mp4",
                            InputOf(footage), filter);
@@ -201,8 +208,10 @@ std::string MeltLine(const LineSetting& setting, const Look& look, const Footage
     const bool isPicture = footage.kind() == FootageKind::Picture;
     const std::string input =
         isPicture ? InputOf(footage) + " out=0"
-                  : fmt::format("{}?begin={} out={}", PercentPattern(footage),
-                                footage.frames().front(), footage.frames().size() - 1);
+                  : fmt::format("{} out={}",
+                                Quoted(fmt::format("pixbuf:{}?begin={}", PercentPattern(footage),
+                                                   footage.frames().front())),
+                                footage.frames().size() - 1);
     return fmt::format("printf '%s\\n' {} > cells.profile && melt -profile cells.profile {} {} "
                        "-consumer avformat:cells.%d.png vcodec=png pix_fmt=rgba "
                        "mlt_image_format=rgba real_time=-1",
@@ -220,17 +229,22 @@ std::string GStreamerLine(const LineSetting& setting, const Look& look, const Fo
                                         {"true", "false"}, Frei0rReach::Positions));
         }
     }
-    const bool isSequence = footage.kind() == FootageKind::Sequence;
-    return fmt::format(
-        "gst-launch-1.0 {} ! videoconvert ! frei0r-filter-tesselune{} ! videoconvert ! {}",
-        isSequence ? fmt::format("multifilesrc location={} start-index={} "
-                                 "caps=image/png,framerate={}/{} ! pngdec",
-                                 PercentPattern(footage), footage.frames().front(),
-                                 footage.rate().timeScale(), footage.rate().timeStep())
-                   : fmt::format("filesrc location={} ! decodebin", InputOf(footage)),
-        properties,
-        footage.kind() == FootageKind::Picture ? "pngenc ! filesink location=cells.png"
-                                               : "x264enc ! mp4mux ! filesink location=cells.mp4");
+    const std::string filter =
+        fmt::format(" ! videoconvert ! frei0r-filter-tesselune{} ! videoconvert ! ", properties);
+    const std::string file =
+        fmt::format("gst-launch-1.0 filesrc location={} ! decodebin", InputOf(footage));
+    switch (footage.kind()) {
+    case FootageKind::Picture:
+        return file + filter + "pngenc ! filesink location=cells.png";
+    case FootageKind::Sequence:
+        return fmt::format("gst-launch-1.0 multifilesrc location={} start-index={} "
+                           "caps=image/png,framerate={}/{} ! pngdec{}pngenc ! "
+                           "multifilesink location=cells.%04d.png",
+                           Quoted(PercentPattern(footage)), footage.frames().front(),
+                           footage.rate().timeScale(), footage.rate().timeStep(), filter);
+    default:
+        return file + filter + "vp9enc ! webmmux ! filesink location=cells.webm";
+    }
 }
 
 } // namespace Kerovane::Host

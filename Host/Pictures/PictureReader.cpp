@@ -404,6 +404,10 @@ PicturePart ReadPart(PictureFile& file, const std::vector<ColourLayer>& layers,
                      const ReadSetting& setting, std::vector<std::string>& losses) {
     ImageSpec layout = file.layout();
     const std::vector<int> others = OtherPlaces(layout, layers);
+    constexpr int kSeparated = 5; // TIFF 6.0, PhotometricInterpretation: CMYK
+    if (layout.get_int_attribute("tiff:PhotometricInterpretation") == kSeparated) {
+        losses.emplace_back("CMYK was made RGB without a profile");
+    }
     const bool reachesBeyond = file.isOpenExr() && ReachesBeyondItsFrame(layout);
     const bool keepsOverscan = reachesBeyond && setting.keepOverscan;
     if (reachesBeyond && !keepsOverscan) {

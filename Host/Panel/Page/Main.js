@@ -16,7 +16,7 @@ let timeline = null;
 function updateBar() {
     const {footage, canUndo, canRedo, renderer, renderers} = store.state;
     byId("name").textContent = byId("name").title = footage.name;
-    byId("size").textContent = `${footage.width} × ${footage.height}` + (footage.deep ? ", deep" : "");
+    byId("size").textContent = `${footage.width} × ${footage.height}` + (footage.deep ? ", more than 8 bits" : "");
     byId("undo").disabled = !canUndo;
     byId("redo").disabled = !canRedo;
     byId("back").hidden = !footage.dropped;

@@ -1,6 +1,7 @@
 #include "Host/Panel/Frei0rLines.h"
 
 #include "Host/Parameters/KeyframeText.h"
+#include "Host/Shots/SequencePattern.h"
 #include "Tests/Host/Parameters/SampleParameters.h"
 #include "Tests/Support/RawPicture.h"
 #include "Tests/Support/TemporaryFolder.h"
@@ -42,6 +43,28 @@ TEST(Frei0rLines, HaveKeysAsMeltReadsThem) {
         const Words words = StillWords(setting, look, *footage, 12);
         EXPECT_NE(ShellLine("tesselune", words).find("a b.png' still.png --frames 12"),
                   std::string::npos);
+    }
+}
+
+TEST(Frei0rLines, NameSequencesAsFfmpegDoes) {
+    struct Row {
+        const char* pattern;
+        const char* name;
+    };
+    constexpr Row kRows[] = {
+        {"s.#.png", "s.%04d.png"},   {"s.###.png", "s.%03d.png"}, {"s.@.png", "s.%01d.png"},
+        {"s.$F3.png", "s.%03d.png"}, {"s.$F.png", "s.%d.png"},    {"s.%05d.png", "s.%05d.png"},
+    };
+    const std::vector<Parameter> parameters{Percentage()};
+    const LineSetting setting{.parameters = parameters, .options = {"size"}};
+    for (const Row& row : kRows) {
+        const TemporaryFolder folder;
+        const std::filesystem::path file =
+            SequencePattern::parse(folder / row.pattern).value().pathOf(7);
+        RawPicture::of({0, 0, 0}, OIIO::TypeDesc::UINT8, -1, 8, 8).write(file);
+        const auto footage = OpenFootage({.input = folder / row.pattern});
+        const std::string line = FfmpegLine(setting, {}, *footage, 7);
+        EXPECT_NE(line.find((folder / row.name).string()), std::string::npos) << line;
     }
 }
 
