@@ -92,57 +92,57 @@ bool IsWorthTelling(const OIIO::ParamValue& attribute, ColourChannels channels) 
 }
 
 void CopyMetadata(const ImageSpec& origin, ColourChannels channels, const OutputFormat& format,
-                  ImageSpec& spec) {
+                  ImageSpec& file) {
     for (const OIIO::ParamValue& attribute : origin.extra_attribs) {
         if (!DescribesTheFile(attribute, channels)) {
-            spec.extra_attribs.push_back(attribute);
+            file.extra_attribs.push_back(attribute);
         }
     }
     if (format.hasNamedChannels) {
-        spec.x = origin.x;
-        spec.y = origin.y;
-        spec.full_x = origin.full_x;
-        spec.full_y = origin.full_y;
-        spec.full_width = origin.full_width;
-        spec.full_height = origin.full_height;
+        file.x = origin.x;
+        file.y = origin.y;
+        file.full_x = origin.full_x;
+        file.full_y = origin.full_y;
+        file.full_width = origin.full_width;
+        file.full_height = origin.full_height;
     }
 }
 
 /// How the part's own file of the same format held it.
-void CopyStorage(const ImageSpec& origin, const OutputFormat& format, ImageSpec& spec) {
+void CopyStorage(const ImageSpec& origin, const OutputFormat& format, ImageSpec& file) {
     constexpr std::array<std::string_view, 2> kTiled{"openexr", "tiff"};
     if (std::ranges::find(kTiled, format.writer) != kTiled.end() && origin.tile_width > 0 &&
         origin.tile_depth <= 1) {
-        spec.tile_width = origin.tile_width;
-        spec.tile_height = origin.tile_height;
-        spec.tile_depth = 1;
+        file.tile_width = origin.tile_width;
+        file.tile_height = origin.tile_height;
+        file.tile_depth = 1;
     }
     for (const char* name :
          {"openexr:dwaCompressionLevel", "openexr:lineOrder", "oiio:subimagename"}) {
         if (const OIIO::ParamValue* value = origin.find_attribute(name)) {
-            spec.extra_attribs.push_back(*value);
+            file.extra_attribs.push_back(*value);
         }
     }
     const std::string compression = origin.get_string_attribute("compression");
     if (std::ranges::find(format.compressions, compression, &Compression::name) !=
         format.compressions.end()) {
-        spec.attribute("compression", compression);
+        file.attribute("compression", compression);
     }
 }
 
-void SetCompression(const OutputFormat& format, const PictureSettings& settings, ImageSpec& spec) {
+void SetCompression(const OutputFormat& format, const PictureSettings& settings, ImageSpec& file) {
     if (!settings.compression.empty()) {
-        spec.attribute("compression",
+        file.attribute("compression",
                        settings.compressionLevel
                            ? fmt::format("{}:{}", settings.compression, *settings.compressionLevel)
                            : settings.compression);
     }
     if (settings.quality) {
-        spec.attribute("compression", fmt::format("{}:{}", format.writer, *settings.quality));
+        file.attribute("compression", fmt::format("{}:{}", format.writer, *settings.quality));
     }
     if (format.writer == "jpeg") {
         // Cells have hard borders, which a file with colour at half the resolution would smear.
-        spec.attribute("jpeg:subsampling", "4:4:4");
+        file.attribute("jpeg:subsampling", "4:4:4");
     }
     if (format.writer != "png") {
         return;
@@ -151,16 +151,16 @@ void SetCompression(const OutputFormat& format, const PictureSettings& settings,
     // small as at the library's own level of 6 and takes less than half of the time.
     constexpr int kFilterUp = 0x20;
     constexpr int kLevel = 4;
-    spec.attribute("png:filter", kFilterUp);
-    spec.attribute("png:compressionLevel", settings.compressionLevel.value_or(kLevel));
+    file.attribute("png:filter", kFilterUp);
+    file.attribute("png:compressionLevel", settings.compressionLevel.value_or(kLevel));
 }
 
-void AddRecord(const OutputFormat& format, const PictureSettings& settings, ImageSpec& spec) {
+void AddRecord(const OutputFormat& format, const PictureSettings& settings, ImageSpec& file) {
     if (!settings.record.program.empty()) {
-        spec.attribute("Software", settings.record.program);
+        file.attribute("Software", settings.record.program);
     }
     if (format.hasRecord && !settings.record.settings.empty()) {
-        spec.attribute(kSettingsAttribute, settings.record.settings);
+        file.attribute(kSettingsAttribute, settings.record.settings);
     }
 }
 
@@ -183,9 +183,9 @@ std::vector<std::string> NamesOf(ColourChannels channels, const PictureLayer& la
     return names;
 }
 
-void AddChannels(const std::vector<std::string>& names, ImageSpec& spec) {
-    spec.channelnames.insert(spec.channelnames.end(), names.begin(), names.end());
-    spec.nchannels += static_cast<int>(names.size());
+void AddChannels(const std::vector<std::string>& names, ImageSpec& file) {
+    file.channelnames.insert(file.channelnames.end(), names.begin(), names.end());
+    file.nchannels += static_cast<int>(names.size());
 }
 
 std::span<const PictureLayer> LayersFor(const OutputFormat& format, const PicturePart& part) {
@@ -195,18 +195,18 @@ std::span<const PictureLayer> LayersFor(const OutputFormat& format, const Pictur
 /// The part as it is stored, none of whose layers is worked on.
 PartLayout LayoutOfStored(const PicturePart& part, const OutputFormat& format) {
     const ImageSpec& stored = part.stored.layout();
-    PartLayout layout{.spec = {part.origin.width, part.origin.height, 0, stored.format},
+    PartLayout layout{.file = {part.origin.width, part.origin.height, 0, stored.format},
                       .layers = {}};
-    CopyMetadata(part.origin, {}, format, layout.spec);
-    CopyStorage(part.origin, format, layout.spec);
+    CopyMetadata(part.origin, {}, format, layout.file);
+    CopyStorage(part.origin, format, layout.file);
     for (const char* name : {"oiio:BitsPerSample", "oiio:UnassociatedAlpha"}) {
         if (const OIIO::ParamValue* value = stored.find_attribute(name)) {
-            layout.spec.extra_attribs.push_back(*value);
+            layout.file.extra_attribs.push_back(*value);
         }
     }
-    AddChannels(stored.channelnames, layout.spec);
-    layout.spec.channelformats = stored.channelformats;
-    layout.spec.alpha_channel = stored.alpha_channel;
+    AddChannels(stored.channelnames, layout.file);
+    layout.file.channelformats = stored.channelformats;
+    layout.file.alpha_channel = stored.alpha_channel;
     return layout;
 }
 
@@ -216,7 +216,7 @@ PartLayout LayoutOf(const PicturePart& part, const std::string& formatOfPicture,
                     const OutputFormat& format, const PictureSettings& settings) {
     if (part.layers.empty()) {
         PartLayout layout = LayoutOfStored(part, format);
-        AddRecord(format, settings, layout.spec);
+        AddRecord(format, settings, layout.file);
         return layout;
     }
     const bool isSameFormat = formatOfPicture == format.writer;
@@ -224,35 +224,35 @@ PartLayout LayoutOf(const PicturePart& part, const std::string& formatOfPicture,
         settings.bits.value_or(NearestBits(format, BitsOf(part, isSameFormat)));
     const World& world = part.layers.front().world;
     const bool hasOverscan = format.hasNamedChannels && part.stored.keepsOverscan();
-    PartLayout layout{.spec = {hasOverscan ? part.origin.width : world.width(),
+    PartLayout layout{.file = {hasOverscan ? part.origin.width : world.width(),
                                hasOverscan ? part.origin.height : world.height(), 0, TypeOf(bits)},
                       .layers = {}};
-    ImageSpec& spec = layout.spec;
+    ImageSpec& file = layout.file;
     for (const PictureLayer& layer : LayersFor(format, part)) {
         const ColourChannels channels = ChannelsOf(layer.channels, format, settings);
         layout.layers.push_back(channels);
-        AddChannels(NamesOf(channels, layer), spec);
+        AddChannels(NamesOf(channels, layer), file);
     }
     const ColourChannels& first = layout.layers.front();
-    spec.alpha_channel = first.hasAlpha ? (first.isGrey ? 1 : 3) : -1;
-    CopyMetadata(part.origin, first, format, spec);
+    file.alpha_channel = first.hasAlpha ? (first.isGrey ? 1 : 3) : -1;
+    CopyMetadata(part.origin, first, format, file);
     if (isSameFormat) {
-        CopyStorage(part.origin, format, spec);
+        CopyStorage(part.origin, format, file);
     }
-    SetCompression(format, settings, spec);
-    AddRecord(format, settings, spec);
+    SetCompression(format, settings, file);
+    AddRecord(format, settings, file);
     if (bits == ChannelBits::Bits10 || bits == ChannelBits::Bits12) {
-        spec.attribute("oiio:BitsPerSample", NumberOf(bits));
+        file.attribute("oiio:BitsPerSample", NumberOf(bits));
     }
     layout.isStraight = first.hasAlpha && format.isStraight;
     if (layout.isStraight) {
-        spec.attribute("oiio:UnassociatedAlpha", 1);
+        file.attribute("oiio:UnassociatedAlpha", 1);
     }
     if (format.hasNamedChannels && !part.stored.isEmpty()) {
-        spec.channelformats.resize(static_cast<std::size_t>(spec.nchannels), spec.format);
+        file.channelformats.resize(static_cast<std::size_t>(file.nchannels), file.format);
         for (const int place : part.stored.passing()) {
-            AddChannels({part.stored.layout().channel_name(place)}, spec);
-            spec.channelformats.push_back(part.stored.layout().channelformat(place));
+            AddChannels({part.stored.layout().channel_name(place)}, file);
+            file.channelformats.push_back(part.stored.layout().channelformat(place));
         }
     }
     return layout;

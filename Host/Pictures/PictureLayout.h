@@ -14,7 +14,7 @@ namespace Kerovane::Host {
 /** A part of a file that is written: what it says of itself, and which of its channels are whose.
  */
 struct PartLayout {
-    OIIO::ImageSpec spec;
+    OIIO::ImageSpec file;               ///< as it is opened to be written
     std::vector<ColourChannels> layers; ///< of each, one after the other, the first channels
     bool isStraight = true;             ///< alpha does not premultiply colour
 };

@@ -237,11 +237,11 @@ std::vector<const PicturePart*> PartsFor(const OutputFormat& format, const Pictu
 
 bool Open(ImageOutput& output, const std::string& name, const std::vector<PartLayout>& layouts) {
     if (layouts.size() == 1) {
-        return output.open(name, layouts.front().spec);
+        return output.open(name, layouts.front().file);
     }
-    std::vector<ImageSpec> specs;
-    std::ranges::transform(layouts, std::back_inserter(specs), &PartLayout::spec);
-    return output.open(name, static_cast<int>(specs.size()), specs.data());
+    std::vector<ImageSpec> files;
+    std::ranges::transform(layouts, std::back_inserter(files), &PartLayout::file);
+    return output.open(name, static_cast<int>(files.size()), files.data());
 }
 
 bool WriteParts(ImageOutput& output, const std::string& name,
@@ -251,7 +251,7 @@ bool WriteParts(ImageOutput& output, const std::string& name,
         return false;
     }
     for (std::size_t i = 0; i < parts.size(); ++i) {
-        if (i > 0 && !output.open(name, layouts[i].spec, ImageOutput::AppendSubimage)) {
+        if (i > 0 && !output.open(name, layouts[i].file, ImageOutput::AppendSubimage)) {
             return false;
         }
         if (!WritePart(output, *parts[i], layouts[i], format)) {

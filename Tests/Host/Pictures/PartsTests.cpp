@@ -25,16 +25,16 @@ constexpr int kHeight = 10;
 
 /// Part of a file, with another value in each channel of each pixel.
 struct RawPart {
-    ImageSpec spec;
+    ImageSpec layout;
     std::vector<float> values;
 
     static RawPart of(std::vector<std::string> channels, TypeDesc type, const char* name = "") {
         const auto count = static_cast<int>(channels.size());
         RawPart part{{kWidth, kHeight, count, type}, {}};
-        part.spec.channelnames = std::move(channels);
-        part.spec.alpha_channel = -1;
+        part.layout.channelnames = std::move(channels);
+        part.layout.alpha_channel = -1;
         if (*name != '\0') {
-            part.spec.attribute("oiio:subimagename", name);
+            part.layout.attribute("oiio:subimagename", name);
         }
         for (int i = 0; i < kWidth * kHeight * count; ++i) {
             part.values.push_back(static_cast<float>(i % 1000) / 1024);
@@ -45,12 +45,12 @@ struct RawPart {
 
 void Write(const std::filesystem::path& file, const std::vector<RawPart>& parts) {
     const auto output = OIIO::ImageOutput::create(file.string());
-    std::vector<ImageSpec> specs;
-    std::ranges::transform(parts, std::back_inserter(specs), &RawPart::spec);
-    ASSERT_TRUE(output->open(file.string(), static_cast<int>(specs.size()), specs.data()));
+    std::vector<ImageSpec> layouts;
+    std::ranges::transform(parts, std::back_inserter(layouts), &RawPart::layout);
+    ASSERT_TRUE(output->open(file.string(), static_cast<int>(layouts.size()), layouts.data()));
     for (std::size_t i = 0; i < parts.size(); ++i) {
         ASSERT_TRUE(i == 0 ||
-                    output->open(file.string(), specs[i], OIIO::ImageOutput::AppendSubimage));
+                    output->open(file.string(), layouts[i], OIIO::ImageOutput::AppendSubimage));
         ASSERT_TRUE(output->write_image(TypeDesc::FLOAT, parts[i].values.data()));
     }
     ASSERT_TRUE(output->close());
@@ -61,10 +61,10 @@ std::vector<RawPart> Read(const std::filesystem::path& file) {
     const auto input = OIIO::ImageInput::open(file.string());
     for (int i = 0; input->seek_subimage(i, 0); ++i) {
         RawPart part{input->spec(), {}};
-        part.values.resize(part.spec.image_pixels() *
-                           static_cast<std::size_t>(part.spec.nchannels));
+        part.values.resize(part.layout.image_pixels() *
+                           static_cast<std::size_t>(part.layout.nchannels));
         EXPECT_TRUE(
-            input->read_image(i, 0, 0, part.spec.nchannels, TypeDesc::FLOAT, part.values.data()));
+            input->read_image(i, 0, 0, part.layout.nchannels, TypeDesc::FLOAT, part.values.data()));
         parts.push_back(std::move(part));
     }
     return parts;
@@ -90,15 +90,15 @@ std::vector<std::string> Changed(const std::vector<RawPart>& before,
                                  const std::vector<RawPart>& after) {
     std::vector<std::string> changed;
     for (std::size_t i = 0; i < before.size(); ++i) {
-        const ImageSpec& spec = before[i].spec;
-        for (int channel = 0; channel < spec.nchannels; ++channel) {
-            const std::string name = spec.channel_name(channel);
-            const int there = after.at(i).spec.channelindex(name);
+        const ImageSpec& layout = before[i].layout;
+        for (int channel = 0; channel < layout.nchannels; ++channel) {
+            const std::string name = layout.channel_name(channel);
+            const int there = after.at(i).layout.channelindex(name);
             EXPECT_GE(there, 0) << name;
-            EXPECT_EQ(spec.channelformat(channel), after[i].spec.channelformat(there)) << name;
+            EXPECT_EQ(layout.channelformat(channel), after[i].layout.channelformat(there)) << name;
             bool isSame = true;
-            for (std::size_t pixel = 0; pixel < spec.image_pixels(); ++pixel) {
-                const auto count = static_cast<std::size_t>(spec.nchannels);
+            for (std::size_t pixel = 0; pixel < layout.image_pixels(); ++pixel) {
+                const auto count = static_cast<std::size_t>(layout.nchannels);
                 isSame =
                     isSame && before[i].values[pixel * count + static_cast<std::size_t>(channel)] ==
                                   after[i].values[pixel * count + static_cast<std::size_t>(there)];
@@ -116,15 +116,15 @@ protected:
     Parts() {
         RawPart beauty = RawPart::of({"R", "G", "B", "Z", "glow.red", "glow.green", "glow.blue"},
                                      TypeDesc::HALF, "beauty");
-        beauty.spec.channelformats = {TypeDesc::HALF,  TypeDesc::HALF,  TypeDesc::HALF,
-                                      TypeDesc::FLOAT, TypeDesc::FLOAT, TypeDesc::FLOAT,
-                                      TypeDesc::FLOAT};
+        beauty.layout.channelformats = {TypeDesc::HALF,  TypeDesc::HALF,  TypeDesc::HALF,
+                                        TypeDesc::FLOAT, TypeDesc::FLOAT, TypeDesc::FLOAT,
+                                        TypeDesc::FLOAT};
         Write(
             mFolder / "in.exr",
             {RawPart::of({"N.x", "N.y"}, TypeDesc::FLOAT, "normals"), std::move(beauty),
              RawPart::of({"R", "G", "B", "left.R", "left.G", "left.B"}, TypeDesc::FLOAT, "views")});
         RawPart small = RawPart::of({"R", "G", "B"}, TypeDesc::UINT8);
-        small.spec.width = small.spec.full_width = kWidth / 2;
+        small.layout.width = small.layout.full_width = kWidth / 2;
         Write(mFolder / "in.tif", {RawPart::of({"R", "G", "B"}, TypeDesc::UINT16), small});
     }
 
@@ -172,8 +172,10 @@ TEST_F(Parts, AreNamedIfNothingCanBeWorkedOn) {
     } rows[] = {
         {"depth.exr", {}, "it has no colour layer: Z, glow.R, glow.G, glow.B; --layer takes glow"},
         {"in.exr", {.part = 3}, "it has no part 3, as there are 3, counted from 0"},
-        {"in.exr", {.layer = "spec", .part = 0}, "it has no colour layer 'spec': part 0 'normals'"},
-        {"in.tif", {.layer = "spec"}, "it has no colour layer 'spec': part 0 has R, G, B"},
+        {"in.exr",
+         {.layer = "shine", .part = 0},
+         "it has no colour layer 'shine': part 0 'normals'"},
+        {"in.tif", {.layer = "shine"}, "it has no colour layer 'shine': part 0 has R, G, B"},
     };
     for (const auto& [file, choice, reason] : rows) {
         const std::string error = ErrorOf([&] { ReadPicture(mFolder / file, {.choice = choice}); });
@@ -191,8 +193,8 @@ TEST_F(Parts, ThatAFormatCannotHoldAreTold) {
 
 TEST_F(Parts, KeepTheirOverscanIfAskedFor) {
     RawPart in = RawPart::of({"R", "G", "B", "A", "Z"}, TypeDesc::HALF);
-    in.spec.x = -2; // columns -2 to 10 of a frame from 0 to 12
-    in.spec.y = 1;
+    in.layout.x = -2; // columns -2 to 10 of a frame from 0 to 12
+    in.layout.y = 1;
     Write(mFolder / "over.exr", {in});
     Picture picture = ReadPicture(mFolder / "over.exr", {.keepOverscan = true});
     EXPECT_TRUE(picture.losses.empty());
@@ -200,8 +202,8 @@ TEST_F(Parts, KeepTheirOverscanIfAskedFor) {
     Work(picture);
     PictureWriter(mFolder / "out.exr").write(picture);
     const RawPart out = Read(mFolder / "out.exr").front();
-    EXPECT_EQ(std::pair(out.spec.x, out.spec.width), std::pair(-2, kWidth + 2));
-    EXPECT_EQ(std::pair(out.spec.y, out.spec.height), std::pair(0, kHeight + 1));
+    EXPECT_EQ(std::pair(out.layout.x, out.layout.width), std::pair(-2, kWidth + 2));
+    EXPECT_EQ(std::pair(out.layout.y, out.layout.height), std::pair(0, kHeight + 1));
     const RawPart stored = Read(mFolder / "over.exr").front();
     for (int y = 0; y < kHeight; ++y) {
         for (int x = 0; x < kWidth; ++x) {
