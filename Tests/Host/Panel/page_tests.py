@@ -289,7 +289,7 @@ class Inputs(PageTest):
         self.assertEqual(self.state()["footage"]["kind"], "sequence")
 
 
-class Output(PageTest):
+class OtherPrograms(PageTest):
     def test_lines_for_other_programs_make_this_picture(self):
         self.open("photo.png", "--size", "24", "--shape-type", "triangle", "--direction=-90",
                   "--transition-progress", "30", "--feather", "1", "--use-alpha", "false")
@@ -329,6 +329,8 @@ class Output(PageTest):
         different = sum(abs(a - b) > 3 for a, b in zip(one, other))
         self.assertLess(different / len(other), 0.01, program)
 
+
+class Output(PageTest):
     def test_presets_are_loaded_and_saved(self):
         os.mkdir(self.folder + "/presets")
         self.open("photo.png", "--output-folder", "presets")
