@@ -1,15 +1,13 @@
 #include "Host/Command/OutputOptions.h"
 
+#include "Host/Command/ReadOption.h"
 #include "Host/Command/ValueTypes.h"
-#include "Host/Text/Error.h"
-#include "Host/Text/NearestNames.h"
+#include "Host/Text/Choice.h"
 #include "Host/Text/NumberText.h"
-#include "Host/Text/WordList.h"
 
 #include <CLI/Validators.hpp>
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstddef>
 #include <string_view>
@@ -25,15 +23,11 @@ const std::vector<std::string>& ChannelNames() {
     return kNames;
 }
 
-/// The place of `text` among `names`; throws Error, which names the option, if it is none of them.
-std::size_t PlaceAmong(const std::vector<std::string>& names, const char* option,
-                       const std::string& text) {
-    const auto found = std::ranges::find(names, text);
-    if (found == names.end()) {
-        throw Error(fmt::format("{} takes {}, not '{}'{}", option, WordList(names), text,
-                                Suggestion(text, names)));
-    }
-    return static_cast<std::size_t>(found - names.begin());
+/// The place of an option's text among `names`.
+std::size_t ReadChoice(const char* option, const std::string& text,
+                       const std::vector<std::string>& names) {
+    return ReadOption(option, text,
+                      [&names](const std::string& word) { return PlaceAmong(names, word); });
 }
 
 /// Reads "zip" or "zip:4".
@@ -84,7 +78,7 @@ MovieSettings OutputOptions::movie() const {
     }
     if (!mBits.empty()) {
         static const std::vector<std::string> kNames{"8", "10"};
-        settings.bits = PlaceAmong(kNames, "--bits of a movie", mBits) == 0 ? 8 : 10;
+        settings.bits = ReadChoice("--bits of a movie", mBits, kNames) == 0 ? 8 : 10;
     }
     if (!mBitRate.empty()) {
         if (mQuality != 0) {
@@ -98,11 +92,11 @@ MovieSettings OutputOptions::movie() const {
 PictureSettings OutputOptions::pictures() const {
     PictureSettings settings;
     if (!mChannels.empty()) {
-        const std::size_t place = PlaceAmong(ChannelNames(), "--channels", mChannels);
+        const std::size_t place = ReadChoice("--channels", mChannels, ChannelNames());
         settings.channels = {.isGrey = place < 2, .hasAlpha = place % 2 == 1};
     }
     if (!mBits.empty()) {
-        settings.bits = static_cast<ChannelBits>(PlaceAmong(ChannelBitsNames(), "--bits", mBits));
+        settings.bits = static_cast<ChannelBits>(ReadChoice("--bits", mBits, ChannelBitsNames()));
     }
     if (mQuality != 0) {
         settings.quality = mQuality;

@@ -2,9 +2,7 @@
 
 #include "Host/Command/ReadOption.h"
 #include "Host/Command/ValueTypes.h"
-#include "Host/Text/Error.h"
-#include "Host/Text/NearestNames.h"
-#include "Host/Text/WordList.h"
+#include "Host/Text/Choice.h"
 
 #include <CLI/Validators.hpp>
 #include <fmt/format.h>
@@ -30,13 +28,7 @@ const std::vector<std::string>& MissingNames() {
 }
 
 MissingFrames ParseMissing(const std::string& text) {
-    const std::vector<std::string>& names = MissingNames();
-    const auto found = std::ranges::find(names, text);
-    if (found == names.end()) {
-        throw Error(
-            fmt::format("takes {}, not '{}'{}", WordList(names), text, Suggestion(text, names)));
-    }
-    return static_cast<MissingFrames>(found - names.begin());
+    return static_cast<MissingFrames>(PlaceAmong(MissingNames(), text));
 }
 
 template <typename Value>

@@ -1,12 +1,7 @@
 #include "Host/Parameters/Renderer.h"
 
-#include "Host/Text/Error.h"
-#include "Host/Text/NearestNames.h"
-#include "Host/Text/WordList.h"
+#include "Host/Text/Choice.h"
 
-#include <fmt/format.h>
-
-#include <algorithm>
 #include <cstddef>
 
 namespace Kerovane::Host {
@@ -21,13 +16,7 @@ const std::string& NameOf(Renderer renderer) {
 }
 
 Renderer ParseRenderer(const std::string& text) {
-    const std::vector<std::string>& names = RendererNames();
-    const auto found = std::ranges::find(names, text);
-    if (found == names.end()) {
-        throw Error(
-            fmt::format("takes {}, not '{}'{}", WordList(names), text, Suggestion(text, names)));
-    }
-    return static_cast<Renderer>(found - names.begin());
+    return static_cast<Renderer>(PlaceAmong(RendererNames(), text));
 }
 
 } // namespace Kerovane::Host

@@ -1,6 +1,6 @@
 #include "Host/Video/VideoCodec.h"
 
-#include "Host/Text/NearestNames.h"
+#include "Host/Text/Choice.h"
 #include "Host/Text/WordList.h"
 #include "Host/Video/ScalerPool.h"
 
@@ -140,8 +140,7 @@ const VideoCodec& CodecNamed(std::string_view name) {
     const std::vector<std::string> names = CodecNames();
     const auto found = std::ranges::find(kCodecs, name, &VideoCodec::name);
     if (found == kCodecs.end()) {
-        throw Error(
-            fmt::format("takes {}, not '{}'{}", WordList(names), name, Suggestion(name, names)));
+        throw NoneOf(names, name);
     }
     if (found->find() == nullptr) {
         throw Error(fmt::format("asks for {}, which this build of FFmpeg can't write; it has {}",
