@@ -16,16 +16,6 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Frames of which the effect's time stays within its limits for hours.
-FrameRate RateOf(const MovieForm& form) {
-    constexpr int kMostTerm = 60000;
-    int frames = 0;
-    int seconds = 0;
-    av_reduce(&frames, &seconds, form.frameRate.num, form.frameRate.den, kMostTerm);
-    return frames > 0 && seconds > 0 ? FrameRate(static_cast<A_u_long>(frames), seconds)
-                                     : FrameRate();
-}
-
 /// Pictures as a movie of them is: that of the first, which stands for all.
 MovieForm FormOf(const Shot& shot, FrameRate rate) {
     const Picture picture = ReadPicture(shot.frames.front().input);
@@ -117,7 +107,7 @@ void MovieJob::openMovie(const MovieRequest& request) {
     }
     mReader.emplace(mInput);
     mForm = mReader->form();
-    mRate = RateOf(mForm);
+    mRate = mForm.rate();
     mExpected = frames ? frames->size() : static_cast<std::size_t>(mReader->framesExpected());
     mMovieSource.emplace(*mReader, mInput, frames, [pattern, file = mOutput](A_long frame) {
         return pattern ? pattern->pathOf(frame) : file;

@@ -81,8 +81,7 @@ public:
                                     request.input.string()));
         }
         openAt(0);
-        const AVRational rate = mReader->form().frameRate;
-        mRate = RateOf(rate);
+        mRate = mReader->form().rate();
         const A_long count = static_cast<A_long>(
             std::clamp<std::int64_t>(mReader->framesExpected(), 1, kMostFrames));
         mFrames = request.frames ? *request.frames : FramesBetween(0, count - 1);
@@ -107,15 +106,6 @@ public:
 
 private:
     static constexpr std::int64_t kMostFrames = 1'000'000;
-
-    static FrameRate RateOf(AVRational rate) {
-        constexpr int kMostTerm = 60000;
-        int frames = 0;
-        int seconds = 0;
-        av_reduce(&frames, &seconds, rate.num, rate.den, kMostTerm);
-        return frames > 0 && seconds > 0 ? FrameRate(static_cast<A_u_long>(frames), seconds)
-                                         : FrameRate();
-    }
 
     void openAt(A_long number) {
         mSource.reset();

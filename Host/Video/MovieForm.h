@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Host/Parameters/FrameRate.h"
 #include "Host/Session/World.h"
 #include "Host/Video/LibAv.h"
 
@@ -29,11 +30,10 @@ struct MovieForm {
 
     /// The least depth of layers that holds the channels without a loss.
     Depth depth() const;
-};
 
-inline Depth MovieForm::depth() const {
-    constexpr int kBitsOfLayer16 = 15; // its white is 32768
-    return bits <= 8 ? Depth::Bits8 : bits <= kBitsOfLayer16 ? Depth::Bits16 : Depth::Float32;
-}
+    /// The frame rate in terms so small that the effect's time holds hours of frames; the default
+    /// if it is unknown.
+    FrameRate rate() const;
+};
 
 } // namespace Kerovane::Host
