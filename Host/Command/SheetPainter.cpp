@@ -1,6 +1,5 @@
 #include "Host/Command/SheetPainter.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace Kerovane::Host {
@@ -15,21 +14,21 @@ SheetPainter::SheetPainter(FrameRenderer& renderer, Renderer with,
       mConversion(std::move(conversion)) {}
 
 World SheetPainter::paint(const SheetCell& cell, const World& input) {
-    World output(input.depth(), input.width(), input.height());
-    if (cell.isOriginal()) {
-        std::ranges::copy(input.bytes(), output.bytes().begin());
-    } else {
-        ParameterValues values = mValues;
-        for (const SheetSetting& setting : cell.settings) {
-            values.set(setting.id, setting.value);
-        }
-        const Frame frame{.time = mRate.timeOf(cell.frame.value_or(0)),
-                          .timeStep = mRate.timeStep()};
-        mNonFinitePixels = mRenderer.render(frame, values, ViewOf(input), ViewOf(output), mWith);
-    }
+    World picture = cell.isOriginal() ? CopyOf(input) : render(cell, input);
     if (mConversion) {
-        mConversion->apply(output);
+        mConversion->apply(picture);
     }
+    return picture;
+}
+
+World SheetPainter::render(const SheetCell& cell, const World& input) {
+    World output(input.depth(), input.width(), input.height());
+    ParameterValues values = mValues;
+    for (const SheetSetting& setting : cell.settings) {
+        values.set(setting.id, setting.value);
+    }
+    const Frame frame{.time = mRate.timeOf(cell.frame.value_or(0)), .timeStep = mRate.timeStep()};
+    mNonFinitePixels = mRenderer.render(frame, values, ViewOf(input), ViewOf(output), mWith);
     return output;
 }
 

@@ -25,6 +25,8 @@ public:
     std::size_t nonFinitePixels() const { return mNonFinitePixels; }
 
 private:
+    World render(const SheetCell& cell, const World& input);
+
     FrameRenderer& mRenderer;
     Renderer mWith;
     FrameRate mRate;

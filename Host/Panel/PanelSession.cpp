@@ -292,8 +292,7 @@ std::string PanelSession::still(A_long frame, LookSide side, double& millisecond
 }
 
 World PanelSession::converted(const World& source) const {
-    World copy(source.depth(), source.width(), source.height());
-    std::ranges::copy(source.bytes(), copy.bytes().begin());
+    World copy = CopyOf(source);
     if (const ColourConversion* conversion = footage()->conversion()) {
         conversion->apply(copy);
     }

@@ -78,6 +78,12 @@ std::span<const std::byte> World::bytes() const {
             static_cast<std::size_t>(mLayer.height) * static_cast<std::size_t>(mLayer.rowbytes)};
 }
 
+World CopyOf(const World& world) {
+    World copy(world.depth(), world.width(), world.height(), world.rowBytes());
+    std::ranges::copy(world.bytes(), copy.bytes().begin());
+    return copy;
+}
+
 PF_LayerDef LayerOver(void* pixels, Depth depth, std::ptrdiff_t width, std::ptrdiff_t height,
                       std::ptrdiff_t rowBytes) {
     CheckSides(width, height);

@@ -74,6 +74,9 @@ private:
     std::unique_ptr<void, Free> mMemory;
 };
 
+/// Copies all bytes, padding included.
+World CopyOf(const World& world);
+
 /**
  * The record that stands for pixels in anybody's memory in calls to the effect: rows of `width`
  * pixels of `depth`, laid out as a World's, `rowBytes` apart. Throws Error if a side is negative or
