@@ -34,22 +34,22 @@ bool PictureSink::has(const ShotFrame& frame, std::vector<std::string>& remarks)
     if (mSetting.keepExisting && std::filesystem::exists(frame.output, error)) {
         return true;
     }
-    return mSetting.resume && HoldsPictureLike(frame.output, frame.input) &&
-           isMadeSo(frame, remarks);
+    return mSetting.resume && isFinished(frame, remarks);
 }
 
-bool PictureSink::isMadeSo(const ShotFrame& frame, std::vector<std::string>& remarks) const {
+bool PictureSink::isFinished(const ShotFrame& frame, std::vector<std::string>& remarks) const {
     const std::string& settings = mSetting.files.record.settings;
-    const std::optional<std::string> recorded = RecordedSettings(frame.output);
-    if (settings.empty() || recorded == settings) {
-        return true;
+    const std::optional<std::string> recorded =
+        settings.empty() ? std::nullopt : RecordedSettings(frame.output);
+    if (recorded && recorded != settings) {
+        remarks.emplace_back("outputs that were made with other settings were rendered anew");
+        return false;
     }
-    if (!recorded) {
+    const bool isWhole = HoldsPictureLike(frame.output, frame.input);
+    if (isWhole && !settings.empty() && !recorded) {
         remarks.emplace_back("outputs were kept that hold no record of their settings to compare");
-        return true;
     }
-    remarks.emplace_back("outputs that were made with other settings were rendered anew");
-    return false;
+    return isWhole;
 }
 
 std::unique_ptr<PackedFrame> PictureSink::pack(const ShotFrame& frame, Picture& picture) {

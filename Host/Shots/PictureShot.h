@@ -44,7 +44,8 @@ public:
     void put(SourceFrame&, std::unique_ptr<PackedFrame>) override {}
 
 private:
-    bool isMadeSo(const ShotFrame& frame, std::vector<std::string>& remarks) const;
+    /// Whether the output is whole and made with the same settings, as far as it tells.
+    bool isFinished(const ShotFrame& frame, std::vector<std::string>& remarks) const;
 
     PictureSinkSetting mSetting;
 };
