@@ -1,6 +1,6 @@
 """Takes the pictures of Docs/panel.md.
 
-    take_pictures.py COMMAND SAMPLE FOLDER
+    panel_pictures.py COMMAND SAMPLE FOLDER
 """
 
 import os
