@@ -80,7 +80,7 @@ private:
 
     Shape mShape;
     int mRungs;
-    std::array<float, kMostRungs + 1> mWidths{}; ///< of cells, by rung
+    std::array<float, kMostRungs + 1> mWidths{}; ///< by rung, pixels
     std::array<float, kMostRungs + 1> mHeights{};
     float mShear;
     std::vector<float> mColumnEdges;

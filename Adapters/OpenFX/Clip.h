@@ -17,10 +17,10 @@ public:
 
     PropertySet properties() const { return PropertySet(mProperties); }
 
-    /// Returns the region in canonical coordinates; nothing if the host does not tell.
+    /// Returns the region in canonical coordinates; nothing if the host does not provide it.
     std::optional<OfxRectD> regionOfDefinition(OfxTime time) const;
 
-    /// Returns the width of a pixel over its height; 1 if the host does not tell.
+    /// Returns the width of a pixel over its height; 1 if the host does not provide it.
     double pixelAspect() const;
 
     /// Returns kOfxImageComponentRGB or kOfxImageComponentRGBA: the components before the host maps

@@ -9,7 +9,7 @@
 
 namespace Kerovane::OpenFX {
 
-/// Values for the properties that an image does not tell.
+/// Values for the properties that an image does not have.
 struct ImageDefaults {
     OfxPointD scale{1, 1};
     std::string field;

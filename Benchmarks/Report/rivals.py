@@ -156,7 +156,7 @@ def timed(command):
 
 
 def frame_cost(runs):
-    """Returns the milliseconds per frame of the filter alone; None if its runs do not tell."""
+    """Returns the milliseconds per frame of the filter alone; None if it cannot be computed."""
     if "bare file" in runs:
         return runs["file"] - runs["bare file"]
     if "long" in runs:

@@ -39,7 +39,7 @@ TEST_F(FrameMemory, MeterFindsThePeakOfEveryAllocator) {
     EXPECT_THROW(PeakAllocatedBytes("/nowhere.so", [] {}), std::invalid_argument);
 }
 
-TEST_F(FrameMemory, IsOneFrameForTheReadBackAndTwoInFloats) {
+TEST_F(FrameMemory, IsOneFrameAndAtMostTwoInFloats) {
     const struct {
         Host::Depth depth;
         std::size_t frames;

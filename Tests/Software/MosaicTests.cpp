@@ -157,8 +157,9 @@ TEST(Mosaic, HasTheSameBytesInAllFormsOfPixelsAndBands) {
         const auto order = random() % 2 == 0 ? ChannelOrder::Argb : ChannelOrder::Rgba;
         const auto alpha = random() % 2 == 0 ? Alpha::Straight : Alpha::Premultiplied;
         Picture otherIn(depth, 83, 57, order, alpha, true);
+        // There and back: both inputs then have what premultiplied pixels can hold.
         Host::ConvertPixels(in.view, otherIn.view);
-        Host::ConvertPixels(otherIn.view, in.view); // loses the same precision
+        Host::ConvertPixels(otherIn.view, in.view);
 
         Picture out(depth, 83, 57);
         DrawMosaic(parameters, in.view, out.view, 1);

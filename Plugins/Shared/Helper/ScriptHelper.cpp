@@ -27,7 +27,7 @@ public:
     HostText(const HostText&) = delete;
     HostText& operator=(const HostText&) = delete;
 
-    /// Where the host puts the handle.
+    /// Returns the address at which the host stores the handle.
     AEGP_MemHandle* receive() { return &mHandle; }
 
     /// Locks the handle and returns its zero-terminated text; empty if there is none.

@@ -75,10 +75,10 @@ public:
 
     // Relation to points and rectangles
 
-    /// Inclusive on all four edges.
+    /// Inclusive: points and edges on the border count as inside.
     constexpr bool containsRect(const Rect& other) const noexcept;
     constexpr bool containsPoint(const Vec2& point) const noexcept;
-    /// Strict: rectangles that only share an edge don't intersect.
+    /// Strict: rectangles that only share an edge do not intersect.
     constexpr bool intersects(const Rect& other) const noexcept;
     /// Inclusive: rectangles that only share an edge or a corner touch.
     constexpr bool touches(const Rect& other) const noexcept;
