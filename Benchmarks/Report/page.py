@@ -140,7 +140,7 @@ def plot_rivals(costs, folder):
 
 
 def shot_times(stages):
-    """Returns milliseconds per frame of a shot at 8 bits: the whole, its lower bound, the stages' sum.
+    """Returns a shot's milliseconds per frame at 8 bits: whole, lower bound, sum of its stages.
 
     A frame takes no less than the longest stage, nor than its processor time divided by the
     processors.
