@@ -64,21 +64,21 @@ TEST(IdleQueue, LetsATaskUseIt) {
 }
 
 /** A task whose copies use the queue in their destructors. */
-struct UsesTheQueueAtItsEnd {
+struct UsesQueueInDestructor {
     IdleQueue* queue;
     int* ends;
 
-    UsesTheQueueAtItsEnd(IdleQueue& used, int& count) : queue(&used), ends(&count) {}
-    UsesTheQueueAtItsEnd(const UsesTheQueueAtItsEnd&) = default;
-    UsesTheQueueAtItsEnd& operator=(const UsesTheQueueAtItsEnd&) = delete;
-    ~UsesTheQueueAtItsEnd() { *ends += queue->hasTask() ? 0 : 1; }
+    UsesQueueInDestructor(IdleQueue& used, int& count) : queue(&used), ends(&count) {}
+    UsesQueueInDestructor(const UsesQueueInDestructor&) = default;
+    UsesQueueInDestructor& operator=(const UsesQueueInDestructor&) = delete;
+    ~UsesQueueInDestructor() { *ends += queue->hasTask() ? 0 : 1; }
     void operator()() const {}
 };
 
 TEST(IdleQueue, DestroysATaskOutsideOfItsLock) {
     IdleQueue queue;
     int ends = 0;
-    queue.async(UsesTheQueueAtItsEnd(queue, ends));
+    queue.async(UsesQueueInDestructor(queue, ends));
     ends = 0;
     queue.updateQueue(); // would deadlock if a copy were destroyed under the lock
     EXPECT_EQ(ends, 2) << "the queue's and the one that ran";
