@@ -10,7 +10,7 @@ namespace Kerovane::Benchmarks {
 
 namespace {
 
-/// 0 to 255 at each place.
+/// Each channel is 0 to 255.
 struct Colour {
     std::uint32_t red;
     std::uint32_t green;

@@ -4,7 +4,7 @@
 
 namespace Kerovane::Benchmarks {
 
-/// An opaque picture to measure with: slow colours and fine grain, the same at every call.
+/// Returns an opaque picture with smooth gradients and fine grain, the same at every call.
 Host::World BenchmarkPicture(Host::Depth depth, A_long width, A_long height);
 
 } // namespace Kerovane::Benchmarks

@@ -5,7 +5,7 @@
 
 namespace Kerovane::Benchmarks {
 
-/// The parameter values with which the effect draws the frame that BareFrame draws.
+/// Returns the parameter values for which the effect draws the same frame as BareFrame.
 Host::ParameterValues ValuesOf(const Cells& cells, const std::vector<Host::Parameter>& parameters);
 
 } // namespace Kerovane::Benchmarks

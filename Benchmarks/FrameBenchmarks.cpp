@@ -1,4 +1,4 @@
-// The render command as a whole, as a host sends it.
+// Times the whole render command, as a host sends it.
 
 #include "Benchmarks/BenchmarkPicture.h"
 #include "Benchmarks/EffectFrame.h"
@@ -25,7 +25,7 @@ void Render(benchmark::State& state, Host::Depth depth, const Cells& cells) {
     state.SetItemsProcessed(state.iterations() * width * height);
 }
 
-/// From the effect's set-up to the end of its first frame, programs built and all.
+/// Times the effect's set-up and first frame, including the build of its programs.
 void FirstFrame(benchmark::State& state) {
     const Host::World input = BenchmarkPicture(Host::Depth::Bits8, 1920, 1080);
     Host::World output(Host::Depth::Bits8, 1920, 1080);

@@ -1,4 +1,4 @@
-// The math library's operations that stand in inner loops.
+// Times operations of the math library that occur in inner loops.
 
 #include "Benchmarks/Suites.h"
 #include "Plugins/Shared/Math/Affine.h"
@@ -21,7 +21,7 @@ Mat4 Placement() {
     return matrix;
 }
 
-/// Times `operation` of values of which the compiler must not know that they stay the same.
+/// Times `operation` on `values`. Hides from the compiler that they stay the same.
 template <typename Operation, typename... Values>
 void Register(const char* name, Operation operation, Values... values) {
     benchmark::RegisterBenchmark(name, [=](benchmark::State& state) mutable {

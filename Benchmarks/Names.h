@@ -10,12 +10,12 @@ namespace Kerovane::Benchmarks {
 inline constexpr std::array kDepths = {Host::Depth::Bits8, Host::Depth::Bits16,
                                        Host::Depth::Float32};
 
-/// As part of a benchmark's name: "16 bits".
+/// Returns the depth's part of a benchmark's name: "16 bits".
 inline std::string BitsName(Host::Depth depth) {
     return std::to_string(static_cast<int>(depth)) + " bits";
 }
 
-/// "squares" for the shape type 0, "triangles" for 1.
+/// Returns "squares" for shape type 0, "triangles" for 1.
 inline std::string ShapeName(int shapeType) {
     return shapeType == 0 ? "squares" : "triangles";
 }

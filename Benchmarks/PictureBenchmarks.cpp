@@ -1,4 +1,4 @@
-// The headless host's frame from file to file, and what it is made of.
+// Times a frame of the headless host from file to file, and its parts.
 
 #include "Benchmarks/BenchmarkPicture.h"
 #include "Benchmarks/Names.h"
@@ -26,7 +26,7 @@ namespace {
 constexpr A_long kWidth = 1920;
 constexpr A_long kHeight = 1080;
 
-/// A picture file of the depth in a folder of its own, which goes with the object.
+/// A picture file of the depth in a temporary folder, deleted with the object.
 class PictureFiles {
 public:
     explicit PictureFiles(Host::Depth depth)
@@ -72,7 +72,7 @@ void Read(benchmark::State& state, Host::Depth depth) {
     }
 }
 
-/// Writes what the effect makes of the picture, which packs better than the picture itself.
+/// Times writing a rendered picture, which compresses better than the input.
 void Write(benchmark::State& state, Host::Depth depth) {
     const PictureFiles files(depth);
     Host::Picture picture = Host::ReadPicture(files.input());
@@ -109,8 +109,8 @@ void FileToFile(benchmark::State& state, Host::Depth depth) {
     }
 }
 
-/// A shot of the picture as the command renders it, files and stages overlapping. The times are
-/// those of one of its frames.
+/// Times a shot rendered as the command does, with files and stages overlapping. The times are per
+/// frame.
 void RenderShot(benchmark::State& state, Host::Depth depth) {
     constexpr int kFrames = 60;
     const PictureFiles files(depth);

@@ -1,4 +1,4 @@
-// Each stage of a frame alone, with all that GL has to do for it: glFinish closes every iteration.
+// Times each stage of a frame alone, including GL's work: glFinish ends every iteration.
 
 #include "Benchmarks/BenchmarkPicture.h"
 #include "Benchmarks/Names.h"
@@ -21,7 +21,7 @@ namespace {
 
 using namespace Tesselune;
 
-/// What a stage finds when its turn comes: a context, targets, a picture and the host's records.
+/// The environment of a stage: a context, targets, a picture and the host's records.
 class Stage {
 public:
     Stage(benchmark::State& state, Host::Depth depth)
@@ -152,7 +152,7 @@ void Resolve(benchmark::State& state, Host::Depth depth) {
 
 void ScreenPass(benchmark::State& state, Host::Depth depth) {
     Stage stage(state, depth);
-    stage.upload(); // the depth's multiplier
+    stage.upload(); // sets the multiplier of the depth
     Stage::frameBuffer().beginDrawing();
     const GLTexture picture(Stage::frameBuffer().popRenderContext());
     Stage::frameBuffer().beginDrawing();
@@ -167,7 +167,7 @@ void ScreenPass(benchmark::State& state, Host::Depth depth) {
 
 void ReadBack(benchmark::State& state, Host::Depth depth) {
     Stage stage(state, depth);
-    stage.upload(); // the depth's pixel type
+    stage.upload(); // sets the pixel type of the depth
     Stage::frameBuffer().beginDrawing();
     Stage::frameBuffer().endDrawing(stage.multiplier());
     gl::glFinish();
@@ -176,7 +176,8 @@ void ReadBack(benchmark::State& state, Host::Depth depth) {
     }
 }
 
-/// The driver compiles for its processor at the first draw, so a draw belongs to the build.
+/// Times a shader build. Includes a draw, because the driver generates machine code at the first
+/// one.
 void ShaderBuild(benchmark::State& state, int shapeType) {
     Stage stage(state, Host::Depth::Bits8);
     stage.set("Shape Type", shapeType + 1);
@@ -221,7 +222,7 @@ void RegisterStageBenchmarks() {
                               " levels",
                           Draw, shapeType, levels);
         }
-        // Few pixels, as the build is to be timed and not the draw.
+        // Few pixels, so that the draw takes little of the time.
         Register("Stage/shader build/" + ShapeName(shapeType), ShaderBuild, shapeType)
             ->Args({16, 16});
     }

@@ -2,7 +2,7 @@
 
 namespace Kerovane::Benchmarks {
 
-// Each hands its benchmarks over to the runner.
+// Each function registers its benchmarks with the runner.
 void RegisterFrameBenchmarks();
 void RegisterStageBenchmarks();
 void RegisterPictureBenchmarks();

@@ -14,7 +14,7 @@ namespace {
 
 using namespace Kerovane::Benchmarks;
 
-/// Returns the exit status.
+/// Runs the benchmarks. Returns the exit status.
 int Run(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
@@ -25,7 +25,7 @@ int Run(int argc, char** argv) {
     RegisterPictureBenchmarks();
     RegisterMathBenchmarks();
 
-    std::ostream output(std::cout.rdbuf()); // is still heard
+    std::ostream output(std::cout.rdbuf()); // the reporter's: std::cout itself is silenced below
     const Kerovane::Host::SilentThread silent;
     const std::unique_ptr<benchmark::BenchmarkReporter> reporter(
         benchmark::CreateDefaultDisplayReporter());
@@ -38,7 +38,7 @@ int Run(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    // A program that is taken from the driver's cache on disk is not built, and would not be timed.
+    // A program from the driver's disk cache would not be built, so its build would not be timed.
     ::setenv("MESA_SHADER_CACHE_DISABLE", "true", 0);
     Kerovane::Platform::KeepFreedMemory(); // as the command does
     try {

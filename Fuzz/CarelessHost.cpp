@@ -8,13 +8,13 @@ namespace Kerovane::Fuzz {
 
 namespace {
 
-/// The careful host's callback behind the careless one's.
+/// The session's own callback, which the careless one calls first.
 decltype(PF_InteractCallbacks::checkout_param) gCheckoutParam = nullptr;
 
-/// The frame that is rendered.
+/// The frame being rendered.
 const FuzzedFrame* gFrame = nullptr;
 
-/// Answers with what the frame has, whatever the parameter's range is.
+/// Overwrites the value with the frame's, even if it is out of the parameter's range.
 PF_Err CheckoutParam(PF_ProgPtr ref, PF_ParamIndex index, A_long time, A_long step, A_u_long scale,
                      PF_ParamDef* param) {
     const PF_Err error = gCheckoutParam(ref, index, time, step, scale, param);

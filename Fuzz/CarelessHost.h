@@ -5,7 +5,10 @@
 
 namespace Kerovane::Fuzz {
 
-/** The effect in a host that checks nothing of what it is asked to hand on. One at a time. */
+/**
+ * Runs the effect in a host that does not check the values it passes on. Only one may exist at a
+ * time.
+ */
 class CarelessHost {
 public:
     /// Loads the effect and sets it up. Throws Error if nothing can be drawn.
@@ -16,7 +19,7 @@ public:
 
     PF_Err call(PF_Cmd command) { return mSession.call(command); }
 
-    /// Renders a frame of `input` as it is described.
+    /// Renders `input` with the parameters and records of `frame`.
     PF_Err render(const FuzzedFrame& frame, const Host::World& input, Host::World& output);
 
     Host::LiveCounts liveCounts() const { return mSession.liveCounts(); }

@@ -1,4 +1,5 @@
-// Colour texts: each gives channels within 0 to 1, or what the constructor says that it throws.
+// Colour texts: each gives channels within 0 to 1, or one of the exceptions that the constructor
+// documents.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/TextInput.h"
 #include "Plugins/Shared/Math/Color.h"
@@ -28,7 +29,7 @@ bool IsWithinRange(const Color& color) {
     return std::ranges::all_of(channels, [](double c) { return 0 <= c && c <= 1; });
 }
 
-/// Whether `text` is "#" with three, four, six or eight hexadecimal digits.
+/// Returns whether `text` is "#" and three, four, six or eight hexadecimal digits.
 bool HasAForm(const std::string& text) {
     const std::string_view digits = std::string_view(text).substr(1);
     const bool isCount =
@@ -37,13 +38,13 @@ bool HasAForm(const std::string& text) {
                           digits, [](unsigned char digit) { return std::isxdigit(digit) != 0; });
 }
 
-/// The channel that the digits from `place` on stand for, `width` of them.
+/// Returns the channel written as `width` digits at `place`.
 double ChannelAt(const std::string& text, std::size_t place, std::size_t width) {
     const auto value = static_cast<float>(std::stoi(text.substr(place, width), nullptr, 16));
     return value / (width == 1 ? 15.0F : 255.0F);
 }
 
-/// The same colour read channel by channel.
+/// Reads the same colour channel by channel.
 Color ReadByDigits(const std::string& text) {
     const std::size_t digits = text.size() - 1;
     const std::size_t width = digits < 6 ? 1 : 2;

@@ -1,5 +1,5 @@
-// The command's line, its arguments separated by zeros: parsed as the command does it, up to where
-// files would be opened.
+// Command lines, with arguments separated by zero bytes: parsed like the command does, up to the
+// point at which files would be opened.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/SampleEffect.h"
 #include "Fuzz/TextInput.h"
@@ -44,8 +44,8 @@ void CheckSettings(const ParameterOptions& options) {
     }
 }
 
-/// The options of the two commands that render, with those of the sample effect. Throws Error if
-/// the line asks for what can't be, CLI::Success if it asks for help.
+/// Parses the options of render and sheet with the sample effect's. Throws Error if the line is
+/// invalid, CLI::Success if it asks for help.
 bool ReadLine(const std::vector<std::string>& words) {
     CLI::App app{"", "tesselune"};
     app.fallthrough();
@@ -106,7 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     try {
         ReadOrError([&] { return ReadLine(Words(TextOf(data, size))); });
     } catch (const CLI::Success&) {
-        return 0; // help is asked for
+        return 0; // the line asks for help
     }
     return 0;
 }

@@ -1,5 +1,5 @@
-// Frames through the real module in one session, as a host without any care would ask for them. The
-// effect stays loaded from input to input, as it does in a host.
+// Frames through the real module in one session, as a careless host might request them. The effect
+// stays loaded from input to input, as in a host.
 #include "Fuzz/CarelessHost.h"
 #include "Fuzz/FuzzedFrame.h"
 #include "Fuzz/Oracle.h"
@@ -16,14 +16,15 @@ namespace {
 
 using Host::World;
 
-/// What an output layer is filled with, so that what is written can be told.
+/// Fills output layers before rendering, so that bytes that were written can be told from others.
 constexpr std::byte kUntouched{0xa5};
 
 bool IsUntouched(std::span<const std::byte> bytes) {
     return std::ranges::all_of(bytes, [](std::byte byte) { return byte == kUntouched; });
 }
 
-/// Whether all bytes of `output` beyond the part that it has in common with `input` are as before.
+/// Returns whether all bytes of `output` outside the area that it shares with `input` are
+/// unchanged.
 bool IsUntouchedOutside(const World& output, const World& input) {
     const auto rowBytes = static_cast<std::size_t>(output.rowBytes());
     const auto width = static_cast<std::size_t>(std::min(input.width(), output.width()));
@@ -39,7 +40,7 @@ bool IsUntouchedOutside(const World& output, const World& input) {
     return true;
 }
 
-/// Renders into a new layer and checks what holds of every frame.
+/// Renders into a new layer and checks what must hold for every frame.
 World Render(CarelessHost& host, const FuzzedFrame& frame) {
     const World input = frame.input();
     const std::vector<std::byte> before(input.bytes().begin(), input.bytes().end());
@@ -57,8 +58,8 @@ World Render(CarelessHost& host, const FuzzedFrame& frame) {
     return output;
 }
 
-/// An angle that single precision folds to 360 degrees is in no quadrant, and so the sweep begins
-/// where that of an earlier frame did.
+/// Returns whether the frame's angle folds to exactly 360 degrees in single precision. Such an
+/// angle is in no quadrant, so the sweep starts where that of the frame before did.
 bool DependsOnEarlierFrames(const FuzzedFrame& frame) {
     constexpr std::size_t kDirection = 12;
     const auto degrees = static_cast<float>(frame.values[kDirection].whole * 0x1p-16);
@@ -71,7 +72,7 @@ void Restart(CarelessHost& host) {
     Expect(host.call(PF_Cmd_GLOBAL_SETUP) == PF_Err_NONE, "the effect can be set up again");
 }
 
-/// What hosts may send between two frames.
+/// Sends a command that a host may send between two frames.
 void SendCommand(CarelessHost& host, FuzzedDataProvider& data) {
     constexpr std::uint8_t kRestart = 0xff;
     const auto command = data.ConsumeIntegral<std::uint8_t>();

@@ -1,4 +1,4 @@
-// Frames and the part of them that a machine renders, on two lines: "1001-1100x2" and "3/10".
+// A list of frames and the share that a machine renders, on two lines: "1001-1100x2" and "3/10".
 #include "Fuzz/Oracle.h"
 #include "Fuzz/TextInput.h"
 #include "Host/Shots/FrameList.h"
@@ -12,7 +12,7 @@ namespace {
 
 using Host::FrameList;
 
-/// Longer lists are read, but take their time to be written and compared.
+/// Longer lists are parsed, but writing and comparing them would take too long.
 constexpr std::size_t kMostToCompare = 10'000;
 constexpr A_long kMostChunks = 64;
 

@@ -1,4 +1,4 @@
-// Frames a second: "25", "23.976", "24000/1001".
+// Frame rates: "25", "23.976", "24000/1001".
 #include "Fuzz/Oracle.h"
 #include "Fuzz/TextInput.h"
 #include "Host/Parameters/FrameRate.h"

@@ -9,29 +9,29 @@
 
 namespace Kerovane::Fuzz {
 
-/// What a careless host may put into a parameter's record.
+/// The value that a careless host puts into a parameter's record.
 struct RawValue {
-    A_long whole = 0; ///< also the bits of a fixed-point number
+    A_long whole = 0; ///< or the bits of a fixed-point number
     PF_FpLong real = 0;
 };
 
-/** A frame that a careless host asks for: a render's layers, its parameters, its records. */
+/** A frame that a careless host requests: its layers, parameters and records. */
 struct FuzzedFrame {
-    /// A layer's place in memory.
+    /// The memory layout of a layer.
     struct Layer {
         A_long width = 0;
         A_long height = 0;
-        A_long padding = 0; ///< of a row, in channels
+        A_long padding = 0; ///< at the end of a row, in channels
 
         Host::World make(Host::Depth bits) const;
 
-        /// Whether rows start at whole pixels from the first one.
+        /// Returns whether the distance between rows is a whole number of pixels.
         bool isStraight() const { return padding % 4 == 0; }
     };
 
     explicit FuzzedFrame(FuzzedDataProvider& data);
 
-    /// The input layer, filled with noise: numbers of all kinds, where channels are such.
+    /// Returns the input layer filled with random bytes. As floats they include NaN and infinities.
     Host::World input() const;
 
     static constexpr std::size_t kValues = 16;
@@ -39,7 +39,7 @@ struct FuzzedFrame {
     Host::Depth depth;
     Layer inputLayer;
     Layer outputLayer;
-    std::uint32_t noise = 0; ///< its seed
+    std::uint32_t noise = 0; ///< seed of the input layer's bytes
     A_long time = 0;
     A_u_long timeScale = 0;
     PF_RationalScale downsampleX{};

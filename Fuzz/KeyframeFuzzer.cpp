@@ -1,4 +1,4 @@
-// What a parameter is set to, as text: the first byte picks the parameter.
+// Texts of a parameter's values; the first byte picks the parameter.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/SampleEffect.h"
 #include "Fuzz/TextInput.h"
@@ -11,7 +11,7 @@ namespace {
 using Host::Keyframes;
 using Host::Parameter;
 
-/// Frames have the range of a host's time.
+/// Frames over the range of a host's time.
 constexpr double kFrames[] = {-2147483648.0, -1.0, 0.0, 0.5, 1001.0, 1050.25, 2147483647.0};
 
 void CheckValues(const Parameter& parameter, const Keyframes& keyframes) {

@@ -1,5 +1,5 @@
-// Frames by the software renderer with parameters far outside of their ranges, in all forms of
-// pixels, each in memory of its own with nothing behind it.
+// Frames drawn by the software renderer with out-of-range parameters, in all pixel forms. Each
+// picture ends exactly where its memory does, so that the sanitizer sees any access beyond it.
 #include "Fuzz/Oracle.h"
 #include "Software/Mosaic.h"
 
@@ -34,7 +34,7 @@ MosaicParameters ParametersFrom(FuzzedDataProvider& data) {
             .downsample = data.ConsumeIntegral<std::uint32_t>()};
 }
 
-/// A picture that ends where its memory does.
+/// A picture that ends exactly where its memory does.
 struct Picture {
     Picture(FuzzedDataProvider& data, Host::Depth depth, std::ptrdiff_t width,
             std::ptrdiff_t height)

@@ -1,4 +1,4 @@
-// Movie files, read and written again with all that they have beside their pictures.
+// Movie files: read and written again with all their streams and metadata.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/TextInput.h"
 #include "Host/Video/MovieReader.h"
@@ -17,13 +17,13 @@ using Host::MovieFrame;
 using Host::MovieReader;
 using Host::MovieWriter;
 
-/// Frames larger than that only take longer.
+/// Returns whether the frames are small: larger ones only take longer.
 bool IsSmall(const Host::MovieForm& form) {
     constexpr int kMostPixels = 256 * 256;
     return std::int64_t{form.width} * form.height <= kMostPixels;
 }
 
-/// The first frames, as a cut or as a movie that breaks off.
+/// Copies the first frames, as a cut or as a movie that breaks off.
 void Copy(MovieReader& reader, const std::filesystem::path& target, bool isCut) {
     constexpr int kMostFrames = 8;
     const Host::MovieForm& form = reader.form();

@@ -11,7 +11,7 @@
 
 namespace Kerovane::Fuzz {
 
-/// Ends the process if a promise doesn't hold, which is how a target reports a finding.
+/// Aborts the process if `holds` is false, which libFuzzer reports as a finding.
 inline void Expect(bool holds, const char* promise) {
     if (!holds) {
         static_cast<void>(std::fprintf(stderr, "broken promise: %s\n", promise));
@@ -19,8 +19,8 @@ inline void Expect(bool holds, const char* promise) {
     }
 }
 
-/// What `read` gives, or nothing if it throws the host's Error, which has to be of one line. Any
-/// other exception passes through, and ends the process too.
+/// Returns the result of `read`; nothing if it throws the host's Error, which must be one line. Any
+/// other exception propagates and aborts the process.
 template <typename Read>
 std::optional<std::invoke_result_t<Read>> ReadOrError(Read read) {
     try {

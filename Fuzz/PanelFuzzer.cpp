@@ -1,4 +1,4 @@
-// What a panel's server is sent: the request's target, up to the first line's end, then its body.
+// Requests to the panel's server: the first line is the target, the rest the body.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/SampleEffect.h"
 #include "Fuzz/TextInput.h"

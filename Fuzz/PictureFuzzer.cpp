@@ -1,4 +1,5 @@
-// Picture files: the first byte picks the format that the file's name claims, the second the depth.
+// Picture files: the first byte picks the format of the file name's extension, the second the
+// depth.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/TextInput.h"
 #include "Host/Pictures/PictureReader.h"
@@ -23,7 +24,7 @@ constexpr const char* kFormats[] = {"png", "jpg", "tif", "exr", "bmp", "tga", "w
 constexpr std::optional<Depth> kDepths[] = {std::nullopt, Depth::Bits8, Depth::Bits16,
                                             Depth::Float32};
 
-/// Bounds what a file may claim to what a target can hold.
+/// Limits the size that a file's header may claim.
 void LimitPictures() {
     constexpr int kMegabytes = 2;
     OIIO::attribute("limits:imagesize_MB", kMegabytes);
@@ -41,7 +42,7 @@ void CheckPicture(const Picture& picture, std::optional<Depth> depth) {
     Expect(ratio.num > 0 && ratio.den > 0, "pixels have a shape");
 }
 
-/// What a file says beside its pixels goes into the file that is written.
+/// Writes the picture, metadata included, and reads it again.
 void CheckCanBeWritten(const Picture& picture, const std::filesystem::path& target) {
     constexpr A_long kLargest = 64;
     if (std::max(picture.origin().width, picture.origin().height) > kLargest) {

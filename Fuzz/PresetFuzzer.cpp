@@ -1,4 +1,4 @@
-// Presets: what is read of one is written and read again without a loss.
+// Presets: what is read can be written and read again without loss.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/SampleEffect.h"
 #include "Fuzz/TextInput.h"
@@ -20,7 +20,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Expect(again.renderer == preset->renderer, "a preset keeps its renderer");
     for (const auto& [id, keyframes] : preset->settings) {
         Expect(FindParameter(parameters, id) != nullptr, "a preset sets what there is");
-        Expect(again.settings.contains(id) && again.settings.at(id) == keyframes, "a preset keeps what it is given");
+        Expect(again.settings.contains(id) && again.settings.at(id) == keyframes,
+               "a preset keeps what it is given");
     }
     Expect(FormatPreset(parameters, 0, again) == written, "a preset is written as it was read");
     return 0;

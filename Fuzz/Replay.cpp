@@ -1,5 +1,5 @@
-// In the place of libFuzzer: gives a target the inputs that are kept for it, so that tests see with
-// any compiler that what was once found stays mended.
+// Replaces libFuzzer in tests: runs a target on its kept inputs, so that past findings stay fixed
+// with any compiler.
 #include <algorithm>
 #include <cstdint>
 #include <filesystem>
@@ -30,7 +30,8 @@ int main(int argc, char** argv) {
     const std::vector<std::filesystem::path> files =
         argc == 2 ? FilesIn(argv[1]) : std::vector<std::filesystem::path>();
     for (const std::filesystem::path& file : files) {
-        std::cout << file.string() << std::endl; // names the one that ends the process
+        std::cout << file.string()
+                  << std::endl; // the last line names the input that ends the process
         const std::vector<std::uint8_t> content = ContentOf(file);
         LLVMFuzzerTestOneInput(content.data(), content.size());
     }

@@ -6,7 +6,8 @@
 
 namespace Kerovane::Fuzz {
 
-/// The parameters of an effect that has one of each kind, by index, the input layer first.
+/// Returns the parameters of a sample effect with one parameter of each kind, by index, the input
+/// layer first.
 const std::vector<Host::Parameter>& SampleEffect();
 
 } // namespace Kerovane::Fuzz

@@ -1,4 +1,4 @@
-// Names of numbered files: a frame's file, once it is there, is found again.
+// File name patterns of sequences: a frame's file is found once it exists.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/TextInput.h"
 #include "Host/Shots/SequencePattern.h"
@@ -14,7 +14,7 @@ namespace {
 
 using Host::SequencePattern;
 
-/// Whether `text` may name a file of this target's own folder.
+/// Returns whether `text` is a file name without folders.
 bool IsFileName(std::string_view text) {
     constexpr std::string_view kSeparators("/\0", 2);
     return text.find_first_of(kSeparators) == std::string_view::npos;
@@ -38,7 +38,7 @@ void CheckFindsItsFile(const SequencePattern& pattern, const std::filesystem::pa
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace Kerovane::Fuzz;
     const std::string_view text = TextOf(data, size);
-    // As a whole it is only parsed, so that nothing outside the folder is touched.
+    // Only parses the text as it is: it may name files outside the folder.
     ReadOrError([text] { return Kerovane::Host::SequencePattern::parse(text); });
     if (!IsFileName(text)) {
         return 0;

@@ -11,8 +11,7 @@ inline std::string_view TextOf(const std::uint8_t* data, std::size_t size) {
     return {reinterpret_cast<const char*>(data), size};
 }
 
-/// What stands before the first `separator` and what stands behind it; nothing behind if there
-/// is none.
+/// Returns the text before and after the first `separator`; an empty second text if there is none.
 inline std::pair<std::string_view, std::string_view> SplitInTwo(std::string_view text,
                                                                 char separator) {
     const std::size_t place = text.find(separator);

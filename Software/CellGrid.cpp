@@ -10,14 +10,15 @@ namespace {
 
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
 
-/// A cell's side in pixels; cells of no size become the finest ones that there are. One beyond all
-/// pictures keeps what is computed from it finite.
+/// Returns the side of a cell in pixels; 1, the finest cell, if `pixels` is not finite or not above
+/// 0. Sides larger than any picture are limited, so that values computed from them stay finite.
 float Side(float pixels) {
     constexpr float kLargest = 0x1p80F;
     return std::isfinite(pixels) && pixels > 0 ? std::min(pixels, kLargest) : 1;
 }
 
-/// The least float whose quotient by `divisor`, both above 0, is `quotient` or more.
+/// Returns the smallest float whose quotient by `divisor` is `quotient` or more. Both must be above
+/// 0.
 float LeastDividend(float quotient, float divisor) {
     float least = quotient * divisor;
     while (least / divisor < quotient) {
@@ -30,7 +31,8 @@ float LeastDividend(float quotient, float divisor) {
     return least;
 }
 
-/// Where the cells of that side begin, up to the one that holds `last`, and infinity.
+/// Returns where cells with that side begin, up to the cell that contains `last`, followed by
+/// infinity.
 std::vector<float> Edges(float side, float last) {
     const auto count = static_cast<std::size_t>(last / side) + 1;
     std::vector<float> edges(count + 1, kInfinity);

@@ -8,25 +8,25 @@
 
 namespace Kerovane::Software {
 
-/// A place in the picture in pixels, from its top left corner.
+/// A position in the picture, in pixels from its top left corner.
 struct Location {
     float x = 0;
     float y = 0;
 };
 
 /**
- * How cells lie on a picture. Rectangles of one size tile it from its top left corner on; `column`
- * and `row` count them. On rung g of the ladder of sizes they are 2^g times as wide and as high,
- * and hold 2^g by 2^g normal ones.
+ * The layout of cells on a picture. Rectangles of one size, the normal size, tile the picture from
+ * its top left corner; `column` and `row` count them. On rung g of the size ladder a cell is 2^g
+ * times as wide and as high and covers 2^g by 2^g normal ones.
  *
- * Triangles are the halves of such rectangles, cut from the top left corner to the opposite one, in
- * a space in which each row of pixels lies `shear` times its y further right.
+ * Triangles are halves of such rectangles, cut from the top left to the bottom right corner. They
+ * are laid out in sheared space, in which the pixels of row y lie `shear` times y further right.
  */
 class CellGrid {
 public:
-    static constexpr int kMostRungs = 24; ///< above the normal size; beyond any picture's
+    static constexpr int kMostRungs = 24; ///< above the normal size; more than any picture needs
 
-    /// Of a picture of `width` by `height` pixels, both above 0.
+    /// For a picture of `width` by `height` pixels, both above 0.
     CellGrid(const MosaicParameters& parameters, std::ptrdiff_t width, std::ptrdiff_t height);
 
     Shape shape() const { return mShape; }
@@ -36,43 +36,43 @@ public:
         return mHeights[static_cast<std::size_t>(rung)];
     } ///< pixels
 
-    /// Whether a column of pixels may hold several columns of cells, which have then no edges here.
+    /// Returns whether normal cells are narrower than a pixel. There are no column edges then.
     bool isFinerThanPixels() const { return cellWidth(0) < 1; }
 
-    /// How far to the right the pixels of row `y` lie in the space of the cells.
+    /// Returns how far the pixels of row `y` are moved right in sheared space.
     float shift(std::ptrdiff_t y) const { return mShear * static_cast<float>(y); }
 
-    /// Of normal cells, up to the last one that holds a pixel.
+    /// The number of columns and rows of normal cells that contain pixels.
     int columns() const { return static_cast<int>(mColumnEdges.size()) - 1; }
     int rows() const { return static_cast<int>(mRowEdges.size()) - 1; }
 
-    /// The normal column of a location in the space of the cells.
+    /// Returns the column of normal cells at x in sheared space.
     float columnAt(float x) const;
 
-    /// The least location in the space of the cells that lies in the normal column, or right of
-    /// it; of the column behind the last one, infinity.
+    /// Returns the smallest x in sheared space that is in or right of a column of normal cells.
+    /// Returns infinity for the column after the last.
     float columnEdge(int column) const { return mColumnEdges[static_cast<std::size_t>(column)]; }
 
-    /// The first row of pixels of a row of normal cells; of the row behind the last one, the
-    /// picture's height.
+    /// Returns the first row of pixels of a row of normal cells. Returns the picture's height for
+    /// the row after the last.
     std::ptrdiff_t rowEdge(int row) const { return mRowEdges[static_cast<std::size_t>(row)]; }
 
-    /// Where rectangle `column` of the rung begins in the space of the cells.
+    /// The left and the top edge of a rectangle of the rung, in sheared space.
     float left(int rung, float column) const { return cellWidth(rung) * column; }
     float top(int rung, float row) const { return cellHeight(rung) * row; }
 
-    /// The reference point of a square: its centre.
+    /// Returns the reference point of a square: its centre.
     Location centre(int rung, float column, float row) const;
 
-    /// The reference points of a rectangle's two triangles, in the picture.
-    Location lowerPoint(int rung, float column, float row) const; ///< of the one below the cut
+    /// Return the reference points of a rectangle's two triangles, in the picture.
+    Location lowerPoint(int rung, float column, float row) const; ///< of the triangle below the cut
     Location upperPoint(int rung, float column, float row) const;
 
-    /// Whether a pixel that lies so far from the left and the top edge of its rectangle is in the
-    /// upper triangle.
+    /// Returns whether a pixel is in the upper triangle. `x` and `y` count from the left and the
+    /// top edge of its rectangle.
     bool isUpper(float x, float y) const;
 
-    /// The least `x` of which isUpper(x, y) holds.
+    /// Returns the smallest `x` for which isUpper(x, y) is true.
     float cut(float y) const;
 
 private:
@@ -80,7 +80,7 @@ private:
 
     Shape mShape;
     int mRungs;
-    std::array<float, kMostRungs + 1> mWidths{}; ///< of cells, by rung
+    std::array<float, kMostRungs + 1> mWidths{}; ///< by rung, pixels
     std::array<float, kMostRungs + 1> mHeights{};
     float mShear;
     std::vector<float> mColumnEdges;

@@ -13,7 +13,8 @@ namespace Kerovane::Software {
 
 namespace {
 
-/// Bands that a thread takes at a time: enough rows of pixels to be worth its while.
+/// Returns how many bands a thread takes at a time: about 64 rows of pixels, so that the scheduling
+/// costs little.
 int BandsAtATime(const Mosaic& mosaic) {
     constexpr std::ptrdiff_t kRows = 64;
     return static_cast<int>(std::max<std::ptrdiff_t>(kRows / mosaic.top(1), 1));

@@ -13,7 +13,7 @@ inline float Distance(Location one, Location other) {
     return std::sqrt(x * x + y * y);
 }
 
-/// How far `point` lies from the line through two others.
+/// Returns the distance of `point` from the line through two others.
 inline float DistanceFromLine(Location point, Location start, Location other) {
     const Location along{other.x - start.x, other.y - start.y};
     const Location to{point.x - start.x, point.y - start.y};
@@ -27,7 +27,8 @@ float HalfDiagonal(std::ptrdiff_t width, std::ptrdiff_t height) {
     return static_cast<float>(std::sqrt(x * x + y * y));
 }
 
-/// Folded into 0 to 360. A hair below 0 single precision makes 360 of the sum.
+/// Returns the angle folded into 0 to 360. 360 itself occurs: single precision rounds a tiny
+/// negative angle plus 360 to it.
 float Folded(float degrees) {
     const float folded = std::fmod(degrees, 360.0F);
     return folded < 0 ? folded + 360.0F : folded;
@@ -42,8 +43,9 @@ Fate::Front::Front(Fixed direction, float width, float height) {
     const Location unit{static_cast<float>(Sine(-static_cast<double>(radians))),
                         static_cast<float>(Cosine(static_cast<double>(radians)))};
 
-    // The sweep starts at the corner that it moves away from. Its depth is the sum of how far the
-    // ends of the diagonal that crosses it lie from a line through the origin.
+    // The sweep starts at the corner that it moves away from. Its depth is the sum of the distances
+    // of both ends of that corner's diagonal from a line through the origin that is parallel to the
+    // front.
     const float folded = Folded(degrees);
     const bool fromLeft = folded < 90 || folded >= 270;
     const bool fromTop = folded < 180;
@@ -68,7 +70,7 @@ Fate::Fate(const MosaicParameters& parameters, std::ptrdiff_t width, std::ptrdif
       mProgress(Share(parameters.transitionProgress)) {}
 
 template <Transition kTransition, bool kRagged, bool kRandom>
-bool Fate::isLeft(Location point) const {
+bool Fate::isRemaining(Location point) const {
     point.x = std::min(std::max(point.x, 1.0F), mRight);
     point.y = std::min(std::max(point.y, 1.0F), mBottom);
     const float random = kRandom ? mRandom.atNear(point.x, point.y) : 0;
@@ -92,10 +94,10 @@ bool Fate::isLeft(Location point) const {
 }
 
 template <Transition kTransition>
-void Fate::decideSwept(std::span<const Location> points, std::span<std::int32_t> left) const {
+void Fate::decideSwept(std::span<const Location> points, std::span<std::int32_t> remains) const {
     const auto decideAll = [&]<bool kRagged, bool kRandom>() {
         for (std::size_t index = 0; index < points.size(); ++index) {
-            left[index] = isLeft<kTransition, kRagged, kRandom>(points[index]) ? 1 : 0;
+            remains[index] = isRemaining<kTransition, kRagged, kRandom>(points[index]) ? 1 : 0;
         }
     };
     if (mFeather >= 1) {
@@ -107,14 +109,14 @@ void Fate::decideSwept(std::span<const Location> points, std::span<std::int32_t>
     }
 }
 
-void Fate::decide(std::span<const Location> points, std::span<std::int32_t> left) const {
+void Fate::decide(std::span<const Location> points, std::span<std::int32_t> remains) const {
     switch (mTransition) {
     case Transition::Linear:
-        return decideSwept<Transition::Linear>(points, left);
+        return decideSwept<Transition::Linear>(points, remains);
     case Transition::RadialIn:
-        return decideSwept<Transition::RadialIn>(points, left);
+        return decideSwept<Transition::RadialIn>(points, remains);
     case Transition::RadialOut:
-        return decideSwept<Transition::RadialOut>(points, left);
+        return decideSwept<Transition::RadialOut>(points, remains);
     }
 }
 

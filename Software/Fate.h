@@ -9,18 +9,20 @@
 
 namespace Kerovane::Software {
 
-/** Decides which cells are left of the picture: some drop out at random, others are swept away by
- * the transition, whose edge is ragged if it has a feather. */
+/**
+ * Decides which cells remain in the picture: some drop out at random, others are swept away by the
+ * transition, whose edge is ragged if it has a feather.
+ */
 class Fate {
 public:
     Fate(const MosaicParameters& parameters, std::ptrdiff_t width, std::ptrdiff_t height);
 
-    /// Sets each of `left` to whether the cell whose reference point is the one of `points` is
-    /// left: 1 or 0.
-    void decide(std::span<const Location> points, std::span<std::int32_t> left) const;
+    /// Sets each element of `remains` to 1 if the cell with the reference point of the same index
+    /// remains, else to 0.
+    void decide(std::span<const Location> points, std::span<std::int32_t> remains) const;
 
 private:
-    /// The line at which a linear sweep starts, and how far it goes.
+    /// The line at which a linear sweep starts, and how far the sweep goes.
     struct Front {
         Front(Fixed direction, float width, float height);
 
@@ -29,23 +31,23 @@ private:
         float depth = 0; ///< pixels
     };
 
-    /// `kRagged` if the transition has a feather, `kRandom` if it hangs on the cells' random
+    /// `kRagged`: the transition has a feather. `kRandom`: the result depends on the cells' random
     /// numbers.
     template <Transition kTransition, bool kRagged, bool kRandom>
-    bool isLeft(Location point) const;
+    bool isRemaining(Location point) const;
 
     template <Transition kTransition>
-    void decideSwept(std::span<const Location> points, std::span<std::int32_t> left) const;
+    void decideSwept(std::span<const Location> points, std::span<std::int32_t> remains) const;
 
-    float mRight;     ///< the largest x that a point counts with, pixels
+    float mRight;     ///< the largest x of a reference point, pixels; larger ones count as this
     float mBottom;    ///< the largest y
-    float mDissolved; ///< share of the cells that drop out
+    float mDissolved; ///< share of the cells that drop out, 0 to 1
     RandomSource mRandom;
     Transition mTransition;
     Front mFront;
     Location mMiddle;
-    float mDepth;   ///< of the sweep, pixels
-    float mFeather; ///< pixels; none below 1
+    float mDepth;   ///< how far the sweep goes, pixels
+    float mFeather; ///< pixels; below 1 there is no feather
     float mProgress;
 };
 

@@ -9,7 +9,7 @@
 
 namespace Kerovane::Software {
 
-/// 16 bytes of one pixel, repeated.
+/// 16 bytes filled with copies of one pixel.
 using PixelBlock = std::uint64_t __attribute__((vector_size(16)));
 
 template <typename Channel>
@@ -27,9 +27,9 @@ PixelBlock Repeated(const Pixel<Channel>& pixel) {
 }
 
 /**
- * Fills the pixels of a row from `begin` up to, but not including, `end`, and may spoil those
- * behind, up to the row's `width`: a row's runs are filled from left to right. Whole blocks are
- * written, even of an empty run, as to decide otherwise would cost more.
+ * Fills the pixels of a row from `begin` up to, but not including, `end`. May overwrite pixels
+ * after `end` within the row's `width`, so fill the runs of a row from left to right. Writes whole
+ * blocks, at least one even for an empty run, because a check would cost more.
  */
 template <typename Channel>
 void FillRun(std::byte* row, std::ptrdiff_t begin, std::ptrdiff_t end, std::ptrdiff_t width,

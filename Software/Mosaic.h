@@ -11,23 +11,25 @@
 namespace Kerovane::Software {
 
 /**
- * The mosaic of one frame, drawn on the processor. Every cell is decided once, its size, its fate
- * and its colour, and its rows are filled; the picture is the one that the formulas of a single
- * pixel give. It has the same bytes on every machine, drawn in whatever bands.
+ * Draws the mosaic of one frame on the processor. The size, fate and colour of a cell are decided
+ * once, and its rows are filled. The result equals the effect's per-pixel formulas and has the same
+ * bytes on every machine, however it is split into bands.
  */
 class Mosaic {
 public:
     /// For pictures of `width` by `height` pixels, up to 2^24 each.
     Mosaic(const MosaicParameters& parameters, std::ptrdiff_t width, std::ptrdiff_t height);
 
-    /// A band is a row of cells of the normal size. None if the picture has no pixels.
+    /// Returns the number of bands, rows of cells of the normal size; 0 if the picture has no
+    /// pixels.
     int bands() const;
 
-    /// The first row of pixels of a band; of the one behind the last, the picture's height.
+    /// Returns the first row of pixels of a band. Returns the picture's height for the band after
+    /// the last.
     std::ptrdiff_t top(int band) const { return mGrid.rowEdge(band); }
 
     /// Draws the bands from `first` up to, but not including, `end` of `in` into `out`, pictures of
-    /// the mosaic's size and one depth that share no memory. Threads may draw at the same time.
+    /// the mosaic's size and the same depth that share no memory. Thread-safe.
     void draw(const Host::ConstPixelView& in, const Host::PixelView& out, int first, int end) const;
 
 private:

@@ -8,22 +8,22 @@ enum class Shape { Square, Triangle };
 
 enum class Transition { Linear, RadialIn, RadialOut };
 
-/// A number with 16 bits before and 16 behind the point.
+/// A fixed-point number with 16 bits before and 16 after the point.
 using Fixed = std::int32_t;
 
-/// What a number of percent is of one.
+/// Converts percent to a share of 1.
 constexpr float Share(Fixed percent) {
     return static_cast<float>(percent * 0x1p-16 / 100);
 }
 
-/// What a frame's picture hangs on beside its pixels, in the units and precision of a host's
-/// records. Values outside of the parameters' ranges give some picture or other.
+/// The parameters of a frame, in the units and precision of the host's records. Values outside of
+/// the declared ranges are safe, but their picture is unspecified.
 struct MosaicParameters {
     Shape shape = Shape::Square;
     std::int32_t size = 10;     ///< height of a cell, pixels at full resolution
-    double ratio = 1;           ///< of a cell's width to its height
+    double ratio = 1;           ///< a cell's width over its height
     Fixed sizeRandom = 0;       ///< percent
-    std::int32_t sizeLevel = 3; ///< sizes above the normal one, each twice the one before
+    std::int32_t sizeLevel = 3; ///< how often a cell's size may double
     std::int32_t sizeRandomSeed = 0;
     Fixed dissolve = 0; ///< percent
     std::int32_t dissolveRandomSeed = 0;
@@ -32,7 +32,7 @@ struct MosaicParameters {
     std::int32_t feather = 0;     ///< pixels at full resolution
     Fixed direction = 0;          ///< degrees; 0 sweeps from left to right, 90 down
     bool useAlpha = true;
-    std::uint32_t downsample = 1; ///< the picture is reduced so many times
+    std::uint32_t downsample = 1; ///< the picture is at 1 / downsample of the full resolution
 };
 
 } // namespace Kerovane::Software

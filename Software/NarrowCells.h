@@ -7,8 +7,10 @@
 
 namespace Kerovane::Software {
 
-/** Draws cells narrower than a pixel, of which most hold one pixel of a row or none: pixel by
- * pixel, as the formulas stand. */
+/**
+ * Draws cells narrower than a pixel. Most of them contain one pixel of a row or none, so the
+ * formulas are evaluated pixel by pixel.
+ */
 template <typename Channel>
 class NarrowCells {
 public:
@@ -33,7 +35,7 @@ public:
     }
 
 private:
-    /// The reference point of the cell that holds the pixel.
+    /// Returns the reference point of the cell that contains the pixel.
     Location pointOf(std::ptrdiff_t x, std::ptrdiff_t y, int band) const {
         const CellGrid& grid = mScene.grid;
         const float inGrid = static_cast<float>(x) + grid.shift(y);
@@ -50,7 +52,7 @@ private:
     }
 
     Scene<Channel> mScene;
-    PaintedCells<Channel> mCells; ///< of a row of pixels, one for each
+    PaintedCells<Channel> mCells; ///< one for each pixel of a row
 };
 
 } // namespace Kerovane::Software

@@ -10,25 +10,25 @@
 
 namespace Kerovane::Software {
 
-/** Cells that are decided and painted together, in steps that the compiler makes vectors of. */
+/** Cells that are decided and painted together, in loops that the compiler vectorises. */
 template <typename Channel>
 class PaintedCells {
 public:
     void clear() { mPoints.clear(); }
 
-    /// A cell with that reference point.
+    /// Adds the cell with that reference point.
     void add(Location point) { mPoints.push_back(point); }
 
-    /// To be called when all cells are there, and before any is drawn.
+    /// Decides and paints the cells. Call it after the last `add` and before drawing.
     void paint(const Fate& fate, const Painter<Channel>& painter) {
         const std::size_t count = mPoints.size();
-        mLeft.resize(count);
+        mRemains.resize(count);
         mColumns.resize(count);
         mRows.resize(count);
         mColours.resize(count);
         mStraight.resize(count);
         mPixels.resize(count);
-        fate.decide(mPoints, mLeft);
+        fate.decide(mPoints, mRemains);
         for (std::size_t cell = 0; cell < count; ++cell) {
             mColumns[cell] = painter.columnsAround(mPoints[cell].x);
         }
@@ -37,7 +37,7 @@ public:
         }
         for (std::size_t cell = 0; cell < count; ++cell) {
             mColours[cell] =
-                mLeft[cell] != 0 ? painter.colour(mColumns[cell], mRows[cell]) : Rgba{};
+                mRemains[cell] != 0 ? painter.colour(mColumns[cell], mRows[cell]) : Rgba{};
             mStraight[cell] = painter.straight(mColours[cell]);
         }
         painter.makePixels(mStraight, mPixels);
@@ -46,14 +46,14 @@ public:
         });
     }
 
-    /// Of a cell through which nothing shows.
+    /// Returns the pixel of a cell through which the picture does not show.
     const Pixel<Channel>& pixel(std::size_t cell) const { return mPixels[cell]; }
 
-    /// Whether the picture shows through any cell.
+    /// Returns whether the picture shows through any cell.
     bool anyShows() const { return mAnyShows; }
 
-    /// If the picture shows through the cell, draws its pixels in row `y` of `out` from `begin` up
-    /// to, but not including, `end`.
+    /// Draws the cell's pixels in row `y` of `out` from `begin` up to, but not including, `end`, if
+    /// the picture shows through the cell.
     void drawShowing(std::size_t cell, const Painter<Channel>& painter, const Host::PixelView& out,
                      std::ptrdiff_t y, std::ptrdiff_t begin, std::ptrdiff_t end) const {
         if (painter.isShowing(mColours[cell])) {
@@ -66,10 +66,10 @@ public:
 
 private:
     std::vector<Location> mPoints;
-    std::vector<std::int32_t> mLeft;
+    std::vector<std::int32_t> mRemains;
     std::vector<Between> mColumns;
     std::vector<Between> mRows;
-    std::vector<Rgba> mColours; ///< transparent black if the cell has gone
+    std::vector<Rgba> mColours; ///< transparent black for a removed cell
     std::vector<Rgba> mStraight;
     std::vector<Pixel<Channel>> mPixels;
     bool mAnyShows = false;

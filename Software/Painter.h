@@ -9,15 +9,16 @@
 
 namespace Kerovane::Software {
 
-/// Between which pixels of a line a place lies, and the share of the second. A place outside of the
-/// line lies between the outermost pixel and itself.
+/// The two pixels of a row or column between which a position lies, and the weight of the second.
+/// Outside of the line both are the outermost pixel.
 struct Between {
     std::int32_t first;
     std::int32_t second;
     float share;
 };
 
-/// As texture coordinates are, which count from the middle of a pixel, in a line of `size` pixels.
+/// Returns the pixels around `place` in a line of `size` pixels. As in a texture, a pixel's middle
+/// is at its index plus 0.5.
 inline Between PixelsAround(float place, float size) {
     const float at = place / size * size - 0.5F;
     const float kept = std::min(std::max(at, -1.0F), size);
@@ -29,12 +30,12 @@ inline Between PixelsAround(float place, float size) {
 }
 
 /**
- * Paints cells in a picture's colours: reads pixels of one form, and makes those of another, both
- * with channels of the type `Channel`.
+ * Paints cells in the colours of a picture: reads pixels of one form and makes pixels of another,
+ * both with channels of type `Channel`.
  *
- * A cell's colour is weighed by its alpha on its way onto nothing or onto the picture, and once
- * more as its product with the alpha that comes out. At 8 bits the product is kept in 8 bits before
- * it is divided again, as the effect's own targets keep it.
+ * A colour is weighted by its alpha when it is drawn over nothing or over the picture. The result
+ * is then multiplied by its alpha and divided again. At 8 bits the product is rounded to 8 bits in
+ * between, as in the effect's render targets.
  */
 template <typename Channel>
 class Painter {
@@ -50,7 +51,7 @@ public:
     Between columnsAround(float x) const { return PixelsAround(x, mWidth); }
     Between rowsAround(float y) const { return PixelsAround(y, mHeight); }
 
-    /// The picture's colour between these pixels, as a texture is read with a linear filter.
+    /// Returns the picture's colour between these pixels, by bilinear interpolation.
     Rgba colour(const Between& x, const Between& y) const {
         return mIn.fromMemoryOrder((1 - x.share) * (1 - y.share) * texel(x.first, y.first) +
                                    x.share * (1 - y.share) * texel(x.second, y.first) +
@@ -58,10 +59,10 @@ public:
                                    x.share * y.share * texel(x.second, y.second));
     }
 
-    /// Whether the picture shows through cells of that colour.
+    /// Returns whether the picture shows through cells of that colour.
     bool isShowing(Rgba cell) const { return !mUseAlpha && cell[kAlpha] != 1; }
 
-    /// What becomes of the colour of a cell through which nothing shows.
+    /// Returns the final colour of a cell through which the picture does not show.
     Rgba straight(Rgba cell) const {
         return finished(cell[kAlpha] == 1 ? cell : mixed(Rgba{}, cell));
     }
@@ -70,7 +71,7 @@ public:
         mOut.makePixels(straight, pixels);
     }
 
-    /// At `x`, `y` of a cell through which the picture shows.
+    /// Returns the pixel at `x`, `y` of a cell through which the picture shows.
     Pixel<Channel> pixel(Rgba cell, std::ptrdiff_t x, std::ptrdiff_t y) const {
         return mOut.pixel(finished(mixed(mIn.fromMemoryOrder(texel(x, y)), cell)));
     }
@@ -86,7 +87,7 @@ private:
         return mIn.inMemoryOrder(mPicture.row(y) + x * kBytes);
     }
 
-    /// Multiplied by its alpha and divided again.
+    /// Multiplies a colour by its alpha and divides it again.
     [[gnu::always_inline]] static Rgba finished(Rgba colour);
 
     Host::ConstPixelView mPicture;

@@ -18,10 +18,10 @@ using Rgba = Host::Four<float>;
 
 constexpr std::size_t kAlpha = 3;
 
-/// The same in whole numbers of a channel's white.
+/// The same as integers, white at the largest value of a channel.
 using WholeRgba = Host::Four<std::int32_t>;
 
-/// The four channels of a pixel as they lie in memory.
+/// The four channels of a pixel in memory order.
 template <typename Channel>
 using Pixel = std::array<Channel, 4>;
 
@@ -30,7 +30,7 @@ void StorePixel(const Pixel<Channel>& pixel, std::byte* to) {
     std::memcpy(to, pixel.data(), sizeof pixel);
 }
 
-/// Rounds to whole numbers of a channel's white, from 0 to white; what is no number counts as 0.
+/// Rounds to integers from 0 to a channel's white. NaN counts as 0.
 template <std::unsigned_integral Channel>
 WholeRgba Rounded(Rgba colour) {
     const Rgba positive = colour > 0 ? colour : Rgba{};
@@ -39,7 +39,8 @@ WholeRgba Rounded(Rgba colour) {
     return __builtin_convertvector(kept * white + 0.5F, WholeRgba);
 }
 
-/// Between pixels of some form and colours with straight alpha. `Channel` is that of their depth.
+/// Converts between pixels of some form and colours with straight alpha. `Channel` is the channel
+/// type of their depth.
 template <typename Channel>
 class PixelForm {
 public:
@@ -47,7 +48,7 @@ public:
     explicit PixelForm(const Host::BasicPixelView<Byte>& view)
         : mOrder(view.order), mAlpha(view.alpha) {}
 
-    /// The colour of the pixel at `from`, its channels still in their order in memory.
+    /// Reads the pixel at `from` as a colour with its channels still in memory order.
     Rgba inMemoryOrder(const std::byte* from) const {
         Host::Four<Channel> channels;
         std::memcpy(&channels, from, sizeof channels);
@@ -68,7 +69,7 @@ public:
                    : colour;
     }
 
-    /// Of as many colours as there are pixels.
+    /// Converts colours to pixels. Both spans must have the same size.
     void makePixels(std::span<const Rgba> colours, std::span<Pixel<Channel>> pixels) const {
         for (std::size_t index = 0; index < pixels.size(); ++index) {
             pixels[index] = pixel(colours[index]);

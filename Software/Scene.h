@@ -8,7 +8,7 @@
 
 namespace Kerovane::Software {
 
-/// All that decides a frame's cells, and the picture that they are drawn into.
+/// Everything that drawing a frame needs: what decides its cells, and the picture to draw into.
 template <typename Channel>
 struct Scene {
     const CellGrid& grid;

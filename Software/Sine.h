@@ -10,26 +10,27 @@ namespace Kerovane::Software {
 static_assert(std::numeric_limits<double>::is_iec559 && FLT_EVAL_METHOD == 0,
               "every operation has to round to its own type");
 
-/// From here on angles are far: Sine knows them, and SineOfNear does not.
+/// Angles from here on are "far": Sine accepts them, SineOfNear does not.
 constexpr double kFarAngle = 0x1p32;
 
 /**
- * The sine of an angle in radians, within 1e-13. Built from operations that IEEE 754 rounds alike
- * everywhere, in a fixed order, so that it has the same bits on every machine; a math library's or
- * a driver's has not. Loops over it become vectors.
+ * Returns the sine of an angle in radians, within 1e-13. Uses only operations that IEEE 754 rounds
+ * alike everywhere, in a fixed order, so the result has the same bits on every machine, unlike that
+ * of math libraries and drivers. Loops over it can be vectorised.
  */
 inline double SineOfNear(double radians) {
-    // Adding and subtracting 1.5 * 2^52 rounds to a whole number.
+    // Adding and subtracting 1.5 * 2^52 rounds to an integer.
     constexpr double kRounder = 0x1.8p52;
     const double halfTurns = (radians * (1 / std::numbers::pi) + kRounder) - kRounder;
     const double odd = halfTurns * 0.5 - ((halfTurns * 0.5 + kRounder) - kRounder); // 0, or +-0.5
     const double sign = 1 - 4 * std::abs(odd);
 
-    // Pi in three parts, the first two of 22 bits: their products with up to 2^31 are exact.
+    // Subtracts pi in three parts. The first two have 22 bits: their products with numbers up to
+    // 2^31 are exact.
     const double angle = ((radians - halfTurns * 0x1.921fbp+1) - halfTurns * 0x1.5110bp-21) -
                          halfTurns * 0x1.18469898cc517p-43;
 
-    // Taylor's series up to the 17th power; the next term is below 5e-14 at a quarter of a turn.
+    // Taylor series up to the 17th power; the next term is below 5e-14 at a quarter turn.
     const double square = angle * angle;
     double series = 1.0 / 355687428096000;
     series = series * square - 1.0 / 1307674368000;
@@ -42,13 +43,14 @@ inline double SineOfNear(double radians) {
     return sign * (angle + angle * square * series);
 }
 
-/// The same of any angle. A far one is reduced by the double nearest to 2 pi first.
+/// The same for any angle. Reduces a far angle by the double nearest to 2 pi first.
 inline double Sine(double radians) {
     const bool isFar = !(std::abs(radians) < kFarAngle);
     return SineOfNear(isFar ? std::fmod(radians, 2 * std::numbers::pi) : radians); // fmod is exact
 }
 
-/// As Sine. For angles of some turns: it adds a quarter of one.
+/// Returns the sine of the angle plus a quarter turn, so it is as precise as Sine for angles of a
+/// few turns only.
 inline double Cosine(double radians) {
     return Sine(radians + std::numbers::pi / 2);
 }

@@ -9,8 +9,8 @@ namespace Kerovane::Software {
 
 namespace {
 
-/// Ten to the power of the rung: rectangles of different rungs have different random numbers,
-/// whatever their column and row.
+/// Ten to the power of the rung. Scaling by it gives rectangles of different rungs different random
+/// numbers, even at the same column and row.
 constexpr std::array<float, CellGrid::kMostRungs + 1> kScales = {
     1e0F,  1e1F,  1e2F,  1e3F,  1e4F,  1e5F,  1e6F,  1e7F,  1e8F,  1e9F,  1e10F, 1e11F, 1e12F,
     1e13F, 1e14F, 1e15F, 1e16F, 1e17F, 1e18F, 1e19F, 1e20F, 1e21F, 1e22F, 1e23F, 1e24F};

@@ -11,24 +11,24 @@
 namespace Kerovane::Software {
 
 /**
- * Decides how large the cells are. Each rectangle on the ladder's top rung is searched if its
- * random number is below a limit: it stays whole, or falls into the four of the rung below, each of
- * which stays whole or falls in turn, with even chances. What isn't searched, or has fallen all the
- * way, are normal cells.
+ * Decides the size of cells. A rectangle on the top rung of the size ladder is searched if its
+ * random number is below a limit: it stays whole or splits into the four of the rung below, with
+ * even chances, and each of those does the same. Rectangles that are not searched, or have split
+ * all the way, become normal cells.
  */
 class SizeSearch {
 public:
-    /// `rungs` above the normal size. If none is searched, the ladder has none.
+    /// `rungs` counts the sizes above the normal one. Without random sizes the ladder has no rungs.
     SizeSearch(const MosaicParameters& parameters, int rungs);
 
     int rungs() const { return mRungs; }
 
-    /// Of the first rectangles of a row on some rung, as many as there is room for: whether they
-    /// stay whole, and whether they are searched if that is the top rung.
+    /// Decide, for the first rectangles of a row, as many as the span holds, whether they stay
+    /// whole, and, on the top rung, whether they are searched.
     void decideRow(int rung, float row, std::span<std::int32_t> whole) const;
     void searchRow(float row, std::span<std::int32_t> searched) const;
 
-    /// The rung of the cell that a normal rectangle lies in.
+    /// Returns the rung of the cell that contains a normal rectangle.
     int rungAt(float column, float row) const;
 
 private:
@@ -46,18 +46,18 @@ private:
 };
 
 /**
- * The outcome of a search for a row of normal rectangles, then for others. Keeps the rows of all
- * rungs, so that as long as rows come in order each rectangle is decided once.
+ * The result of the search for one row of normal rectangles at a time. Keeps the row of each rung,
+ * so that each rectangle is decided once as long as rows come in order.
  */
 class SearchedRow {
 public:
-    /// For rows of `columns` normal rectangles. `search` has to outlive this.
+    /// For rows of `columns` normal rectangles. `search` must outlive this object.
     SearchedRow(const SizeSearch& search, int columns);
 
-    /// To be called before rungAt.
+    /// Moves to a row. Must be called before rungAt.
     void moveTo(int row);
 
-    /// The rung of the cell that the normal rectangle in `column` lies in.
+    /// Returns the rung of the cell that contains the normal rectangle in `column`.
     int rungAt(int column) const;
 
 private:

@@ -10,7 +10,10 @@
 
 namespace Kerovane::Software {
 
-/** Draws square cells: a row of a band cell by cell, and all of its rows as copies of it. */
+/**
+ * Draws square cells: draws the top row of a band cell by cell and copies it to the band's other
+ * rows.
+ */
 template <typename Channel>
 class Squares {
 public:
@@ -45,7 +48,7 @@ public:
     }
 
 private:
-    /// A cell's pixels in each row of the band.
+    /// The columns of pixels that a cell covers.
     struct Run {
         std::ptrdiff_t begin;
         std::ptrdiff_t end;

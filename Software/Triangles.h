@@ -11,8 +11,10 @@
 
 namespace Kerovane::Software {
 
-/** Draws triangular cells: each row of pixels crosses a rectangle's left edge, its cut and its
- * right edge, and these crossings are found for the whole row. */
+/**
+ * Draws triangular cells. A row of pixels crosses a rectangle's left edge, its cut and its right
+ * edge; these crossings are computed for the whole row first.
+ */
 template <typename Channel>
 class Triangles {
 public:
@@ -28,8 +30,9 @@ public:
     }
 
 private:
-    /// The first pixel of a row at `shift` that lies `distance` or more to the right of `left`, as
-    /// a pixel's own formula has it. The guess may be one pixel off.
+    /// Returns the first pixel of a row, moved right by `shift`, that lies `distance` or more to
+    /// the right of `left`. The first guess may be off by one, so the pixels around it are tested
+    /// with the per-pixel formula.
     static std::int32_t firstPixel(float shift, float left, float distance, std::int32_t width) {
         const auto guess = left + distance - shift;
         auto x =
@@ -74,7 +77,8 @@ private:
 
     void cross(std::ptrdiff_t y, int band) {
         const CellGrid& grid = mScene.grid;
-        std::array<float, CellGrid::kMostRungs + 1> distances{}; // of the cut, by rung
+        std::array<float, CellGrid::kMostRungs + 1>
+            distances{}; // from the left edge to the cut, by rung
         for (int rung = 0; rung <= mScene.search.rungs(); ++rung) {
             const float top = grid.top(rung, static_cast<float>(band >> rung));
             distances[static_cast<std::size_t>(rung)] = grid.cut(static_cast<float>(y) - top);
@@ -105,7 +109,7 @@ private:
         }
     }
 
-    /// Calls `f` with each cell and its pixels in the row, from left to right.
+    /// Calls `f` with each cell and its range of pixels in the row, from left to right.
     template <typename F>
     void forRuns(F f) const {
         std::int32_t begin = 0;
@@ -119,17 +123,18 @@ private:
 
     Scene<Channel> mScene;
     SearchedRow mSearched;
-    PaintedCells<Channel> mCells; ///< of each rectangle the lower triangle, then the upper one
+    PaintedCells<Channel>
+        mCells; ///< two for each rectangle: the lower triangle, then the upper one
 
-    // By rectangle of the band:
+    // One element for each rectangle of the band:
     std::vector<std::size_t> mRungs;
-    std::vector<float> mLefts;  ///< where it begins in the space of the cells
-    std::vector<float> mRights; ///< the least location behind it
+    std::vector<float> mLefts;  ///< left edge in sheared space
+    std::vector<float> mRights; ///< the smallest x beyond it in sheared space
 
-    // By rectangle, of one row of pixels:
+    // One element for each rectangle, for one row of pixels:
     std::vector<float> mDistances;   ///< from the left edge to the cut
-    std::vector<std::int32_t> mCuts; ///< the first pixel behind the lower triangle
-    std::vector<std::int32_t> mEnds; ///< the first pixel behind the rectangle
+    std::vector<std::int32_t> mCuts; ///< the first pixel after the lower triangle
+    std::vector<std::int32_t> mEnds; ///< the first pixel after the rectangle
 };
 
 } // namespace Kerovane::Software

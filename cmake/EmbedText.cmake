@@ -1,9 +1,9 @@
-# Embeds text files as constants, so that programs for the GPU are kept as files of their own.
+# Embeds text files as constants, so that GLSL stays in files of its own.
 #
 #   embed_text(HEADER Name.h NAMESPACE A::B FILES dir/One.glsl dir/Two.glsl)
 #
 # makes a header Name.h, included by the path of the calling folder, with one std::string_view for
-# each file, kOne and kTwo, which hold the files' bytes as they are.
+# each file, kOne and kTwo, which holds the file's bytes unchanged.
 function(embed_text)
     cmake_parse_arguments(ARG "" "HEADER;NAMESPACE" "FILES" ${ARGN})
     set(constants "")

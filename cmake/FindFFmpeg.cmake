@@ -1,4 +1,4 @@
-# FFmpeg::FFmpeg from pkg-config's descriptions of the libraries.
+# Defines FFmpeg::FFmpeg from pkg-config's data.
 if(NOT TARGET FFmpeg::FFmpeg)
     find_package(PkgConfig REQUIRED)
     pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET GLOBAL

@@ -1,5 +1,5 @@
-# OpenImageIO::OpenImageIO from pkg-config's description. Debian's own CMake configuration of it also
-# demands the headers of OpenCV, which nobody here needs.
+# Defines OpenImageIO::OpenImageIO from pkg-config's data. Debian's CMake configuration of it also
+# requires the OpenCV headers, which this project does not need.
 if(NOT TARGET OpenImageIO::OpenImageIO)
     find_package(PkgConfig REQUIRED)
     pkg_check_modules(OPENIMAGEIO REQUIRED IMPORTED_TARGET GLOBAL OpenImageIO)

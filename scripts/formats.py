@@ -1,4 +1,4 @@
-"""Makes the table of picture formats in a document, from round trips through the command."""
+"""Writes the table of picture formats into a document, from round trips through the command."""
 
 import os
 import re
@@ -14,7 +14,7 @@ WRITTEN = [("PNG", "png"), ("JPEG", "jpg"), ("OpenEXR", "exr"), ("TIFF", "tif"),
            ("Radiance HDR", "hdr")]
 REFUSED = ["jp2", "fits", "iff", "sgi", "rla", "ico", "heic"]
 BITS = ["8", "10", "12", "16", "half", "float"]
-COLOUR = (0.8, 0.4, 0.2)  # of every pixel, so that cells change nothing
+COLOUR = (0.8, 0.4, 0.2)  # of every pixel, so that the effect changes nothing
 
 
 def run(*words):
@@ -37,12 +37,12 @@ def make_source():
     colour = ",".join(map(str, COLOUR))
     oiiotool("--create", "64x48", "5", "--chnames", "R,G,B,A,Z", "--fill:color=" + colour + ",1,7",
              "64x48", "--attrib", "Copyright", "someone", "-d", "float", "-o", "in.exr")
-    # WebP leaves out an alpha that is opaque everywhere.
+    # WebP drops an alpha channel that is opaque everywhere.
     oiiotool("in.exr", "--ch", "R,G,B,A=0.5", "-o", "clear.exr")
 
 
 def tell(file):
-    """The bits, the number of channels, and all that is said of a file."""
+    """Returns a file's bits per channel, its number of channels, and oiiotool's whole description."""
     text = oiiotool("--info", "-v", file)
     kind = re.search(r"(\d+) channel, ([a-z0-9/]+) ", text)
     bits = re.search(r"BitsPerSample: (\d+)", text)
@@ -53,13 +53,13 @@ def tell(file):
 
 
 def colour_of(file):
-    """The mean of each channel, with 1 for white."""
+    """Returns the mean of each channel, with 1 for white."""
     text = oiiotool("-d", "float", file, "-o", "mean.exr", "--stats", "mean.exr")
     return [float(value) for value in re.search(r"Stats Avg: ([-0-9. ]+)", text).group(1).split()]
 
 
 def bits_of(extension):
-    """Those whose files have as many, and the colour to within one of their levels."""
+    """Returns the bits per channel that the format stores. Raises RuntimeError if a file differs."""
     found = []
     for bits in BITS:
         out = f"bits.{extension}"
@@ -81,7 +81,7 @@ def channels_of(extension):
         out = f"channels.{extension}"
         if render("clear.exr", out, "--channels", name).returncode == 0:
             had = tell(out)[1]
-            is_opaque = had == 4 and colour_of(out)[3] == 1  # some readers always give alpha
+            is_opaque = had == 4 and colour_of(out)[3] == 1  # some readers always add alpha
             if had != count and not (count == 3 and is_opaque):
                 raise RuntimeError(f"{out} has {had} channels instead of {count}")
             found.append(name)
@@ -96,7 +96,7 @@ def compressions_of(extension):
 
 
 def parts_of(extension):
-    if extension == "gif":  # with several pictures it is a movie
+    if extension == "gif":  # a GIF with several pictures is a movie
         return False
     source = f"parts.{extension}"
     done = run("oiiotool", "in.exr", "--ch", "R,G,B", "--dup", "--siappend", "-o", source)

@@ -14,7 +14,7 @@ namespace Kerovane::Frei0r {
 
 namespace {
 
-/// An angle has no slider: one turn.
+/// Returns the slider's range; one turn for an angle, which has no slider.
 Host::Interval RangeOf(const Host::Parameter& parameter) {
     constexpr Host::Interval kTurn{0, 360};
     return parameter.type() == PF_Param_ANGLE ? kTurn : parameter.slider;
@@ -22,10 +22,10 @@ Host::Interval RangeOf(const Host::Parameter& parameter) {
 
 double PositionOf(double value, const Host::Interval& range) {
     const double position = (value - range.min) / (range.max - range.min);
-    return position >= 0 ? std::min(position, 1.0) : 0; // 0 also if it is not a number
+    return position >= 0 ? std::min(position, 1.0) : 0; // 0 for NaN too
 }
 
-/// "0 Linear, 0.5 Radial In, 1 Radial Out"
+/// Returns a text such as "0 Linear, 0.5 Radial In, 1 Radial Out".
 std::string ChoiceText(const Host::Parameter& parameter) {
     std::vector<std::string> texts;
     for (std::size_t choice = 0; choice < parameter.choices.size(); ++choice) {
@@ -35,7 +35,7 @@ std::string ChoiceText(const Host::Parameter& parameter) {
     return fmt::format("{}", fmt::join(texts, ", "));
 }
 
-/// "2 to 500 pixels: (pixels - 2) / 498, or pixels from 2 on, default 10"
+/// Returns a text such as "2 to 500 pixels: (pixels - 2) / 498, or pixels from 2 on, default 10".
 std::string RangeText(const Host::Parameter& parameter) {
     const Host::Interval range = RangeOf(parameter);
     const std::string_view unit = Host::UnitOf(parameter);

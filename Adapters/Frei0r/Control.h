@@ -7,12 +7,12 @@
 namespace Kerovane::Frei0r {
 
 /**
- * One of the effect's parameters in frei0r's terms. Hosts know no ranges, so its positions go from
- * 0 to 1 over all that its slider reaches, and the explanation tells what they stand for.
+ * A parameter of the effect as a frei0r parameter. frei0r has no ranges, so positions from 0 to 1
+ * span the parameter's slider, and the explanation tells the user what they stand for.
  */
 class Control {
 public:
-    /// `parameter` has a value.
+    /// `parameter` must have a value.
     explicit Control(const Host::Parameter& parameter);
 
     A_long id() const { return mId; }
@@ -22,8 +22,9 @@ public:
 
     double defaultPosition() const { return mDefaultPosition; }
 
-    /// In the user's units. A position of 2 and more is the value itself, as far as it is valid;
-    /// another one beyond 0 to 1 counts as the nearer end, so that eased keys may overshoot.
+    /// Returns the value in the user's units. A position of 2 or more is the value itself, clamped
+    /// to the valid range. Any other position is clamped to 0 to 1, so that eased key frames may
+    /// overshoot.
     double valueAt(double position) const;
 
 private:
@@ -31,7 +32,7 @@ private:
     int mType;
     std::string mName;
     std::string mExplanation;
-    Host::Interval mRange; ///< of the positions from 0 to 1
+    Host::Interval mRange; ///< spanned by the positions from 0 to 1
     Host::Interval mValid;
     bool mWhole;
     double mDefaultPosition;

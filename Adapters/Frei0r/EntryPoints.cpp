@@ -1,4 +1,4 @@
-// The functions that hosts look up by name. Nothing is thrown out of them.
+// The functions that hosts look up by name. None of them throws.
 
 #include "Adapters/Frei0r/Declaration.h"
 #include "Adapters/Frei0r/Frei0rInterface.h"
@@ -25,7 +25,8 @@ bool IsControl(int index) {
     return index >= 0 && static_cast<std::size_t>(index) < DeclaredControls().size();
 }
 
-/// ffmpeg pads rows, on some machines to 16 pixels, and can't tell.
+/// Warns of ffmpeg's row padding: on some machines ffmpeg pads rows to 16 pixels, and frei0r has no
+/// way to tell the plug-in.
 void ComplainOfPadding(unsigned int width) {
     constexpr unsigned int kPixels = 16;
     const std::string_view program = program_invocation_short_name;

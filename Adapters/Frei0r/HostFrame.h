@@ -9,8 +9,8 @@
 namespace Kerovane::Frei0r {
 
 /**
- * A frame, or a slice of one, in the host's memory: RGBA with straight alpha, a byte a channel, the
- * first row on top, each row right behind the one before.
+ * A frame or a slice of one in the host's memory: RGBA with straight alpha, 8 bits a channel, top
+ * row first, rows without padding.
  */
 struct HostFrame {
     std::size_t width = 0;
@@ -35,7 +35,7 @@ private:
     }
 };
 
-/// Copies the input to the output, as it is.
+/// Copies the input to the output unchanged.
 inline void PassThrough(const HostFrame& frame) {
     std::memmove(frame.out, frame.in, frame.pixels() * sizeof *frame.in);
 }

@@ -26,7 +26,7 @@ Instance::Instance(std::size_t width, std::size_t height) : mWidth(width), mHeig
 
 void Instance::setPosition(std::size_t control, double position) {
     mPositions[control] = position;
-    mFrame.reset(); // what comes next is another frame
+    mFrame.reset(); // the next slice belongs to a new frame
 }
 
 HostFrame Instance::frameAt(const std::uint32_t* in, std::uint32_t* out) const {
@@ -54,16 +54,16 @@ void Instance::renderWith(const HostFrame& slice, Host::FrameRenderer& renderer)
     const std::size_t slices = mFrame->sliceCount();
     const std::optional<HostFrame> frame = mFrame->joined();
     if (!frame) {
-        PassThrough(slice); // until the slices in between are there
+        PassThrough(slice); // a slice in between is still missing
         return;
     }
     if (slices == mRenderedSlices) {
-        return; // along with another one
+        return; // already rendered together with another slice
     }
-    // Further slices may come meanwhile; they are rendered with these when it is their turn.
+    // Further slices may arrive meanwhile; they are rendered with these in their own turn.
     lock.unlock();
-    // The values are those of this moment already, so the frame needs no time; hosts disagree on
-    // its unit.
+    // The values are already those of this frame's time, so no time is passed. Hosts disagree on
+    // its unit anyway.
     Adapters::DrawFrame(renderer, {}, ValuesAt(mPositions), frame->input(), frame->output());
     lock.lock();
     mRenderedSlices = slices;

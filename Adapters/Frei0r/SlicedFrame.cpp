@@ -7,10 +7,10 @@ namespace Kerovane::Frei0r {
 
 namespace {
 
-/// More than any host makes; what lies further apart belongs to different frames.
+/// More than any host uses. Slices further apart belong to different frames.
 constexpr std::ptrdiff_t kMaxSlices = 256;
 
-/// From one address to another in bytes, whether or not they lie in one array.
+/// Returns the distance between two addresses in bytes, even if they are not in the same array.
 std::ptrdiff_t Distance(const void* from, const void* to) {
     return static_cast<std::ptrdiff_t>(reinterpret_cast<std::uintptr_t>(to) -
                                        reinterpret_cast<std::uintptr_t>(from));

@@ -9,19 +9,19 @@
 namespace Kerovane::Frei0r {
 
 /**
- * A frame that the host hands over in slices of one height, in any order: MLT does so if a
- * filter's property "threads" asks for it, each slice on a thread of its own, and tells nobody how
- * many there are. What belongs together shows in the addresses. All slices of a frame stay in place
- * until the host has the last one back.
+ * A frame that the host passes in slices of equal height, in any order. MLT does so if a filter's
+ * property "threads" asks for it: each slice arrives on a thread of its own, and nothing says how
+ * many there are. Slices are matched by their addresses. All slices of a frame stay in place until
+ * the host has the last one back.
  */
 class SlicedFrame {
 public:
     SlicedFrame(double time, const HostFrame& slice);
 
-    /// Takes `slice` in if it is a further one of this frame, and tells whether it is.
+    /// Adds `slice` and returns true if it is another slice of this frame.
     bool add(double time, const HostFrame& slice);
 
-    /// The slices so far as one frame; nothing while one in between is missing.
+    /// Returns the slices so far as one frame; nothing if one in between is missing.
     std::optional<HostFrame> joined() const;
 
     std::size_t sliceCount() const { return mPlaces.size(); }
@@ -29,7 +29,7 @@ public:
 private:
     double mTime;
     HostFrame mFirst;
-    std::set<std::ptrdiff_t> mPlaces; ///< in slices below mFirst, which is at 0
+    std::set<std::ptrdiff_t> mPlaces; ///< how many slices below mFirst, which is 0
 };
 
 } // namespace Kerovane::Frei0r

@@ -18,15 +18,15 @@ namespace Kerovane::OpenFX {
 
 namespace {
 
-/// What an action comes with.
+/// The arguments of an action.
 struct Call {
     OfxImageEffectHandle effect;
     PropertySet in;
     PropertySet out;
 };
 
-/// The source's whole region whatever part of the output is asked for: a cell takes its colour from
-/// far off.
+/// Asks for the whole source region, whatever part of the output is requested: a cell may take its
+/// colour from far away.
 void GetRegionsOfInterest(const Call& call) {
     const Clip source(call.effect, kOfxImageEffectSimpleSourceClipName);
     const auto region = source.regionOfDefinition(call.in.real(kOfxPropTime).value_or(0));
@@ -62,7 +62,7 @@ OfxStatus Dispatch(std::string_view action, const Call& call) {
     return kOfxStatOK;
 }
 
-/// On standard error if the host shows no messages.
+/// Shows the user a message; prints it to standard error if the host shows none.
 void Tell(OfxImageEffectHandle effect, const std::string& failure) {
     const OfxMessageSuiteV1* messages = HostSuites().messages;
     if (messages == nullptr || messages->message(effect, kOfxMessageError, "failure",
@@ -83,7 +83,7 @@ OfxStatus Load() {
 
 OfxStatus Act(const char* action, const void* handle, OfxPropertySetHandle inArgs,
               OfxPropertySetHandle outArgs) noexcept {
-    // Handles go back to the host as what it takes them for.
+    // The interface passes the handle as const; the host's functions take it back non-const.
     const auto effect = static_cast<OfxImageEffectHandle>(const_cast<void*>(handle));
     try {
         if (action == nullptr) {

@@ -4,7 +4,7 @@
 
 namespace Kerovane::OpenFX {
 
-/// Does what the host asks for. A failure is told to the host's user; nothing is thrown.
+/// Performs an action of the host. Reports a failure to the user; never throws.
 OfxStatus Act(const char* action, const void* handle, OfxPropertySetHandle inArgs,
               OfxPropertySetHandle outArgs) noexcept;
 

@@ -17,20 +17,21 @@ public:
 
     PropertySet properties() const { return PropertySet(mProperties); }
 
-    /// In canonical coordinates; nothing if the host can't tell.
+    /// Returns the region in canonical coordinates; nothing if the host does not provide it.
     std::optional<OfxRectD> regionOfDefinition(OfxTime time) const;
 
-    /// Width of a pixel over its height: 1 if the host can't tell.
+    /// Returns the width of a pixel over its height; 1 if the host does not provide it.
     double pixelAspect() const;
 
-    /// kOfxImageComponentRGB or kOfxImageComponentRGBA, as the clip comes to the host.
+    /// Returns kOfxImageComponentRGB or kOfxImageComponentRGBA: the components before the host maps
+    /// them for the effect.
     Name components() const;
 
-    /// kOfxImageOpaque, kOfxImagePreMultiplied or kOfxImageUnPreMultiplied.
+    /// Returns kOfxImageOpaque, kOfxImagePreMultiplied or kOfxImageUnPreMultiplied.
     Name premultiplication() const;
 
-    /// The whole image at `time`, of `scale` unless it says otherwise itself; nothing if there is
-    /// none. Throws Error if it is of a form that is not supported.
+    /// Fetches the whole image at `time`; nothing if there is none. `scale` and `field` apply if
+    /// the image does not tell its own. Throws Error if the form of the image is not supported.
     std::optional<HostImage> image(OfxTime time, const OfxPointD& scale,
                                    const std::string& field) const;
 

@@ -5,8 +5,8 @@
 
 namespace Kerovane::OpenFX {
 
-/// Tells in `preferences` which form the output has: premultiplied RGBA if there can be holes, else
-/// that of the source. Throws Error if the host refuses.
+/// Writes the form of the output to `preferences`: premultiplied RGBA if the output can have holes,
+/// else that of the source. Throws Error if the host refuses.
 void DeclareClipPreferences(OfxImageEffectHandle effect, const PropertySet& preferences);
 
 } // namespace Kerovane::OpenFX

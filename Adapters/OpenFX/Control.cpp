@@ -26,7 +26,7 @@ Name TypeOf(const Host::Parameter& parameter) {
     }
 }
 
-/// "size-random" gives "sizeRandom".
+/// Converts "size-random" to "sizeRandom".
 std::string CamelCase(const std::string& typedName) {
     std::string name;
     bool isAfterHyphen = false;
@@ -108,7 +108,7 @@ void Control::declareValues(const PropertySet& properties) const {
     if (mType == kOfxParamTypeChoice || mType == kOfxParamTypeBoolean) {
         return;
     }
-    // An angle has no slider: one turn.
+    // An angle has no slider: show one turn.
     const bool isAngle = mParameter.type() == PF_Param_ANGLE;
     const Host::Interval shown = isAngle ? Host::Interval{0, 360} : mParameter.slider;
     properties.set(kOfxParamPropMin, inHostsUnits(mParameter.valid.min));

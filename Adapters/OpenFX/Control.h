@@ -10,27 +10,27 @@
 namespace Kerovane::OpenFX {
 
 /**
- * One of the effect's parameters in OpenFX's terms: a choice counted from 0, a switch, a whole
- * number, an angle in degrees, a real number; percentages are scale factors, 1 for 100.
+ * A parameter of the effect as an OpenFX parameter: a choice counted from 0, a boolean, an integer,
+ * an angle in degrees or a double. Percentages become scale factors: 100 % is 1.
  */
 class Control {
 public:
-    /// `parameter` has a value.
+    /// `parameter` must have a value.
     explicit Control(Host::Parameter parameter);
 
     A_long id() const { return mParameter.id(); }
 
-    /// "sizeRandom" for Size Random: what scripts and saved projects call it.
+    /// The name in scripts and saved projects: "sizeRandom" for Size Random.
     const std::string& scriptName() const { return mScriptName; }
 
-    /// Adds it to `params`, in the group of that script name if there is one. Throws Error if the
-    /// host refuses.
+    /// Defines the parameter in `params`, in the group with that script name unless `group` is
+    /// empty. Throws Error if the host refuses.
     void define(OfxParamSetHandle params, const std::string& group) const;
 
-    /// The value at `time` in the user's units. Throws Error if the host has none.
+    /// Returns the value at `time` in the user's units. Throws Error if the host has none.
     double valueAt(OfxParamSetHandle params, OfxTime time) const;
 
-    /// The values at all keys, or the only one if there are none, in the user's units.
+    /// Returns the values at all keys in the user's units; the constant value if there are no keys.
     std::vector<double> valuesAtKeys(OfxParamSetHandle params) const;
 
 private:
@@ -43,8 +43,8 @@ private:
     Host::Parameter mParameter;
     std::string mScriptName;
     Name mType;
-    double mUnit;   ///< how many of the user's units one of the host's is
-    double mOffset; ///< the user's value at the host's 0
+    double mUnit;   ///< user's units per host's unit
+    double mOffset; ///< the value in user's units at the host's 0
 };
 
 } // namespace Kerovane::OpenFX

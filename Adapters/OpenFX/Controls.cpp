@@ -37,8 +37,8 @@ std::string GroupOf(const Control& control) {
     return "";
 }
 
-/// By the effect's order. They stay for the rest of the process. Throws Error if the effect can't
-/// be asked, and asks again at the next call.
+/// Returns the controls in the effect's order. They live until the process ends. Throws Error if
+/// the effect cannot be asked; the next call tries again.
 const std::vector<Control>& DeclaredControls() {
     static const std::vector<Control>& kControls = []() -> const std::vector<Control>& {
         std::vector<Control> controls;
@@ -66,7 +66,7 @@ PropertySet Define(OfxParamSetHandle params, Name type, Name name, Name label) {
     return properties;
 }
 
-/// Whether `test` holds for a value that the control of that script name has at a key.
+/// Returns whether `test` holds at any key of the control with that script name.
 template <typename Test>
 bool EverHolds(OfxParamSetHandle params, std::string_view name, Test test) {
     const auto control = std::ranges::find(DeclaredControls(), name, &Control::scriptName);

@@ -6,18 +6,18 @@
 
 namespace Kerovane::OpenFX {
 
-/// Defines the effect's parameters in their groups, and a page of them all. Throws Error if the
-/// effect can't be asked or the host refuses.
+/// Defines the effect's parameters in groups, and a page with all of them. Throws Error if the
+/// effect cannot be asked or the host refuses.
 void DefineControls(OfxImageEffectHandle effect);
 
-/// What the instance's parameters are set to at `time`. Throws Error if the host can't tell.
+/// Returns the values of the instance's parameters at `time`. Throws Error if the host does not
+/// tell them.
 Host::ParameterValues ValuesAt(OfxImageEffectHandle effect, OfxTime time);
 
-/// Whether cells can be missing from a picture of the instance, at any time, with nothing in their
-/// place.
+/// Returns whether cells of the instance's picture can be transparent holes at any time.
 bool CanHaveHoles(OfxImageEffectHandle effect);
 
-/// The script names of the parameters that CanHaveHoles looks at.
+/// Returns the script names of the parameters that CanHaveHoles depends on.
 std::vector<std::string> ControlsOfHoles();
 
 } // namespace Kerovane::OpenFX

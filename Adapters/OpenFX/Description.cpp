@@ -23,7 +23,7 @@ void Introduce(const PropertySet& effect) {
     effect.offer(kOfxPropVersion, TESSELUNE_VERSION_MAJOR, 0);
     effect.offer(kOfxPropVersion, TESSELUNE_VERSION_MINOR, 1);
     effect.offer(kOfxPropVersionLabel, TESSELUNE_VERSION);
-    effect.offer(kOfxPropIcon, "", 0); // as SVG
+    effect.offer(kOfxPropIcon, "", 0); // no SVG icon
     effect.offer(kOfxPropIcon, std::string(kPluginIdentifier) + ".png", 1);
 }
 
@@ -33,7 +33,7 @@ void DeclareAbilities(const PropertySet& effect) {
     effect.set(kOfxImageEffectPropSupportedPixelDepths, kOfxBitDepthByte, 0);
     effect.set(kOfxImageEffectPropSupportedPixelDepths, kOfxBitDepthShort, 1);
     effect.set(kOfxImageEffectPropSupportedPixelDepths, kOfxBitDepthFloat, 2);
-    // Not every host of the interface knows half floats.
+    // Optional: not every host knows half floats.
     effect.offer(kOfxImageEffectPropSupportedPixelDepths, kOfxBitDepthHalf, 3);
     effect.set(kOfxImageEffectPluginRenderThreadSafety, kOfxImageEffectRenderFullySafe);
     effect.offer(kOfxImageEffectPluginPropSingleInstance, 0);

@@ -4,13 +4,13 @@
 
 namespace Kerovane::OpenFX {
 
-/// Saved projects find the effect by this and by its major version.
+/// Saved projects identify the effect by this name and its major version.
 inline constexpr Name kPluginIdentifier = "com.kerovane.tesselune";
 
-/// Describes the effect: what it is called and what it can do. Throws Error if the host refuses.
+/// Describes the effect: its names and its abilities. Throws Error if the host refuses.
 void Describe(OfxImageEffectHandle effect);
 
-/// Describes its clips and parameters, which are the same in every context.
+/// Describes the effect's clips and parameters, which are the same in every context.
 void DescribeInContext(OfxImageEffectHandle effect);
 
 } // namespace Kerovane::OpenFX

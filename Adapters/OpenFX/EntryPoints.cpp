@@ -1,4 +1,4 @@
-// The functions that hosts look up by name. Nothing is thrown out of them.
+// The functions that hosts look up by name. None of them throws.
 
 #include "Adapters/OpenFX/Actions.h"
 #include "Adapters/OpenFX/Description.h"

@@ -12,10 +12,10 @@ namespace Kerovane::OpenFX {
 
 namespace {
 
-/// What is nearer to a whole pixel than this is one.
+/// Edges closer than this to a whole pixel count as whole.
 constexpr double kTolerance = 1e-4;
 
-/// Beyond it a region has no edge: generators fill the plane.
+/// Edges from here on count as infinite: generators fill the plane.
 constexpr double kEndless = 1e8;
 
 PixelArea PixelsTouchedBy(const OfxRectD& rect, double aspect) {
@@ -25,7 +25,7 @@ PixelArea PixelsTouchedBy(const OfxRectD& rect, double aspect) {
             .rows = {-above(rect.y2), -below(rect.y1)}};
 }
 
-/// Nothing if the host has no window.
+/// Returns nothing if the host has no project window.
 std::optional<OfxRectD> ProjectWindow(const PropertySet& effect) {
     const std::optional<OfxPointD> size = effect.point(kOfxImageEffectPropProjectSize);
     if (!size || !(size->x > 0 && size->x < kEndless && size->y > 0 && size->y < kEndless)) {
@@ -35,10 +35,10 @@ std::optional<OfxRectD> ProjectWindow(const PropertySet& effect) {
     return OfxRectD{offset.x, offset.y, offset.x + size->x, offset.y + size->y};
 }
 
-/// Edges that lie nowhere take the window's.
+/// Replaces infinite edges by those of the window.
 OfxRectD Bounded(const OfxRectD& region, const OfxRectD& window) {
     const auto bounded = [](double edge, double instead) {
-        return std::abs(edge) < kEndless ? edge : instead; // also if it is not a number
+        return std::abs(edge) < kEndless ? edge : instead; // NaN too
     };
     return {bounded(region.x1, window.x1), bounded(region.y1, window.y1),
             bounded(region.x2, window.x2), bounded(region.y2, window.y2)};

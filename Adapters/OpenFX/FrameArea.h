@@ -6,7 +6,7 @@
 
 namespace Kerovane::OpenFX {
 
-/// A rectangle of pixels at full size, rows counted downwards.
+/// A rectangle of pixels at full size; rows count downwards.
 struct PixelArea {
     Span columns;
     Span rows;
@@ -16,20 +16,20 @@ struct PixelArea {
     }
 };
 
-/** Where the picture is laid out. The mosaic's top left corner is that of `frame`. */
+/** The frame that the mosaic is laid out on. The mosaic's top left corner is that of `frame`. */
 struct FrameArea {
     PixelArea frame;
     PixelArea region;       ///< where the source has pixels
     double pixelAspect = 1; ///< width of a pixel over its height
 
-    /// The frame in canonical coordinates: square pixels, upwards.
+    /// Returns the frame in canonical coordinates: square pixels, y upwards.
     OfxRectD canonical() const;
 };
 
 /**
- * The frame of `effect` at `time`: the project's window if the region of the source lies within, so
- * that the mosaic stands still while the region changes, else that region. Throws Error if the host
- * can't tell the region.
+ * Returns the frame of `effect` at `time`: the project's window if the source's region lies within
+ * it, so that the mosaic stands still while the region changes; otherwise that region. Throws Error
+ * if the host tells neither.
  */
 FrameArea FrameAreaOf(OfxImageEffectHandle effect, const Clip& source, OfxTime time);
 

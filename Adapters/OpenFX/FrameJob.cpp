@@ -14,7 +14,7 @@ Host::Depth DepthFor(const HostPixels& source, const HostPixels& output) {
     return areBytes ? Host::Depth::Bits8 : Host::Depth::Float32;
 }
 
-/// The part of `pixels` at `columns` and `rows` if it can be taken as it stands.
+/// Returns the part of `pixels` at `columns` and `rows` if the renderer can use it without a copy.
 std::optional<Host::PixelView> ViewInPlace(const HostPixels& pixels, const Places& columns,
                                            const Places& rows, Host::Depth depth) {
     if (!IsRun(columns) || !IsRun(rows)) {
@@ -29,7 +29,7 @@ std::optional<Host::PixelView> ViewInPlace(const HostPixels& pixels, const Place
     return view && view->depth == depth ? view : std::nullopt;
 }
 
-/// A picture of the frame's size: in the host's memory, or in memory of its own.
+/// A picture of the frame's size, in the host's memory or in memory of its own.
 class Layer {
 public:
     Layer(std::optional<Host::PixelView> inPlace, const PixelArea& frame, Host::Depth depth,
@@ -74,7 +74,7 @@ void DrawFrame(const FrameArea& area, const HostImage& source, const HostImage& 
     const Places shownRows = PlacesToShow(window.rows, frame.rows, output.scale.y);
     const bool isWhole = shownColumns.size() == static_cast<std::size_t>(frame.columns.size()) &&
                          shownRows.size() == static_cast<std::size_t>(frame.rows.size());
-    // What has no alpha to show, or none that counts, shows holes as black.
+    // An output without alpha, or with an alpha that is ignored, shows holes as black.
     const Coverage shown =
         to.coverage == Coverage::Straight ? Coverage::Straight : Coverage::Premultiplied;
     const Layer out(isWhole ? ViewInPlace(to, shownColumns, shownRows, depth) : std::nullopt, frame,

@@ -9,28 +9,27 @@
 
 namespace Kerovane::OpenFX {
 
-/// What holds for an image, or for all of a clip's, that tells nothing itself.
+/// Values for the properties that an image does not have.
 struct ImageDefaults {
     OfxPointD scale{1, 1};
     std::string field;
     std::string premultiplication;
 };
 
-/// Gives an image back to the host.
+/// Releases an image to the host.
 struct ReleaseImage {
     void operator()(OfxPropertySetHandle image) const;
 };
 
-/** An image of the host's, until it is given back. */
+/** An image of the host; released in the destructor. */
 struct HostImage {
     std::unique_ptr<OfxPropertySetStruct, ReleaseImage> handle;
     HostPixels pixels;
-    OfxPointD scale{1, 1}; ///< image pixels over full-size pixels
+    OfxPointD scale{1, 1}; ///< image pixels per full-size pixel
 };
 
-/// Reads what the host says of the image `handle` and takes hold of it. Throws Error if it is of a
-/// form that is not supported: another depth or other components, a single field, rows that
-/// overlap.
+/// Reads the properties of the image `handle` and takes ownership of it. Throws Error if its form
+/// is not supported: another depth or other components, a single field, overlapping rows.
 HostImage TakeImage(OfxPropertySetHandle handle, const ImageDefaults& defaults);
 
 } // namespace Kerovane::OpenFX

@@ -8,32 +8,31 @@
 
 namespace Kerovane::OpenFX {
 
-/// Type of a channel: 8 and 16 bits with all bits white, half and single precision.
+/// The type of a channel: 8 and 16 bits with white at the largest value, half and single precision.
 enum class Channel { Byte, Short, Half, Float };
 
 std::size_t BytesOf(Channel channel);
 
-/// How the colour of pixels relates to their alpha. Opaque pixels count as such whatever their
-/// alpha holds.
+/// How colour relates to alpha. Opaque pixels count as opaque whatever their alpha holds.
 enum class Coverage { Opaque, Straight, Premultiplied };
 
-/** Pixels in the host's memory, the rows turned to run top down. */
+/** Pixels in the host's memory. Rows count from the top down. */
 struct HostPixels {
     std::byte* top = nullptr;    ///< the first pixel of the top row
-    std::ptrdiff_t rowBytes = 0; ///< from a row to the next one down
-    Span columns;                ///< in pixels of the image's own scale
-    Span rows;                   ///< the same, downwards: -y
+    std::ptrdiff_t rowBytes = 0; ///< from one row to the next one below
+    Span columns;                ///< in pixels at the image's own scale
+    Span rows;                   ///< the same; downwards, so -y
     Channel channel = Channel::Byte;
     int channels = 4; ///< red, green, blue and, if there are 4, alpha
     Coverage coverage = Coverage::Premultiplied;
 
     std::size_t pixelBytes() const { return BytesOf(channel) * static_cast<std::size_t>(channels); }
 
-    /// Those of `columns` and `rows`, which lie within.
+    /// Returns the part at `columns` and `rows`, which must lie within.
     HostPixels within(const Span& columns, const Span& rows) const;
 
-    /// Nothing if renderers can't take the pixels as they stand: they know bytes and floats, with
-    /// an alpha that counts.
+    /// Returns a view for the renderer; nothing if a conversion is needed. Renderers support bytes
+    /// and floats with straight or premultiplied alpha.
     std::optional<Host::PixelView> view() const;
 };
 

@@ -21,7 +21,7 @@ Value Load(const std::byte* at) {
     return value;
 }
 
-/// The value that stands for 1.0.
+/// The value of a channel that stands for 1.0.
 template <typename Channel>
 constexpr Channel kFull = std::numeric_limits<Channel>::max();
 template <>
@@ -58,12 +58,12 @@ void WithChannel(Channel channel, Work work) {
     }
 }
 
-/// A pixel in an effect's own order: alpha, red, green, blue.
+/// A pixel in the effect's channel order: alpha, red, green, blue.
 template <typename Value>
 using Argb = std::array<Value, 4>;
 
-/// Calls `work` with a value of the type of `channel` and one of that of `depth`, which stands for
-/// bytes or floats here.
+/// Calls `work` with a value of the type of `channel` and one of the type of `depth`, which is 8
+/// bits or float here.
 template <typename Work>
 void WithTypes(Channel channel, Host::Depth depth, Work work) {
     WithChannel(channel, [&](auto sample) {
@@ -83,7 +83,7 @@ Argb<Value> ReadPixel(const std::byte* at, bool isOpaque) {
     return {isOpaque ? kFull<Value> : sample(3), sample(0), sample(1), sample(2)};
 }
 
-/// `row` is null if all of it has no place.
+/// Reads one row. `row` is null if the whole row has no place in the image.
 template <typename Sample, typename Value>
 void ReadRow(const HostPixels& from, const std::byte* row, const Places& columns, std::byte* to) {
     const bool isOpaque = from.coverage == Coverage::Opaque;

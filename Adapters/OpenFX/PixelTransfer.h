@@ -6,19 +6,19 @@
 namespace Kerovane::OpenFX {
 
 /**
- * Fills `to`, of an effect's own order of channels, with the pixels of `from` at `columns` and
- * `rows`. Pixels without a place are transparent, or black if `from` is opaque. Colours stay
- * multiplied by alpha, or not, as they are.
+ * Fills `to`, in the effect's channel order, with the pixels of `from` at `columns` and `rows`.
+ * Pixels without a place become transparent, or black if `from` is opaque. Does not multiply or
+ * divide by alpha.
  */
 void ReadPixels(const HostPixels& from, const Places& columns, const Places& rows,
                 const Host::PixelView& to);
 
-/// Fills `to` with the pixels of `from`, of an effect's own order of channels, at `columns` and
-/// `rows`. Alpha is left out if `to` holds none. Whole numbers are rounded to the nearest.
+/// Fills `to` with the pixels of `from`, in the effect's channel order, at `columns` and `rows`.
+/// Drops alpha if `to` has none. Rounds integers to the nearest.
 void WritePixels(const Host::ConstPixelView& from, const Places& columns, const Places& rows,
                  const HostPixels& to);
 
-/// Makes all pixels 0: black, and transparent if they have an alpha.
+/// Sets all channels to 0: black, and transparent if there is an alpha channel.
 void ClearPixels(const HostPixels& pixels);
 
 } // namespace Kerovane::OpenFX

@@ -7,10 +7,11 @@
 
 namespace Kerovane::OpenFX {
 
-/// What the arguments of actions call the `property` of the clip: RoI, Components.
+/// Returns the name of a clip's property in the arguments of actions. `property` is RoI or
+/// Components.
 std::string PropertyOfClip(const char* property, Name clip);
 
-/** Reads and writes a property set of the host's, which outlives it. */
+/** Reads and writes a property set of the host, which must outlive this object. */
 class PropertySet {
 public:
     explicit PropertySet(OfxPropertySetHandle handle) : mHandle(handle) {}
@@ -21,19 +22,19 @@ public:
     void set(const std::string& name, double value, int index = 0) const;
     void set(const std::string& name, const OfxRectD& value) const;
 
-    /// Sets what a host may not know and can do without.
+    /// Sets an optional property: ignores a host that does not know it.
     template <typename Value>
     void offer(const std::string& name, Value value, int index = 0) const {
         static_cast<void>(put(name, value, index));
     }
 
-    /// Nothing if the host doesn't have the value; an empty text counts as none.
+    /// Return nothing if the host does not have the value; an empty text counts as none.
     std::optional<std::string> text(Name name, int index = 0) const;
     std::optional<int> whole(Name name, int index = 0) const;
     std::optional<double> real(Name name, int index = 0) const;
     std::optional<OfxPointD> point(Name name) const;
     std::optional<OfxRectI> wholeRect(Name name) const;
-    void* pointer(Name name) const; ///< null if the host doesn't have it
+    void* pointer(Name name) const; ///< null if the host does not have it
 
 private:
     OfxStatus put(const std::string& name, const std::string& value, int index) const;

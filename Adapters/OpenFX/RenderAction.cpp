@@ -61,7 +61,7 @@ void Render(OfxImageEffectHandle effect, const PropertySet& arguments) {
     const std::shared_ptr<Host::FrameRenderer> renderer = Adapters::SharedRenderer::get();
     DrawFrame(area, *source, *output, window,
               [&](const Host::ConstPixelView& in, const Host::PixelView& out) {
-                  // The values are those of this moment already, so the frame needs no time.
+                  // The values are already those of this frame's time, so no time is passed.
                   Adapters::DrawFrame(*renderer, {}, values, in, out);
               });
 }

@@ -5,8 +5,8 @@
 
 namespace Kerovane::OpenFX {
 
-/// Renders what `arguments` ask for, unless the host has given up already. Throws Error, or
-/// another exception, if it fails.
+/// Performs the render action with `arguments`. Does nothing if the host has aborted it. Throws
+/// Error, or another exception, on failure.
 void Render(OfxImageEffectHandle effect, const PropertySet& arguments);
 
 } // namespace Kerovane::OpenFX

@@ -6,8 +6,8 @@ namespace Kerovane::OpenFX {
 
 namespace {
 
-/// Hosts hold scales such as 1/3 in floats: what falls short of a whole number by less than this,
-/// in pixels, has reached it.
+/// Hosts store scales such as 1/3 as floats: a position short of a whole pixel by less than this
+/// counts as whole.
 constexpr double kTolerance = 1e-4;
 
 int WholeBelow(double position) {

@@ -6,7 +6,7 @@
 
 namespace Kerovane::OpenFX {
 
-/// Whole positions along an axis, from `begin` up to but not including `end`.
+/// Pixel positions along an axis, from `begin` up to but not including `end`.
 struct Span {
     int begin = 0;
     int end = 0;
@@ -20,22 +20,22 @@ inline Span Intersection(const Span& one, const Span& other) {
     return {std::max(one.begin, other.begin), std::min(one.end, other.end)};
 }
 
-/// For each place of a picture's row or column the place in another, or kNoPlace.
+/// For each pixel of one picture's row or column, the index of a pixel in another's, or kNoPlace.
 using Places = std::vector<std::ptrdiff_t>;
 constexpr std::ptrdiff_t kNoPlace = -1;
 
 /**
- * Where the pixels of `frame`, at full size, are read from an image that holds `image` in pixels of
- * its own: `scale` of them to one at full size. Pixels outside of `region`, at full size, have no
- * place. At the edges, which hosts round in their own ways, a pixel's width is bridged.
+ * Returns where the pixels of `frame`, at full size, are read from an image that covers `image` in
+ * its own pixels, `scale` of which make one at full size. Pixels outside of `region`, at full size,
+ * have no place. Hosts round edges differently, so a gap of one pixel at the edges is filled.
  */
 Places PlacesToRead(const Span& frame, const Span& region, const Span& image, double scale);
 
-/// Which pixels of `frame`, at full size, the centres of the pixels of `window` lie in, `scale` of
-/// which make one at full size. Past its ends the last pixel counts.
+/// Returns the pixels of `frame`, at full size, in which the centres of the pixels of `window` lie;
+/// `scale` pixels of `window` make one at full size. Beyond the frame its outermost pixel counts.
 Places PlacesToShow(const Span& window, const Span& frame, double scale);
 
-/// Whether `places` follow one another without a gap.
+/// Returns whether `places` are consecutive.
 bool IsRun(const Places& places);
 
 } // namespace Kerovane::OpenFX

@@ -9,7 +9,7 @@
 
 namespace Kerovane::OpenFX {
 
-/// The function tables that the host lends.
+/// The host's function tables.
 struct Suites {
     const OfxPropertySuiteV1* properties = nullptr;
     const OfxImageEffectSuiteV1* effects = nullptr;
@@ -17,16 +17,17 @@ struct Suites {
     const OfxMessageSuiteV1* messages = nullptr; ///< null if the host has none
 };
 
-/// Whose suites are fetched next. `host` outlives the plug-in's use; null for none.
+/// Sets the host whose suites FetchSuites fetches; null for none. `host` must outlive the use of
+/// the plug-in.
 void SetHost(const OfxHost* host);
 
-/// Fetches the host's suites, and tells whether all that are needed are there.
+/// Fetches the host's suites. Returns whether all required ones exist.
 bool FetchSuites();
 
-/// Those of the last FetchSuites.
+/// Returns the suites of the last FetchSuites.
 const Suites& HostSuites();
 
-/// Throws Error if `status` is not kOfxStatOK, saying that the host refused `request`.
+/// Throws Error if `status` is not kOfxStatOK. The message says that the host refused `request`.
 void Require(OfxStatus status, std::string_view request);
 
 } // namespace Kerovane::OpenFX

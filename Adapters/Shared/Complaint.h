@@ -4,7 +4,8 @@
 
 namespace Kerovane::Adapters {
 
-/// Writes `text` on standard error as a line of this plug-in's; each text once in a process.
+/// Prints `text` to standard error, prefixed with "tesselune: ". Each text is printed once per
+/// process.
 void Complain(const std::string& text);
 
 } // namespace Kerovane::Adapters

@@ -4,8 +4,8 @@
 
 namespace Kerovane::Adapters {
 
-/// Draws with the renderer that `values` choose, or as configured, and complains of what
-/// Host::ChooseRenderer remarks. As Host::FrameRenderer::render otherwise.
+/// Draws a frame with the renderer that `values` choose, or the configured one. Prints the remark
+/// of Host::ChooseRenderer, if any. Otherwise like Host::FrameRenderer::render.
 void DrawFrame(Host::FrameRenderer& renderer, const Host::Frame& frame,
                const Host::ParameterValues& values, const Host::ConstPixelView& in,
                const Host::PixelView& out);

@@ -4,9 +4,9 @@
 
 namespace Kerovane::Adapters {
 
-/// Where the effect's module stands, in the build tree and in an installation: beside the adapter's
-/// own in a bundle, else in the folder tesselune beside the adapter's folder. Empty if that can't be
-/// told.
+/// Returns the path of the effect's module, in the build tree or in an installation: in a bundle
+/// beside the adapter's module, else in the folder `tesselune` beside the adapter's folder. Empty
+/// if the adapter's own path is unknown.
 std::filesystem::path InstalledModule();
 
 } // namespace Kerovane::Adapters

@@ -6,7 +6,7 @@ namespace Kerovane::Adapters {
 
 namespace {
 
-constexpr A_long kId = 1000; // far from the effect's own
+constexpr A_long kId = 1000; // far above the effect's own ids
 
 constexpr int kAsConfigured = 1;
 constexpr int kOpenGL = 2;

@@ -8,10 +8,10 @@
 
 namespace Kerovane::Adapters {
 
-/// The popup by which hosts choose the renderer, behind the effect's own parameters.
+/// Returns the popup that chooses the renderer; it follows the effect's own parameters.
 Host::Parameter RendererParameter();
 
-/// What it is set to; nothing if that is as configured.
+/// Returns the renderer that `values` choose; nothing for "As configured".
 std::optional<Host::Renderer> RendererIn(const Host::ParameterValues& values, Host::Time time);
 
 } // namespace Kerovane::Adapters

@@ -10,7 +10,7 @@ namespace Kerovane::Adapters {
 
 namespace {
 
-/// A renderer that is made when it is first asked for, or the reason why it can't be.
+/// Creates a renderer at the first request. If that fails, every request throws the same exception.
 class LazyRenderer {
 public:
     Host::FrameRenderer& get() {
@@ -55,7 +55,7 @@ void SharedRenderer::countLoad() {
 }
 
 void SharedRenderer::countUnload() {
-    std::shared_ptr<LazyRenderer> last; // ends outside of the lock
+    std::shared_ptr<LazyRenderer> last; // destroyed after the lock is released
     Process& process = TheProcess();
     const std::lock_guard lock(process.mutex);
     if (process.loads > 0 && --process.loads == 0) {
@@ -70,7 +70,7 @@ std::shared_ptr<Host::FrameRenderer> SharedRenderer::get() {
         process.renderer = std::make_shared<LazyRenderer>();
     }
     const std::shared_ptr<LazyRenderer> shared = process.renderer;
-    lock.unlock(); // setting up takes its time, and may have to wait for a set-down
+    lock.unlock(); // creating the renderer is slow and may have to wait until an old one is gone
     return {shared, &shared->get()};
 }
 

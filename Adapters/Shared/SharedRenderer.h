@@ -7,21 +7,20 @@
 namespace Kerovane::Adapters {
 
 /**
- * The renderer of the installed effect that all of a process share, from the first frame to the
- * last unloading. Hosts unload an adapter once for each time that they loaded it, or never. All of
- * it may be called from any thread.
+ * The renderer of the installed effect, shared by the whole process from the first frame to the
+ * last unloading. Hosts unload an adapter once for each time they loaded it, or never. Thread-safe.
  */
 class SharedRenderer {
 public:
     static void countLoad();
 
-    /// Lets go of the renderer at the last one, which waits for the frames that are being drawn.
+    /// Releases the renderer at the last unloading, once the frames in progress are drawn.
     static void countUnload();
 
     /**
-     * Sets the effect up if that hasn't been tried since the last unloading. Throws Error if it
-     * can't be set up, the same until the next unloading. The renderer lives for as long as anybody
-     * holds it.
+     * Returns the renderer; sets the effect up at the first call since the last unloading. Throws
+     * Error if that fails, and again at every call until the next unloading. The renderer lives as
+     * long as the result is held.
      */
     static std::shared_ptr<Host::FrameRenderer> get();
 };

@@ -35,7 +35,7 @@ constexpr std::array<float, 30> kScreenVertices = {
     -1.0F, 1.0F,  0.0F, 0.0F, 1.0F, -1.0F, -1.0F, 0.0F, 0.0F, 0.0F, 1.0F,  -1.0F, 0.0F, 1.0F, 0.0F,
 };
 
-/// Frees what std::malloc and std::calloc gave.
+/// Frees memory of std::malloc and std::calloc.
 struct Free {
     void operator()(void* block) const { std::free(block); }
 };
@@ -45,7 +45,7 @@ Block NewBlock(std::size_t size) {
     return Block(static_cast<std::byte*>(std::malloc(size)));
 }
 
-/// The program that `shader` puts in use, for calls without the object around it.
+/// Makes `shader` current and returns its program's GL name.
 unsigned int ProgramOf(OpenglShader& shader) {
     shader.useProgram();
     GLint program = 0;
@@ -66,7 +66,8 @@ void AttachColor(unsigned int renderbuffer) {
     glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER, renderbuffer);
 }
 
-/// Draws six vertices of `positionSize` floats and two more each with the program in use.
+/// Draws six vertices, each with `positionSize` floats of position and two of texture coordinates,
+/// with the program in use.
 void DrawQuad(unsigned int vertexArray, unsigned int vertices, int positionSize) {
     const auto floatSize = static_cast<std::uintptr_t>(sizeof(float));
     const int stride = (positionSize + 2) * static_cast<int>(floatSize);
@@ -85,7 +86,8 @@ void DrawQuad(unsigned int vertexArray, unsigned int vertices, int positionSize)
     glBindBuffer(GL_ARRAY_BUFFER, 0);
 }
 
-/// Copies `count` rows of `size` bytes between two places with their own distances of rows.
+/// Copies `count` rows of `size` bytes; source and destination have their own distances between
+/// rows.
 void CopyRows(const std::byte* from, std::size_t fromStep, std::byte* to, std::size_t toStep,
               std::size_t size, int count) {
     for (int row = 0; row < count; ++row, from += fromStep, to += toStep) {
@@ -103,7 +105,7 @@ std::size_t TightRowBytes(const Host::World& world) {
 
 } // namespace
 
-/// How GL sees a depth's pixels.
+/// How GL reads the pixels of a depth.
 struct BareFrame::Layout {
     explicit Layout(Host::Depth depth) : isFloat(depth == Host::Depth::Float32) {
         if (depth == Host::Depth::Bits16) {

@@ -9,7 +9,7 @@
 
 namespace Kerovane::Benchmarks {
 
-/// What tells one measured frame from another; all else is as the effect's defaults are.
+/// The parameters that differ between measured frames; all others have the effect's defaults.
 struct Cells {
     int shapeType = 0;       ///< 0 square, 1 triangle
     int size = 10;           ///< pixels
@@ -18,14 +18,14 @@ struct Cells {
 };
 
 /**
- * The floor that the effect's frame is measured against: the GL calls that the frame consists of,
- * in its order, and the copies between the host's rows and a tight block, with nothing around them.
- * The mosaic program is the effect's own, so that both draw the same picture with the same
- * arithmetic. One sample a pixel, as a software rasteriser gets it.
+ * The lower bound that the effect's frame is measured against: its GL calls in the same order, and
+ * the copies between the host's rows and a block without padding, and nothing else. Uses the
+ * effect's own mosaic program, so that both draw the same picture with the same arithmetic. Draws
+ * one sample a pixel, as the effect does on a software rasteriser.
  */
 class BareFrame {
 public:
-    /// Makes a context of its own and leaves it current.
+    /// Creates its own context and leaves it current.
     explicit BareFrame(const Cells& cells);
 
     /// The context must be current.
@@ -36,7 +36,8 @@ public:
 
     void makeCurrent() { mContext.makeContextCurrent(); }
 
-    /// `output` has the depth and the size of `input`. The context must be current.
+    /// Renders `input` into `output`, which must have the same depth and size. The context must be
+    /// current.
     void render(const Host::World& input, Host::World& output);
 
 private:

@@ -11,8 +11,8 @@
 #include <stdexcept>
 #include <string>
 
-// The C library's functions behind those that are replaced here.
-// NOLINTBEGIN: the names are given
+// The C library's own allocation functions, called by the replacements below.
+// NOLINTBEGIN: the C library fixes these names
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
@@ -25,7 +25,7 @@ namespace Kerovane::Benchmarks {
 
 namespace {
 
-/// Where a library or the program lies in memory.
+/// The address range of a library or the program.
 struct Range {
     std::uintptr_t begin = 0;
     std::uintptr_t end = 0;
@@ -37,11 +37,11 @@ struct Range {
 };
 
 struct Block {
-    void* memory = nullptr; ///< null for a free place
+    void* memory = nullptr; ///< null if this element is free
     std::size_t size = 0;
 };
 
-/// Allocates nothing itself.
+/// Adds up live allocations. Allocates nothing itself.
 class Meter {
 public:
     void begin(const Range& module, const Range& program) {
@@ -52,14 +52,14 @@ public:
         mIsRunning = true;
     }
 
-    /// Returns the peak.
+    /// Stops the measurement and returns the peak in bytes.
     std::size_t end() {
         const std::lock_guard lock(mMutex);
         mIsRunning = false;
         return mPeak;
     }
 
-    /// Notes a block that the code at `caller` asked for, and returns it.
+    /// Records a block that code at `caller` allocated, and returns `memory`.
     void* allocated(void* memory, std::size_t size, const void* caller) {
         constexpr std::size_t kSmallest = 4096;
         if (memory == nullptr || size < kSmallest) {
@@ -103,14 +103,15 @@ private:
     std::mutex mMutex;
     bool mIsRunning = false;
     std::array<Range, 2> mOwners;
-    std::array<Block, 256> mBlocks; ///< once it is full, blocks count as held to the end
+    std::array<Block, 256> mBlocks; ///< once full, further blocks count as held to the end
     std::size_t mBytes = 0;
     std::size_t mPeak = 0;
 };
 
 constinit Meter mMeter;
 
-/// `name` as the loader has it; empty for the program.
+/// Returns the address range of the library `name`, as the loader knows it; an empty name stands
+/// for the program.
 Range RangeOf(std::string_view name) {
     struct Search {
         std::string_view name;

@@ -1,4 +1,4 @@
-// How much memory a frame takes beyond the host's layers: writes JSON to standard output.
+// Measures the memory that a frame takes beyond the host's layers. Writes JSON to standard output.
 
 #include "Benchmarks/BenchmarkPicture.h"
 #include "Benchmarks/FrameMemory/AllocationMeter.h"

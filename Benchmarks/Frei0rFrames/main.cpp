@@ -1,6 +1,6 @@
-// What a frame costs in ffmpeg: the filter, ffmpeg's own pixelize and frei0r's pixeliz0r, beside
-// the bare render command on the same frame. Rounds of one run each, so that what the machine does
-// otherwise meets all alike; the medians of the rounds are printed.
+// Times a frame in ffmpeg: with this filter, ffmpeg's pixelize and frei0r's pixeliz0r, beside the
+// bare render command on the same frame. Each round runs every one once, so that other load on the
+// machine affects all alike. Prints the medians of the rounds.
 
 #include "Host/Frames/SilentThread.h"
 #include "Host/Frames/WorldView.h"
@@ -29,7 +29,7 @@ constexpr A_long kWidth = 1920;
 constexpr A_long kHeight = 1080;
 constexpr int kRounds = 25;
 constexpr int kFrames = 11;
-constexpr int kWarmUp = 2; ///< frames that are not counted
+constexpr int kWarmUp = 2; ///< frames that do not count
 
 double Median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -51,8 +51,7 @@ public:
                         path("frame")));
     }
 
-    /// Milliseconds of a frame in a filter of ffmpeg's that gets RGBA, as ffmpeg itself measures
-    /// it.
+    /// Returns the milliseconds per RGBA frame in an ffmpeg filter, measured by ffmpeg itself.
     double inFfmpeg(const std::string& filter) const {
         Run(fmt::format("{} -frames:v {} -vf format=rgba,bench=start,{},bench=stop -f null - 2>{}",
                         source("info"), kFrames, filter, path("log")));
@@ -70,7 +69,7 @@ public:
         return Median({times.begin() + kWarmUp, times.end()});
     }
 
-    /// Milliseconds of PF_Cmd_RENDER alone, on layers that are there already.
+    /// Returns the milliseconds of PF_Cmd_RENDER alone, on layers that exist already.
     double bare() const {
         Host::Effect effect(TESSELUNE_MODULE);
         Host::World input(Host::Depth::Bits8, kWidth, kHeight, kWidth * 4);
@@ -80,7 +79,8 @@ public:
         return timeOf([&] { effect.render({}, {}, input, output); });
     }
 
-    /// Milliseconds of a frame's way from the host's order of channels to the effect's and back.
+    /// Returns the milliseconds for converting a frame from the host's channel order to the
+    /// effect's and back.
     double channelOrder() const {
         std::vector<std::uint32_t> in = frame();
         std::vector<std::uint32_t> out(in.size());
@@ -134,7 +134,7 @@ private:
 
 int main() {
     try {
-        const Host::SilentThread silent; // of the effect's reports
+        const Host::SilentThread silent; // drops the effect's output
         const Measurement measurement;
         std::vector<double> bare;
         std::vector<double> tesselune;

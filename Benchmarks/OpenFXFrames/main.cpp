@@ -1,5 +1,5 @@
-// Times frames of 1920 x 1080 floats by turns: through the OpenFX module, and by the renderer alone
-// on layers of the form that it takes.
+// Times frames of 1920 x 1080 floats in turns: through the OpenFX module, and with the renderer
+// alone on layers in its own pixel form.
 #include "Host/Frames/FrameRenderer.h"
 #include "Platform/Memory/FreedMemory.h"
 #include "Tests/Adapters/OpenFX/OpenFXHost.h"
@@ -77,7 +77,7 @@ void Measure(const OpenFX::OpenFXHost& host, Host::FrameRenderer& renderer, Host
 
 int main() {
     try {
-        Platform::KeepFreedMemory(); // as other measurements do: page faults fall on either side
+        Platform::KeepFreedMemory(); // otherwise page faults would hit either side by chance
         const OpenFX::OpenFXHost host;
         Host::FrameRenderer renderer{Host::EffectModules{TESSELUNE_MODULE, TESSELUNE_FLOAT_MODULE}};
         Measure(host, renderer, Host::Renderer::Software);

@@ -6,7 +6,7 @@
 
 namespace Kerovane::Benchmarks {
 
-/// One of the things that are compared. `prepare` is run before each `frame` and not timed.
+/// One of the compared sides. `prepare` runs before each `frame` and is not timed.
 struct Side {
     std::string name;
     std::function<void()> prepare;
@@ -16,11 +16,11 @@ struct Side {
 /// The times of one side, one for each round, in milliseconds.
 struct Times {
     std::vector<double> wall;
-    std::vector<double> cpu; ///< of the whole process, the rasteriser's threads among it
+    std::vector<double> cpu; ///< of the whole process, including the rasteriser's threads
 };
 
-/// A median with the bounds between which the true one lies at a confidence of 99 %; of a sample of
-/// fewer than 8 values, its smallest and largest.
+/// A median with its bounds at 99 % confidence. The bounds of a sample of fewer than 8 values are
+/// its smallest and largest.
 struct Estimate {
     double median = 0;
     double low = 0;
@@ -28,15 +28,16 @@ struct Estimate {
 };
 
 /**
- * Runs all sides in turn, `rounds` times after two rounds that don't count. Every round begins with
- * another side, so that what happens to the machine meanwhile happens to all. By side.
+ * Runs all sides in turn, `rounds` times after two rounds that do not count. Each round begins with
+ * another side, so that other load on the machine affects all sides alike. Returns the times by
+ * side.
  */
 std::vector<Times> TimeInTurn(const std::vector<Side>& sides, int rounds);
 
-/// Of a sample that is not empty, whatever its distribution.
+/// Estimates the median of a sample, which must not be empty, of any distribution.
 Estimate EstimateMedian(std::vector<double> sample);
 
-/// Of the quotients of each round.
+/// Estimates the median of the quotients, one for each round.
 Estimate EstimateRatio(const std::vector<double>& numerators,
                        const std::vector<double>& denominators);
 

@@ -1,6 +1,6 @@
-// Compares frames by turns in one process: the effect with its floors, the effect with itself under
-// other parameters, its two modules, or two builds of the effect, and the software renderer with
-// the effect and a copy of the bytes.
+// Compares frames that take turns in one process: the effect with its lower bounds, with other
+// parameters, its two modules, or another build of the effect; and the software renderer with the
+// effect and a copy of the bytes.
 
 #include "Benchmarks/BareFrame/BareFrame.h"
 #include "Benchmarks/BenchmarkPicture.h"
@@ -34,7 +34,7 @@ struct PictureSize {
     int height;
 };
 
-/// What the command line says.
+/// The options of the command line.
 struct Settings {
     std::string module = TESSELUNE_MODULE;
     std::string base;
@@ -47,7 +47,7 @@ int Bits(Host::Depth depth) {
     return static_cast<int>(depth);
 }
 
-/// A picture and where it goes.
+/// An input picture and the output of the same size.
 struct Worlds {
     Worlds(Host::Depth depth, const PictureSize& size)
         : input(BenchmarkPicture(depth, size.width, size.height)),
@@ -57,7 +57,8 @@ struct Worlds {
     Host::World output;
 };
 
-/// The render command of `effect` on `worlds`, which outlive the side, without a host's context.
+/// Makes a side that sends the render command of `effect` on `worlds`, which must outlive it, with
+/// no host context current.
 Side EffectSide(std::string name, Host::Effect& effect, const Cells& cells, Worlds& worlds) {
     return {.name = std::move(name),
             .prepare = [] { Platform::ReleaseCurrentEglContext(); },
@@ -71,7 +72,7 @@ json ToJson(const Estimate& estimate) {
     return {{"median", estimate.median}, {"low", estimate.low}, {"high", estimate.high}};
 }
 
-/// Times the sides and reports them, with the ratios of the first to each of the others.
+/// Times the sides and reports them, with the ratios of the first side to each.
 json Compare(const std::vector<Side>& sides, int rounds) {
     const std::vector<Times> times = TimeInTurn(sides, rounds);
     json row;
@@ -109,8 +110,8 @@ void RequireSamePicture(const Worlds& one, const Worlds& other) {
     }
 }
 
-/// Fewer rounds for larger pictures: each round costs in proportion to the pixels. No fewer than an
-/// estimate needs for its bounds.
+/// Returns fewer rounds for larger pictures, because a round takes time in proportion to the
+/// pixels, but no fewer than the bounds of an estimate need.
 int RoundsFor(const PictureSize& size, int rounds) {
     constexpr double kFullHd = 1920.0 * 1080.0;
     constexpr double kFewest = 8;
@@ -118,7 +119,7 @@ int RoundsFor(const PictureSize& size, int rounds) {
     return static_cast<int>(std::clamp(rounds * share, kFewest, 3.0 * rounds));
 }
 
-/// The effect against the bare frame and against a copy of the bytes.
+/// Compares the effect with the bare frame and with a copy of the bytes.
 json CompareWithFloor(Host::Effect& effect, Host::Depth depth, const PictureSize& size,
                       const Cells& cells, int rounds) {
     Worlds ofEffect(depth, size);
@@ -160,7 +161,7 @@ json CompareWithFloors(Host::Effect& effect, const Settings& settings) {
     return rows;
 }
 
-/// The effect at its defaults against itself under other parameters.
+/// Compares the effect at its defaults with other parameters.
 json CompareParameters(Host::Effect& effect, const Settings& settings) {
     constexpr PictureSize kFullHd = {1920, 1080};
     json rows = json::array();
@@ -182,7 +183,7 @@ json CompareParameters(Host::Effect& effect, const Settings& settings) {
     return rows;
 }
 
-/// One build of the effect against another.
+/// Compares two builds of the effect.
 json CompareModules(Host::Effect& effect, const Settings& settings) {
     Host::Effect base(settings.base);
     json rows = json::array();
@@ -197,7 +198,8 @@ json CompareModules(Host::Effect& effect, const Settings& settings) {
     return rows;
 }
 
-/// The module that stores floats against the one that stores 8 bits, at the depths that it is for.
+/// Compares the module that stores floats with the one that stores 8 bits, at the depths that the
+/// former is for.
 json CompareFloats(Host::Effect& effect, const Settings& settings) {
     Host::Effect floats(TESSELUNE_FLOAT_MODULE);
     json rows = json::array();
@@ -211,8 +213,8 @@ json CompareFloats(Host::Effect& effect, const Settings& settings) {
     return rows;
 }
 
-/// The software renderer on one thread against itself on two, against a copy of the bytes, and at
-/// 1920 x 1080 and 8 bits against the effect.
+/// Compares the software renderer on one thread with two threads, with a copy of the bytes and, at
+/// 1920 x 1080 and 8 bits, with the effect.
 json CompareSoftware(Host::Effect& effect, const Settings& settings) {
     struct Row {
         Cells cells;
@@ -264,14 +266,14 @@ json CompareSoftware(Host::Effect& effect, const Settings& settings) {
     return report;
 }
 
-/// What `compare` says of the effect, whose reports on standard output are dropped.
+/// Runs `compare` on the effect, whose output to standard output is dropped.
 json Compared(json (*compare)(Host::Effect&, const Settings&), const Settings& settings) {
     const Host::SilentThread silent;
     Host::Effect effect(settings.module);
     return compare(effect, settings);
 }
 
-/// Prints a line a row and the verdict. True if the effect is slower than its base.
+/// Prints a line for each row and the verdict. Returns true if the effect is slower than its base.
 bool ReportVerdict(const json& rows) {
     constexpr double kTolerance = 1.01;
     bool isSlower = false;
@@ -323,8 +325,7 @@ int Run(int argc, char** argv) {
         ->check(CLI::ExistingFile);
     CLI11_PARSE(app, argc, argv);
 
-    // As the command does. Page faults would fall on one side of a comparison or the other as the
-    // heap happens to lie.
+    // As the command does. Otherwise page faults would hit either side by chance.
     Platform::KeepFreedMemory();
     const json rows = Compared(*modules      ? CompareModules
                                : *floats     ? CompareFloats

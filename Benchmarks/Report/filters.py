@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Times filters of ffmpeg on raw RGBA video by turns, with ffmpeg's own clocks, and writes JSON."""
+"""Times ffmpeg filters on raw RGBA video in turns, with ffmpeg's own clocks, and writes JSON."""
 
 import argparse
 import json
@@ -23,7 +23,7 @@ FILTERS = {
 
 
 def timed(picture, chain, frei0r):
-    """Milliseconds of wall and of processor time that a frame takes, reading it among them."""
+    """Returns a frame's wall and processor time in milliseconds, including its reading."""
     command = ["ffmpeg", "-hide_banner", "-nostdin", "-f", "rawvideo", "-pix_fmt", "rgba",
                "-s", f"{SIZE[0]}x{SIZE[1]}", "-stream_loop", str(FRAMES - 1), "-i", picture,
                "-vf", chain, "-benchmark", "-f", "null", "-"]  # fmt: skip

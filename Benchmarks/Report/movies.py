@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Times movies, H.264 to H.264, through tesselune and ffmpeg's pixelize by turns; writes JSON."""
+"""Times movies, H.264 to H.264, through tesselune and ffmpeg's pixelize in turns; writes JSON."""
 
 import argparse
 import json
@@ -13,7 +13,7 @@ import time
 
 CELL = 10  # pixels
 FRAMES = 900
-QUALITY = {"tesselune": "66", "ffmpeg": "18"}  # the same: the first is a scale for all codecs
+QUALITY = {"tesselune": "66", "ffmpeg": "18"}  # equal; tesselune has one scale for all codecs
 PICTURES = f"mandelbrot=size=1920x1080:rate=25,trim=end_frame={FRAMES}"
 
 
@@ -22,7 +22,7 @@ def ffmpeg(*arguments):
 
 
 def timed(command):
-    """Milliseconds of wall and of processor time that a frame takes, the program's start included."""
+    """Returns a frame's wall and processor time in milliseconds, including the program's start."""
     before, begin = os.times(), time.monotonic()
     subprocess.run(command, check=True, capture_output=True)
     wall, after = time.monotonic() - begin, os.times()

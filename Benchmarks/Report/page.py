@@ -28,7 +28,7 @@ def output_of(*command):
 
 
 def machine():
-    """What the figures were measured on, as a list of (name, value)."""
+    """Returns what the figures were measured on, as a list of (name, value)."""
     cpu = dict(re.findall(r"^([^:\n]+):\s*(.+)$", output_of("lscpu"), re.MULTILINE))
     memory = re.search(r"MemTotal:\s+(\d+)", pathlib.Path("/proc/meminfo").read_text())[1]
     system = re.search(r'PRETTY_NAME="(.*)"', pathlib.Path("/etc/os-release").read_text())[1]
@@ -71,7 +71,7 @@ def pixels(row):
 
 
 def stage_times(benchmarks):
-    """Median processor and wall time in milliseconds by the benchmark's bare name."""
+    """Returns the median processor and wall time in milliseconds by the benchmark's bare name."""
     factor = {"ns": 1e-6, "us": 1e-3, "ms": 1.0}
     times = {}
     for entry in benchmarks["benchmarks"]:
@@ -140,9 +140,10 @@ def plot_rivals(costs, folder):
 
 
 def shot_times(stages):
-    """Milliseconds for a frame of a shot at 8 bits: all of it, what bounds it, and the stages' sum.
+    """Returns a shot's milliseconds per frame at 8 bits: whole, lower bound, sum of its stages.
 
-    No frame takes less than the longest stage, nor than its processor time on all processors.
+    A frame takes no less than the longest stage, nor than its processor time divided by the
+    processors.
     """
     parts = [stages[f"PNG/{part}/8 bits"][1] for part in ("read", "render", "write")]
     cpu, whole = stages["PNG/shot/8 bits"]
@@ -150,7 +151,7 @@ def shot_times(stages):
 
 
 def goals(plain, parameters, stages, memory, effect_frame, gegl_frame):
-    """Rows of the table of goals."""
+    """Returns the rows of the table of goals."""
 
     def verdict(is_reached):
         return "reached" if is_reached else "**not reached**"
@@ -195,7 +196,7 @@ def goals(plain, parameters, stages, memory, effect_frame, gegl_frame):
 
 
 def software_rows(software):
-    """A row of the table for each comparison of the software renderer."""
+    """Returns a row of the table for each comparison of the software renderer."""
     rows = []
     for row in software:
         has_effect = "effect" in row["sides"]
@@ -210,7 +211,7 @@ def software_rows(software):
 
 
 def software_goals(software, filters):
-    """Rows of the software renderer's table of goals."""
+    """Returns the rows of the software renderer's table of goals."""
 
     def wall(width, bits, shape, size, levels=0, name="software"):
         return next(side(row, name, clock="wall_ms") for row in software
@@ -348,7 +349,7 @@ def figures(reports, folder):
         "## Goals\n",
         table(["Goal", "Measured", ""],
               goals(plain, parameters, stages, memory, effect_frame, gegl_frame)).replace("---:", "---"),
-        "## The render command and its floors\n",
+        "## The render command and its lower bounds\n",
         f"![cost of a pixel and ratio to the bare GL calls]({PICTURES}/sizes.svg)\n",
         table(["Picture", "Bits", "Shape", "Levels", "Effect, ms", "Bare GL, ms", "`memcpy`, ms",
                "Effect over bare", "The same in wall time"], floor_rows),
@@ -364,7 +365,7 @@ def figures(reports, folder):
         "## Stages\n",
         f"![the stages of a frame]({PICTURES}/stages.svg)\n",
         table(["Stage", "Processor time, ms", "Wall time, ms"], stage_rows),
-        "## What else there is\n",
+        "## Alternatives\n",
         f"![processor time of a frame, by tool]({PICTURES}/rivals.svg)\n",
         table(["Tool", "A frame, ms", "in wall time", "PNG to PNG, ms", "in wall time"],
               rival_rows),

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Times what a user would pick in the effect's place, on one picture, and writes JSON.
+"""Times the alternatives to the effect on one picture and writes JSON.
 
-Every tool is run by turns with the others, so that what else the machine does meets all of them.
+The tools run in turns, so that other load on the machine affects all of them alike.
 """
 
 import argparse
@@ -18,16 +18,16 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 SHADERS = ROOT / "Plugins/Tesselune/Sources/Shaders"
 CELL = 10  # pixels
 SIZE = (1920, 1080)
-FRAMES = 21  # of a run that tells what a further frame costs
+FRAMES = 21  # in runs that measure the cost of a further frame
 
-# The effect's fragment program for squares, in the order in which the effect joins its pieces.
+# The effect's fragment shader for squares, in the order in which the effect joins its pieces.
 PIECES = [
     "Prelude", "FeatherTransitions", "DissolveHead",
     "    dissolveTransitionLinear(sample);\n}\n",
     "MosaicColor", "SquareCells", "MainHead", "MainSquare", "MainTail",
 ]  # fmt: skip
 
-# GStreamer's command line sets scalars alone, so the vectors become constants.
+# GStreamer's command line sets scalar uniforms only, so the vectors become constants.
 SCALARS = {
     "multiplier16bit": 1.0,
     "sizeLevel": 3.0,
@@ -70,7 +70,7 @@ def gstreamer_fragment():
         text = replaced(text, f"uniform {declaration};", f"const {declaration} = {value};")
     text = replaced(text, "uniform sampler2D videoTexture;", "uniform sampler2D tex;")
     text = text.replace("texture(videoTexture,", "texture(tex,")
-    # GStreamer's textures hold red, green, blue, alpha.
+    # GStreamer's textures hold RGBA.
     return replaced(text, "vec4(eColor.g, eColor.b, eColor.a, eColor.r)", "eColor")
 
 
@@ -96,10 +96,11 @@ def gstreamer(source, frames, is_filtered, sink):
 
 
 def commands(tesselune, source, folder):
-    """By tool, the command lines of its runs: file to file, and with or without the filter.
+    """Returns the command lines of each tool's runs: file to file, and with or without the filter.
 
-    A further frame's cost is (long - short) - (bare long - bare short) over the frames between.
-    GEGL handles one picture a run: its filter's cost is the run without it taken from the run.
+    The cost of a further frame is (long - short) - (bare long - bare short), divided by the number
+    of frames between. GEGL handles one picture a run: its filter's cost is the run with the filter
+    less the run without it.
     """
     null = ["-f", "null", "-"]
     pixelize = [f"pixelize=w={CELL}:h={CELL}"]
@@ -137,8 +138,8 @@ def commands(tesselune, source, folder):
 
 
 def timed(command):
-    """Milliseconds of wall and of processor time that a command takes; ends where it fails."""
-    # GStreamer without a display: the device platform, as the effect itself does.
+    """Returns a command's wall and processor time in milliseconds."""
+    # GStreamer without a display: the EGL device platform, as the effect uses.
     environment = dict(os.environ, GST_GL_PLATFORM="egl", GST_GL_WINDOW="egl-device")
     with tempfile.TemporaryFile() as log:
         start = time.monotonic()
@@ -148,14 +149,14 @@ def timed(command):
         process.returncode = os.waitstatus_to_exitcode(status)
         log.seek(0)
         output = log.read().decode(errors="replace")
-        # gst-launch reports some errors with the status 0.
+        # gst-launch exits with 0 after some errors.
         if process.returncode != 0 or "ERROR" in output:
             raise RuntimeError(f"{command[0]} failed: {output.strip()[-300:]}")
     return wall * 1e3, (usage.ru_utime + usage.ru_stime) * 1e3
 
 
 def frame_cost(runs):
-    """Milliseconds of the filter alone, for one frame; None where its runs don't tell."""
+    """Returns the milliseconds per frame of the filter alone; None if it cannot be computed."""
     if "bare file" in runs:
         return runs["file"] - runs["bare file"]
     if "long" in runs:

@@ -1,6 +1,6 @@
 /*
- * The contract between a host and an effect: commands, error codes, flags, layers, parameters, and
- * the two records that pass with every call.
+ * The interface between a host and an effect: commands, error codes, flags, layers, parameters, and
+ * the two records passed with every call.
  */
 #ifndef AE_EFFECT_H
 #define AE_EFFECT_H
@@ -276,7 +276,7 @@ extern "C" {
 
 /* ---- The records of a call ---- */
 
-/* What the host tells the effect. */
+/* Input of a call, from the host to the effect. */
 typedef struct PF_InData {
     PF_InteractCallbacks inter;
     PF_UtilCallbacks* utils;
@@ -309,7 +309,7 @@ typedef struct PF_InData {
     A_long pre_effect_source_origin_y;
 } PF_InData;
 
-/* What the effect tells the host. */
+/* Output of a call, from the effect to the host. */
 typedef struct PF_OutData {
     A_u_long my_version;
     A_char name[PF_MAX_EFFECT_PARAM_NAME_LEN + 1];
@@ -326,7 +326,7 @@ typedef struct PF_OutData {
     PF_OutFlags2 out_flags2;
 } PF_OutData;
 
-/* The effect's one entry, found in its module under the name that its property resource gives. */
+/* The effect's entry point. Its name in the module is given by the module's property resource. */
 typedef PF_Err (*PF_EffectEntry)(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data,
                                  PF_ParamDef* params[], PF_LayerDef* output, void* extra);
 

@@ -1,8 +1,10 @@
 /*
- * Callbacks that the host hands over with every call, in PF_InData. Included by AE_Effect.h, which
+ * Callbacks that the host passes in PF_InData with every call. Included by AE_Effect.h, which
  * declares the types.
  */
-/* Ahead of the guard: AE_Effect.h includes this header if its types are known. */
+/*
+ * Before the include guard, because AE_Effect.h includes this header once its types are declared.
+ */
 #include "AE_Effect.h"
 
 #ifndef AE_EFFECT_CB_H
@@ -14,13 +16,13 @@ extern "C" {
 
 /* Interaction with the host about parameters, progress and interruption. */
 typedef struct PF_InteractCallbacks {
-    /* Fills `param` with the parameter's value at a time. Each checkout has its checkin. */
+    /* Fills `param` with the parameter's value at a time. Each checkout needs a checkin. */
     PF_Err (*checkout_param)(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long what_time,
                              A_long time_step, A_u_long time_scale, PF_ParamDef* param);
     PF_Err (*checkin_param)(PF_ProgPtr effect_ref, PF_ParamDef* param);
     /* Adds a parameter at `index`; -1 appends. The host copies `def`. */
     PF_Err (*add_param)(PF_ProgPtr effect_ref, PF_ParamIndex index, PF_ParamDef* def);
-    /* Not PF_Err_NONE when the user has asked to stop. */
+    /* Returns an error other than PF_Err_NONE if the user has asked to stop. */
     PF_Err (*abort)(PF_ProgPtr effect_ref);
     PF_Err (*progress)(PF_ProgPtr effect_ref, A_long current, A_long total);
 } PF_InteractCallbacks;
@@ -39,8 +41,10 @@ typedef struct PF_UtilCallbacks {
     void (*host_dispose_handle)(PF_Handle handle);
     A_HandleSize (*host_get_handle_size)(PF_Handle handle);
     PF_ANSICallbacks ansi;
-    /* The address of the world's first pixel, or of the pixel in `world` that `pixels` names if
-       it is not null. Null through `out` when the world has another depth. */
+    /*
+     * Writes to `out` the address of the world's first pixel, or of the pixel that `pixels` names
+     * if it is not null. Writes null if the world has another depth.
+     */
     PF_Err (*get_pixel_data8)(PF_EffectWorld* world, PF_PixelPtr pixels, PF_Pixel8** out);
     PF_Err (*get_pixel_data16)(PF_EffectWorld* world, PF_PixelPtr pixels, PF_Pixel16** out);
 } PF_UtilCallbacks;

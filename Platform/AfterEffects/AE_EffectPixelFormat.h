@@ -1,6 +1,4 @@
-/*
- * Pixel formats of the host's worlds. Each code is four bytes that read as text in memory.
- */
+/* Pixel formats of the host's worlds. Each code is four characters, readable as text in memory. */
 #ifndef AE_EFFECT_PIXEL_FORMAT_H
 #define AE_EFFECT_PIXEL_FORMAT_H
 

@@ -19,8 +19,10 @@ typedef struct AEGP_MemHandleRecord** AEGP_MemHandle;
 typedef struct AEGP_UtilitySuite5 {
     A_Err (*AEGP_RegisterWithAEGP)(AEGP_GlobalRefcon refcon, const A_char* plugin_name,
                                    AEGP_PluginID* plugin_id);
-    /* Runs a script. The handles hold the result's and the error's text, ended by a zero; the
-       caller frees them. */
+    /*
+     * Runs a script. The handles receive the zero-terminated texts of the result and the error; the
+     * caller frees them.
+     */
     A_Err (*AEGP_ExecuteScript)(AEGP_PluginID plugin_id, const A_char* script,
                                 A_Boolean platform_encoding, AEGP_MemHandle* result,
                                 AEGP_MemHandle* error);

@@ -1,6 +1,6 @@
 /*
- * The host's drawing suites, for effects with an interface of their own. The tables themselves are
- * opaque here: an effect passes the pointers on.
+ * The host's drawing suites, for effects with a custom user interface. The tables are opaque here:
+ * an effect only passes the pointers on.
  */
 #ifndef DRAWBOT_SUITE_H
 #define DRAWBOT_SUITE_H

@@ -1,7 +1,4 @@
-/*
- * The host's basic suite: from it an effect acquires every other suite by name and version, and
- * hands it back the same way.
- */
+/* The host's basic suite: acquires and releases every other suite by name and version. */
 #ifndef SPBASIC_H
 #define SPBASIC_H
 
@@ -16,9 +13,9 @@ typedef A_long SPErr;
 enum { kSPNoError = 0 };
 
 typedef struct SPBasicSuite {
-    /* Writes the suite's table through `suite` and counts one reference. */
+    /* Writes the suite's function table to `suite` and adds a reference. */
     SPErr (*AcquireSuite)(const A_char* name, A_long version, const void** suite);
-    /* Gives one reference back. */
+    /* Drops a reference. */
     SPErr (*ReleaseSuite)(const A_char* name, A_long version);
 } SPBasicSuite;
 

@@ -3,11 +3,11 @@
 namespace Kerovane::Platform {
 
 /**
- * Lets the process keep the memory that it frees, for its next frame. Otherwise the allocator gives
- * blocks of 32 MiB and more back to the kernel at once, and the next frame pays for the same pages
- * again, one fault for each 4 KiB.
+ * Makes the process keep freed memory for its next frame. By default the allocator returns blocks
+ * of 32 MiB and more to the kernel at once, and the next frame then pays one page fault for each 4
+ * KiB.
  *
- * For programs, at their start; a plug-in must not set up its host's allocator.
+ * Call it at the start of a program. A plug-in must not: the allocator is its host's.
  */
 void KeepFreedMemory();
 

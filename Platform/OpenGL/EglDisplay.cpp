@@ -48,7 +48,7 @@ std::vector<EGLDeviceEXT> GpuDevices() {
     return devices;
 }
 
-/// Displays in order of preference, not initialised yet.
+/// Returns displays in order of preference, not yet initialised.
 std::vector<EGLDisplay> CandidateDisplays() {
     const char* clientExtensions = eglQueryString(EGL_NO_DISPLAY, EGL_EXTENSIONS);
     const auto getPlatformDisplay =
@@ -123,7 +123,7 @@ void* CreateEglContext(void* display, void* shareWith) {
                                  EGL_CONTEXT_OPENGL_PROFILE_MASK,
                                  EGL_CONTEXT_OPENGL_CORE_PROFILE_BIT,
                                  EGL_NONE};
-    // The bound API is the thread's, and the host may be using OpenGL ES on it.
+    // eglBindAPI is per thread, and the host may be using OpenGL ES on this thread.
     const EGLenum hostApi = eglQueryAPI();
     eglBindAPI(EGL_OPENGL_API);
     EGLContext context = eglCreateContext(display, ConfigOf(display), shareWith, attributes);

@@ -3,8 +3,8 @@
 namespace Kerovane::Platform {
 
 /**
- * A thread's current EGL context, whoever made it, with the display and the surfaces that belong to
- * it. All null if the thread has none.
+ * A thread's current EGL context, the effect's or the host's, with its display and surfaces. All
+ * null if the thread has none.
  */
 struct EglBinding {
     void* display = nullptr;
@@ -25,19 +25,20 @@ struct GlxBinding {
     bool operator==(const GlxBinding&) const = default;
 };
 
-/// What the calling thread has current. At most one of the two is not empty.
+/// Return the context that the calling thread has current. At most one of the two results is not
+/// empty.
 EglBinding CurrentEglBinding();
 GlxBinding CurrentGlxBinding();
 
 /**
- * Make `binding`, which is not empty, current on the calling thread, whole. A thread has either an
- * EGL or a GLX context: whichever of the other kind is current has to be let go first. A refusal of
- * EGL's is not reported; one of GLX's is an X error, which by default ends the process.
+ * Make `binding`, which must not be empty, current on the calling thread. A thread has either an
+ * EGL or a GLX context: release a context of the other kind first. If EGL refuses, nothing is
+ * reported; if GLX refuses, an X error occurs, which by default ends the process.
  */
 void MakeCurrent(const EglBinding& binding);
 void MakeCurrent(const GlxBinding& binding);
 
-/// Let the calling thread's context of that kind go. Nothing happens if there is none.
+/// Release the calling thread's context of that kind. Do nothing if there is none.
 void ReleaseCurrentEglContext();
 void ReleaseCurrentGlxContext();
 

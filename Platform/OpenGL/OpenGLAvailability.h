@@ -6,8 +6,9 @@
 namespace Kerovane::Platform {
 
 /**
- * Why no OpenGL context can be had on this machine, in one sentence; nothing if one can. For
- * whoever loads the effect, which itself gives transparent pictures then and reports no error.
+ * Returns one sentence that says why this machine offers no OpenGL context; nothing if it does. Ask
+ * before loading the effect: without a context the effect reports no error and draws transparent
+ * pictures.
  */
 std::optional<std::string> OpenGLProblem();
 

@@ -38,25 +38,27 @@ private:
 
 LiveIds mLiveIds;
 
-/// A destroyed context stays current until its thread lets it go, but EGL no longer knows it.
+/// Returns whether the current context has been destroyed. A destroyed context stays current until
+/// its thread releases it, but EGL no longer answers queries about it.
 bool CurrentIsDestroyed() {
     EGLint type = 0;
     return eglQueryContext(eglGetCurrentDisplay(), eglGetCurrentContext(), EGL_CONTEXT_CLIENT_TYPE,
                            &type) == EGL_FALSE;
 }
 
-/// What makeCurrent last made current on this thread.
+/// The context that makeCurrent last made current on this thread.
 struct LastMadeCurrent {
     void* context = nullptr;
     std::uint64_t id = 0;
 
-    /// Once the context is freed, the host may be given one of its own at the same address.
+    /// Returns whether the context is still current. Comparing the address is not enough: once the
+    /// context is freed, the host may get a context of its own at the same address.
     bool isStill() const {
         return context != nullptr && context == eglGetCurrentContext() &&
                (mLiveIds.has(id) || CurrentIsDestroyed());
     }
 
-    /// A context that is current on a thread that has ended could never be freed.
+    /// Releases the context: one that is current on a thread that has ended could never be freed.
     ~LastMadeCurrent() {
         if (isStill()) {
             ReleaseCurrentEglContext();
@@ -70,7 +72,7 @@ thread_local LastMadeCurrent mLastMadeCurrent;
 
 OpenGLContext::OpenGLContext(const OpenGLContext* shareWith)
     : mDisplay(ChosenEglDisplay().display), mId(mNextId++) {
-    mLiveIds.add(mId); // first, as memory may be short, and nobody would own the context yet
+    mLiveIds.add(mId); // may throw: before the context exists, which nobody would own yet
     if (mDisplay != nullptr && (shareWith == nullptr || shareWith->isValid())) {
         mContext = CreateEglContext(mDisplay, shareWith != nullptr ? shareWith->mContext : nullptr);
     }
@@ -90,7 +92,7 @@ bool OpenGLContext::isCurrent() const {
 void OpenGLContext::makeCurrent() const {
     if (mContext == nullptr ||
         eglMakeCurrent(mDisplay, EGL_NO_SURFACE, EGL_NO_SURFACE, mContext) == EGL_FALSE) {
-        // The host's context must not receive what is meant for this one.
+        // Otherwise the host's context would receive the GL calls meant for this one.
         ReleaseCurrentEglContext();
         return;
     }

@@ -5,17 +5,17 @@
 
 namespace Kerovane::Platform {
 
-/** The driver that the effect's contexts come from, in its own words. */
+/** The OpenGL driver that the effect uses, in the driver's own words. */
 struct OpenGLDescription {
     std::string vendor;
     std::string renderer;
     std::string version;
-    int largestSide = 0; ///< pixels of the widest or tallest picture that can be drawn
+    int largestSide = 0; ///< pixels: the greatest width or height that can be drawn
 };
 
 /**
- * Asks a context made for the purpose; nothing if none can be had. The calling thread must have no
- * context current, and has none afterwards.
+ * Queries a temporary context; returns nothing if none can be created. The calling thread must have
+ * no context current, and has none afterwards.
  */
 std::optional<OpenGLDescription> DescribeOpenGL();
 

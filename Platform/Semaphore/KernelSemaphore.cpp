@@ -4,8 +4,8 @@
 
 namespace Kerovane::Platform {
 
-/// A thread inside wait(), on its own stack. It is woken by itself, so that a signal can't be
-/// taken by a thread that comes later.
+/// A thread inside wait(); lives on that thread's stack. Each waiter has its own condition
+/// variable, so that a signal cannot be taken by a thread that arrives later.
 struct KernelSemaphore::Waiter {
     Waiter* previous;
     bool isWoken = false;

@@ -5,8 +5,8 @@
 namespace Kerovane::Platform {
 
 /**
- * A counting semaphore as a kernel provides it. The C++ library's own can't wake all that wait.
- * The thread that began to wait last wakes first.
+ * A counting semaphore that wakes the most recent waiter first. Unlike std::counting_semaphore it
+ * can wake all waiters.
  */
 class KernelSemaphore {
 public:
@@ -17,24 +17,24 @@ public:
     /// No thread may be waiting.
     ~KernelSemaphore() = default;
 
-    /// Takes one from the count; if it is 0, blocks until a signal reaches this thread.
+    /// Decrements the count; if it is 0, blocks until a signal wakes this thread.
     void wait();
 
-    /// Wakes one thread that waits, or adds one to the count if there is none.
+    /// Wakes one waiting thread, or increments the count if none waits.
     void signal();
 
-    /// Wakes all threads that wait and leaves the count as it is.
+    /// Wakes all waiting threads and leaves the count unchanged.
     void signalAll();
 
 private:
     struct Waiter;
 
-    /// Wakes the thread that began to wait last. The lock is held, and there is such a thread.
+    /// Wakes the most recent waiter. The lock must be held, and a thread must be waiting.
     void wakeLast();
 
     std::mutex mMutex;
     unsigned int mCount;
-    Waiter* mLastWaiter = nullptr; ///< each waiter leads to the one before it
+    Waiter* mLastWaiter = nullptr; ///< head of a list: each waiter points to the one before it
 };
 
 } // namespace Kerovane::Platform

@@ -10,7 +10,7 @@
 namespace Kerovane::Benchmarks {
 namespace {
 
-/// Lets the compiler leave no allocation out.
+/// Keeps the compiler from removing an allocation.
 template <typename Memory>
 Memory* Kept(Memory* memory) {
     static void* volatile seen;
@@ -27,7 +27,7 @@ protected:
     Host::Effect mEffect{TESSELUNE_MODULE};
 };
 
-TEST_F(FrameMemory, IsMeasuredAtItsPeakWhateverAllocates) {
+TEST_F(FrameMemory, MeterFindsThePeakOfEveryAllocator) {
     constexpr std::size_t kSize = 100'000;
     EXPECT_EQ(peakOf([] {
                   void* const held = Kept(std::malloc(kSize));
@@ -39,7 +39,7 @@ TEST_F(FrameMemory, IsMeasuredAtItsPeakWhateverAllocates) {
     EXPECT_THROW(PeakAllocatedBytes("/nowhere.so", [] {}), std::invalid_argument);
 }
 
-TEST_F(FrameMemory, IsTheReadBackBlockAndAtMostTwoFramesInFloats) {
+TEST_F(FrameMemory, IsOneFrameAndAtMostTwoInFloats) {
     const struct {
         Host::Depth depth;
         std::size_t frames;
@@ -52,7 +52,7 @@ TEST_F(FrameMemory, IsTheReadBackBlockAndAtMostTwoFramesInFloats) {
         Host::World output(depth, kWidth, kHeight);
         const auto frameBytes = static_cast<std::size_t>(kWidth) * kHeight *
                                 static_cast<std::size_t>(Host::BytesPerPixel(depth));
-        constexpr std::size_t kSmallThings = 100'000; // the program's text at a first frame
+        constexpr std::size_t kSmallThings = 100'000; // such as the shader sources at a first frame
         const std::size_t peak = peakOf([&] { mEffect.render({}, {}, input, output); });
         EXPECT_GE(peak, frameBytes) << "the read-back block was not met";
         EXPECT_LE(peak, frames * frameBytes + kSmallThings);

@@ -29,7 +29,7 @@ TEST(PairedTiming, TakesTheMedianOfAnySample) {
     }
 }
 
-/// The probability that of `count` values at most `most` lie below the true median.
+/// Returns the probability that at most `most` of `count` values are below the true median.
 double ProbabilityBelow(int count, double most) {
     double probability = 0;
     for (int below = 0; below <= most; ++below) {
@@ -39,10 +39,10 @@ double ProbabilityBelow(int count, double most) {
     return probability;
 }
 
-TEST(PairedTiming, BoundsTheMedianAtAConfidenceOf99PercentAndHardlyMore) {
+TEST(PairedTiming, BoundsTheMedianAt99PercentConfidence) {
     for (int count = 8; count <= 303; ++count) {
         SCOPED_TRACE(count);
-        // The values are their own ranks.
+        // Each value is its own rank.
         const Estimate estimate = EstimateMedian(Shuffled(count));
         EXPECT_EQ(estimate.low + estimate.high, count - 1.0);
         EXPECT_GE(1 - 2 * ProbabilityBelow(count, estimate.low), 0.99);
@@ -50,14 +50,15 @@ TEST(PairedTiming, BoundsTheMedianAtAConfidenceOf99PercentAndHardlyMore) {
     }
 }
 
-TEST(PairedTiming, BoundsASmallSampleByAllOfIt) {
+TEST(PairedTiming, BoundsASmallSampleByItsExtremes) {
     const Estimate estimate = EstimateMedian({3, 9, 1, 4, 2});
     EXPECT_EQ(estimate.low, 1);
     EXPECT_EQ(estimate.high, 9);
 }
 
-TEST(PairedTiming, ComparesRoundByRound) {
-    // Each round twice as slow as the one before, and the first side 1.5 times the second in all.
+TEST(PairedTiming, EstimatesRatiosRoundByRound) {
+    // Each round is twice as slow as the one before; the first side is 1.5 times the second in all
+    // of them.
     std::vector<double> base(20, 1.0);
     std::partial_sum(base.begin(), base.end(), base.begin(),
                      [](double last, double) { return 2 * last; });
@@ -69,7 +70,7 @@ TEST(PairedTiming, ComparesRoundByRound) {
     EXPECT_DOUBLE_EQ(ratio.high, 1.5);
 }
 
-TEST(PairedTiming, RunsTheSidesByTurnsEachPreparedAndEachFirstAsOften) {
+TEST(PairedTiming, RotatesTheSidesAndPreparesEachFrame) {
     std::string order;
     std::vector<Side> sides;
     for (const char name : {'a', 'b', 'c'}) {
@@ -86,7 +87,7 @@ TEST(PairedTiming, RunsTheSidesByTurnsEachPreparedAndEachFirstAsOften) {
     }
 }
 
-TEST(PairedTiming, TellsWaitingFromWork) {
+TEST(PairedTiming, MeasuresWallAndProcessorTimeSeparately) {
     using namespace std::chrono_literals;
     const Side waiting{
         .name = "", .prepare = [] {}, .frame = [] { std::this_thread::sleep_for(20ms); }};

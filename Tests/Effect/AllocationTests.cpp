@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Which of the module's own allocations fails next, the first being 1; 0 for none.
+/// Number of the module's own allocation that fails next (1: the next one, 0: none).
 struct {
     std::string_view module = {};
     int nth = 0;
@@ -22,7 +22,8 @@ bool IsInTheModule(const void* address) {
 
 } // namespace
 
-// In place of the library's, for the module too. Drivers and other libraries always get memory.
+// Replaces the standard library's, for the module too. Drivers and other libraries always get
+// memory.
 
 void* operator new(std::size_t size) {
     if (mFault.nth != 0 && IsInTheModule(__builtin_return_address(0)) &&
@@ -39,7 +40,7 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return std::malloc(size != 0 ? size : 1);
 }
 
-// Not inlined, or the compiler sees free() meet memory of new and warns.
+// Not inlined: the compiler would see free() called on memory of operator new and warn.
 
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
@@ -57,7 +58,7 @@ class Allocations : public CommandWalk {
 protected:
     Allocations() { mHostContext.makeCurrent(); }
 
-    /// Sends the command with its `nth` allocation failing. Returns false if it has fewer.
+    /// Sends the command with its `nth` allocation failing. Returns false if it makes fewer.
     static bool failsWithout(const Command& command, int nth) {
         mFault = {.module = GetParam().file, .nth = nth, .count = 0};
         bool fails = false;
@@ -73,7 +74,7 @@ protected:
 
 TEST_EVERY_MODULE(Allocations);
 
-TEST_P(Allocations, LeaveNothingBehindIfTheyFail) {
+TEST_P(Allocations, LeakNothingIfTheyFail) {
     int faults = 0;
     for (const Command& command : commands()) {
         SCOPED_TRACE(command.name);

@@ -14,7 +14,7 @@ namespace {
 
 using Commands = EffectFixture;
 
-TEST_F(Commands, UnusedOnesChangeAndCallNothing) {
+TEST_F(Commands, UnusedCommandsDoNothing) {
     FaultyHost host(mSession);
     for (const PF_Cmd command :
          {static_cast<int>(PF_Cmd_UNUSED_0), static_cast<int>(PF_Cmd_SEQUENCE_SETUP),
@@ -28,7 +28,7 @@ TEST_F(Commands, UnusedOnesChangeAndCallNothing) {
         host.recover();
         EXPECT_EQ(mSession.call(command), PF_Err_NONE) << command;
         EXPECT_EQ(host.calls(), HostCallCounts{}) << command;
-        // Byte by byte, padding too, as both are filled with one mark.
+        // Compares all bytes, padding included: both were filled with the same mark.
         EXPECT_EQ(std::memcmp(static_cast<const void*>(&before),
                               static_cast<const void*>(&mSession.outData()), sizeof before),
                   0)
@@ -97,7 +97,7 @@ TEST_F(Commands, GlobalSetdownLeavesNoContextToAHostThatHadNone) {
     EXPECT_EQ(Platform::CurrentEglBinding(), Platform::EglBinding());
 }
 
-TEST_F(Commands, RenderIsRefusedBetweenSetDownAndSetUp) {
+TEST_F(Commands, RenderIsRefusedBetweenSetdownAndSetup) {
     const Host::World input = SmoothPicture(40, 30, true);
     const Host::World before = rendered(input);
     globalSetdown();
@@ -112,7 +112,7 @@ TEST_F(Commands, RenderIsRefusedBetweenSetDownAndSetUp) {
     EXPECT_TRUE(SamePixels(rendered(input), before));
 }
 
-TEST_F(Commands, SetUpIsEnoughForAnEmptyFrame) {
+TEST_F(Commands, EmptyFrameRendersDirectlyAfterSetup) {
     globalSetdown();
     globalSetup();
     rendered(Host::World(Host::Depth::Bits8, 0, 30));
@@ -122,7 +122,7 @@ class Modules : public testing::TestWithParam<Module> {};
 
 TEST_EVERY_MODULE(Modules);
 
-TEST_P(Modules, ExportTheirEntryAlone) {
+TEST_P(Modules, ExportOnlyTheirEntryPoint) {
     const std::string command = std::string(NM) + " -D --defined-only " + GetParam().file;
     const std::unique_ptr<std::FILE, int (*)(std::FILE*)> output(
         popen(command.c_str(), "r"), pclose); // NOLINT(cert-env33-c): the command is ours

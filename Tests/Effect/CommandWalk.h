@@ -11,15 +11,15 @@
 
 namespace Kerovane::TestSupport {
 
-/// A command of the host's.
+/// A command that the host sends.
 struct Command {
     std::string name;
-    std::function<void()> before; ///< brings the effect to where the command is sent
+    std::function<void()> before; ///< brings the effect into the state for the command
     std::function<PF_Err()> send;
-    std::function<void()> after; ///< brings it back to where it renders
+    std::function<void()> after; ///< brings it back into a state in which it renders
 };
 
-/** A test that makes every command fail, and looks at what that leaves behind. */
+/** A test that makes every command fail and checks that nothing is left behind. */
 class CommandWalk : public EveryModule {
 protected:
     static constexpr int kWidth = 40;
@@ -27,28 +27,28 @@ protected:
 
     static Host::World input(Host::Depth depth);
 
-    /// An output whose every byte tells whether it was written.
+    /// Returns an output filled with a mark, so that written bytes can be told.
     static Host::World markedOutput(Host::Depth depth);
 
-    /// The commands that do something, the first of which wants no frame before it: set-up,
-    /// set-down, parameters, frames at every depth...
+    /// Returns the commands that do something: set-up, set-down, parameters, frames at every depth.
+    /// The first must be sent before any frame.
     std::vector<Command> commands();
 
-    /// Brings the effect to where the command is sent, has `sendFaulty` send it, and expects that
-    /// nothing is left behind and the next frames are right.
+    /// Brings the effect into the state for `command`, calls `sendFaulty`, and expects that nothing
+    /// is left behind and the next frames are right.
     void expectNothingLeft(const Command& command, const std::function<void()>& sendFaulty);
 
-    /// Expects the frames of its first call.
+    /// Expects the same frames as at its first call.
     void expectFramesAreRight();
 
-    /// Sets down and expects that no GL object or context is left.
+    /// Sets the effect down and expects that no GL object or context is left.
     void expectNothingAfterSetdown();
 
     EglHost mHostContext;
-    LiveGLObjects mLive; ///< nothing is made before the first frame
+    LiveGLObjects mLive; ///< complete, because no object exists before the first frame
 
 private:
-    /// Live objects by kind. Programs are left out: a variant may be new, and is kept.
+    /// Returns the live objects by kind, except programs: a new variant is kept.
     std::map<std::string, int> objectsOfFrames() const;
 
     std::map<Host::Depth, Host::World> mExpected;

@@ -15,7 +15,7 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
-/// Stores the channels of `from` in `to` at the depth of the pixels there.
+/// Stores the channels of `from` in `to`, converted to the depth of `to`.
 template <typename From, typename To>
 void ConvertChannels(const Host::World& from, Host::World& to) {
     const auto convert = [](Host::LayerChannel<From> channel) {

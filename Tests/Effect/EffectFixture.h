@@ -12,7 +12,7 @@
 
 namespace Kerovane::TestSupport {
 
-/** A test of the real module, loaded and set up, with the real GL behind it. */
+/** A test of the real module, loaded and set up, on a real GL. */
 class EffectFixture : public testing::Test {
 protected:
     explicit EffectFixture(const char* module = TESSELUNE_MODULE);
@@ -21,10 +21,10 @@ protected:
     void globalSetup();
     void globalSetdown();
 
-    /// Sets a parameter by its shown name, in the user's units.
+    /// Sets a parameter, by its displayed name and in the user's units.
     void set(std::string_view name, double value);
 
-    /// The picture that the effect makes of `input` at its depth; the command must succeed.
+    /// Renders `input` at its depth and returns the result; the command must succeed.
     Host::World rendered(const Host::World& input);
 
     Host::EffectSession mSession;
@@ -34,7 +34,7 @@ protected:
 struct Module {
     const char* name;
     const char* file;
-    bool storesFloats; ///< else 8 bits a channel
+    bool storesFloats; ///< otherwise 8 bits a channel
 
     friend std::ostream& operator<<(std::ostream& stream, const Module& module) {
         return stream << module.name;
@@ -44,13 +44,13 @@ struct Module {
 inline constexpr Module kModules[] = {{"Tesselune", TESSELUNE_MODULE, false},
                                       {"TesseluneFloat", TESSELUNE_FLOAT_MODULE, true}};
 
-/** A test of each module in turn. */
+/** A test that runs for each module. */
 class EveryModule : public EffectFixture, public testing::WithParamInterface<Module> {
 protected:
     EveryModule() : EffectFixture(GetParam().file) {}
 };
 
-/// Runs the EveryModule tests of a fixture.
+/// Instantiates the EveryModule tests of a fixture for all modules.
 #define TEST_EVERY_MODULE(fixture)                                                                 \
     INSTANTIATE_TEST_SUITE_P(Modules, fixture, testing::ValuesIn(kModules),                        \
                              [](const auto& tested) { return std::string(tested.param.name); })
@@ -58,32 +58,32 @@ protected:
 inline constexpr Host::Depth kDepths[] = {Host::Depth::Bits8, Host::Depth::Bits16,
                                           Host::Depth::Float32};
 
-/// This process's memory in use.
+/// Returns the resident memory of this process in bytes.
 std::size_t ResidentBytes();
 
 using PixelAt = std::function<PF_Pixel8(int x, int y)>;
 
 Host::World Picture8(int width, int height, const PixelAt& pixelAt);
 
-/// Opaque, red is x and green is y, so that a cell's colour tells where it was read. Up to 256 a
-/// side.
+/// Returns an opaque picture, up to 256 pixels a side, in which red is x and green is y: a cell's
+/// colour tells where it was sampled.
 Host::World PositionPicture(int width, int height);
 
-/// Smooth in all channels, opaque or with a soft alpha.
+/// Returns a picture that is smooth in all channels, opaque or with soft alpha.
 Host::World SmoothPicture(int width, int height, bool opaque);
 
-/// The same picture at another depth: white becomes the depth's white. Rounded to 8 or 16 bits.
+/// Converts a picture to another depth: white becomes the depth's white; 8 and 16 bits are rounded.
 Host::World AtDepth(const Host::World& picture, Host::Depth depth);
 
 PF_Pixel8 PixelOf(const Host::World& picture8, int x, int y);
 
-/// Bytes of a row's pixels, without the padding.
+/// Returns the bytes of a row's pixels, without padding.
 std::size_t RowSize(const Host::World& world);
 
-/// Whether both have the same pixels, padding apart.
+/// Returns whether both have the same pixels, ignoring padding.
 bool SamePixels(const Host::World& a, const Host::World& b);
 
-/// The largest difference of a channel between two 8-bit pictures of one size.
+/// Returns the largest difference of a channel between two 8-bit pictures of the same size.
 int LargestDifference(const Host::World& a, const Host::World& b);
 
 } // namespace Kerovane::TestSupport

@@ -24,7 +24,7 @@ bool IsTransparentBlack(const Host::World& world) {
     return SamePixels(world, Host::World(world.depth(), world.width(), world.height()));
 }
 
-/// What any command gives if that call fails in it.
+/// Returns the result of any command in which that call fails.
 PF_Err ResultOfFailing(HostCall call) {
     switch (call) {
     case HostCall::AddParam:
@@ -43,14 +43,14 @@ class Failures : public CommandWalk {
 protected:
     Failures() { expectFramesAreRight(); }
 
-    /// The result of one frame, whose pixels are lost.
+    /// Renders a frame, drops its pixels and returns the result.
     PF_Err renderResult(const Host::World& picture) {
         Host::World output(picture.depth(), picture.width(), picture.height());
         return mSession.render(picture, output);
     }
 
-    /// Sends the command with the `nth` call of that kind failing, 0 for none, and checks its
-    /// result and what it leaves behind. Returns the calls that it made.
+    /// Sends the command with the `nth` call of that kind failing (0: none) and checks its result
+    /// and what it leaves behind. Returns the numbers of calls that it made.
     HostCallCounts sendFailing(const Command& command, HostCall call, int nth) {
         const PF_Err expected = nth != 0 ? ResultOfFailing(call) : PF_Err_NONE;
         HostCallCounts calls{};
@@ -72,7 +72,7 @@ protected:
 
 TEST_EVERY_MODULE(Failures);
 
-TEST_P(Failures, HostCallsThatFailLeaveNothingBehind) {
+TEST_P(Failures, FailedHostCallsLeaveNothingBehind) {
     mHostContext.makeCurrent();
     HostCallCounts met{};
     int faults = 0;
@@ -95,7 +95,8 @@ TEST_P(Failures, HostCallsThatFailLeaveNothingBehind) {
 }
 
 TEST_P(Failures, MissingHostPixelsDrawATransparentLayer) {
-    // Many a driver clears what has no content, some read what null points to.
+    // Checks the upload itself: some drivers clear textures without content, others dereference
+    // null.
     const GLObserver content(glbinding::Binding::TexSubImage2D,
                              [](auto, auto, auto, auto, auto, auto, auto, auto,
                                 const void* pixels) { EXPECT_NE(pixels, nullptr); });
@@ -108,8 +109,9 @@ TEST_P(Failures, MissingHostPixelsDrawATransparentLayer) {
     }
 }
 
-TEST_P(Failures, PicturesLikeAnUnreadBufferPassUnharmed) {
-    constexpr A_u_char kMark = 0xa5; // what the effect puts where it expects to read
+TEST_P(Failures, ReadBackKeepsPixelsEqualToItsMark) {
+    constexpr A_u_char kMark =
+        0xa5; // the mark that the effect writes to its buffer before reading back
     const Host::World picture = Picture8(kWidth, kHeight, [](int, int) {
         return PF_Pixel8{kMark, kMark, kMark, kMark};
     });
@@ -153,7 +155,7 @@ TEST_P(Failures, RefusedContextsGiveATransparentPicture) {
         SCOPED_TRACE("a thread's context can't be made current");
         expectTransparentFrames(EglCall::MakeCurrent, 1, 2);
         EglContexts::fail(EglCall::MakeCurrent, 1);
-        expectFramesAreRight(); // at the second attempt
+        expectFramesAreRight(); // the second attempt succeeds
     }
     onAnotherThread([&] {
         SCOPED_TRACE("a thread's first context can't be made");
@@ -181,7 +183,7 @@ TEST_P(Failures, UnknownPixelFormatsLeaveTheOutputAlone) {
     EXPECT_EQ(mSession.liveCounts(), Host::LiveCounts{});
 }
 
-TEST_P(Failures, RefusedParametersEndTheList) {
+TEST_P(Failures, RefusedParameterEndsTheDeclaration) {
     for (const int nth : {1, 7, 15}) {
         mHost.fail(HostCall::AddParam, nth);
         mSession.outData().num_params = 0;
@@ -192,7 +194,7 @@ TEST_P(Failures, RefusedParametersEndTheList) {
     }
 }
 
-TEST_P(Failures, ValuesBeyondTheirRangesStillRender) {
+TEST_P(Failures, OutOfRangeValuesStillRender) {
     set("Size Random", 100);
     const Host::World picture = input(Depth::Bits8);
     const Host::World expected = rendered(picture);

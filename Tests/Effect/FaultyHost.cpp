@@ -9,7 +9,7 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
-/// The callbacks carry no reference to it.
+/// Global, because the callbacks have no argument that refers to the host.
 FaultyHost* mHost = nullptr;
 
 } // namespace
@@ -44,7 +44,7 @@ struct FaultyHost::Callbacks {
                          .AEGP_RegisterWithAEGP(refcon, name, id);
     }
 
-    /// NOLINTNEXTLINE(cert-dcl50-cpp): the contract asks for it
+    /// NOLINTNEXTLINE(cert-dcl50-cpp): the interface requires it
     static A_long formatText(A_char* text, const A_char* format, ...) {
         if (mHost->fails(HostCall::FormatText)) {
             return -1;
@@ -80,7 +80,7 @@ struct FaultyHost::Callbacks {
         return err;
     }
 
-    /// The host takes the parameter back all the same.
+    /// Checks the parameter in even if the call is to fail.
     static PF_Err checkinParam(PF_ProgPtr effect, PF_ParamDef* param) {
         const PF_Err err = interaction().checkin_param(effect, param);
         return mHost->fails(HostCall::CheckinParam) ? kError : err;
@@ -170,7 +170,7 @@ struct FaultyHost::Callbacks {
         return err;
     }
 
-    /// The host takes the suite back all the same.
+    /// Releases the suite even if the call is to fail.
     static SPErr releaseSuite(const A_char* name, A_long version) {
         const SPErr err = mHost->mBasicSuite->ReleaseSuite(name, version);
         return mHost->fails(HostCall::ReleaseSuite) ? kError : err;

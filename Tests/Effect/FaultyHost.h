@@ -13,7 +13,7 @@
 
 namespace Kerovane::TestSupport {
 
-/// The host's calls that an effect makes and that can fail.
+/// Calls to the host that can fail.
 enum class HostCall {
     AcquireSuite,
     ReleaseSuite,
@@ -34,42 +34,43 @@ enum class HostCall {
 
 const char* NameOf(HostCall call);
 
-/// Calls of each kind.
+/// Numbers of calls by kind.
 using HostCallCounts = std::array<int, static_cast<std::size_t>(HostCall::Count)>;
 
 /**
- * Puts itself between a session's host and the effect, and fails on demand. Handles that it gives
- * hold kHandleContent, the record of a failed checkout kRecordContent. One at a time.
+ * Intercepts the calls between the effect and a session's host, and makes them fail on demand. New
+ * handles are filled with kHandleContent, the record of a failed checkout with kRecordContent. Only
+ * one may exist at a time.
  */
 class FaultyHost {
 public:
     static constexpr PF_Err kError = PF_Err_INTERNAL_STRUCT_DAMAGED;
     static constexpr int kHandleContent = 0x5a;
-    static constexpr int kRecordContent = 0x40; ///< numbers well above 0 of every type
+    static constexpr int kRecordContent = 0x40; ///< gives numbers well above 0 in every type
 
     explicit FaultyHost(Host::EffectSession& session);
     ~FaultyHost();
     FaultyHost(const FaultyHost&) = delete;
     FaultyHost& operator=(const FaultyHost&) = delete;
 
-    /// Fails the `nth` call of that kind from now on, the first being 1, and no other.
+    /// Makes only the `nth` call of that kind from now on fail (1: the next).
     void fail(HostCall call, int nth);
 
     void refuseSuite(const std::string& name) { mRefusedSuite = name; }
 
-    /// Reports `format` as that of every world.
+    /// Reports `format` as the pixel format of every world.
     void reportFormat(PF_PixelFormat format) { mReportedFormat = format; }
 
-    /// Changes what a checkout answers with.
+    /// Applies `change` to the record of every checkout.
     void distort(std::function<void(PF_ParamDef&)> change) { mDistortion = std::move(change); }
 
-    /// Back to a host that does all it is asked for; the counts of calls start anew.
+    /// Makes all calls succeed again and resets their counts.
     void recover();
 
     int calls(HostCall call) const { return mCalls[static_cast<std::size_t>(call)]; }
     const HostCallCounts& calls() const { return mCalls; }
 
-    /// Locks of handles less unlocks.
+    /// Returns how many handles are locked.
     int lockedHandles() const { return mLockedHandles; }
 
 private:

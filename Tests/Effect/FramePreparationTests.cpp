@@ -17,12 +17,13 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/** A renderer fed by the host's parameters, whose uniforms are read back from its program. */
+/** A renderer that takes the host's parameters. The uniforms are read back from its program. */
 class FramePreparation : public TestSupport::EffectFixture {
 protected:
     ~FramePreparation() override { MosaicShaderManager::PurgeAllShaders(); }
 
-    /// Prepares and draws a frame of the given size; `err` is what the fetch must return.
+    /// Prepares and draws a frame of the given size. `err` is the expected result of the
+    /// preparation.
     void drawFrame(int width, int height, PF_Err err = PF_Err_NONE) {
         mContext.makeContextCurrent();
         PF_LayerDef layer{};
@@ -32,7 +33,7 @@ protected:
         mRender.draw(&layer, 0, 1.0F);
     }
 
-    /// A uniform of the program in use.
+    /// Returns a uniform of the program in use.
     static std::vector<float> uniform(const char* name, std::size_t size) {
         int program = 0;
         glGetIntegerv(GL_CURRENT_PROGRAM, &program);
@@ -53,9 +54,9 @@ TEST_F(FramePreparation, CountsAParameterAsZeroFromTheFirstFailedCheckoutOn) {
     struct {
         int failedCheckout;
         const char* uniform;
-        Values before, after; // if it is fetched, and if not
+        Values before, after; // with the parameter fetched, and with a failed checkout
     } const kCases[] = {
-        {2, "normalBlockSize", {45, 30}, {1, 1}}, // half a size of 61, its fraction cut
+        {2, "normalBlockSize", {45, 30}, {1, 1}}, // half of size 61, truncated
         {3, "normalBlockSize", {45, 30}, {1, 30}},
         {4, "sizeRandomLimit", {0.5}, {0}},
         {5, "sizeLevel", {4}, {0}},
@@ -64,7 +65,7 @@ TEST_F(FramePreparation, CountsAParameterAsZeroFromTheFirstFailedCheckoutOn) {
         {8, "fadePercent", {0.25}, {0}},
         {10, "dissolveTransitionPercent", {0.75}, {0}},
         {11, "linearTransitionAngle", {0.5235988F}, {0}},
-        {12, "dissolveFeather", {1.5}, {0}}, // half of 3, its fraction kept; then without feather
+        {12, "dissolveFeather", {1.5}, {0}}, // half of 3, not truncated; 0 without feather
         {13, "useAlpha", {1}, {0}},
     };
     for (const auto& [name, value] :
@@ -93,10 +94,10 @@ TEST_F(FramePreparation, CountsAParameterAsZeroFromTheFirstFailedCheckoutOn) {
     }
 }
 
-TEST_F(FramePreparation, KeepsItsCornersIfTheAngleFoldsToAFullTurn) {
+TEST_F(FramePreparation, KeepsTheSweepCornersIfTheAngleFoldsTo360) {
     drawFrame(64, 48);
     OpenglShader& shader = *MosaicShaderManager::GetShader({.hasFeather = true});
-    for (const float angle : {180.0F, -0x1p-16F}) { // the latter gives 360 in single precision
+    for (const float angle : {180.0F, -0x1p-16F}) { // the latter folds to 360 in single precision
         CalculateLineTransitionCorner(&shader, angle, Vec2(64, 48), "linearTransitionStartPoint",
                                       "linearTransitionCorner");
         EXPECT_EQ(uniform("linearTransitionStartPoint", 2), (Values{64, 48}));

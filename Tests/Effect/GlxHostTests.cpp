@@ -12,7 +12,9 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
-/** A host's window with a GLX context that draws into it and reads from a pixel buffer. */
+/**
+ * A host's window and its GLX context, which draws into the window and reads from a pixel buffer.
+ */
 class GlxHost {
 public:
     GlxHost() : mDisplay(XOpenDisplay(nullptr)) {
@@ -70,7 +72,7 @@ class GlxHostContext : public ThreadedLife {};
 
 TEST_EVERY_MODULE(GlxHostContext);
 
-TEST_P(GlxHostContext, IsCurrentAgainWholeAfterAFailedFrame) {
+TEST_P(GlxHostContext, IsFullyRestoredAfterAFailedFrame) {
     globalSetdown();
     Platform::ReleaseCurrentEglContext();
     const GlxHost host;
@@ -83,14 +85,15 @@ TEST_P(GlxHostContext, IsCurrentAgainWholeAfterAFailedFrame) {
     EXPECT_TRUE(host.isCurrent());
 }
 
-TEST_P(GlxHostContext, CanBeMadeCurrentFirstAfterTheSetDown) {
+TEST_P(GlxHostContext, CanBecomeCurrentAfterSetdown) {
     rendered(SmoothPicture(32, 32, true));
     globalSetdown();
-    const GlxHost host; // an X error ends the process if a context of the effect's is in the way
+    const GlxHost
+        host; // an X error would end the process if an effect's context were still current
     EXPECT_TRUE(host.isCurrent());
 }
 
-TEST_P(GlxHostContext, ChangesNothingInThePicturesOfManyThreads) {
+TEST_P(GlxHostContext, DoesNotChangePicturesOnManyThreads) {
     expectSamePictures([] {
         const auto host = std::make_shared<GlxHost>();
         return [host] { return host->isCurrent(); };

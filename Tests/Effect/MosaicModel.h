@@ -9,7 +9,7 @@
 
 namespace Kerovane::TestSupport {
 
-/// A location or a size in pixels.
+/// A position or a size in pixels.
 struct Point {
     double x = 0;
     double y = 0;
@@ -17,11 +17,11 @@ struct Point {
 
 enum class Shape { Square = 1, Triangle = 2 };
 
-/** A cell as plain geometry has it: where it takes its colour, and how near a pixel is to leave. */
+/** A cell computed by plain geometry. */
 struct Cell {
-    Point reference; ///< may lie outside the picture
-    double
-        borderDistance; ///< of the pixel from the nearest border that rounding may move, in cells
+    Point reference;       ///< where it takes its colour; may be outside the picture
+    double borderDistance; ///< distance of the pixel, in cells, from the nearest border that
+                           ///< rounding may move
 };
 
 inline double Folded(double value, double period) {
@@ -32,13 +32,13 @@ inline double BorderDistance(double offset) {
     return std::min(offset, 1.0 - offset);
 }
 
-/// The cell of a pixel among cells of one size, or of one rung.
+/// Returns the cell of a pixel, among cells of one size.
 inline Cell CellOf(Shape shape, int x, int y, const Point& size) {
     const double shear = shape == Shape::Triangle ? size.x * 0.5 / size.y : 0.0;
     const Point sheared = {x + shear * y, static_cast<double>(y)};
     const Point offset = {Folded(sheared.x, size.x) / size.x, Folded(sheared.y, size.y) / size.y};
     Point reference = {0.5, 0.5};
-    double border = BorderDistance(offset.x); // sides in y are whole numbers
+    double border = BorderDistance(offset.x); // cell heights are whole numbers
     if (shape == Shape::Triangle) {
         const bool smallYSide = offset.y == 0 || offset.x >= offset.y;
         reference = smallYSide ? Point{0.675, 0.375} : Point{0.32, 0.625};
@@ -51,12 +51,12 @@ inline Cell CellOf(Shape shape, int x, int y, const Point& size) {
     return {{inSheared.x - shear * inSheared.y, inSheared.y}, border};
 }
 
-/// What a cell's reference point becomes where distances and random values are taken.
+/// Returns the reference point as used for distances and random values: clamped to 1 to size - 1.
 inline Point Restrained(const Point& point, const Point& picture) {
     return {std::clamp(point.x, 1.0, picture.x - 1.0), std::clamp(point.y, 1.0, picture.y - 1.0)};
 }
 
-/// The place that a linear sweep along `degrees` reaches `point` at, 0 to 1 over the picture.
+/// Returns the position of `point` on a linear sweep along `degrees`, 0 to 1 over the picture.
 inline double LinearPlace(const Point& point, const Point& picture, double degrees) {
     const double angle = degrees * std::numbers::pi / 180.0;
     const Point along = {std::cos(angle), std::sin(angle)};
@@ -65,13 +65,13 @@ inline double LinearPlace(const Point& point, const Point& picture, double degre
     return ((point.x - start.x) * along.x + (point.y - start.y) * along.y) / depth;
 }
 
-/// 0 at the picture's centre, 1 at its corners.
+/// Returns the position of `point` on a radial sweep: 0 at the picture's centre, 1 at its corners.
 inline double RadialPlace(const Point& point, const Point& picture) {
     return std::hypot(point.x - picture.x / 2, point.y - picture.y / 2) /
            std::hypot(picture.x / 2, picture.y / 2);
 }
 
-/// What a PositionPicture shows at a location: red and green, in levels.
+/// Returns the red and green of a PositionPicture at a position, in levels.
 inline Point PositionColor(const Point& location, const Point& picture) {
     return {std::clamp(location.x - 0.5, 0.0, picture.x - 1.0),
             std::clamp(location.y - 0.5, 0.0, picture.y - 1.0)};

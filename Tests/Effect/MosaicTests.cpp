@@ -11,7 +11,8 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
-/// Rounding to a level, and the half level by which a place between texels may go either way.
+/// Tolerance in levels: half for rounding, and half because a position between texels may round
+/// either way.
 constexpr double kLevels = 1.01;
 
 bool Shows(const PF_Pixel8& pixel, const Point& reference, const Point& picture) {
@@ -47,7 +48,7 @@ TEST_P(Cells, KeepTheirBordersAndColoursAtEveryRatio) {
                 const Point cellSize = {static_cast<float>(ratio) * static_cast<float>(size),
                                         static_cast<double>(size)};
                 const Cell cell = CellOf(shape, x, y, cellSize);
-                // Single precision meets the borders where it holds the cells' sides exactly.
+                // Borders are exact only if single precision holds the cells' sides exactly.
                 const bool isExact = std::fmod(ratio, 0.5) == 0.0;
                 if (!isExact && cell.borderDistance < 1e-4) {
                     continue;
@@ -62,8 +63,8 @@ TEST_P(Cells, KeepTheirBordersAndColoursAtEveryRatio) {
     }
 }
 
-/// How many pixels lie in cells of each rung, 0 for the normal cell up to `levels` for the largest.
-/// Every pixel must belong to one rung, and all pixels of a cell to the same.
+/// Counts the pixels in cells of each rung, 0 for the normal size up to `levels` for the largest.
+/// Expects every pixel to belong to one rung, and all pixels of a cell to the same rung.
 std::map<int, int> PixelsByRung(const Host::World& output, Shape shape, int size, int levels) {
     const Point picture = {static_cast<double>(output.width()),
                            static_cast<double>(output.height())};
@@ -85,7 +86,7 @@ std::map<int, int> PixelsByRung(const Host::World& output, Shape shape, int size
                 return pixels;
             }
             ++pixels[*found];
-            // A cell that lost a part to another rung would hold pixels of both.
+            // A cell that overlapped another rung's would contain pixels of both.
             for (int rung = *found; rung <= levels; ++rung) {
                 const double side = std::ldexp(size, rung);
                 const double shear = shape == Shape::Triangle ? 0.5 : 0.0;
@@ -101,8 +102,9 @@ std::map<int, int> PixelsByRung(const Host::World& output, Shape shape, int size
     return pixels;
 }
 
-TEST_P(Cells, RandomSizesStandOnTheirRungAndNeverOverlap) {
-    // Whole tiles of the largest cell: no cell is cut, so every colour tells its cell.
+TEST_P(Cells, RandomSizesAreOnTheLadderAndNeverOverlap) {
+    // The picture is a multiple of the largest cell, so no cell is cut and each colour identifies
+    // its cell.
     const Host::World input = PositionPicture(256, 192);
     for (const int levels : {1, 2, 3}) {
         const int size = 64 >> levels;
@@ -152,7 +154,7 @@ TEST_P(Cells, TrianglesShareTheSizeOfTheirRectangle) {
     for (const int seed : {0, 3, 8}) {
         set("Size Random Seed", seed);
         const Host::World output = rendered(input);
-        // Cells at the sides are cut and their colours may be the edge's, so look at the middle.
+        // Look at the middle only: cells at the sides are cut and may take the edge's colour.
         for (int y = 32; y < 224; ++y) {
             for (int x = 64; x < 192; ++x) {
                 int matches = 0;

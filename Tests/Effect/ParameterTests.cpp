@@ -11,7 +11,8 @@ namespace {
 
 using Parameters = EffectFixture;
 
-/// Number, type, name or label, default, range, slider's range, decimals, flags and choices.
+/// Returns a line with number, type, name, label, default, range, slider range, decimals, flags and
+/// choices.
 std::string LineOf(const Host::Parameter& parameter) {
     const std::map<PF_ParamType, const char*> types = {
         {PF_Param_LAYER, "layer"},        {PF_Param_SLIDER, "slider"},

@@ -14,13 +14,13 @@ using Host::World;
 
 constexpr std::byte kMark{0xa7};
 
-/// The bytes of row `y`, padding included.
+/// Returns the bytes of row `y`, including padding.
 std::span<const std::byte> RowBytes(const World& world, int y) {
     const auto rowBytes = static_cast<std::size_t>(world.rowBytes());
     return world.bytes().subspan(static_cast<std::size_t>(y) * rowBytes, rowBytes);
 }
 
-/// The same pixels with rows `padding` bytes longer than they need to be, filled with a mark.
+/// Returns the same pixels with `padding` more bytes a row, filled with a mark.
 World WithPadding(const World& picture, int padding) {
     const std::size_t rowSize = RowSize(picture);
     World padded(picture.depth(), picture.width(), picture.height(),
@@ -49,7 +49,7 @@ class Pixels : public EveryModule {};
 
 TEST_EVERY_MODULE(Pixels);
 
-TEST_P(Pixels, PassPaddedRowsWithoutSkewAndLeaveThePaddingAlone) {
+TEST_P(Pixels, AreNotSkewedByPaddingAndLeaveItUntouched) {
     for (const Depth depth : kDepths) {
         const World input = AtDepth(SmoothPicture(37, 23, false), depth);
         const World expected = rendered(input);
@@ -74,7 +74,7 @@ TEST_P(Pixels, AreTheSameAtEveryDepthUpToTheTargetsPrecision) {
             const World expected = rendered(picture);
             for (const Depth depth : {Depth::Bits16, Depth::Float32}) {
                 const World twin = AtDepth(rendered(AtDepth(picture, depth)), Depth::Bits8);
-                // Dividing by a small alpha magnifies a level of the target.
+                // Dividing by a small alpha magnifies one level of the target.
                 const bool isExact = opaque || GetParam().storesFloats;
                 EXPECT_LE(LargestDifference(twin, expected), isExact ? 1 : 16)
                     << static_cast<int>(depth) << " bits, opaque " << opaque;
@@ -83,7 +83,7 @@ TEST_P(Pixels, AreTheSameAtEveryDepthUpToTheTargetsPrecision) {
     }
 }
 
-TEST_P(Pixels, ReachTheWhiteOfEveryDepth) {
+TEST_P(Pixels, KeepWhiteAtEveryDepth) {
     const World white = Picture8(16, 16, [](int, int) { return PF_Pixel8{255, 255, 255, 255}; });
     const World output16 = rendered(AtDepth(white, Depth::Bits16));
     const World output32 = rendered(AtDepth(white, Depth::Float32));
@@ -94,7 +94,7 @@ TEST_P(Pixels, ReachTheWhiteOfEveryDepth) {
     EXPECT_EQ(output32.row<PF_PixelFloat>(3)[3].green, 1.0F);
 }
 
-/// Red rises from left to right, green falls, and both leave 0 to 1.
+/// Returns a picture whose red rises and whose green falls from left to right, both beyond 0 to 1.
 World Ramp(A_long levels, float alpha) {
     World ramp(Depth::Float32, levels, 2);
     for (int y = 0; y < 2; ++y) {
@@ -111,16 +111,16 @@ protected:
     FloatPixels() : EffectFixture(TESSELUNE_FLOAT_MODULE) { set("Size", 2); }
 };
 
-TEST_F(FloatPixels, KeepEveryLevelAndWhatIsBeyondBlackAndWhite) {
+TEST_F(FloatPixels, KeepEveryLevelAndValuesBeyondBlackAndWhite) {
     constexpr A_long kLevels = 1024;
     const struct {
         float alpha;
         double useAlpha;
         float outAlpha;
-        float cellWeight; ///< of the colour
+        float cellWeight; ///< weight of the cell's colour
         float ownWeight;
     } kCases[] = {{1.0F, 1, 1.0F, 1.0F, 0.0F},
-                  {0.5F, 1, 0.25F, 0.5F, 0.0F}, // a cell's alpha weighs twice
+                  {0.5F, 1, 0.25F, 0.5F, 0.0F}, // a cell's alpha applies twice
                   {0.5F, 0, 0.5F, 0.5F, 0.5F},
                   {1.0F, 0, 1.0F, 1.0F, 0.0F}};
     for (const auto& [alpha, useAlpha, outAlpha, cellWeight, ownWeight] : kCases) {
@@ -132,7 +132,7 @@ TEST_F(FloatPixels, KeepEveryLevelAndWhatIsBeyondBlackAndWhite) {
         std::set<float> levels;
         for (std::size_t x = 0; x < in.size(); ++x) {
             const PF_PixelFloat& pixel = output.row<PF_PixelFloat>(1)[x];
-            // The reference point lies between the cell's pixels.
+            // The reference point is between the cell's pixels.
             const float cell = (in[x / 2 * 2].red + in[x / 2 * 2 + 1].red) / 2;
             const float expected = cell * cellWeight + in[x].red * ownWeight;
             ASSERT_NEAR(pixel.red, expected, 1e-6) << x;

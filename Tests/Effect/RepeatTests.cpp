@@ -41,7 +41,7 @@ TEST_P(Repeats, LeaveNoGLObjectsBehindWhateverChanges) {
     }
 }
 
-TEST_P(Repeats, LetMemoryAloneOverAThousandFrames) {
+TEST_P(Repeats, DoNotGrowMemoryOverAThousandFrames) {
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
     GTEST_SKIP() << "sanitizers keep memory of their own";
 #endif

@@ -32,14 +32,14 @@ std::vector<MosaicRenderParam> AllKeys() {
     return keys;
 }
 
-/** A test with a GL context and an empty cache of variants. */
+/** A test with a GL context and an empty cache of shader variants. */
 class ShaderVariants : public testing::Test {
 protected:
     ~ShaderVariants() override { MosaicShaderManager::PurgeAllShaders(); }
 
-    /// The program's fragment source, as GL got it.
+    /// Returns the fragment shader's source, as passed to GL.
     static std::string fragmentSource(const MosaicRenderParam& key) {
-        // The object deletes its shaders when it has linked them, so a stop before that is needed.
+        // Watch the call: the object deletes its shaders after linking.
         const std::unique_ptr<OpenglShader> shader(MosaicShaderManager::CreateShader(key));
         std::string source;
         const TestSupport::GLObserver texts(glbinding::Binding::ShaderSource,
@@ -62,7 +62,7 @@ TEST_F(ShaderVariants, AreMadeOnceForEachKey) {
     EXPECT_EQ(programs.size(), 12U);
 }
 
-TEST_F(ShaderVariants, BuildWithoutAWord) {
+TEST_F(ShaderVariants, CompileWithoutMessages) {
     for (const MosaicRenderParam& key : AllKeys()) {
         testing::internal::CaptureStdout();
         MosaicShaderManager::GetShader(key)->useProgram();
@@ -71,7 +71,7 @@ TEST_F(ShaderVariants, BuildWithoutAWord) {
     }
 }
 
-TEST_F(ShaderVariants, AreValidByTheLanguagesReferenceCompiler) {
+TEST_F(ShaderVariants, PassTheGlslReferenceCompiler) {
     const std::filesystem::path file =
         std::filesystem::path(testing::TempDir()) / "TesseluneVariant.frag";
     for (const MosaicRenderParam& key : AllKeys()) {

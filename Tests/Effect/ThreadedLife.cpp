@@ -14,7 +14,7 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
-/** A thread of the host's that does what it is told, while the others wait. */
+/** A thread of the host that runs one task at a time while the caller waits. */
 class HostThread {
 public:
     explicit HostThread(const EnterHost& enter)
@@ -87,7 +87,8 @@ void ThreadedLife::expectSamePictures(const EnterHost& enter) {
                 });
             }
             EXPECT_GT(live.counts()["Framebuffers"], 0);
-            // Without a context of the host's, the set-up's own is still current on its thread.
+            // In a host without a context, the context of the set-up is still current on that
+            // thread.
             last.run([this] { globalSetdown(); });
             EXPECT_EQ(live.counts(), (std::map<std::string, int>{}));
         }

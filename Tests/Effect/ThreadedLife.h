@@ -6,10 +6,11 @@
 
 namespace Kerovane::TestSupport {
 
-/// Tells whether what the host has made current on this thread is so, whole; keeps it alive.
+/// Returns whether the host's context is fully current on this thread; also keeps that context
+/// alive.
 using HostPresence = std::function<bool()>;
 
-/// Makes the host's GL context, if it has any, on the calling thread.
+/// Creates the host's GL context, if it has any, on the calling thread.
 using EnterHost = std::function<HostPresence()>;
 
 HostPresence EnterHostWithoutContext();
@@ -19,9 +20,10 @@ HostPresence EnterEglHost();
 class ThreadedLife : public EveryModule {
 protected:
     /**
-     * Sets the effect up, renders on eight threads in turn, of which some end on the way, and sets
-     * it down on yet another; all of it twice, with the same threads. Expects the same pictures on
-     * all, the host's context current after every command and nothing of GL left in the end.
+     * Sets the effect up, renders on eight threads in turn, some of which end in between, and sets
+     * it down on yet another thread; all of it twice, with the same threads. Expects the same
+     * pictures on all threads, the host's context current after every command, and no GL object
+     * left at the end.
      */
     void expectSamePictures(const EnterHost& enter);
 };

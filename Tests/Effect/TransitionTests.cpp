@@ -17,11 +17,11 @@ enum class Transition { Linear = 1, RadialIn = 2, RadialOut = 3 };
 constexpr int kWidth = 160;
 constexpr int kHeight = 100;
 constexpr Point kPicture = {kWidth, kHeight};
-constexpr int kSize = 10; // no cell's centre is the picture's
+constexpr int kSize = 10; // so that no cell's centre is the picture's
 constexpr int kColumns = kWidth / kSize;
 constexpr int kRows = kHeight / kSize;
 
-/// The clamped centre of a cell, which decides when it goes.
+/// Returns the clamped centre of a cell, which decides when the cell is removed.
 Point CentreOf(std::size_t cell) {
     const std::size_t column = cell % kColumns;
     const std::size_t row = cell / kColumns;
@@ -30,7 +30,7 @@ Point CentreOf(std::size_t cell) {
         kPicture);
 }
 
-/** Cells in a grid, of which a frame removes some. */
+/** A grid of cells, some of which a frame removes. */
 class Removal : public EveryModule {
 protected:
     Removal() { set("Size", kSize); }
@@ -40,7 +40,8 @@ protected:
         set("Feather", feather);
     }
 
-    /// Which cells a frame keeps, row by row. A cell is kept or removed as a whole.
+    /// Renders a frame and returns which cells it keeps, row by row. Expects cells to be kept or
+    /// removed as a whole.
     std::vector<bool> keptCells() {
         const Host::World output = rendered(mInput);
         std::vector<bool> kept;
@@ -135,7 +136,8 @@ TEST_P(Removal, SharpSweepsMatchGeometry) {
         for (const double percent : {20.0, 50.0, 80.0}) {
             set("Transition Progress", percent);
             const double progress = percent / 100.0;
-            // Where a cell's centre lies, less how far the sweep has come.
+            // The position of a cell's centre on the sweep minus the sweep's progress; the cell is
+            // kept if it is positive.
             using Place = std::function<double(const Point&)>;
             const std::pair<Transition, Place> cases[] = {
                 {Transition::Linear,

@@ -17,7 +17,9 @@ namespace {
 
 constexpr float k16bit = 65535.0F / 32768.0F;
 
-/** Draws passes from float texture to float texture, so that no target's precision interferes. */
+/**
+ * Draws passes from float texture to float texture, so that the target's precision does not matter.
+ */
 class ChannelOrderTest : public GLFixture {
 protected:
     template <typename Pass>

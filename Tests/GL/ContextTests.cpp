@@ -17,14 +17,14 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/** The contexts of the process, set up for a test. */
+/** A test with the process's contexts set up. */
 class ContextManager : public testing::Test {
 protected:
     ContextManager() { AEOpenGLContextManager::setupContextManager(); }
     ~ContextManager() override { AEOpenGLContextManager::releaseContextManager(); }
 };
 
-TEST_F(ContextManager, GivesEveryThreadAContextOfItsOwnAndReportsEachOnce) {
+TEST_F(ContextManager, GivesEveryThreadItsOwnContextAndReportsEachOnce) {
     testing::internal::CaptureStdout();
     constexpr int kThreads = 4;
     std::vector<AEOpenGLContext*> contexts(kThreads);
@@ -84,7 +84,7 @@ TEST_F(ContextManager, RefusesAContextThatIsCurrentOnAnotherThread) {
     EXPECT_TRUE(context.isCurrent());
 }
 
-TEST_F(ContextManager, FlushesWhatASwitchLeavesUnlessItsFrameBufferIsIncomplete) {
+TEST_F(ContextManager, FlushesThePreviousContextUnlessItsFrameBufferIsIncomplete) {
     Platform::OpenGLContext* left = nullptr;
     Platform::OpenGLContext* entered = nullptr;
     const auto leftOwner = AEOpenGLContext::createNSContext(nullptr, left);
@@ -110,7 +110,7 @@ TEST_F(ContextManager, FlushesWhatASwitchLeavesUnlessItsFrameBufferIsIncomplete)
 
 class SavedContext : public ContextManager {};
 
-TEST_F(SavedContext, ComesBackWholeAndOnce) {
+TEST_F(SavedContext, IsRestoredFullyAndOnlyOnce) {
     AEOpenGLContext* const own = AEOpenGLContextManager::getCurrentRenderContext();
     const EglHost host;
     host.makeCurrent();
@@ -135,7 +135,7 @@ TEST_F(SavedContext, ComesBackWholeAndOnce) {
     EXPECT_EQ(Platform::CurrentEglBinding(), host.binding()) << "when an exception passes";
 }
 
-TEST_F(SavedContext, IsNoneIfItIsTheEffectsOwn) {
+TEST_F(SavedContext, IsEmptyIfTheEffectsContextIsCurrent) {
     AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
     EXPECT_EQ(SaveRestoreGLContextMac().mContext(), Platform::EglBinding());
     AEOpenGLContextManager::releaseContextManager();
@@ -143,7 +143,7 @@ TEST_F(SavedContext, IsNoneIfItIsTheEffectsOwn) {
     AEOpenGLContextManager::setupContextManager();
 }
 
-TEST_F(SavedContext, LeavesTheCurrentOneAloneIfThereWasNone) {
+TEST_F(SavedContext, KeepsTheCurrentContextIfNoneWasSaved) {
     Platform::ReleaseCurrentEglContext();
     SaveRestoreGLContextMac saved;
     AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();

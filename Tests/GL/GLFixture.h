@@ -12,10 +12,11 @@ namespace Kerovane::Tesselune {
 
 using Texel = std::array<float, 4>;
 
-/** A test that has a GL context of its own current. */
+/** A test with its own GL context current. */
 class GLFixture : public testing::Test {
 protected:
-    /// A texture of 32-bit floats, `width` by the rest.
+    /// Creates a texture of 32-bit floats; the height follows from the number of texels and
+    /// `width`.
     static GLTexture FloatTexture(const std::vector<Texel>& texels, int width) {
         GLTexture texture = GLTexture::generated();
         gl::glBindTexture(gl::GL_TEXTURE_2D, texture.name());
@@ -28,7 +29,7 @@ protected:
         return texture;
     }
 
-    /// The level 0 of a texture, or what is drawn so far into the bound frame buffer.
+    /// Return level 0 of a texture, or the content of the bound frame buffer.
     static std::vector<Texel> TexelsOf(unsigned int texture, int width, int height) {
         std::vector<Texel> texels(static_cast<std::size_t>(width * height));
         gl::glBindTexture(gl::GL_TEXTURE_2D, texture);

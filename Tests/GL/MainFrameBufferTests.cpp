@@ -36,7 +36,7 @@ class MainFrameBuffer : public GLFixture {
 protected:
     ~MainFrameBuffer() override { mFrameBuffer.destory(); }
 
-    /// The picture of the top render context, which is closed.
+    /// Closes the top render context and returns its picture.
     std::vector<Texel> Popped() {
         const GLTexture picture(mFrameBuffer.popRenderContext());
         return TexelsOf(picture.name(), mFrameBuffer.width(), mFrameBuffer.height());
@@ -45,7 +45,7 @@ protected:
     AEOpenglMainFrameBuffer& mFrameBuffer = *AEOpenglMainFrameBuffer::mainFrameBuffer();
 };
 
-TEST_F(MainFrameBuffer, MakesNoGLCallIfNothingIsToBeDone) {
+TEST_F(MainFrameBuffer, MakesNoGLCallIfNothingChanges) {
     mFrameBuffer.prepare(8, 4, true);
     {
         const GLCalls calls;
@@ -81,7 +81,7 @@ TEST_F(MainFrameBuffer, ReturnsToTheLowerTargetWhenTheUpperCloses) {
     }
 }
 
-TEST_F(MainFrameBuffer, DropsItsTargetsWithAFrameThatBrokeOffOrAltogether) {
+TEST_F(MainFrameBuffer, DropsTheTargetsOfAnAbandonedFrameAndThenAllObjects) {
     const LiveGLObjects live;
     mFrameBuffer.prepare(8, 4, true);
     auto prepared = live.counts();
@@ -95,7 +95,7 @@ TEST_F(MainFrameBuffer, DropsItsTargetsWithAFrameThatBrokeOffOrAltogether) {
     EXPECT_EQ(live.counts(), (std::map<std::string, int>{}));
 }
 
-TEST_F(MainFrameBuffer, GivesATransparentPictureIfGLHasNoTargetOrRefusesToHandItOver) {
+TEST_F(MainFrameBuffer, GivesATransparentPictureIfTheTargetIsMissingOrCannotBeResolved) {
     auto integers = GLRenderbuffer::generated();
     glBindRenderbuffer(GL_RENDERBUFFER, integers.name());
     glRenderbufferStorage(GL_RENDERBUFFER, GL_RGBA8UI, 8, 4);
@@ -108,7 +108,7 @@ TEST_F(MainFrameBuffer, GivesATransparentPictureIfGLHasNoTargetOrRefusesToHandIt
             mFrameBuffer.pushRenderContext(false, false);
             glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER,
                                       target);
-            // Many a driver clears what has no content. It must not be left to it.
+            // Many drivers clear new textures, but the code must not rely on it.
             bool isWritten = false;
             const GLObserver content(glbinding::Binding::TexImage2D,
                                      [&](auto, auto, auto, auto, auto, auto, auto, auto,
@@ -120,7 +120,7 @@ TEST_F(MainFrameBuffer, GivesATransparentPictureIfGLHasNoTargetOrRefusesToHandIt
     }
 }
 
-TEST_F(MainFrameBuffer, DrawsIntoATextureAndComesBack) {
+TEST_F(MainFrameBuffer, DrawsIntoATextureAndReturnsToTheRenderContext) {
     const GLTexture texture(AEOpenglMainFrameBuffer::createRenderTexture(Vec2(2, 2), false));
     AEOpenglMainFrameBuffer::pushNormalRenderContext(texture.name());
     Fill(kRed);
@@ -159,7 +159,7 @@ TEST_F(MainFrameBuffer, LeavesTheFinishedPictureBoundForReading) {
     EXPECT_TRUE(AllAre(texels, texels[0]));
 }
 
-TEST_F(MainFrameBuffer, CreatesClearedTexturesWithTheFiltersAskedFor) {
+TEST_F(MainFrameBuffer, CreatesClearedTexturesWithTheRequestedFilters) {
     const Vec2 size(3, 2);
     mFrameBuffer.prepare(3, 2, true);
     struct {
@@ -194,7 +194,7 @@ TEST_F(MainFrameBuffer, CreatesClearedTexturesWithTheFiltersAskedFor) {
     }
 }
 
-TEST_F(MainFrameBuffer, TellsWhatIsWrongWithAFrameBuffer) {
+TEST_F(MainFrameBuffer, DescribesIncompleteFrameBuffers) {
     const GLFramebuffer frameBuffer = GLFramebuffer::generated();
     glBindFramebuffer(GL_FRAMEBUFFER, frameBuffer.name());
     EXPECT_EQ(AEOpenGLUtilities::CheckFramebufferStatus(),

@@ -72,7 +72,7 @@ TEST_F(OpenglShaderTest, ReportsAFailedBuildAtEveryUseAndLeavesNothingBehind) {
     }
 }
 
-TEST_F(OpenglShaderTest, DropsItsShadersOnceTheProgramIsLinked) {
+TEST_F(OpenglShaderTest, DeletesItsShadersOnceTheProgramIsLinked) {
     const std::string geometry = "#version 330\nlayout(triangles) in;\n"
                                  "layout(triangle_strip, max_vertices = 3) out;\nvoid main() {}";
     for (const auto& [source, stages] : {std::pair(std::string(), 2), std::pair(geometry, 3)}) {
@@ -85,7 +85,7 @@ TEST_F(OpenglShaderTest, DropsItsShadersOnceTheProgramIsLinked) {
     }
 }
 
-TEST_F(OpenglShaderTest, CutsALongLog) {
+TEST_F(OpenglShaderTest, TruncatesALongLog) {
     const std::string longText(2000, 'x');
     OpenglShader shader(kVertex, "#version 330\n#error " + longText + "\nvoid main() {}");
     testing::internal::CaptureStdout();
@@ -95,7 +95,7 @@ TEST_F(OpenglShaderTest, CutsALongLog) {
     EXPECT_LE(report.size(), std::string("Shader frag error:\n\n").size() + 512);
 }
 
-TEST_F(OpenglShaderTest, HandsUniformsToTheProgramIfItHasThem) {
+TEST_F(OpenglShaderTest, SetsUniformsThatTheProgramHas) {
     OpenglShader shader(kVertex, kFragment);
     shader.useProgram();
     const int ints[] = {5, 6, 7, 8};

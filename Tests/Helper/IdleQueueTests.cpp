@@ -13,7 +13,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/** A task that can be copied only as often as there are copies left. */
+/** A task whose copying throws once its copies are used up. */
 struct CopiesRunOut {
     static inline int left = 100;
 
@@ -30,7 +30,7 @@ struct CopiesRunOut {
 
 } // namespace
 
-TEST(IdleQueue, RunsOneTaskATurnOldestFirst) {
+TEST(IdleQueue, RunsOneTaskPerCallOldestFirst) {
     IdleQueue queue;
     std::vector<int> run;
     queue.updateQueue();
@@ -63,24 +63,24 @@ TEST(IdleQueue, LetsATaskUseIt) {
     EXPECT_EQ(runs, 1) << "the second was dropped";
 }
 
-/** A task whose copies each use the queue as they are destroyed. */
-struct UsesTheQueueAtItsEnd {
+/** A task whose copies use the queue in their destructors. */
+struct UsesQueueInDestructor {
     IdleQueue* queue;
     int* ends;
 
-    UsesTheQueueAtItsEnd(IdleQueue& used, int& count) : queue(&used), ends(&count) {}
-    UsesTheQueueAtItsEnd(const UsesTheQueueAtItsEnd&) = default;
-    UsesTheQueueAtItsEnd& operator=(const UsesTheQueueAtItsEnd&) = delete;
-    ~UsesTheQueueAtItsEnd() { *ends += queue->hasTask() ? 0 : 1; }
+    UsesQueueInDestructor(IdleQueue& used, int& count) : queue(&used), ends(&count) {}
+    UsesQueueInDestructor(const UsesQueueInDestructor&) = default;
+    UsesQueueInDestructor& operator=(const UsesQueueInDestructor&) = delete;
+    ~UsesQueueInDestructor() { *ends += queue->hasTask() ? 0 : 1; }
     void operator()() const {}
 };
 
 TEST(IdleQueue, DestroysATaskOutsideOfItsLock) {
     IdleQueue queue;
     int ends = 0;
-    queue.async(UsesTheQueueAtItsEnd(queue, ends));
+    queue.async(UsesQueueInDestructor(queue, ends));
     ends = 0;
-    queue.updateQueue(); // would wait for its own lock
+    queue.updateQueue(); // would deadlock if a copy were destroyed under the lock
     EXPECT_EQ(ends, 2) << "the queue's and the one that ran";
 }
 
@@ -110,7 +110,7 @@ TEST(IdleQueue, PassesExceptionsOnAndStaysUsable) {
     EXPECT_TRUE(lastHasRun);
 }
 
-TEST(IdleQueue, FreesItsLockWhenATaskCannotBeCopied) {
+TEST(IdleQueue, ReleasesItsLockIfATaskCannotBeCopied) {
     const std::function<void()> task = CopiesRunOut();
     IdleQueue queue;
     CopiesRunOut::left = 0;
@@ -126,7 +126,7 @@ TEST(IdleQueue, FreesItsLockWhenATaskCannotBeCopied) {
     EXPECT_FALSE(queue.hasTask());
 }
 
-TEST(IdleQueue, LosesNoTaskAndRunsNoneTwiceAmongManyThreads) {
+TEST(IdleQueue, RunsEachTaskOnceAmongManyThreads) {
     constexpr std::size_t kProducers = 4;
     constexpr std::size_t kConsumers = 4;
     constexpr std::size_t kTasksEach = 2500;

@@ -19,7 +19,7 @@ struct Answer {
     const char* result = nullptr;
     const char* error = nullptr;
     A_Err status = 0;
-    int failingCall = 0; ///< the first being 1; 0 for none
+    int failingCall = 0; ///< 1: the first; 0: none
     int calls = 0;
     std::string script = {};
     AEGP_PluginID plugin = -1;
@@ -27,7 +27,8 @@ struct Answer {
 
 Answer mAnswer;
 
-/// Counts a call, and gives an error if it is to fail. The host does what it is asked all the same.
+/// Counts a call and returns an error if it is to fail. The host does what was requested in any
+/// case.
 A_Err Counted(A_Err result) {
     return ++mAnswer.calls == mAnswer.failingCall ? A_Err{PF_Err_INVALID_CALLBACK} : result;
 }
@@ -86,7 +87,7 @@ SPErr Release(const A_char* name, A_long version) {
     return Counted(Host::BasicSuite().ReleaseSuite(name, version));
 }
 
-/** A host with a script engine that answers as a test wants it. */
+/** A host whose script engine returns the answer that a test sets. */
 class Scripts : public testing::Test {
 protected:
     Scripts() {
@@ -94,7 +95,7 @@ protected:
         mMemory.AEGP_FreeMemHandle = Free;
     }
 
-    /// What the script comes to in a host that answers so, "13" if that is thrown.
+    /// Returns the script's result in a host that answers so; "13" if kSuiteRefused is thrown.
     std::string resultOf(const Answer& answer) {
         mAnswer = answer;
         std::string result;
@@ -111,7 +112,7 @@ protected:
     SPBasicSuite mBasic{Acquire, Release};
 };
 
-TEST_F(Scripts, GiveTheirResultOrNothing) {
+TEST_F(Scripts, ReturnTheirResultOrAnEmptyText) {
     EXPECT_EQ(resultOf({.result = "42", .error = ""}), "42");
     EXPECT_EQ(mAnswer.script, "6 * 7");
     EXPECT_EQ(mAnswer.plugin, 0);
@@ -123,19 +124,20 @@ TEST_F(Scripts, GiveTheirResultOrNothing) {
         << "no engine";
 }
 
-TEST_F(Scripts, LeaveNothingBehindWhicheverCallOfTheHostFails) {
+TEST_F(Scripts, ReleaseEverythingWhicheverHostCallFails) {
     EXPECT_EQ(resultOf({.result = "42", .error = ""}), "42");
     std::vector<std::string> results;
     const int calls = mAnswer.calls;
     for (int nth = 1; nth <= calls; ++nth) {
         results.push_back(resultOf({.result = "42", .error = "", .failingCall = nth}));
     }
-    // Two suites acquired, the script run, two texts locked; what is given back may fail.
+    // The calls are: two suites acquired, the script run, two texts locked, then the releases,
+    // which may fail.
     EXPECT_EQ(results,
               (std::vector<std::string>{"13", "13", "", "", "42", "42", "42", "42", "42"}));
 }
 
-TEST(TrimStringWhiteSpaces, CutsTheEndsAlone) {
+TEST(TrimStringWhiteSpaces, TrimsOnlyTheEnds) {
     const struct {
         std::string text, expected;
     } kCases[] = {

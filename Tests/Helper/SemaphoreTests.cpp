@@ -12,12 +12,14 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// Long enough for a thread that may pass a wait to do so; too short only makes a test lenient.
+/// Waits long enough for a thread that may pass a wait to do so. Too short a time only makes a test
+/// lenient.
 void giveOthersTime() {
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
 }
 
-/// Whether one of some attempts succeeds: a thread may have been too slow to wait in the others.
+/// Returns whether one of some attempts succeeds: in the others a thread may have been too slow to
+/// begin waiting.
 bool succeedsOnce(const std::function<bool()>& attempt) {
     constexpr int kAttempts = 20;
     for (int i = 0; i < kAttempts; ++i) {
@@ -28,7 +30,7 @@ bool succeedsOnce(const std::function<bool()>& attempt) {
     return false;
 }
 
-/** Threads that wait once each, and how many of them have passed. */
+/** Threads that wait once each; counts those that have passed. */
 class Waiters {
 public:
     Waiters(Semaphore& semaphore, int count) {
@@ -42,7 +44,7 @@ public:
 
     int passed() const { return mPassed; }
 
-    /// Returns when that many have passed.
+    /// Returns once `count` threads have passed.
     void awaitPassed(int count) const {
         while (mPassed < count) {
             std::this_thread::yield();
@@ -56,7 +58,7 @@ private:
 
 } // namespace
 
-TEST(Semaphore, LetsThroughAsManyWaitsAsItCounts) {
+TEST(Semaphore, AdmitsAsManyWaitsAsItsCount) {
     Semaphore semaphore(2);
     Waiters waiters(semaphore, 8);
     const auto expectPassed = [&](int count) {
@@ -74,7 +76,7 @@ TEST(Semaphore, LetsThroughAsManyWaitsAsItCounts) {
     waiters.awaitPassed(8);
 }
 
-TEST(Semaphore, KeepsSignalsForWaitsToComeButNotCallsToAll) {
+TEST(Semaphore, KeepsSignalsForLaterWaitsButNotSignalAll) {
     Semaphore semaphore(0);
     semaphore.signal();
     semaphore.signal(2);
@@ -88,7 +90,7 @@ TEST(Semaphore, KeepsSignalsForWaitsToComeButNotCallsToAll) {
     semaphore.signal();
 }
 
-TEST(Semaphore, WakesAllThatWaitAtOneCall) {
+TEST(Semaphore, SignalAllWakesEveryWaiter) {
     EXPECT_TRUE(succeedsOnce([] {
         Semaphore semaphore(0);
         Waiters waiters(semaphore, 8);
@@ -101,7 +103,7 @@ TEST(Semaphore, WakesAllThatWaitAtOneCall) {
     }));
 }
 
-TEST(Semaphore, WakesTheLastThatBeganToWaitFirst) {
+TEST(Semaphore, WakesTheMostRecentWaiterFirst) {
     EXPECT_TRUE(succeedsOnce([] {
         Semaphore semaphore(0);
         Waiters first(semaphore, 1);
@@ -116,11 +118,11 @@ TEST(Semaphore, WakesTheLastThatBeganToWaitFirst) {
     }));
 }
 
-TEST(Semaphore, ExcludesAllButOneAtACountOfOne) {
+TEST(Semaphore, IsAMutexAtACountOfOne) {
     constexpr int kThreads = 4;
     constexpr int kTurns = 5000;
     Semaphore semaphore(1);
-    int unguarded = 0; // a data race and a lost count if two are inside at once
+    int unguarded = 0; // two threads inside at once would lose counts
     {
         std::vector<std::jthread> threads;
         threads.reserve(kThreads);

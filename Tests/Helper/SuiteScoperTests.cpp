@@ -12,7 +12,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// What the basic suite below was asked for, and which request it refuses.
+/// Requests to the basic suite below, and the one that it refuses.
 struct {
     std::vector<std::string> acquired, released;
     std::string refused;
@@ -34,7 +34,7 @@ SPErr Release(const A_char* name, A_long version) {
     return kSPNoError;
 }
 
-/** A host with nothing but a basic suite and its string functions. */
+/** A host that has only a basic suite and string functions. */
 class Suites : public testing::Test {
 protected:
     Suites() {
@@ -59,7 +59,7 @@ protected:
 const std::vector<std::string> kDrawbotSuites = {"DRAWBOT Draw Suite 1", "DRAWBOT Supplier Suite 1",
                                                  "DRAWBOT Surface Suite 2", "DRAWBOT Path Suite 1"};
 
-TEST_F(Suites, AreHeldForTheLengthOfAScope) {
+TEST_F(Suites, AreReleasedAtTheEndOfTheScope) {
     mLog.refused = "Third 1";
     try {
         const SuiteScoper<int> first(&mInData, "First", 3);
@@ -72,7 +72,7 @@ TEST_F(Suites, AreHeldForTheLengthOfAScope) {
     EXPECT_EQ(mLog.released, (std::vector<std::string>{"Second 4", "First 3"}));
 }
 
-TEST_F(Suites, ThrowIfRefusedAndTellTheUserIfAskedTo) {
+TEST_F(Suites, ThrowIfRefusedAndReportItIfRequested) {
     mLog.refused = "Some Suite 3";
     struct {
         PF_OutData* outData;
@@ -96,7 +96,7 @@ TEST_F(Suites, ThrowIfRefusedAndTellTheUserIfAskedTo) {
     EXPECT_TRUE(mLog.released.empty()) << "nothing was acquired";
 }
 
-TEST_F(Suites, AcquiredByHandGoByThePointerAndNotTheStatus) {
+TEST_F(Suites, ManualAcquisitionIsJudgedByThePointerNotTheStatus) {
     mLog.refused = "Some Suite 3";
     void* suite = nullptr;
     EXPECT_EQ(AcquireSuite(&mInData, &mOutData, "Some Suite", 3, nullptr, &suite), 516);
@@ -109,7 +109,7 @@ TEST_F(Suites, AcquiredByHandGoByThePointerAndNotTheStatus) {
     expectMessage("");
 }
 
-TEST_F(Suites, CutTextsThatAreTooLong) {
+TEST_F(Suites, TruncateLongTexts) {
     mInData.pica_basicP = nullptr;
     void* suite = nullptr;
     const std::string name(3000, 'n');
@@ -119,7 +119,7 @@ TEST_F(Suites, CutTextsThatAreTooLong) {
     expectMessage(name.substr(0, 255));
 }
 
-TEST_F(Suites, ReleasedByHandFailOnlyWithoutABasicSuite) {
+TEST_F(Suites, ManualReleaseFailsOnlyWithoutABasicSuite) {
     EXPECT_EQ(ReleaseSuite(&mInData, &mOutData, "Some Suite", 3, nullptr), 0);
     expectMessage("");
     EXPECT_EQ(mLog.released, std::vector<std::string>{"Some Suite 3"});
@@ -128,7 +128,7 @@ TEST_F(Suites, ReleasedByHandFailOnlyWithoutABasicSuite) {
     expectMessage("Not able to release AEFX Suite.");
 }
 
-TEST_F(Suites, DrawbotOnesComeAndGoTogether) {
+TEST_F(Suites, DrawbotSuitesAreAcquiredAndReleasedTogether) {
     DRAWBOT_Suites suites{};
     EXPECT_EQ(AcquireDrawbotSuites(&mInData, &mOutData, &suites), 0);
     EXPECT_EQ(mLog.acquired, kDrawbotSuites);

@@ -81,7 +81,7 @@ TEST(AffinePoints, MapAlikeInEveryForm) {
     }
 }
 
-TEST(AffineLayer, TakesItsAnchorToItsPosition) {
+TEST(AffineLayer, MovesTheAnchorToThePosition) {
     for (Random& random : trials()) {
         const Vec2 anchor = random.vec2();
         const Vec2 position = random.vec2();

@@ -22,7 +22,7 @@ TYPED_TEST(BarycentricTest, FindsTheWeightsThatMadeThePoint) {
     }
 }
 
-TEST(Barycentric, GivesAPointOffThePlaneTheWeightsOfItsFoot) {
+TEST(Barycentric, GivesAPointOffThePlaneTheWeightsOfItsProjection) {
     for (Random& random : trials()) {
         const Vec3 a = random.vec3();
         const Vec3 b = random.vec3();

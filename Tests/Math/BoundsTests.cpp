@@ -85,7 +85,7 @@ TEST(RectInclusion, GrowsOnlyTowardsThePoint) {
 constexpr double kLargest = 1.7976931348623157e308;
 constexpr double kSmallest = 2.2250738585072014e-308;
 
-TEST(Box3Emptiness, HasExtremeCornersOrNoVolume) {
+TEST(Box3Emptiness, IsDecidedByTheCorners) {
     EXPECT_SAME(Box3().min, Vec3(kLargest));
     EXPECT_SAME(Box3().max, Vec3(kSmallest));
     const Table<Box3, bool> cases = {

@@ -4,7 +4,7 @@
 
 namespace Kerovane::Tesselune {
 
-TEST(ColorText, ReadsItsFourFormsAndLeavesWhiteForTheRest) {
+TEST(ColorText, ReadsItsFourFormsAndMakesAnythingElseWhite) {
     constexpr Color kWhite(1.0, 1.0, 1.0, 1.0);
     const Table<std::string, Color> cases = {
         {"#FFF", kWhite},
@@ -15,7 +15,7 @@ TEST(ColorText, ReadsItsFourFormsAndLeavesWhiteForTheRest) {
         {"#102030", {16.0F / 255.0F, 32.0F / 255.0F, 48.0F / 255.0F, 1.0}},
         {"#80FF0000", {1.0, 0.0, 0.0, 128.0F / 255.0F}},
         {"#0FFFFFFF", {1.0, 1.0, 1.0, 15.0F / 255.0F}},
-        {"#12x", {0.0, 1.0F / 15.0F, 2.0F / 15.0F, 1.0}}, // the digits in front count alone
+        {"#12x", {0.0, 1.0F / 15.0F, 2.0F / 15.0F, 1.0}}, // only the leading digits count
         {"#12", kWhite},
         {"#12345", kWhite},
         {"#1234567", kWhite},
@@ -29,14 +29,14 @@ TEST(ColorText, ReadsItsFourFormsAndLeavesWhiteForTheRest) {
     }
 }
 
-TEST(ColorText, RaisesWhatTheNumberReaderRaises) {
+TEST(ColorText, ThrowsTheExceptionsOfStoull) {
     for (const char* text : {"#", "#zz", "#zzz", "##123"}) {
         EXPECT_THROW(Color{std::string(text)}, std::invalid_argument) << text;
     }
     EXPECT_THROW(Color{std::string("#11111111111111111")}, std::out_of_range);
 }
 
-TEST(ColorText, WritesCutAndUnpaddedDigits) {
+TEST(ColorText, WritesTruncatedUnpaddedDigits) {
     const Table<Color, std::string> cases = {
         {{1.0, 1.0, 1.0, 1.0}, "#FFFFFF"},
         {{0.0, 0.0, 0.0, 1.0}, "#000"},
@@ -72,11 +72,11 @@ TEST(ColorNil, IsAnyChannelBelowZeroAndEqualsEveryNil) {
         EXPECT_TRUE(color.isNil() && color == nil && nil.equal(color));
     }
     EXPECT_TRUE(nil != Color() && !Color(-0.0, 0.0, 0.0, 0.0).isNil());
-    // A nil colour within the tolerance of another colour is equal to it, too.
+    // A nil colour also equals a colour within the tolerance.
     EXPECT_TRUE(Color(1.0, 1.0, 1.0, -1e-13) == Color(1.0, 1.0, 1.0, 0.0));
 }
 
-TEST(ColorArithmetic, TakesInAlphaAndDoesNotClamp) {
+TEST(ColorArithmetic, IncludesAlphaAndDoesNotClamp) {
     constexpr Color a(0.5, 1.0, 2.0, 0.25);
     constexpr Color b(0.25, 0.5, -1.0, 1.0);
     EXPECT_SAME(a + b, Color(0.75, 1.5, 1.0, 1.25));

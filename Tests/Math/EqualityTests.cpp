@@ -17,7 +17,7 @@ TYPED_TEST(EqualityTest, ToleratesTheLibrarysEpsilonInEachNumber) {
             const auto value = std::bit_cast<TypeParam>(stored);
             EXPECT_TRUE(value != zero && zero != value) << &number - stored.data();
         }
-        // Left so for the next numbers: by distance these would add up.
+        // Leaves the difference in place for the next numbers: a distance would add them up.
         for (const double within : {1e-12, -1e-12}) {
             number = within;
             EXPECT_TRUE(std::bit_cast<TypeParam>(stored) == zero) << &number - stored.data();

@@ -6,8 +6,8 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// One order: its axes from left to right, and the axes whose angle comes back with its sign
-/// reversed, because the angle is the arcsine of the matrix element as it stands.
+/// A rotation order: its axes from left to right, and the axes whose angle comes back negated,
+/// because the angle is the arcsine of the matrix element without its sign being corrected.
 struct OrderCase {
     Euler::RotationOrder order;
     int first, middle, last; ///< 0 for x, 1 for y, 2 for z
@@ -28,7 +28,7 @@ double& component(Vec3& v, int i) {
     return v.*kComponents<Vec3>[static_cast<std::size_t>(i)];
 }
 
-/// The rotation by Eigen: three turns, the last axis first.
+/// Returns Eigen's rotation: three turns, the last axis first.
 Eigen::Quaterniond eigenRotation(Vec3 angles, const OrderCase& order) {
     const auto turn = [&](int axis) {
         return Eigen::AngleAxisd(component(angles, axis), Eigen::Vector3d::Unit(axis));
@@ -53,7 +53,7 @@ TEST(Euler, KeepsItsOrderUnlessGivenOne) {
     EXPECT_SAME(e, Euler(1.0, 2.0, 3.0, Euler::OrderZYX));
     e.set(4.0, 5.0, 6.0, Euler::OrderYZX);
     EXPECT_SAME(e, Euler(4.0, 5.0, 6.0, Euler::OrderYZX));
-    // In the order of their numbers, which is not that of the alphabet.
+    // Sorted by their enumerators' values, not by name.
     for (std::size_t i = 0; i < std::size(kOrders); ++i) {
         EXPECT_EQ(kOrders[i].order, i + 1);
     }
@@ -85,7 +85,7 @@ TEST(EulerFromMatrix, ZeroesOneAngleAtAQuarterTurn) {
             e.setWithMat4(m, Euler::OrderUnset);
             Vec3 result = anglesOf(e);
             EXPECT_EQ(component(result, order.zeroAtQuarterTurn), 0.0) << order.order;
-            // Here the middle angle alone may have its sign reversed.
+            // Here only the middle angle may come back negated.
             component(result, order.middle) *= component(angles = order.signsBack, order.middle);
             EXPECT_CLOSE(matrix(result, order), m, 1e-7) << order.order;
         }

@@ -56,7 +56,7 @@ TEST(Mat4Construction, ReadsRowsOrColumns) {
     m.setIdentity();
     EXPECT_SAME(m, toMat4(Eigen::Matrix4d::Identity()));
     EXPECT_TRUE(same(m, Mat4()) && same(m, Mat4::identity()));
-    // An array that lacks its order is no choice between the identity and zero.
+    // An array without `columnMajor` must not convert to the bool constructor.
     static_assert(!std::is_constructible_v<Mat4, const double*>);
 }
 
@@ -115,7 +115,7 @@ TEST(Mat4Algebra, ReportsASingularMatrixAndGivesTheIdentity) {
     }
 }
 
-TEST(Mat4Vectors, TakePointsDirectionsAndProjections) {
+TEST(Mat4Vectors, TransformPointsDirectionsAndProjections) {
     for (Random& random : trials()) {
         const Mat4 m = random.mat4();
         const Vec4 v = random.vec4();
@@ -161,7 +161,7 @@ TEST(Mat4Transforms, DoNotScaleAQuaternionToLengthOne) {
     EXPECT_EQ(rotation(Quaternion(2.0, 0.0, 0.0, 0.0)).at(1, 1), -7.0);
 }
 
-TEST(Mat4Transforms, EmbedThePlane) {
+TEST(Mat4Transforms, EmbedAffineTransforms) {
     const Affine plane(1.0, 2.0, 3.0, 4.0, 5.0, 6.0);
     const Mat4 m = after(Random().mat4(), [&](Mat4& whole) { whole.setWithAffine(plane); });
     const Vec2 p(7.0, 8.0);
@@ -191,7 +191,7 @@ TEST(Mat4Steps, ApplyBeforeTheMatrix) {
     };
     Random random;
     for (const auto& [replace, spellings] : steps) {
-        const Mat4 before = random.mat4(); // with a fourth row of its own
+        const Mat4 before = random.mat4(); // its fourth row is arbitrary
         for (const Change& spelling : spellings) {
             EXPECT_CLOSE(after(before, spelling), before * after(Mat4(), replace));
         }
@@ -216,13 +216,13 @@ TEST(Mat4Projection, AgreesWithGlm) {
         EXPECT_CLOSE(m, fromGlm(glm::frustum(left, right, bottom, top, zNear, zFar)));
         EXPECT_EQ(m.at(3, 3), 0.0);
         m = random.mat4();
-        // On purpose top comes before bottom here, the reverse of GLM's order.
+        // Top comes before bottom, the reverse of GLM's order.
         m.setOrtho(left, right, top, bottom, zNear, zFar);
         EXPECT_CLOSE(m, fromGlm(glm::ortho(left, right, bottom, top, zNear, zFar)));
     }
 }
 
-TEST(Mat4LookAt, IsTheOrientationThatTheViewMatrixOfGlmInverts) {
+TEST(Mat4LookAt, IsTheInverseOrientationOfGlmsViewMatrix) {
     for (Random& random : trials()) {
         const Vec3 eye = random.vec3();
         const Vec3 target = random.vec3();
@@ -249,13 +249,13 @@ TEST(Mat4LookAt, HandlesDegenerateDirections) {
     const Table<Vec3, Vec3, Vec3, Vec3, Vec3> cases = {
         // eye at the target
         {{}, {0.0, 1.0, 0.0}, {1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}},
-        // up along the view: z is nudged and keeps its greater length
+        // up along the view: z is shifted and keeps its greater length
         {{0.0, 5.0, 0.0},
          {0.0, 1.0, 0.0},
          {1.0, 0.0, 0.0},
          {0.0, kNudge, -1.0},
          {0.0, 1.0, kNudge}},
-        // up along the view and the nudge: x takes the default of a zero vector
+        // up along the view and the shift: x takes the default of a zero vector
         {{0.0, 0.0, 5.0},
          {0.0, 0.0, 1.0},
          {1.0, 0.0, 0.0},
@@ -269,7 +269,7 @@ TEST(Mat4LookAt, HandlesDegenerateDirections) {
     }
 }
 
-TEST(Mat4HostConversion, TakesLayerPointsToGl) {
+TEST(Mat4HostConversion, MapsLayerPointsToGl) {
     const Table<Vec3, Vec3> cases = {{{0.0, 0.0, 0.0}, {-50.0, 25.0, 0.0}},
                                      {{100.0, 50.0, 7.0}, {50.0, -25.0, -7.0}}};
     for (const auto& [layer, gl] : cases) {
@@ -297,7 +297,7 @@ TEST(Mat4Composition, ScalesThenRotatesThenMovesAboutAnAnchor) {
                          scaling(scale),
                      1e-11);
 
-        // The position goes by way of the anchor, which may cost its last bit.
+        // The anchor is added and subtracted, which may change the position's last bit.
         const Vec3 scaled = anchor * scale;
         Mat4 expected = translation(scaled + (position - scaled)) * rotation(q);
         expected.translate(scaled.negate());
@@ -333,7 +333,7 @@ TEST(Mat4Decomposition, UndoesTheComposition) {
     }
 }
 
-TEST(Mat4Decomposition, PutsAReflectionIntoXAndAZeroToAMillionth) {
+TEST(Mat4Decomposition, PutsAReflectionIntoXAndReplacesAZeroScale) {
     const Table<Vec3, Vec3> cases = {
         {{-2.0, 3.0, 4.0}, {-2.0, 3.0, 4.0}},   {{2.0, 3.0, -4.0}, {-2.0, 3.0, 4.0}},
         {{-2.0, -3.0, -4.0}, {-2.0, 3.0, 4.0}}, {{-2.0, -3.0, 4.0}, {2.0, 3.0, 4.0}},

@@ -33,7 +33,7 @@ namespace Kerovane::Tesselune {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kPi = std::numbers::pi;
 
-/// The types that are numbers and nothing else.
+/// Types that consist of numbers of one type only.
 template <typename Value>
 concept AllNumbers =
     std::is_base_of_v<Vec4, Value> || std::is_same_v<Value, Vec2> || std::is_same_v<Value, Vec3> ||
@@ -46,7 +46,7 @@ using NumbersOf = std::array<double, sizeof(Value) / sizeof(double)>;
 
 using Numbers = std::vector<double>;
 
-/// The numbers in their order of storage, to print and to compare them.
+/// Returns the numbers in storage order, to print and compare them.
 template <AllNumbers Value>
 Numbers numbers(const Value& value) {
     const auto stored = std::bit_cast<NumbersOf<Value>>(value);
@@ -70,8 +70,8 @@ void PrintTo(const Value& value, std::ostream* out) {
     out->precision(precision);
 }
 
-/// Whether all numbers of the two differ by at most the tolerance; 0 asks for the same bits, but
-/// for the sign of zero.
+/// Returns whether all numbers of the two differ by at most the tolerance. 0 requires equal bits,
+/// except for the sign of zero.
 template <HasNumbers Value>
 testing::AssertionResult near(const Value& a, const Value& b, double tolerance = 1e-12) {
     const Numbers ofA = numbers(a);
@@ -93,11 +93,11 @@ testing::AssertionResult same(const Value& a, const Value& b) {
 #define EXPECT_SAME(...) EXPECT_TRUE(same(__VA_ARGS__))
 #define EXPECT_CLOSE(...) EXPECT_TRUE(near(__VA_ARGS__))
 
-/// Rows of cases.
+/// A table of cases.
 template <typename... Columns>
 using Table = std::vector<std::tuple<Columns...>>;
 
-/// The value after an operation that works in place.
+/// Returns the value after an in-place operation.
 template <typename Value, typename Change>
 Value after(Value value, Change change) {
     change(value);
@@ -114,7 +114,7 @@ inline constexpr std::array kComponents<Vec3>{&Vec3::x, &Vec3::y, &Vec3::z};
 template <>
 inline constexpr std::array kComponents<Vec4>{&Vec4::x, &Vec4::y, &Vec4::z, &Vec4::w};
 
-/** Values from a fixed seed: a failure comes again. */
+/** Random values from a fixed seed, so that failures are reproducible. */
 class Random {
 public:
     explicit Random(std::uint64_t seed = 0) : mEngine(seed) {}
@@ -150,7 +150,7 @@ private:
     std::mt19937_64 mEngine;
 };
 
-/// What a property is tried on, each time with other values.
+/// Returns generators for the trials of a property, each with other values.
 inline std::vector<Random> trials() {
     std::vector<Random> trials;
     for (std::uint64_t seed = 0; seed < 200; ++seed) {
@@ -159,7 +159,7 @@ inline std::vector<Random> trials() {
     return trials;
 }
 
-// To and from Eigen
+// Conversion to and from Eigen
 
 inline Eigen::Vector3d toEigen(const Vec3& v) {
     return {v.x, v.y, v.z};

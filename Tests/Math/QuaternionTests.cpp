@@ -10,7 +10,7 @@ Quaternion negated(const Quaternion& q) {
     return {-q.x, -q.y, -q.z, -q.w};
 }
 
-/// Whether the two are the same rotation: q and -q are.
+/// Returns whether the two are the same rotation; q and -q are.
 testing::AssertionResult sameRotation(const Quaternion& a, const Quaternion& b,
                                       double tolerance = 1e-12) {
     return near(a, a.dot(b) < 0.0 ? negated(b) : b, tolerance);
@@ -116,7 +116,7 @@ TEST(QuaternionFromMatrix, TakesTheBranchOfTheLargestPart) {
 }
 
 TEST(QuaternionFromMatrix, BreaksTiesTowardsTheLaterAxis) {
-    // Half turns about diagonals, whose traces are exactly -1: two diagonal elements are equal.
+    // Half turns about diagonals have a trace of exactly -1 and two equal diagonal elements.
     const double half = std::sqrt(0.5);
     const Table<Mat4, Quaternion> cases = {
         {{0, -1, 0, 0, -1, 0, 0, 0, 0, 0, -1, 0, 0, 0, 0, 1, false}, {-half, half, 0.0, 0.0}},
@@ -172,7 +172,7 @@ TEST(QuaternionSlerp, FollowsTheShorterArcLikeEigen) {
     EXPECT_GT(oppositeCount, 0);
 }
 
-TEST(QuaternionSlerp, HasExactEndsAndStaysIfBothAreOne) {
+TEST(QuaternionSlerp, HasExactEndsAndStaysIfBothAreEqual) {
     Random random;
     const Quaternion a(0.0, 0.6, 0.0, 0.8);
     const Quaternion b = random.rotation();

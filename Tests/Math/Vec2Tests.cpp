@@ -28,7 +28,7 @@ TEST(Vec2Comparison, FindsParallelsAndRightAnglesAtAnyLength) {
         EXPECT_FALSE(v.isCollinear(bent));
         EXPECT_FALSE(v.isOrthogonal(bent.normal()));
     }
-    // x o.x - y o.y would be zero here, the dot product is not.
+    // Catches x o.x - y o.y, which is zero here, unlike the dot product.
     EXPECT_FALSE(Vec2(1.0, 1.0).isOrthogonal({1.0, 1.0}));
     EXPECT_TRUE(Vec2(1.0, 1.0).isOrthogonal({1.0, -1.0}));
     EXPECT_TRUE(Vec2().isOrthogonal({1.0, 2.0}) && Vec2().isCollinear({1.0, 2.0}));
@@ -48,7 +48,7 @@ TEST(Vec2Arithmetic, FollowsSignsWithZeroAsNotPositive) {
     EXPECT_SAME(following({0.0, 0.0}), Vec2(-1.0, -2.0));
 }
 
-TEST(Vec2Length, LeavesAPairAtZeroUnlikeAVector) {
+TEST(Vec2Length, LeavesAZeroPairUnchangedUnlikeAVector) {
     const Table<Vec2, Vec2> cases = {{{0.0, 0.0}, {0.0, 0.0}},
                                      {{1e-12, 0.0}, {1e-12, 0.0}},
                                      {{0.0, -2e-12}, {0.0, -1.0}},
@@ -84,14 +84,14 @@ TEST(Vec2Rotation, ChangesNoBitAtZeroDegrees) {
     EXPECT_FALSE(same(v.rotateRound(360.0, {1e6, 1e6}), v));
 }
 
-TEST(Vec2Rotation, CountsFourteenDigitsToTheRadian) {
+TEST(Vec2Rotation, UsesAFourteenDigitRadianFactor) {
     Vec2 v(1.0, 0.0);
     v.rotate(180.0);
     EXPECT_NEAR(v.y, 180.0 * (kPi / 180.0 - 0.017453292519943), 1e-15);
     EXPECT_GT(v.y, 1e-14) << "the full constant leaves 1.2e-16";
 }
 
-TEST(Vec2Angle, ComesBackAsItWasSet) {
+TEST(Vec2Angle, ReadsBackAsItWasSet) {
     for (Random& random : trials()) {
         const double degrees = random.number(-179.9, 179.9);
         const double turn = random.number(-179.9, 179.9);
@@ -158,7 +158,7 @@ TEST(Vec2Direction, TurnsOutwardOrInward) {
     }
 }
 
-TEST(Vec2Lines, ProjectAlongAndAcross) {
+TEST(Vec2Lines, GiveProjectionDistanceAndArea) {
     for (Random& random : trials()) {
         const Vec2 a = random.vec2();
         const Vec2 b = random.vec2();
@@ -187,7 +187,7 @@ TEST(Vec2Lines, SeparatePoints) {
     EXPECT_FALSE(Vec2::intersecting(a, b, {0.0, 0.0}, {0.0, -1.0}));
 }
 
-TEST(Vec2Lines, IntersectWithAReportOfThePlace) {
+TEST(Vec2Lines, ReportWhereSegmentsIntersect) {
     const Table<Vec2, Vec2, Vec2, Vec2, int, Vec2> cases = {
         {{0.0, 0.0}, {2.0, 2.0}, {0.0, 2.0}, {2.0, 0.0}, 1, {1.0, 1.0}},
         {{0.0, 0.0}, {2.0, 0.0}, {2.0, -1.0}, {2.0, 1.0}, 1, {2.0, 0.0}}, // at the very end of a-b
@@ -213,7 +213,7 @@ TEST(Vec2Lines, IntersectWithAReportOfThePlace) {
     }
 }
 
-TEST(Vec2PictureCoordinates, TakeTheCentreToTheTopLeftAndBack) {
+TEST(Vec2PictureCoordinates, ConvertBetweenCentreAndTopLeftOrigin) {
     constexpr Vec2 size(100.0, 50.0);
     constexpr Vec2 point(10.0, 5.0);
     constexpr Vec2 moved = Vec2::centerToTopLefetPoint(point, size);

@@ -30,7 +30,8 @@ TEST(Vec3Products, AgreeWithEigen) {
 }
 
 TEST(Vec3Angle, IsNotClampedAgainstRounding) {
-    // Some vector has a cosine with itself of 1 plus a bit: the angle is NaN then, never wrong.
+    // For some vectors rounding makes the cosine with itself exceed 1: the angle is then NaN,
+    // otherwise it is right.
     int nanCount = 0;
     for (Random& random : trials()) {
         const Vec3 v = random.vec3();
@@ -41,7 +42,7 @@ TEST(Vec3Angle, IsNotClampedAgainstRounding) {
     EXPECT_GT(nanCount, 0);
 }
 
-TEST(Vec3Components, FindTheLargestAndTheLaterOfEquals) {
+TEST(Vec3Components, FindTheLargestAndTheLastOfEquals) {
     const Table<Vec3, int> cases = {
         {{-3.0, 2.0, 1.0}, 0}, {{1.0, -3.0, 2.0}, 1}, {{1.0, 2.0, -3.0}, 2}, {{2.0, 1.0, 3.0}, 2},
         {{1.0, 1.0, 1.0}, 2},  {{2.0, 2.0, 1.0}, 1},  {{2.0, 1.0, 2.0}, 2},  {{1.0, 2.0, 2.0}, 2},
@@ -51,7 +52,7 @@ TEST(Vec3Components, FindTheLargestAndTheLaterOfEquals) {
     }
 }
 
-TEST(Vec3Ortho, IsPerpendicularToTheOtherAndToTheAxisOfItsChoice) {
+TEST(Vec3Ortho, IsPerpendicularToTheOtherAndToTheChosenAxis) {
     constexpr Vec3 kAxes[] = {{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}};
     for (Random& random : trials()) {
         Vec3 v = random.vec3();
@@ -68,7 +69,7 @@ TEST(Vec3Ortho, IsPerpendicularToTheOtherAndToTheAxisOfItsChoice) {
     EXPECT_SAME(alongX, Vec3(1.0, 0.0, 0.0)) << "other lies along the axis z";
 }
 
-TEST(Vec3Transformation, GoesThroughTheMatrix) {
+TEST(Vec3Transformation, AppliesTheMatrix) {
     for (Random& random : trials()) {
         const Mat4 m = random.mat4();
         const Vec3 v = random.vec3();

@@ -4,7 +4,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// The interpolation between unit vectors in double precision, by Eigen.
+/// Returns Eigen's interpolation between unit vectors, in double precision.
 Vec4 doubleLerp(const Vec4& a, const Vec4& b, double t) {
     const Eigen::Quaterniond from(a.w, a.x, a.y, a.z);
     const Eigen::Quaterniond result = from.slerp(t, Eigen::Quaterniond(b.w, b.x, b.y, b.z));
@@ -24,7 +24,7 @@ TEST(Vec4Arithmetic, InvertsAndAddsMagnitudes) {
     EXPECT_EQ(v.lengthManhattan(), 15.0);
 }
 
-TEST(Vec4Lerp, GivesTheEndsAsTheyAre) {
+TEST(Vec4Lerp, ReturnsTheEndsUnchanged) {
     const Vec4 a(1.0, 2.0, 3.0, 4.0);
     const Vec4 b(-5.0, 0.0, 0.0, 1.0);
     EXPECT_SAME(Vec4::lerp(a, b, 0.0), a);

@@ -10,7 +10,7 @@ class VectorFamilyTest : public testing::Test {};
 using VectorTypes = testing::Types<Vec2, Vec3, Vec4>;
 TYPED_TEST_SUITE(VectorFamilyTest, VectorTypes);
 
-/// Checks all spellings of arithmetic with `other`, a vector or a number.
+/// Checks operators, named operations and compound assignments with `other`, a vector or a number.
 template <typename Vector, typename Other>
 void expectArithmetic(const Vector& v, const Other& other) {
     const auto expectEach = [&](auto operation, std::initializer_list<Vector> results) {
@@ -37,7 +37,7 @@ void expectArithmetic(const Vector& v, const Other& other) {
                                 changed([&](auto& a) { a.divide(other); })});
 }
 
-TYPED_TEST(VectorFamilyTest, ComputesByComponentInEverySpelling) {
+TYPED_TEST(VectorFamilyTest, ComputesByComponentInEveryForm) {
     Random random;
     auto v = random.any<TypeParam>();
     expectArithmetic(v, random.any<TypeParam>());
@@ -83,11 +83,11 @@ class PointFamilyTest : public testing::Test {};
 using PointTypes = testing::Types<Vec2, Vec3>;
 TYPED_TEST_SUITE(PointFamilyTest, PointTypes);
 
-TYPED_TEST(PointFamilyTest, BoundsAndMixesByComponent) {
+TYPED_TEST(PointFamilyTest, ClampsAndInterpolatesByComponent) {
     for (Random& random : trials()) {
         const auto v = random.any<TypeParam>();
         const auto low = random.any<TypeParam>();
-        const auto high = random.any<TypeParam>(); // or lower
+        const auto high = random.any<TypeParam>(); // may be below `low`
         const TypeParam least = after(v, [&](auto& a) { a.getMin(low); });
         const TypeParam most = after(v, [&](auto& a) { a.getMax(low); });
         const TypeParam clamped = after(v, [&](auto& a) { a.clamp(low, high); });

@@ -17,7 +17,7 @@ protected:
         std::ofstream(mFolder / "zsh/_tesselune") << run({"completion", "zsh"}).output;
     }
 
-    /// What bash offers for the last of `words`, a shell's array.
+    /// Returns bash's completions for the last word of `words`, the content of a shell array.
     std::string offers(const std::string& words) {
         const Outcome outcome =
             run({"-c", "set -u; source ./tesselune; compopt() { :; }; COMP_WORDS=(" + words +
@@ -29,7 +29,7 @@ protected:
     }
 };
 
-TEST_F(Completion, OffersBashWhatFits) {
+TEST_F(Completion, OffersMatchingWordsInBash) {
     struct Row {
         const char* words;
         const char* offers;
@@ -62,7 +62,7 @@ TEST_F(Completion, OffersBashWhatFits) {
     }
 }
 
-TEST_F(Completion, OffersZshWhatFits) {
+TEST_F(Completion, OffersMatchingWordsInZsh) {
     struct Row {
         const char* line;
         const char* text;
@@ -82,7 +82,7 @@ TEST_F(Completion, OffersZshWhatFits) {
     }
 }
 
-TEST_F(Completion, IsForKnownShells) {
+TEST_F(Completion, RefusesUnknownShells) {
     ExpectOneLine(run({"completion", "fish"}), "completion is for bash or zsh, not 'fish'");
     ExpectOneLine(run({"completion"}), "SHELL is required");
 }

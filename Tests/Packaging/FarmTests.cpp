@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A shot, rendered by one process, to be rendered again in shares.
+/// A shot that one process has rendered, to compare with a rendering in shares.
 class Farm : public Command {
 protected:
     static constexpr int kFrames = 5;
@@ -54,7 +54,7 @@ TEST_F(Farm, RendersTheSameBytesWithParallelJobs) {
     expectSameFiles();
 }
 
-TEST_F(Farm, TellsOfTheSharesThatFailedAndRendersTheOthers) {
+TEST_F(Farm, ReportsFailedSharesAndRendersTheOthers) {
     std::filesystem::resize_file(mFolder / "shot in.0004.png", 20);
     const Outcome outcome = runScript("parallel", {"CHUNKS=3", "JOBS=2"});
     EXPECT_EQ(outcome.status, 1);

@@ -10,7 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// The build installed into the test's folder.
+/// A test with the build installed in its folder.
 class Installation : public Command {
 protected:
     void SetUp() override {
@@ -34,7 +34,7 @@ TEST_F(Installation, PutsEverythingInItsUsualPlace) {
     }
 }
 
-TEST_F(Installation, NamesItsBundle) {
+TEST_F(Installation, AboutNamesTheInstalledBundle) {
     const Outcome outcome = run({"about"}, {}, (root() / "bin/tesselune").c_str());
     const fs::path bundle = fs::canonical(root() / "OFX/Plugins/Tesselune.ofx.bundle");
     EXPECT_NE(outcome.output.find("OpenFX bundle: " + bundle.string() + '\n'), std::string::npos)
@@ -57,7 +57,7 @@ TEST_F(Installation, RendersFromAnywhere) {
     }
 }
 
-TEST_F(Installation, BringsPresetsThatChangeThePicture) {
+TEST_F(Installation, InstallsPresetsThatChangeThePicture) {
     RawPicture wedge = RawPicture::of({0, 0, 0, 1}, OIIO::TypeDesc::UINT8, 3, 64, 48);
     for (std::size_t i = 0; i < wedge.values.size(); i += 4) {
         wedge.values[i] = static_cast<float>(i) / static_cast<float>(wedge.values.size());
@@ -73,7 +73,7 @@ TEST_F(Installation, BringsPresetsThatChangeThePicture) {
         EXPECT_EQ(outcome.status, 0) << preset;
         EXPECT_EQ(outcome.error, "");
         EXPECT_NE(RawPicture::read(mFolder / "out.png").values, wedge.values) << preset;
-        // A line of it has words behind the name.
+        // A line of the list has a description after the name.
         EXPECT_TRUE(std::regex_search(list.output, std::regex("(^|\n)" + preset + " +[A-Z].+\n")))
             << list.output;
         ++presets;

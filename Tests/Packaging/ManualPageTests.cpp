@@ -9,7 +9,7 @@ namespace {
 
 class ManualPages : public Command {};
 
-TEST_F(ManualPages, AreWellFormedAndTellOfEveryOption) {
+TEST_F(ManualPages, AreWellFormedAndDocumentEveryOption) {
     struct Row {
         const char* page;
         const char* texts[3];
@@ -26,7 +26,8 @@ TEST_F(ManualPages, AreWellFormedAndTellOfEveryOption) {
         EXPECT_EQ(lint.status, 0) << page;
         EXPECT_EQ(lint.output + lint.error, "") << page;
         const std::string bold = run({"-T", "ascii", "-O", "width=100", path}, {}, MANDOC).output;
-        const std::string text = std::regex_replace(bold, std::regex(".\b"), ""); // overstruck
+        const std::string text =
+            std::regex_replace(bold, std::regex(".\b"), ""); // removes overstriking
         for (const char* expected : texts) {
             EXPECT_NE(text.find(expected), std::string::npos) << page << " lacks " << expected;
         }

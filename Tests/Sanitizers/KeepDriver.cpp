@@ -1,5 +1,5 @@
-// Keeps the driver's library loaded to the end of a test program. The loader of drivers unloads it
-// before leaks are looked for, and what it holds for the main thread would count as lost.
+// Keeps the driver's library loaded until a test program ends. Otherwise the GL loader unloads it
+// before the leak check, which then reports its data for the main thread as leaks.
 #include <dlfcn.h>
 
 namespace {

@@ -1,5 +1,5 @@
-// Renders many frames of changing sizes, depths and variants through the module, and tells whether
-// it leaves anything behind. It takes minutes, so scripts/soak runs it, and no test run.
+// Renders many frames of changing sizes, depths and variants through the module and checks that
+// nothing is left behind. Takes minutes, so only scripts/soak runs it.
 
 #include "Tests/Effect/EffectFixture.h"
 #include "Tests/Support/LiveGLObjects.h"
@@ -22,15 +22,15 @@ namespace Kerovane::TestSupport {
 namespace {
 
 constexpr int kMaxSide = 512;
-constexpr int kFramesOfALife = 1000; ///< then the effect is set down and up again
-constexpr int kLivesToWarmUp = 5;    ///< the driver's and the allocator's pools fill meanwhile
+constexpr int kFramesOfALife = 1000; ///< then the effect is restarted
+constexpr int kLivesToWarmUp = 5;    ///< fills the pools of the driver and the allocator
 
 int mFrames = 20000;
 
-/// What shall not grow.
+/// The quantities that must not grow.
 struct Footprint {
-    std::size_t resident = 0;  ///< bytes of the process in memory
-    std::size_t allocated = 0; ///< bytes that it has of the heap
+    std::size_t resident = 0;  ///< bytes of resident memory
+    std::size_t allocated = 0; ///< bytes of allocated heap
     std::map<std::string, int> glObjects;
 };
 
@@ -50,16 +50,16 @@ void PrintRow(int frame, const Footprint& footprint) {
                              static_cast<double>(footprint.allocated) / 1024, objects);
 }
 
-/// A picture with the values to render it with.
+/// A picture and the parameter values to render it with.
 struct Case {
     Host::World input;
     std::vector<std::pair<std::string_view, double>> values;
 };
 
-/// Draws cases by chance, always the same in the same order.
+/// Generates random cases, the same sequence in every run.
 class Cases {
 public:
-    /// A case of the given variant at that depth.
+    /// Returns a case of the given variant and depth.
     Case next(Host::Depth depth, int shape, int transition, bool feather) {
         const bool opaque = within(0, 1) == 0;
         const int width = within(1, kMaxSide);
@@ -86,7 +86,7 @@ public:
         return next(depth, shape, transition, within(0, 1) == 1);
     }
 
-    /// One of every variant at every depth.
+    /// Returns a case of every variant at every depth.
     std::vector<Case> ofEveryKind() {
         std::vector<Case> cases;
         for (const Host::Depth depth : kDepths) {
@@ -124,9 +124,9 @@ protected:
     }
 };
 
-TEST_F(Soak, GrowsNothingAndKeepsItsPictures) {
+TEST_F(Soak, NeitherGrowsNorChangesPictures) {
     const LiveGLObjects live;
-    setUpAgain(); // so that all objects are counted
+    setUpAgain(); // so that every object is counted
     Cases cases;
     const std::vector<Case> kinds = cases.ofEveryKind();
     std::vector<Host::World> firstPictures;
@@ -170,7 +170,8 @@ int main(int argc, char** argv) {
         app.add_option("--frames", mFrames, "How many")
             ->check(CLI::Range((kLivesToWarmUp + 1) * kFramesOfALife, 10000000));
         CLI11_PARSE(app, argc, argv);
-        std::cout.setstate(std::ios::failbit); // the effect's own report on each of its contexts
+        std::cout.setstate(
+            std::ios::failbit); // drops the effect's output about each of its contexts
         return RUN_ALL_TESTS();
     } catch (const std::exception& failure) {
         std::cerr << "Soak: " << failure.what() << '\n';

@@ -11,14 +11,15 @@
 #include <utility>
 #include <vector>
 
-// The software renderer's pictures beside those of the effect.
+// Compares the software renderer's pictures with the effect's.
 
 namespace Kerovane::Host {
 namespace {
 
-using Values = std::vector<std::pair<const char*, double>>; ///< by the parameters' names
+using Values = std::vector<std::pair<const char*, double>>; ///< by parameter name
 
-/// Smooth and with edges, opaque on the left and softer towards the right.
+/// Returns a picture with gradients and edges, opaque on the left and more transparent towards the
+/// right.
 World SomePicture() {
     constexpr A_long width = 631;
     constexpr A_long height = 401;
@@ -54,7 +55,7 @@ protected:
         return out;
     }
 
-    /// The share of pixels that differ by more than `most` in a channel.
+    /// Returns the share of pixels that differ by more than `most` in a channel.
     template <typename Pixel>
     static double differing(const World& one, const World& other, float most) {
         std::size_t count = 0;
@@ -119,11 +120,12 @@ TEST_F(Agreement, HoldsForEveryPixelWithoutRandomness) {
     }
 }
 
-/// Each cell is a throw of the dice; the bounds are four standard deviations of their mean.
+/// Each cell is an independent random decision; the bounds are four standard deviations of the
+/// mean.
 TEST_F(Agreement, HoldsForTheSharesOfRandomCells) {
     struct Row {
         Values values;
-        double cells; ///< that decide on their own
+        double cells; ///< number of independent cells
     };
     const Row kRows[] = {
         {{{"Dissolve", 30}, {"Size", 10}, {"Size Random", 0}}, 64.0 * 41},

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <vector>
 
-// Prints a checksum of each of some mosaics, which is the same on every machine and with every
+// Prints the checksums of some mosaics, which must be the same on every machine and with every
 // compiler.
 
 namespace Kerovane::Software {
@@ -15,7 +15,7 @@ namespace {
 constexpr int kWidth = 333;
 constexpr int kHeight = 217;
 
-/// Bytes that lie on no regular pattern, of which every third pixel is opaque.
+/// Fills the picture with irregular bytes; every third pixel is opaque.
 template <typename Channel>
 std::vector<Channel> SomePixels(std::minstd_rand& random, Channel white, Channel step) {
     std::vector<Channel> pixels(std::size_t{kWidth} * kHeight * 4);
@@ -27,7 +27,7 @@ std::vector<Channel> SomePixels(std::minstd_rand& random, Channel white, Channel
     return pixels;
 }
 
-/// FNV-1a.
+/// FNV-1a hash.
 std::uint64_t Checksum(const std::vector<std::byte>& bytes) {
     std::uint64_t hash = 0xcbf29ce484222325;
     for (const std::byte byte : bytes) {

@@ -11,8 +11,8 @@
 namespace Kerovane::Software {
 
 /**
- * The mosaic as its formula stands for one pixel, of colours with straight alpha: the reading that
- * a renderer's picture is held against. `texel` gives the picture's colour at whole coordinates.
+ * The mosaic's formula, evaluated for a single pixel: the reference for the renderer's pictures.
+ * Colours have straight alpha. `texel` returns the picture's colour at integer coordinates.
  */
 class Formula {
 public:
@@ -33,12 +33,12 @@ public:
         feather = float(p.feather) / float(p.downsample);
     }
 
-    /// Before it is multiplied by its alpha.
+    /// Returns the colour before it is multiplied by its alpha.
     Colour at(int x, int y) const {
         const Vec2 pixel{float(x), float(y)};
         const Vec2 reference = p.shape == Shape::Square ? search(pixel) : search(sheared(pixel));
         Colour cell = sampled(reference);
-        const float alpha = isLeft(reference) ? cell[3] : 0;
+        const float alpha = isRemaining(reference) ? cell[3] : 0;
         cell[3] = alpha;
         Colour ground = p.useAlpha ? Colour{} : mTexel(x, y);
         for (std::size_t channel = 0; channel < 4; ++channel) {
@@ -74,7 +74,7 @@ private:
         return {std::floor(at.x / block.x) * scale, std::floor(at.y / block.y) * scale};
     }
 
-    /// The reference point of the cell that holds a location.
+    /// Returns the reference point of the cell that contains a position.
     Vec2 search(Vec2 at) const {
         if (levels > 0 &&
             random(grid(at, max, levels), 0.12F, p.sizeRandomSeed) < percent(p.sizeRandom)) {
@@ -103,7 +103,7 @@ private:
     }
 
     Colour sampled(Vec2 at) const {
-        // Beyond the edges there is their colour alone.
+        // Beyond the edges only the edge's colour counts.
         const float x = std::clamp(at.x / size.x * size.x - 0.5F, -1.0F, size.x);
         const float y = std::clamp(at.y / size.y * size.y - 0.5F, -1.0F, size.y);
         const float shareX = x - std::floor(x);
@@ -124,7 +124,7 @@ private:
         return sum;
     }
 
-    bool isLeft(Vec2 at) const {
+    bool isRemaining(Vec2 at) const {
         const Vec2 centre{std::min(std::max(at.x, 1.0F), size.x - 1),
                           std::min(std::max(at.y, 1.0F), size.y - 1)};
         const float random2 = random(centre, 0.34F, p.dissolveRandomSeed);
@@ -144,7 +144,7 @@ private:
         return !(random2 < percent(p.dissolve)) && !swept;
     }
 
-    /// How far the sweep comes before it reaches a cell, and how far it goes.
+    /// Returns how far the sweep goes before it reaches a cell, and how far it goes in all.
     Vec2 sweep(Vec2 centre) const {
         if (p.transition != Transition::Linear) {
             const double x = double(size.x) / 2;

@@ -19,7 +19,7 @@ using Host::Alpha;
 using Host::ChannelOrder;
 using Host::Depth;
 
-/// A picture in memory of its own, between bytes that nobody may touch.
+/// A picture in its own memory, surrounded by bytes that must not be touched.
 struct Picture {
     Picture(Depth depth, int width, int height, ChannelOrder order = ChannelOrder::Rgba,
             Alpha alpha = Alpha::Straight, bool bottomUp = false)
@@ -66,7 +66,7 @@ void Fill(const Picture& picture, std::minstd_rand& random, float low, float hig
     std::uniform_real_distribution<float> level(low, high);
     for (int y = 0; y < picture.view.height; ++y) {
         for (int x = 0; x < picture.view.width * 4; ++x) {
-            const bool isOpaque = x % 4 == 3 && random() % 2 == 0; // as is much of the picture
+            const bool isOpaque = x % 4 == 3 && random() % 2 == 0; // half of the alphas
             const float white = std::is_same_v<Channel, float> ? 1 : high;
             Put(picture, x, y, static_cast<Channel>(isOpaque ? white : level(random)));
         }
@@ -101,8 +101,9 @@ TEST(Mosaic, MatchesTheFormulaToTheBit) {
     }
 }
 
-/// One level of 8 bits, as the product with alpha is kept in them; none of 16, but for rounding.
-TEST(Mosaic, AgreesAcrossDepthsWithinAStep) {
+/// Tolerates one level at 8 bits, where the product with alpha is rounded, and only rounding at 16
+/// bits.
+TEST(Mosaic, AgreesAcrossDepthsWithinOneLevel) {
     std::minstd_rand random(11); // NOLINT(cert-msc*): the same cases in every run
     for (int round = 0; round < 60; ++round) {
         MosaicParameters parameters = RandomParameters(random);
@@ -130,7 +131,7 @@ TEST(Mosaic, AgreesAcrossDepthsWithinAStep) {
                 const auto wanted = PixelOf<float>(out32, x, y);
                 const auto eight = PixelOf<std::uint8_t>(out8, x, y);
                 const auto sixteen = PixelOf<std::uint16_t>(out16, x, y);
-                // A step of the product is one of the colour over its alpha.
+                // One level of the product is one level divided by alpha in the colour.
                 const float step8 = 0.5F / 255 + (wanted[3] > 0 ? 1.01F / 255 / wanted[3] : 1);
                 for (std::size_t channel = 0; channel < 4; ++channel) {
                     ASSERT_NEAR(float(sixteen[channel]) / 32768, wanted[channel], 3.0F / 32768);
@@ -156,8 +157,9 @@ TEST(Mosaic, HasTheSameBytesInAllFormsOfPixelsAndBands) {
         const auto order = random() % 2 == 0 ? ChannelOrder::Argb : ChannelOrder::Rgba;
         const auto alpha = random() % 2 == 0 ? Alpha::Straight : Alpha::Premultiplied;
         Picture otherIn(depth, 83, 57, order, alpha, true);
+        // There and back: both inputs then have what premultiplied pixels can hold.
         Host::ConvertPixels(in.view, otherIn.view);
-        Host::ConvertPixels(otherIn.view, in.view); // what premultiplied bytes lose, both lose
+        Host::ConvertPixels(otherIn.view, in.view);
 
         Picture out(depth, 83, 57);
         DrawMosaic(parameters, in.view, out.view, 1);
@@ -176,7 +178,7 @@ TEST(Mosaic, HasTheSameBytesInAllFormsOfPixelsAndBands) {
     }
 }
 
-TEST(Mosaic, DrawsSomethingWhateverItsParameters) {
+TEST(Mosaic, WritesOnlyItsPixelsWithAnyParameters) {
     constexpr double kRatios[] = {
         0, -1, 1e-45, 1e-30, 0.013, 1e9, 1e38, 1e300, std::numeric_limits<double>::quiet_NaN()};
     constexpr std::int32_t kNumbers[] = {std::numeric_limits<std::int32_t>::min(), -1, 0, 3,
@@ -205,7 +207,7 @@ TEST(Mosaic, DrawsSomethingWhateverItsParameters) {
     }
 }
 
-TEST(Sine, IsWithinItsBoundAndKnowsItsZeros) {
+TEST(Sine, IsWithinItsErrorBound) {
     std::minstd_rand random(3); // NOLINT(cert-msc*): the same cases in every run
     std::uniform_real_distribution<double> exponent(-20, 32);
     for (int round = 0; round < 100000; ++round) {

@@ -7,8 +7,8 @@
 
 namespace Kerovane::Software {
 
-/// Parameters within their ranges, all kinds of them about equally often. The same on every
-/// machine: std::minstd_rand is, and the distributions of the standard library aren't.
+/// Returns random parameters within their ranges, all kinds about equally often. The same on every
+/// machine: uses std::minstd_rand without the standard library's distributions, which differ.
 inline MosaicParameters RandomParameters(std::minstd_rand& random) {
     const auto below = [&random](std::uint32_t end) {
         return static_cast<std::int32_t>(random() % end);

@@ -19,7 +19,7 @@ EglCall mFaultyCall = EglCall::Count;
 int mCallsToFault = 0;
 int mFaults = 0;
 
-/// EGL's own function behind the one of that name here.
+/// Returns EGL's own function, which the replacement below hides.
 template <typename Function>
 Function* Original(const char* name) {
     return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
@@ -58,7 +58,7 @@ void fail(EglCall call, int nth, int times) {
 
 } // namespace Kerovane::TestSupport::EglContexts
 
-// In place of EGL's, for loaded modules too.
+// Replace EGL's functions, for loaded modules too.
 
 namespace EglContexts = Kerovane::TestSupport::EglContexts;
 using Kerovane::TestSupport::EglCall;

@@ -4,26 +4,26 @@
 
 namespace Kerovane::TestSupport {
 
-/// EGL's calls that can be made to fail.
+/// EGL calls that can be made to fail.
 enum class EglCall { CreateContext, MakeCurrent, Count };
 
 /**
- * The EGL contexts of the whole program. Where this is linked in, EGL's context calls are replaced
- * by ones that count and fail on demand; for modules that are loaded too if the program exports its
- * symbols. Safe to use from several threads at once.
+ * The EGL contexts of the whole program. Linking this in replaces EGL's context functions by ones
+ * that count and fail on demand, also for loaded modules if the program exports its symbols.
+ * Thread-safe.
  */
 namespace EglContexts {
 
-/// Contexts made and not destroyed.
+/// Returns the number of existing contexts.
 int live();
 
-/// A number, never used twice, of this thread's current context; 0 where there is none.
+/// Returns a number, never reused, for this thread's current context; 0 if there is none.
 std::uint64_t currentNumber();
 
 bool isLive(std::uint64_t number);
 
-/// Fails `times` calls of that kind in a row, from the `nth` on, the next being 1; 0 for none. To
-/// let a context go is no call of a kind.
+/// Makes `times` consecutive calls of that kind fail, starting with the `nth` from now on (1: the
+/// next, 0: none). Releasing a context does not count as a call.
 void fail(EglCall call, int nth, int times = 1);
 
 } // namespace EglContexts

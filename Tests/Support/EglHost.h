@@ -4,7 +4,10 @@
 
 namespace Kerovane::TestSupport {
 
-/** A host's own EGL context, with different surfaces for drawing and reading, on its display. */
+/**
+ * A host's EGL context, with different surfaces for drawing and reading, on the display that the
+ * effect uses.
+ */
 class EglHost {
 public:
     EglHost();

@@ -6,7 +6,7 @@
 
 namespace Kerovane::Host {
 
-/// What the Error says that `action` throws; empty where it throws none.
+/// Returns the message of the Error that `action` throws; empty if it throws none.
 template <typename Action>
 std::string ErrorOf(Action action) {
     try {

@@ -6,8 +6,8 @@
 namespace Kerovane::TestSupport {
 
 /**
- * Records, while it lives, the GL calls made through the function layer, in whichever library. The
- * layer must be initialised. One at a time.
+ * Records, during its lifetime, the GL calls made through glbinding in any library. glbinding must
+ * be initialised. Only one may exist at a time.
  */
 class GLCalls {
 public:
@@ -16,7 +16,7 @@ public:
     GLCalls(const GLCalls&) = delete;
     GLCalls& operator=(const GLCalls&) = delete;
 
-    /// The functions' names in the order of the calls.
+    /// Returns the functions' names in the order of the calls.
     const std::vector<std::string>& names() const { return mNames; }
 
     long count(const std::string& name) const;

@@ -5,8 +5,8 @@
 namespace Kerovane::TestSupport {
 
 /**
- * Has a callback called, while it lives, after each call of one of glbinding's functions, with the
- * result, where there is one, and the arguments. One at a time for a function.
+ * Calls a callback, during its lifetime, after each call of a glbinding function, with the result,
+ * if any, and the arguments. Only one may exist for a function at a time.
  */
 template <typename Function>
 class GLObserver {

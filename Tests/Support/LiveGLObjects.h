@@ -12,10 +12,10 @@
 namespace Kerovane::TestSupport {
 
 /**
- * Counts, while it lives, the GL objects made and not deleted through the function layer, in
- * whichever library and on whichever thread. Kinds that contexts don't share also end with their
- * context, and are deleted only with it current; calls without a context do nothing, as in GL. The
- * layer must be initialised. One at a time.
+ * Counts, during its lifetime, the GL objects created and not yet deleted through glbinding, in any
+ * library and on any thread. Objects of kinds that contexts do not share also end with their
+ * context, and can be deleted only while it is current; calls without a context have no effect, as
+ * in GL. glbinding must be initialised. Only one may exist at a time.
  */
 class LiveGLObjects {
 public:
@@ -23,19 +23,19 @@ public:
     LiveGLObjects(const LiveGLObjects&) = delete;
     LiveGLObjects& operator=(const LiveGLObjects&) = delete;
 
-    /// By kind, "Textures" or "Shaders"; kinds of which there are none are left out.
+    /// Returns the counts by kind, such as "Textures" or "Shaders"; leaves out kinds with none.
     std::map<std::string, int> counts() const;
 
 private:
-    /// Kind, the context's number where the kind is not shared (else 0), and the object.
+    /// Kind, number of the context if the kind is not shared (else 0), and name of the object.
     using Object = std::tuple<const char*, std::uint64_t, std::uintptr_t>;
 
     template <typename Function, typename Callback>
     void observe(Function& function, Callback callback);
-    /// Kinds that GL makes by the array.
+    /// Observes kinds that GL creates in arrays.
     template <typename Generate, typename Delete>
     void observeArrays(const char* kind, bool isShared, Generate& generate, Delete& destroy);
-    /// Kinds that it makes one at a time, all shared.
+    /// Observes kinds that GL creates one at a time; all of them are shared.
     template <typename Create, typename Delete>
     void observeSingles(const char* kind, Create& create, Delete& destroy);
 

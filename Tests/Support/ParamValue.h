@@ -4,7 +4,8 @@
 
 namespace Kerovane::TestSupport {
 
-/// Puts a value into a parameter past its range: `real` where it holds a real number, else `whole`.
+/// Writes a value to a parameter without checking its range: `real` if the parameter is a float,
+/// else `whole`.
 inline void Overwrite(PF_ParamDef& param, A_long whole, PF_FpLong real) {
     switch (param.param_type) {
     case PF_Param_SLIDER:

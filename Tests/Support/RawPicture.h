@@ -5,12 +5,13 @@
 #include <filesystem>
 #include <vector>
 
-/** A picture file as it stands on disk, written and read without the library under test. */
+/** The content of a picture file, written and read without the code under test. */
 struct RawPicture {
     OIIO::ImageSpec spec;
     std::vector<float> values; ///< all channels of all pixels, 1.0 for white
 
-    /// A picture of one pixel repeated; `alpha` names the place of alpha, -1 for none.
+    /// Returns a picture with all pixels equal; `alpha` is the index of the alpha channel, -1 for
+    /// none.
     static RawPicture of(std::vector<float> pixel, OIIO::TypeDesc type, int alpha, int width = 3,
                          int height = 2) {
         RawPicture picture{{width, height, static_cast<int>(pixel.size()), type}, {}};

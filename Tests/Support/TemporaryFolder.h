@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-/** A folder for one test, gone with it. */
+/** A temporary folder, deleted in the destructor. */
 class TemporaryFolder {
 public:
     TemporaryFolder() {

@@ -2,8 +2,8 @@
 
 #include "Adapters/OpenFX/Interface/Layout.h"
 
-// The part of the OpenFX 1.4 and 1.5 interface that is used here, under its published names. What
-// one party writes the other reads, so layouts and texts are as published, to the letter.
+// The part of the OpenFX 1.4 and 1.5 interface used here, under its published names. Layouts and
+// texts are exchanged with hosts, so they must match the published ones exactly.
 
 namespace Kerovane::OpenFX {
 
@@ -16,7 +16,7 @@ inline constexpr OfxStatus kOfxStatErrMissingHostFeature = 4;
 inline constexpr OfxStatus kOfxStatErrMemory = 8;
 inline constexpr OfxStatus kOfxStatReplyDefault = 14;
 
-/// Handles are the host's own pointers.
+/// Handles are pointers that only the host can interpret.
 using OfxPropertySetHandle = struct OfxPropertySetStruct*;
 using OfxImageEffectHandle = struct OfxImageEffectStruct*;
 using OfxImageClipHandle = struct OfxImageClipHandleStruct*;
@@ -55,7 +55,7 @@ static_assert(sizeof(OfxRectI) == 16 && offsetof(OfxRectI, y1) == 4 &&
 static_assert(sizeof(OfxRectD) == 32 && offsetof(OfxRectD, y1) == 8 &&
               offsetof(OfxRectD, x2) == 16 && offsetof(OfxRectD, y2) == 24);
 
-/// What a host shows of itself.
+/// The host's side of the interface.
 struct OfxHost {
     OfxPropertySetHandle host;
     const void* (*fetchSuite)(OfxPropertySetHandle host, const char* suiteName, int suiteVersion);
@@ -65,8 +65,8 @@ TESSELUNE_ASSERT_SLOT(OfxHost, 1, host);
 TESSELUNE_ASSERT_SLOT(OfxHost, 2, fetchSuite);
 static_assert(sizeof(OfxHost) == 2 * sizeof(void*));
 
-/// The one function through which a host acts on a plug-in. `handle` is the effect or its
-/// description, null if the action concerns neither.
+/// The function through which a host performs all actions of a plug-in. `handle` is the effect or
+/// its descriptor; null if the action concerns neither.
 using OfxPluginEntryPoint = OfxStatus(const char* action, const void* handle,
                                       OfxPropertySetHandle inArgs, OfxPropertySetHandle outArgs);
 

@@ -8,7 +8,7 @@ inline constexpr Name kOfxImageEffectSuite = "OfxImageEffectSuite";
 inline constexpr Name kOfxImageEffectPluginApi = "OfxImageEffectPluginAPI";
 inline constexpr int kOfxImageEffectPluginApiVersion = 1;
 
-/// Effects, their clips and the clips' images.
+/// Functions for effects, their clips and the clips' images.
 struct OfxImageEffectSuiteV1 {
     using Effect = OfxImageEffectHandle;
     using Properties = OfxPropertySetHandle;
@@ -75,7 +75,7 @@ inline constexpr Name kOfxImageFieldNone = "OfxFieldNone";
 inline constexpr Name kOfxImageFieldBoth = "OfxFieldBoth";
 inline constexpr Name kOfxImageFieldDoubled = "OfxFieldDoubled";
 
-// Of hosts and effects.
+// Properties of hosts and effects.
 inline constexpr Name kOfxImageEffectPluginPropGrouping = "OfxImageEffectPluginPropGrouping";
 inline constexpr Name kOfxImageEffectPluginPropSingleInstance =
     "OfxImageEffectPluginPropSingleInstance";
@@ -105,7 +105,7 @@ inline constexpr Name kOfxImageEffectPropClipPreferencesSlaveParam =
 inline constexpr Name kOfxImageEffectPropProjectSize = "OfxImageEffectPropProjectSize";
 inline constexpr Name kOfxImageEffectPropProjectOffset = "OfxImageEffectPropProjectOffset";
 
-// Of clips, images and the actions that concern them.
+// Properties of clips, images and the actions that concern them.
 inline constexpr Name kOfxImageClipPropUnmappedComponents = "OfxImageClipPropUnmappedComponents";
 inline constexpr Name kOfxImageClipPropFieldExtraction = "OfxImageClipPropFieldExtraction";
 inline constexpr Name kOfxImageEffectPropComponents = "OfxImageEffectPropComponents";

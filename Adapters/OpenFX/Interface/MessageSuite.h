@@ -7,7 +7,7 @@ namespace Kerovane::OpenFX {
 inline constexpr Name kOfxMessageSuite = "OfxMessageSuite";
 inline constexpr Name kOfxMessageError = "OfxMessageError";
 
-/// Tells the user something. `handle` is the effect's, or null; `format` is printf's.
+/// Shows messages to the user. `handle` is the effect's or null; `format` is a printf format.
 struct OfxMessageSuiteV1 {
     OfxStatus (*message)(void* handle, const char* messageType, const char* messageId,
                          const char* format, ...);

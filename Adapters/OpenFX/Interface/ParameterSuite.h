@@ -6,8 +6,8 @@ namespace Kerovane::OpenFX {
 
 inline constexpr Name kOfxParameterSuite = "OfxParameterSuite";
 
-/// Parameters. Values are passed as variable arguments: an int or a double to set one, a pointer to
-/// either to get one.
+/// Functions for parameters. Values are variable arguments: an int or a double to set one, a
+/// pointer to either to get one.
 struct OfxParameterSuiteV1 {
     using ParamSet = OfxParamSetHandle;
     using Param = OfxParamHandle;

@@ -6,8 +6,8 @@ namespace Kerovane::OpenFX {
 
 inline constexpr Name kOfxPropertySuite = "OfxPropertySuite";
 
-/// Reads and writes the named values of a property set. Values have a place, `index`, counted
-/// from 0; the functions that end in N take the first `count`.
+/// Reads and writes the named values of a property set. `index` counts a property's values from 0;
+/// the functions that end in N access the first `count` values.
 struct OfxPropertySuiteV1 {
     using Set = OfxPropertySetHandle;
 

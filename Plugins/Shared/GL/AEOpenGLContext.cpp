@@ -32,7 +32,7 @@ AEOpenGLContext::createNSContext(const Platform::OpenGLContext* shareContext,
 
 void AEOpenGLContext::InitializeOpenGLBindings() {
     glbinding::Binding::initialize(false);
-    // Once the layer knows a context, the call above does nothing for the thread.
+    // For a context that glbinding already knows, initialize() selects no bindings on this thread.
     glbinding::Binding::useCurrentContext();
     if (gl::glGetString(gl::GL_VERSION) == nullptr) {
         return; // no context is current
@@ -60,7 +60,7 @@ void AEOpenGLContext::makeCurrentFlush(Platform::OpenGLContext* context) {
 }
 
 void AEOpenGLContext::flushCurrent() {
-    // Without bindings, as on a thread's first call, the layer aborts the process.
+    // glbinding aborts the process if a thread calls GL before it has selected bindings.
     glbinding::Binding::useCurrentContext();
     gl::GLint frameBuffer = 0;
     gl::glGetIntegerv(gl::GL_DRAW_FRAMEBUFFER_BINDING, &frameBuffer);

@@ -10,53 +10,54 @@
 namespace Kerovane::Tesselune {
 
 /**
- * One GL context of the effect's own, and its binding to the GL function layer.
+ * A GL context of the effect, and its glbinding function bindings.
  *
- * The platform has one handle for a context: `mNSContext` owns it and is never null, `mCGLContext`
- * points to the same object.
+ * `mNSContext` owns the platform's context and is never null. `mCGLContext` points to the same
+ * object: this platform has a single handle for a context.
  */
 class AEOpenGLContext {
 public:
     /**
-     * Makes a context that shares objects with `shareWith` (null: with none) and leaves it current
-     * on the calling thread. Writes the context's report to standard output. If no context can be
-     * had, the thread's EGL context is let go, so that GL calls go nowhere.
+     * Creates a context that shares objects with `shareWith` (null: with none) and makes it current
+     * on the calling thread. Prints the GL version, vendor and renderer to standard output. If
+     * creation fails, no EGL context is current on the thread afterwards and GL calls have no
+     * effect.
      */
     explicit AEOpenGLContext(const AEOpenGLContext* shareWith);
 
-    /// Ends the context. Does not change which context is current.
+    /// Destroys the context. Does not change which context is current.
     virtual ~AEOpenGLContext();
 
     AEOpenGLContext(const AEOpenGLContext&) = delete;
     AEOpenGLContext& operator=(const AEOpenGLContext&) = delete;
 
-    /// The platform's context, sharing with `shareContext` or with none (null). `cglContext`
-    /// becomes its handle, valid as long as the result.
+    /// Creates the platform's context, which shares objects with `shareContext` (null: with none).
+    /// Sets `cglContext` to point to the result, which owns it.
     static std::unique_ptr<Platform::OpenGLContext>
     createNSContext(const Platform::OpenGLContext* shareContext,
                     Platform::OpenGLContext*& cglContext);
 
-    /// Binds the GL function layer to the context current on this thread, whosever it is, and
-    /// prints the report. Prints nothing if none is current.
+    /// Initialises glbinding for the context that is current on this thread, the effect's or the
+    /// host's, and prints its version, vendor and renderer. Prints nothing if none is current.
     static void InitializeOpenGLBindings();
 
-    /// Makes this context current on the calling thread and selects its function bindings. If that
-    /// fails twice, the thread is left without an EGL context.
+    /// Makes this context current on the calling thread and selects its function bindings. Retries
+    /// once; if that fails too, no EGL context is current on the thread.
     void makeContextCurrent();
 
-    /// Switches to `context` unless it is current already, and flushes the one that it leaves.
+    /// Makes `context` current unless it already is. Flushes the context that was current before.
     static void makeCurrentFlush(Platform::OpenGLContext* context);
 
-    /// Flushes what is current, unless a frame buffer that is not complete is bound.
+    /// Flushes the current context, unless an incomplete frame buffer is bound.
     static void flushCurrent();
 
-    /// False if no context could be had.
+    /// Returns false if the context could not be created.
     bool isValid() const { return mNSContext->isValid(); }
 
-    /// Whether this context is current on the calling thread.
+    /// Returns whether this context is current on the calling thread.
     bool isCurrent() const { return mNSContext->isCurrent(); }
 
-    /// What the context reported at its creation.
+    /// The extensions that the context reported at its creation.
     const std::set<gl::GLextension>& extensions() const { return mExtensions; }
 
 private:

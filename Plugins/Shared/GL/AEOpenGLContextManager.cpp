@@ -4,7 +4,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// This thread's key in the map of render contexts; -1 until it has one.
+/// This thread's key in mRenderContexts; -1 until it has one.
 thread_local int mThread = -1;
 
 } // namespace

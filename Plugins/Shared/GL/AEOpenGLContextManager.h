@@ -11,36 +11,37 @@
 namespace Kerovane::Tesselune {
 
 /**
- * The process-wide set of contexts: one for shared data, which never renders, and one for every
- * thread that renders. All share textures, renderbuffers, buffers and programs.
+ * The GL contexts of the process: a shared data context, which never renders, and one render
+ * context for each thread that renders. All share textures, renderbuffers, buffers and programs.
  *
- * Contexts are held by unique_ptr, which ends them, and the fields have no end themselves, as at
- * unload the driver may be gone.
+ * The static members are NeverDestroyed because the driver may already be gone when the module is
+ * unloaded. releaseContextManager() destroys the contexts.
  */
 class AEOpenGLContextManager {
 public:
     AEOpenGLContextManager() = delete;
 
     /**
-     * Makes the shared data context and leaves it current: the caller has saved the host's. If no
-     * context can be had, none is current afterwards. A second call before releaseContextManager
-     * changes nothing, unless the first one had no context.
+     * Creates the shared data context and leaves it current; the caller must have saved the host's
+     * context. If creation fails, no context is current afterwards. Does nothing if a valid shared
+     * data context exists.
      */
     static void setupContextManager();
 
-    /// The shared data context; null outside set-up and release. Takes no lock.
+    /// Returns the shared data context; null before setupContextManager and after
+    /// releaseContextManager. Takes no lock.
     static AEOpenGLContext* getSharedDataContext();
 
     /**
-     * The calling thread's render context. The thread's first call makes it and leaves it current;
-     * so does a later one if it was released since or is not valid. Otherwise what is current does
-     * not change. Without a valid shared data context, the result is not valid either. Safe to call
-     * from several threads at once.
+     * Returns the calling thread's render context. Creates it and leaves it current if the thread
+     * has none, or none that is valid; otherwise does not change which context is current. Without
+     * a valid shared data context the result is not valid either. Safe to call from several threads
+     * at once.
      */
     static AEOpenGLContext* getCurrentRenderContext();
 
-    /// Ends all contexts, the shared one last. One that is current stays so until its thread lets
-    /// it go. No render may be in progress.
+    /// Destroys all contexts, the shared one last. A context that is current on a thread ends once
+    /// that thread releases it. No render may be in progress.
     static void releaseContextManager();
 
 private:

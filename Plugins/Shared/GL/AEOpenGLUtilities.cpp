@@ -18,7 +18,7 @@ namespace Kerovane::Tesselune::AEOpenGLUtilities {
 
 namespace {
 
-/// The host's white at 16 bits is 32768, GL's is 65535.
+/// White is 32768 in the host's 16-bit pixels and 65535 in GL's.
 constexpr float kMultiplier16bit = 65535.0F / 32768.0F;
 
 std::byte* FirstPixel8(PF_InData* in_data, PF_LayerDef* world) {
@@ -33,12 +33,13 @@ std::byte* FirstPixel16(PF_InData* in_data, PF_LayerDef* world) {
     return reinterpret_cast<std::byte*>(pixels);
 }
 
-/// One of the host's pixel formats: how GL sees a pixel, and where the host keeps the first one.
+/// How GL reads a pixel of one of the host's formats, and how to reach the first pixel.
 struct PixelLayout {
     unsigned long bytes;
     GLenum type;
     float multiplier16bit;
-    std::byte* (*firstPixel)(PF_InData* in_data, PF_LayerDef* world); ///< null: by iteration alone
+    std::byte* (*firstPixel)(PF_InData* in_data,
+                             PF_LayerDef* world); ///< null: pixels are reached by iteration only
 };
 
 PixelLayout LayoutOf(int pixelFormat) {
@@ -59,7 +60,7 @@ PF_PixelFloat& BlockPixel(void* refcon, int x, int y) {
     return copy.pixels[static_cast<std::ptrdiff_t>(y) * copy.world->width + x];
 }
 
-/// Has the host call `copyPixel` for all pixels, or those of `area` if it is not null.
+/// Makes the host call `copyPixel` for each pixel, or for those in `area` if it is not null.
 void IterateFloat(PF_InData* in_data, PF_LayerDef* source, const PF_Rect* area,
                   PF_PixelFloat* block, PF_IteratePixelFloatFunc copyPixel,
                   PF_LayerDef* destination) {
@@ -72,7 +73,7 @@ void IterateFloat(PF_InData* in_data, PF_LayerDef* source, const PF_Rect* area,
     }
 }
 
-/// Fills the bound texture from `pixels`, with `rowLength` pixels from row to row.
+/// Fills the bound texture from `pixels`; a row is `rowLength` pixels long.
 void UploadPixels(const PF_LayerDef* world, int rowLength, GLenum type, const void* pixels) {
     glPixelStorei(GL_UNPACK_ROW_LENGTH, rowLength);
     glTexSubImage2D(GL_TEXTURE_2D, 0, 0, 0, world->width, world->height, GL_RGBA, type, pixels);
@@ -83,7 +84,7 @@ std::size_t PixelCount(const PF_LayerDef& world) {
     return static_cast<std::size_t>(world.width) * static_cast<std::size_t>(world.height);
 }
 
-/// Straight from the host's block. A layer whose pixels the host does not give is transparent.
+/// Uploads directly from the host's memory. Uploads transparent pixels if the host returns none.
 void UploadHostPixels(PF_InData* in_data, PF_LayerDef* input, const PixelLayout& layout) {
     if (const std::byte* pixels = layout.firstPixel(in_data, input)) {
         UploadPixels(input, input->rowbytes / static_cast<int>(layout.bytes), layout.type, pixels);
@@ -100,8 +101,8 @@ void UploadFloatPixels(PF_InData* in_data, PF_LayerDef* input) {
 }
 
 /**
- * Reads the bound frame buffer's picture, of `bytes` a pixel, into `block`. Where GL does not
- * deliver it, `block` is cleared, or the host would get whatever lay in that memory.
+ * Reads the bound frame buffer into `block`, `bytes` bytes a pixel. If GL delivers no pixels,
+ * clears `block`, so that the host never receives uninitialised memory.
  */
 void ReadPicture(GLsizei width, GLsizei height, GLenum type, unsigned long bytes,
                  std::span<std::byte> block) {
@@ -114,7 +115,8 @@ void ReadPicture(GLsizei width, GLsizei height, GLenum type, unsigned long bytes
         glReadPixels(0, 0, width, height, GL_RGBA, type, block.data());
         return std::ranges::count(lastPixel, mark) != std::ssize(lastPixel);
     };
-    // A pixel may equal one mark, but not both. That it does is rare, and costs a second read.
+    // The last pixel still holds the mark if GL wrote nothing. A real pixel can equal one of the
+    // marks but not both, so a match is checked with a second mark.
     if (!isRead(std::byte{0xa5}) && !isRead(std::byte{0x5a})) {
         std::ranges::fill(block, std::byte{0});
     }

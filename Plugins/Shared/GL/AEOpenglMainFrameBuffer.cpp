@@ -20,7 +20,7 @@ void SetParameter(GLenum parameter, GLenum value) {
     glTexParameteri(GL_TEXTURE_2D, parameter, static_cast<GLint>(value));
 }
 
-/// `pixels` holds four bytes a pixel, or is null for a texture of undefined content.
+/// Creates a texture. `pixels` holds four bytes a pixel; null leaves the content undefined.
 unsigned int CreateTexture(GLenum internalFormat, const Vec2& size, const TextureFilters& filters,
                            const void* pixels) {
     GLTexture texture = GLTexture::generated();
@@ -35,7 +35,7 @@ unsigned int CreateTexture(GLenum internalFormat, const Vec2& size, const Textur
     return texture.release();
 }
 
-/// A float texture takes its zeros as bytes too.
+/// Zero bytes serve float formats too: GL converts them to 0.0.
 unsigned int CreateClearedTexture(GLenum internalFormat, const Vec2& size,
                                   const TextureFilters& filters) {
     const auto byteCount = static_cast<std::size_t>(size.x * size.y * 4.0);
@@ -61,7 +61,8 @@ void ClearToTransparentBlack() {
     glClear(GL_COLOR_BUFFER_BIT);
 }
 
-/// Binds a new frame buffer, which popNormalRenderContext finds by its binding alone.
+/// Creates a frame buffer and leaves it bound: popNormalRenderContext reads its name from the
+/// binding.
 void DrawIntoTexture(unsigned int texture, int level) {
     GLFramebuffer frameBuffer = GLFramebuffer::generated();
     glBindRenderbuffer(GL_RENDERBUFFER, 0);
@@ -121,7 +122,7 @@ void AEOpenglMainFrameBuffer::unprepare() {
 
 void AEOpenglMainFrameBuffer::destory() {
     unprepare();
-    mRenderStack.shrink_to_fit(); // nobody frees its memory once the module is unloaded
+    mRenderStack.shrink_to_fit(); // the instance has no destructor call that would free this memory
     mFrameBuffers.reset();
     mScreenRender.reset();
     mWidth = 0;
@@ -201,7 +202,7 @@ unsigned int AEOpenglMainFrameBuffer::popRenderContext() {
     return picture.release();
 }
 
-/// The multisample resolve of the top render context, as a new texture.
+/// Resolves the top render context into a new texture.
 unsigned int AEOpenglMainFrameBuffer::resolvedPicture() {
     const auto width = static_cast<GLsizei>(mWidth);
     const auto height = static_cast<GLsizei>(mHeight);
@@ -210,15 +211,14 @@ unsigned int AEOpenglMainFrameBuffer::resolvedPicture() {
     glBindFramebuffer(GL_DRAW_FRAMEBUFFER, mFrameBuffers.current().mResolveFrameBuffer.name());
     glFramebufferTexture2D(GL_DRAW_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, picture.name(),
                            0);
-    // GL may refuse the resolve, and must not leave memory that nothing wrote to be the picture.
-    // Clearing on the GPU costs far less than uploading zeros.
+    // GL may refuse the resolve. Clear first, so that the texture then holds no uninitialised
+    // memory. A clear on the GPU costs far less than an upload of zeros.
     ClearToTransparentBlack();
     glBlitFramebuffer(0, 0, width, height, 0, 0, width, height, GL_COLOR_BUFFER_BIT, GL_NEAREST);
     return picture.release();
 }
 
-/// The picture of the top render context without multisampling, as a new texture, which stays
-/// bound.
+/// Copies the top render context, which is not multisampled, into a new texture, which stays bound.
 unsigned int AEOpenglMainFrameBuffer::copiedPicture() {
     glBindFramebuffer(GL_READ_FRAMEBUFFER, carrier());
     GLTexture picture(createRenderTexture(false));
@@ -259,14 +259,14 @@ void AEOpenglMainFrameBuffer::clearStack() {
     mStencilBuffers.clear();
 }
 
-/// The frame buffer that carries the render contexts.
+/// The frame buffer to which the render contexts' colour targets are attached.
 unsigned int AEOpenglMainFrameBuffer::carrier() {
     const FrameBuffers& frameBuffers = mFrameBuffers.current();
     return mMultisample ? frameBuffers.mMultisampleFrameBuffer.name()
                         : frameBuffers.mOutputFrameBuffer.name();
 }
 
-/// Gives the bound renderbuffer storage of the frame's size for a render context.
+/// Allocates storage of the frame's size for the bound renderbuffer, multisampled if the frame is.
 void AEOpenglMainFrameBuffer::allocateStorage(GLenum internalFormat) {
     const auto width = static_cast<GLsizei>(mWidth);
     const auto height = static_cast<GLsizei>(mHeight);
@@ -278,7 +278,7 @@ void AEOpenglMainFrameBuffer::allocateStorage(GLenum internalFormat) {
     }
 }
 
-/// Makes the top render context the target again.
+/// Makes the top render context the render target again.
 void AEOpenglMainFrameBuffer::returnToTop() {
     const GLRenderbuffer& top = mRenderStack.back();
     glBindRenderbuffer(GL_RENDERBUFFER, top.name());

@@ -13,21 +13,21 @@
 namespace Kerovane::Tesselune {
 
 /**
- * The one off-screen target of the effect. A frame is drawn into a render context, which is one
- * colour target on a stack and has nothing to do with GL contexts, and ends as a finished picture
- * in a single-sample renderbuffer.
+ * The off-screen render target of the effect. A frame is drawn into a render context: a colour
+ * target on a stack, not to be confused with a GL context. It ends as a finished picture in a
+ * single-sample renderbuffer.
  *
- * A frame is `prepare`, `beginDrawing`, the passes, `endDrawing`, all with one GL context current;
- * the next frame may use another. Render contexts and finished pictures are kColorStorage at every
- * depth of the host. GL errors are not asked for: of a render context that GL could not draw or
- * resolve, the picture is transparent black.
+ * A frame consists of `prepare`, `beginDrawing`, the passes and `endDrawing`, all with the same GL
+ * context current; the next frame may use another GL context. Render contexts and finished pictures
+ * have the format kColorStorage at every depth of the host. GL errors are not queried: if GL fails
+ * to draw or resolve a render context, its picture is transparent black.
  *
- * GL names are held by owners instead of as plain numbers, so that they are deleted on every way
- * out, and the three frame buffers once per GL context, as contexts don't share them.
+ * GL names are held by owners, so that they are deleted on every path. The three frame buffers
+ * exist once per GL context, because GL contexts do not share frame buffers.
  */
 class AEOpenglMainFrameBuffer {
 public:
-    /// The process's one instance; safe to call from any thread, and without a context.
+    /// Returns the only instance. Safe to call from any thread and without a context.
     static AEOpenglMainFrameBuffer* mainFrameBuffer();
 
     AEOpenglMainFrameBuffer(const AEOpenglMainFrameBuffer&) = delete;
@@ -36,36 +36,37 @@ public:
     // The frame
 
     /**
-     * Makes the targets fit a frame of `width` by `height` pixels. If the size has not changed they
-     * are kept, and `multisample` is not looked at. A frame without pixels has no targets.
+     * Prepares the targets for a frame of `width` by `height` pixels. If the size has not changed,
+     * keeps them and ignores `multisample`. A frame without pixels gets no targets.
      */
     void prepare(long width, long height, bool multisample);
 
     /// Deletes the current GL context's frame buffers and the finished picture, and drops all open
-    /// render contexts. The size stays known.
+    /// render contexts. Keeps the size.
     void unprepare();
 
     /**
-     * Ends all GL objects, those of other contexts with their contexts. The next `prepare` makes
-     * everything anew.
+     * Deletes all GL objects; frame buffers of other GL contexts are deleted with their contexts.
+     * The next `prepare` recreates everything.
      */
     void destory();
 
-    /// Opens the frame: one render context, cleared to transparent black, viewport on all of it.
+    /// Opens the frame: pushes one render context, cleared to transparent black, and sets the
+    /// viewport to all of it.
     void beginDrawing();
 
     /**
-     * Closes the frame: the picture goes through ScreenRender into the output frame buffer, which
-     * stays bound for reading. Nothing happens if no render context is open.
+     * Closes the frame: draws the picture with ScreenRender into the output frame buffer, which
+     * stays bound for reading. Does nothing if no render context is open.
      */
     void endDrawing(float multiplier16bit);
 
-    /// The frame's size in pixels, its low 16 bits.
+    /// The low 16 bits of the frame's size in pixels.
     unsigned short width() const { return static_cast<unsigned short>(mWidth); }
     unsigned short height() const { return static_cast<unsigned short>(mHeight); }
 
-    // Textures: new ones, cleared to zeros and owned by the caller, of the frame's size or of
-    // `size` in pixels. `mipmap` and `linear` set the filters; no mipmap level is made.
+    // Create textures cleared to zeros, of the frame's size or of `size` pixels; the caller owns
+    // them. `mipmap` and `linear` choose the filters; no mipmap levels are generated.
 
     unsigned int createRenderTexture(bool mipmap);
     static unsigned int createRenderTexture(const Vec2& size, bool mipmap);
@@ -78,32 +79,33 @@ public:
     void pushRenderContext(bool first, bool stencil);
 
     /**
-     * Closes the top render context and returns its picture as a new texture, owned by the caller;
-     * 0, without a GL call, if none is open. The one below is a target again, but without its
-     * stencil buffer.
+     * Closes the top render context and returns its picture as a new texture, owned by the caller.
+     * Returns 0, without a GL call, if none is open. The render context below becomes the target
+     * again, but without its stencil buffer.
      */
     unsigned int popRenderContext();
 
-    /// Draws straight into `texture`, which is cleared, until popNormalRenderContext.
+    /// Makes `texture`, cleared first, the render target until popNormalRenderContext.
     static void pushNormalRenderContext(unsigned int texture);
 
-    /// The same into mipmap level `level`, with the viewport at `size` pixels.
+    /// The same for mipmap level `level`; sets the viewport to `size` pixels.
     static void pushNormalRenderContext(unsigned int texture, const Vec2& size, int level);
 
-    /// Ends either, and returns to the top render context if there is one.
+    /// Ends either kind of pushNormalRenderContext. Returns to the top render context, if there is
+    /// one.
     void popNormalRenderContext();
 
     /// Drops all open render contexts with their stencil buffers.
     void clearStack();
 
 private:
-    /// Frame buffers belong to one GL context; they carry targets of any size. Deleted from the
-    /// last to the first.
+    /// The frame buffers of one GL context; targets of any size can be attached. Members are
+    /// deleted in reverse order.
     struct FrameBuffers {
-        GLFramebuffer mMultisampleFrameBuffer; ///< carries the render contexts
-        GLFramebuffer mOutputFrameBuffer;      ///< takes the last pass and is read back
+        GLFramebuffer mMultisampleFrameBuffer; ///< render contexts are attached here
+        GLFramebuffer mOutputFrameBuffer;      ///< target of the last pass, read back
         GLFramebuffer mResolveFrameBuffer;     ///< receives the multisample resolve
-        int mSamples = 0;                      ///< of a multisampled target
+        int mSamples = 0;                      ///< sample count of multisampled targets
 
         void release();
     };

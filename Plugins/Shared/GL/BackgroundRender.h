@@ -5,8 +5,8 @@
 namespace Kerovane::Tesselune {
 
 /**
- * ScreenRender's reverse: the host's alpha, red, green, blue, straight and on the host's scale,
- * become red, green, blue, alpha, premultiplied and on the full scale.
+ * The inverse of ScreenRender: turns the host's ARGB, straight and on the host's scale, into RGBA,
+ * premultiplied and on the full scale.
  */
 class BackgroundRender : public ChannelOrderPass {
 public:

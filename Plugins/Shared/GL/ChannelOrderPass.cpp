@@ -10,7 +10,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// Row 0 of the texture lies on row 0 of the target: nothing is flipped.
+/// Maps row 0 of the texture to row 0 of the target: nothing is flipped.
 constexpr std::array<float, 30> kVertices = {
     // x, y, z, u, v
     1.0F,  -1.0F, 0.0F, 1.0F, 0.0F, //
@@ -52,7 +52,7 @@ void ChannelOrderPass::draw(unsigned int texture, float multiplier16bit) {
     FullPictureQuad::unbind();
 }
 
-/// Pixel for pixel, a filter would weigh every texel with 1 and its neighbours with 0.
+/// Each pixel takes exactly one texel, so filtering would only cost time.
 void ChannelOrderPass::bindNearestSampler() {
     if (!mNearestSampler) {
         mNearestSampler = GLSampler::generated();

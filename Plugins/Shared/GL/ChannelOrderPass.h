@@ -9,15 +9,15 @@
 namespace Kerovane::Tesselune {
 
 /**
- * What ScreenRender and BackgroundRender have in common: all but the fragment program.
+ * Base of ScreenRender and BackgroundRender, which differ in the fragment shader alone.
  *
- * `mQuad` owns the pass's vertex array and vertex buffer, as MosaicRender's does.
+ * `mQuad` owns the vertex array and the vertex buffer.
  */
 class ChannelOrderPass {
 public:
     /**
-     * Draws `texture` over the whole of the bound frame buffer's viewport. `multiplier16bit` is the
-     * frame's: 65535/32768 at 16 bits, else 1. Leaves the program in use.
+     * Draws `texture` over the whole viewport of the bound frame buffer. `multiplier16bit` is the
+     * value that UploadTexture set: 65535/32768 at 16 bits, else 1. Leaves the program in use.
      */
     void draw(unsigned int texture, float multiplier16bit);
 
@@ -25,7 +25,7 @@ protected:
     /// Makes no GL call.
     explicit ChannelOrderPass(const std::string& fragment);
 
-    /// Deletes the GL objects; a context of their share group must be current.
+    /// Deletes the GL objects. A context of their share group must be current.
     ~ChannelOrderPass() = default;
 
 private:

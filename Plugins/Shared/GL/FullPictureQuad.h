@@ -10,32 +10,31 @@ namespace Kerovane::Tesselune {
 
 /**
  * The vertices of a pass that draws the whole picture as one quad: a vertex buffer, uploaded once
- * and shared by all contexts, and a vertex array, which contexts don't share.
- *
- * `mVertexBuffer` is an owner instead of a plain name, so that it deletes its object.
- * `mVertexArray` holds one owner for each context, as a frame may be drawn in another context than
- * the last.
+ * and shared by all contexts, and a vertex array for each context, because contexts do not share
+ * vertex arrays.
  */
 class FullPictureQuad {
 public:
-    /// Six vertices of the same number of floats each; the table must outlive the object.
+    /// `vertices` holds six vertices with the same number of floats each and must outlive the
+    /// object.
     explicit FullPictureQuad(std::span<const float> vertices) : mVertices(vertices) {}
 
-    /// Makes what does not exist yet: the current context's vertex array, and the buffer.
+    /// Creates the current context's vertex array and the vertex buffer if they do not exist yet.
     void make();
 
-    /// Binds the vertex array and the buffer. `make` comes first.
+    /// Binds the vertex array and the buffer. Call `make` first.
     void bind();
 
     /// Draws the six vertices with the program in use.
     static void draw();
 
-    /// The buffer offset of float `number` of the first vertex, as attribute setters take it.
+    /// Returns the buffer offset of the first vertex's float `number`, in the form that attribute
+    /// setters take.
     static const float* offset(std::uintptr_t number) {
         return reinterpret_cast<const float*>(number * sizeof(float)); // NOLINT(*-no-int-to-ptr)
     }
 
-    /// Leaves no vertex array and no vertex buffer bound.
+    /// Unbinds the vertex array and the vertex buffer.
     static void unbind();
 
 private:

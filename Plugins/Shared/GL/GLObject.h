@@ -7,8 +7,8 @@
 namespace Kerovane::Tesselune {
 
 /**
- * Owns one GL name, 0 while there is none, and deletes it at its end. The context in which the
- * object lives, or for shared kinds one of its share group, must be current then.
+ * Owns a GL name (0: none) and deletes the GL object in its destructor. The object's context, or
+ * for shareable kinds a context of its share group, must be current then.
  */
 template <auto Delete>
 class GLName {
@@ -32,7 +32,7 @@ public:
         }
     }
 
-    /// Gives the name up without deleting the object.
+    /// Returns the name and gives up ownership without deleting the object.
     unsigned int release() noexcept { return std::exchange(mName, 0U); }
 
 private:
@@ -44,7 +44,7 @@ void DeleteOne(unsigned int name) {
     DeleteSeveral(1, &name);
 }
 
-/// The owner of a name of those kinds that GL generates and deletes by the array.
+/// The owner for kinds of objects that GL generates and deletes in arrays.
 template <auto GenerateSeveral, auto DeleteSeveral>
 class GLObject : public GLName<DeleteOne<DeleteSeveral>> {
 public:
@@ -65,7 +65,7 @@ using GLRenderbuffer = GLObject<gl::glGenRenderbuffers, gl::glDeleteRenderbuffer
 using GLSampler = GLObject<gl::glGenSamplers, gl::glDeleteSamplers>;
 using GLTexture = GLObject<gl::glGenTextures, gl::glDeleteTextures>;
 
-// These two kinds belong to one context and are not shared: hold them through PerContext.
+// Contexts do not share these two kinds: hold them in a PerContext.
 using GLFramebuffer = GLObject<gl::glGenFramebuffers, gl::glDeleteFramebuffers>;
 using GLVertexArray = GLObject<gl::glGenVertexArrays, gl::glDeleteVertexArrays>;
 

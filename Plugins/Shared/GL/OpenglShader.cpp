@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kLogLimit = 512;
 
-/// A log's text, read with `read`, which is glGetShaderInfoLog or glGetProgramInfoLog.
+/// Returns the info log. `read` is glGetShaderInfoLog or glGetProgramInfoLog.
 std::string InfoLog(unsigned int name, void (*read)(GLuint, GLsizei, GLsizei*, GLchar*)) {
     std::array<char, kLogLimit> log{};
     int length = 0;
@@ -48,7 +48,8 @@ float Narrowed(double value) {
     return static_cast<float>(value);
 }
 
-/// Calls a GL uniform function on a uniform's location, unless there is no such uniform.
+/// Calls a GL uniform function unless `location` is -1, the value for a uniform that does not
+/// exist.
 template <typename... Values>
 void SetUniform(int location, void (*set)(GLint, Values...), Values... values) {
     if (location != -1) {

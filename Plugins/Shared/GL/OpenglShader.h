@@ -14,14 +14,14 @@
 namespace Kerovane::Tesselune {
 
 /**
- * One GL program with its sources, built at the first useProgram, so that an object can be made
- * without a context. If the build fails, a message goes to standard output, the program stays 0
- * and every setter does nothing.
+ * A GL program and its sources. The program is built at the first useProgram, so that an object can
+ * be constructed without a context. If the build fails, a message is printed to standard output,
+ * the program stays 0 and every setter does nothing.
  *
- * The uniform setters work on the program in use. Each looks its name up at every call; a name that
- * the program lacks, or that the compiler dropped, is no error.
+ * The uniform setters apply to the program in use and look the name up at every call. They ignore
+ * names that the program lacks or that the compiler optimised away.
  *
- * `mProgram` is an owner instead of a plain name, so that every way out deletes the program.
+ * `mProgram` is an owner, so that every path deletes the program.
  */
 class OpenglShader {
 public:
@@ -29,19 +29,20 @@ public:
     OpenglShader(const std::string& vertex, const std::string& fragment,
                  const std::string& geometry);
 
-    /// Deletes the program; a context of its share group must be current if it was built.
+    /// Deletes the program. If it was built, a context of its share group must be current.
     virtual ~OpenglShader();
 
     OpenglShader(const OpenglShader&) = delete;
     OpenglShader& operator=(const OpenglShader&) = delete;
 
-    /// Fixes an attribute's location. The first call for a name counts, and only before the build.
+    /// Sets an attribute's location. Must be called before the build; later calls for the same name
+    /// are ignored.
     void addAttributeBinding(const std::string& name, int location);
 
-    /// Compiles and links. A failure is printed, and leaves no GL object behind.
+    /// Compiles and links the program. Prints a failure and then leaves no GL object behind.
     void buildShader();
 
-    /// Puts the program in use. Builds it first if no build has succeeded yet.
+    /// Makes the program current. Builds it first if no build has succeeded yet.
     void useProgram();
 
     // Uniforms
@@ -56,7 +57,7 @@ public:
     void setUniform3f(const std::string& name, float x, float y, float z) const;
     void setUniform4f(const std::string& name, float x, float y, float z, float w) const;
 
-    // `values` holds `count` scalars, or vectors of two, three or four.
+    // `values` holds `count` scalars, or `count` vectors of two, three or four components.
     void setUniform1iv(const std::string& name, const int* values, int count) const;
     void setUniform2iv(const std::string& name, const int* values, int count) const;
     void setUniform3iv(const std::string& name, const int* values, int count) const;
@@ -67,29 +68,29 @@ public:
     void setUniform3fv(const std::string& name, const float* values, int count) const;
     void setUniform4fv(const std::string& name, const float* values, int count) const;
 
-    // Math values, narrowed to single precision.
+    // Values of the math library, narrowed to single precision.
     void setUniform2f(const std::string& name, const Vec2& value) const;
     void setUniform3f(const std::string& name, const Vec3& value) const;
     void setUniform4f(const std::string& name, const Vec4& value) const;
     void setUniform4f(const std::string& name, const Color& value) const;
 
-    /// `count` transforms of the plane, each as a mat3.
+    /// Sets `count` affine transforms of the plane, each as a mat3.
     void setUniformMatrix3f(const std::string& name, Affine* matrices, int count) const;
 
     /// One matrix; `count` must be 1.
     void setUniformMatrix4f(const std::string& name, const Mat4& matrix, int count) const;
 
-    /// Binds `texture` to texture unit `unit` and points the sampler at the unit. Binds it even if
-    /// the program has no such sampler; does nothing if there is no program.
+    /// Binds `texture` to texture unit `unit` and sets the sampler uniform to the unit. Binds the
+    /// texture even if the program has no such sampler. Does nothing if there is no program.
     void setUniformTexture(const std::string& name, int target, int texture, int unit) const;
 
-    /// -1 if there is no program or no such uniform.
+    /// Returns -1 if there is no program or no such uniform.
     int getUniformLocation(const std::string& name) const;
 
-    // Vertex attributes: the setters also enable the attribute's array. `values` is an offset into
-    // the bound vertex buffer, `stride` counts bytes.
+    // Vertex attributes. The setters also enable the attribute's array. `values` is an offset into
+    // the bound vertex buffer, `stride` is in bytes.
 
-    /// -1 if there is no program or no such attribute.
+    /// Returns -1 if there is no such attribute.
     int getAttributeLocation(const std::string& name) const;
 
     void setAttribute1iv(int location, const int* values, int stride) const;
@@ -117,7 +118,8 @@ private:
     std::map<std::string, int> mAttributeBindings;
 };
 
-/// Prints a shader's log, at most 512 characters of it, to standard output; `stage` names it.
+/// Prints a shader's info log, at most 512 characters, to standard output. `stage` names the shader
+/// stage in the message.
 void dumpShaderErrorS(unsigned int shader, const char* stage);
 
 } // namespace Kerovane::Tesselune

@@ -8,10 +8,10 @@
 namespace Kerovane::Tesselune {
 
 /**
- * One `Objects` for each GL context, for the kinds of GL objects that contexts don't share.
+ * Holds one `Objects` for each GL context, for kinds of GL objects that contexts do not share.
  *
- * `Objects` is an owner of GL names with an operation `release()`, which gives the names up without
- * deleting the objects.
+ * `Objects` owns GL names and has an operation `release()` that gives them up without deleting the
+ * objects.
  */
 template <typename Objects>
 class PerContext {
@@ -21,13 +21,15 @@ public:
     PerContext(const PerContext&) = delete;
     PerContext& operator=(const PerContext&) = delete;
 
-    /// Those of the context that is current on this thread; empty at the context's first call.
+    /// Returns the objects of the context that is current on this thread. Creates an empty
+    /// `Objects` at the context's first call.
     Objects& current() { return mObjects[Platform::OpenGLContext::currentId()]; }
 
-    /// Deletes those of the current context.
+    /// Deletes the objects of the current context.
     void resetCurrent() { mObjects.erase(Platform::OpenGLContext::currentId()); }
 
-    /// Deletes those of the current context and forgets the others, which end with their contexts.
+    /// Deletes the objects of the current context and forgets all others, which are deleted with
+    /// their contexts.
     void reset() {
         resetCurrent();
         for (auto& [context, objects] : mObjects) {

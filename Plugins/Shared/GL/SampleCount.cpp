@@ -25,12 +25,13 @@ bool IsSoftwareRasteriser() {
 
 int ColorSampleCount(GLenum format) {
     if (IsSoftwareRasteriser()) {
-        return 0; // every sample costs memory traffic, and one full quad has no edge to smooth
+        return 0; // samples cost memory traffic, and a full-screen quad has no edge to smooth
     }
     int limit = 0;
     glGetIntegerv(GL_MAX_SAMPLES, &limit);
     if (glbinding::ContextInfo::supported({GLextension::GL_ARB_internalformat_query})) {
-        glGetInternalformativ(GL_RENDERBUFFER, format, GL_SAMPLES, 1, &limit); // the most first
+        glGetInternalformativ(GL_RENDERBUFFER, format, GL_SAMPLES, 1,
+                              &limit); // the highest count comes first
     }
     return std::clamp(limit, 0, kSamples);
 }

@@ -5,9 +5,10 @@
 namespace Kerovane::Tesselune {
 
 /**
- * Samples a pixel for a multisampled target of `format` in the current context: 8, or fewer if the
- * driver has no more for it. 0 on a software rasteriser, which is faster so; the picture then
- * differs by no more than rounding along the diagonal between the two triangles of the pass.
+ * Returns the number of samples per pixel for a multisampled target of `format` in the current
+ * context: 8, or the driver's maximum if that is lower. Returns 0 on a software rasteriser, where
+ * samples only cost time; the picture then differs at most by rounding along the diagonal between
+ * the quad's two triangles.
  */
 int ColorSampleCount(gl::GLenum format);
 

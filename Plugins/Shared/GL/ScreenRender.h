@@ -5,8 +5,8 @@
 namespace Kerovane::Tesselune {
 
 /**
- * The last pass of a frame: red, green, blue, alpha, premultiplied and on the full scale, become
- * the host's alpha, red, green, blue, straight and on the host's scale.
+ * The last pass of a frame: turns RGBA, premultiplied and on the full scale, into the host's ARGB,
+ * straight and on the host's scale.
  */
 class ScreenRender : public ChannelOrderPass {
 public:

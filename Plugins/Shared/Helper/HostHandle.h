@@ -7,11 +7,14 @@
 
 namespace Kerovane::Tesselune {
 
-/** A block of the host's memory: a handle of its handle suite, locked, for the length of a scope.
+/**
+ * A locked block of the host's memory, from its handle suite. The destructor unlocks and disposes
+ * of it.
  */
 class HostHandle {
 public:
-    /// `size` bytes, or PF_Err_OUT_OF_MEMORY thrown as an int. `suite` must outlive the object.
+    /// Allocates `size` bytes; throws the int PF_Err_OUT_OF_MEMORY on failure. `suite` must outlive
+    /// the object.
     HostHandle(const SuiteScoper<PF_HandleSuite1>& suite, A_HandleSize size)
         : mSuite(suite), mHandle(suite->host_new_handle(size)) {
         if (mHandle == nullptr) {

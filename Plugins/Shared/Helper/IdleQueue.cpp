@@ -4,7 +4,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/** Holds a semaphore of count 1 as a lock, for the length of a scope. */
+/** Holds a semaphore of count 1 as a lock for its lifetime. */
 class SemaphoreLock {
 public:
     explicit SemaphoreLock(Semaphore& semaphore) : mSemaphore(semaphore) { mSemaphore.wait(); }
@@ -33,10 +33,10 @@ void IdleQueue::async(const std::function<void()>& task) {
 void IdleQueue::updateQueue() {
     std::function<void()> task;
     {
-        // Destroyed after the lock is released, as the destructors of its captures may use the
-        // queue.
+        // Declared before the lock, so it is destroyed after the lock is released: the destructors
+        // of its captures may use the queue.
         std::function<void()> removed;
-        // Test and take in one turn of the lock: several threads may drive the queue.
+        // Test and take under one lock: several threads may call updateQueue.
         const SemaphoreLock lock(*mLock);
         if (mQueue.empty()) {
             return;
@@ -49,7 +49,7 @@ void IdleQueue::updateQueue() {
 }
 
 void IdleQueue::clearAsyncQueue() {
-    // The queue is empty before the first task is destroyed, whose destructor may use the queue.
+    // Empty the queue before the tasks are destroyed: their destructors may use the queue.
     std::deque<std::function<void()>> dropped;
     dropped.swap(mQueue);
 }

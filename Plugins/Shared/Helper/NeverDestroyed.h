@@ -7,8 +7,8 @@
 namespace Kerovane::Tesselune {
 
 /**
- * A static object that is built at load and has no end. Whatever owns GL objects is held so: at
- * unload and at exit the driver may be gone already, and a destructor must not call it then.
+ * Holds a static object whose destructor never runs. For objects that own GL objects: at unload and
+ * at exit the driver may already be gone, and a destructor must not call it.
  */
 template <typename Value>
 class NeverDestroyed {

@@ -9,15 +9,15 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// The host runs the script for no plug-in in particular.
+/// The script runs on behalf of no plug-in.
 constexpr AEGP_PluginID kNoPlugin = 0;
 
-/** A text in the host's memory, handed over by handle, for the length of a scope. */
+/** A text in the host's memory, received as a handle. The destructor frees it. */
 class HostText {
 public:
     explicit HostText(const SuiteScoper<AEGP_MemorySuite1>& memory) : mMemory(memory) {}
 
-    /// The handle is freed in its locked state.
+    /// Frees the handle without unlocking it first.
     ~HostText() {
         if (mHandle != nullptr) {
             mMemory->AEGP_FreeMemHandle(mHandle);
@@ -27,10 +27,10 @@ public:
     HostText(const HostText&) = delete;
     HostText& operator=(const HostText&) = delete;
 
-    /// Where the host puts the handle.
+    /// Returns the address at which the host stores the handle.
     AEGP_MemHandle* receive() { return &mHandle; }
 
-    /// Up to its terminating zero; empty if there is no text.
+    /// Locks the handle and returns its zero-terminated text; empty if there is none.
     std::string_view lock() {
         void* text = nullptr;
         if (mHandle != nullptr) {
@@ -49,7 +49,7 @@ private:
 std::string ScriptHelper::RunSriptAndGetStringResult(SPBasicSuite* basic, const char* script) {
     const SuiteScoper<AEGP_UtilitySuite5> utility(basic, "AEGP Utility Suite", 11);
     const SuiteScoper<AEGP_MemorySuite1> memory(basic, "AEGP Memory Suite", 1);
-    HostText error(memory); // not read, but freed, and behind the result
+    HostText error(memory); // not read; declared first so that it is freed after the result
     HostText result(memory);
     utility->AEGP_ExecuteScript(kNoPlugin, script, false, result.receive(), error.receive());
     const std::string_view resultText = result.lock();

@@ -12,12 +12,12 @@ public:
     ScriptHelper() = delete;
 
     /**
-     * The text that `script` results in; empty also if the script fails or the host gives none.
-     * Throws the int kSuiteRefused if the host has no suite for it.
+     * Runs `script` and returns its result as text. Returns an empty text if the script fails or
+     * the host gives no result. Throws the int kSuiteRefused if the host lacks a required suite.
      */
     static std::string RunSriptAndGetStringResult(SPBasicSuite* basic, const char* script);
 
-    /// `text` without the white space at its ends: blanks, tabs, line ends, form feeds.
+    /// Returns `text` without leading and trailing white space.
     static std::string TrimStringWhiteSpaces(const std::string& text);
 };
 

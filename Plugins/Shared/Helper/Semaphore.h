@@ -4,7 +4,7 @@
 
 namespace Kerovane::Tesselune {
 
-/** A counting semaphore. The thread that began to wait last wakes first. */
+/** A counting semaphore that wakes the most recent waiter first. */
 class Semaphore {
 public:
     explicit Semaphore(unsigned int count) : mSemaphore(count) {}
@@ -14,16 +14,16 @@ public:
     /// No thread may be waiting.
     virtual ~Semaphore() = default;
 
-    /// Blocks until the count is above 0, and takes one. Has no time limit.
+    /// Blocks until the count is above 0, then decrements it. Has no time limit.
     void wait() { mSemaphore.wait(); }
 
-    /// Wakes one thread that waits, or adds one to the count if there is none.
+    /// Wakes one waiting thread, or increments the count if none waits.
     void signal() { mSemaphore.signal(); }
 
-    /// The same `count` times over; 0 signals nothing.
+    /// Calls signal() `count` times.
     void signal(unsigned int count);
 
-    /// Wakes all threads that wait and leaves the count as it is.
+    /// Wakes all waiting threads and leaves the count unchanged.
     void signalAll() { mSemaphore.signalAll(); }
 
 private:

@@ -14,7 +14,7 @@ struct SuiteId {
     int version;
 };
 
-/// In the order in which they are acquired and released.
+/// In the order of acquisition and of release.
 constexpr std::array<SuiteId, 4> kDrawbotSuites = {{
     {"DRAWBOT Draw Suite", 1},
     {"DRAWBOT Supplier Suite", 1},
@@ -24,7 +24,8 @@ constexpr std::array<SuiteId, 4> kDrawbotSuites = {{
 
 constexpr std::size_t kRefusalLimit = 1024;
 
-/// The detailed text for a refused suite; a name that is too long for it is cut.
+/// Returns the error message for a refused suite. Cuts a suite name that is too long for the
+/// buffer.
 std::string RefusalText(const PF_InData* in_data, const SuiteId& suite) {
     constexpr std::size_t kRoomForTheRest = 64;
     const std::string name(suite.name,
@@ -35,7 +36,7 @@ std::string RefusalText(const PF_InData* in_data, const SuiteId& suite) {
     return text.data();
 }
 
-/// Acquires a suite whose type the caller knows into `member`.
+/// Acquires a suite and stores it in `member` under its type T.
 template <typename T>
 PF_Err AcquireInto(PF_InData* in_data, PF_OutData* out_data, const SuiteId& id, T*& member) {
     void* suite = nullptr;

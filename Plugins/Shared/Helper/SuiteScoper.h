@@ -6,22 +6,23 @@
 
 namespace Kerovane::Tesselune {
 
-/// What SuiteScoper throws if the host refuses a suite.
+/// Thrown by SuiteScoper if the host refuses a suite.
 constexpr int kSuiteRefused = 13;
 
 /**
- * Has the host show `text` to the user: sets the display flag and writes `text`, cut to what
- * `return_msg` holds. `text` is a format without arguments and so must contain no conversion.
+ * Makes the host show `text` to the user: sets the display flag and writes `text` to `return_msg`,
+ * cut to its capacity. `text` is used as a printf format without arguments, so it must contain no
+ * conversion.
  */
 void DisplayErrorMessage(const PF_InData* in_data, PF_OutData* out_data, const char* text);
 
-/** Holds one of the host's suites, by literal name and version, for the length of a scope. */
+/** Holds a suite of the host for its lifetime. `name` is not copied: pass a string literal. */
 template <typename T>
 class SuiteScoper {
 public:
     /**
-     * Acquires the suite, or throws the int kSuiteRefused. With `out_data` the user is told too, by
-     * `message` or, if that is null, by a general text.
+     * Acquires the suite; throws the int kSuiteRefused on failure. If `out_data` is given, the user
+     * is told too: `message`, or a general text if that is null.
      */
     SuiteScoper(const PF_InData* in_data, const char* name, int version,
                 PF_OutData* out_data = nullptr, const char* message = nullptr)
@@ -36,7 +37,7 @@ public:
         }
     }
 
-    /// The same if no PF_InData is at hand.
+    /// The same for callers without a PF_InData.
     SuiteScoper(SPBasicSuite* basic, const char* name, int version)
         : mBasicSuite(basic), mName(name), mVersion(version) {
         if (!acquire()) {
@@ -71,21 +72,22 @@ private:
     int mVersion;
 };
 
-// Acquiring and releasing by hand. All return a host error and tell the user of it, with
-// `error_string` if it is not null.
+// Manual acquisition and release. All return a host error and report it to the user, with
+// `error_string` as the text if it is not null.
 
-/// Writes the suite through `suite`, which must hold null. A pointer counts, not the host's status.
+/// Stores the suite in `*suite`, which must be null before. Success is judged by the pointer, not
+/// by the host's status.
 PF_Err AcquireSuite(PF_InData* in_data, PF_OutData* out_data, const char* name, int version,
                     const char* error_string, void** suite);
 
-/// Fails only if the host has no basic suite.
+/// Releases the suite. Fails only if the host has no basic suite.
 PF_Err ReleaseSuite(PF_InData* in_data, PF_OutData* out_data, const char* name, int version,
                     const char* error_string);
 
-/// Acquires the four drawing suites. On an error, those before it stay held.
+/// Acquires the four drawing suites. On an error, those acquired before it stay held.
 PF_Err AcquireDrawbotSuites(PF_InData* in_data, PF_OutData* out_data, DRAWBOT_Suites* suites);
 
-/// Releases all four; always 0.
+/// Releases all four drawing suites. Always returns 0.
 PF_Err ReleaseDrawbotSuites(PF_InData* in_data, PF_OutData* out_data);
 
 } // namespace Kerovane::Tesselune

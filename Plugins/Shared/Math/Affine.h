@@ -8,9 +8,9 @@
 namespace Kerovane::Tesselune {
 
 /**
- * A transform of the plane: a point (x, y) goes to (a x + c y + e, b x + d y + f). The fields are
- * stored row by row, but named, and taken by the constructor, column by column. Angles are in
- * degrees.
+ * An affine transform of the plane: maps a point (x, y) to (a x + c y + e, b x + d y + f). The
+ * fields are stored row by row; their names and the constructor's arguments go column by column.
+ * Angles are in degrees.
  */
 class Affine {
 public:
@@ -24,14 +24,15 @@ public:
     // Construction and assignment
 
     constexpr Affine() noexcept = default;
-    /// The identity, or all zero. Takes a bool alone, so that nothing else converts to a choice.
+    /// The identity, or all zero. Accepts only a bool, so that no other type converts to one
+    /// implicitly.
     explicit constexpr Affine(std::same_as<bool> auto identity) noexcept;
     constexpr Affine(double newA, double newB, double newC, double newD, double newE,
                      double newF) noexcept;
 
     constexpr void set(double newA, double newB, double newC, double newD, double newE,
                        double newF) noexcept;
-    /// Takes the anchor to the position; scales about it first, then rotates.
+    /// Scales about the anchor, then rotates about it, then moves it to `position`.
     void set(const Vec2& anchor, const Vec2& position, const Vec2& scale, double degrees) noexcept;
 
     constexpr void setTranslate(double tx, double ty) noexcept { set(1.0, 0.0, 0.0, 1.0, tx, ty); }
@@ -40,22 +41,22 @@ public:
     void setSkewX(double degrees) noexcept;
     /// Shifts y by x tan(angle).
     void setSkewY(double degrees) noexcept;
-    /// From the x axis towards the y axis.
+    /// Rotates from the x axis towards the y axis.
     void setRotate(double degrees) noexcept;
 
     // Comparison
 
-    /// Whether each element differs by at most 1e-12, inclusive.
+    /// Returns whether each element differs by at most 1e-12, inclusive.
     constexpr bool operator==(const Affine& other) const noexcept;
 
     // Concatenation, in place
 
-    /// The other transform comes after this one.
+    /// Applies `other` after this transform.
     constexpr void multiply(const Affine& other) noexcept;
-    /// The other transform comes before this one.
+    /// Applies `other` before this transform.
     constexpr void premultiply(const Affine& other) noexcept;
 
-    // Each of these steps comes before this transform: it works in local coordinates.
+    // Each of these steps is applied before this transform, in local coordinates.
 
     constexpr void translate(double tx, double ty) noexcept;
     constexpr void scale(double scaleX, double scaleY) noexcept;
@@ -65,15 +66,16 @@ public:
 
     // Inverse. A determinant strictly within 1e-6 of 0 counts as singular.
 
-    /// Returns false and leaves `out` as it was if this is singular. `out` may be this transform.
+    /// Returns false and leaves `out` unchanged if this transform is singular. `out` may be this
+    /// transform.
     [[nodiscard]] constexpr bool inverse(Affine& out) const noexcept;
-    /// Returns the identity if this is singular.
+    /// Returns the identity if this transform is singular.
     [[nodiscard]] constexpr Affine getInverse() const noexcept;
 
     // Measure
 
-    /// The mean length of the linear part's two rows, narrowed to single precision and rounded
-    /// there to four decimals.
+    /// Returns the mean length of the linear part's two rows, in single precision, rounded to four
+    /// decimals.
     double averageScale() const noexcept;
 
     // Transformation of points

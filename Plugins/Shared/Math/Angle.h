@@ -2,7 +2,7 @@
 
 namespace Kerovane::Tesselune {
 
-/// By a factor of 14 digits, not the nearest double: a settled figure of the library.
+/// Uses a factor of 14 digits, not the double nearest to pi / 180: results depend on it.
 constexpr double toRadians(double degrees) noexcept {
     return degrees * 0.017453292519943;
 }

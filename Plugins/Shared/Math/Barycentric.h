@@ -10,12 +10,12 @@
 
 namespace Kerovane::Tesselune {
 
-/// What can be the corner of a triangle; a colour counts as a point of four dimensions.
+/// A type that can be the corner of a triangle. A colour counts as a point in four dimensions.
 template <typename Point>
 concept BarycentricPoint = std::same_as<Point, Vec2> || std::same_as<Point, Vec3> ||
     std::same_as<Point, Vec4> || std::same_as<Point, Color>;
 
-/** A point's weights with regard to the three corners of a triangle. */
+/** Barycentric coordinates: a point's weights with respect to the three corners of a triangle. */
 class Barycentric {
 public:
     double u;
@@ -24,23 +24,25 @@ public:
 
     // Construction
 
-    /// The weights as they are, whatever their sum.
+    /// Takes the weights as they are; their sum is not checked.
     constexpr Barycentric(double newU, double newV, double newW) noexcept
         : u(newU), v(newV), w(newW) {}
 
     /**
-     * The weights of p in the triangle a, b, c. They add up to 1, and a point off the triangle's
-     * plane gets those of its foot in the plane. Infinite or NaN if the corners lie on a line.
+     * Computes the weights of p in the triangle a, b, c. They add up to 1. A point off the
+     * triangle's plane gets the weights of its projection onto the plane. Infinite or NaN if the
+     * corners lie on a line.
      */
     template <BarycentricPoint Point>
     constexpr Barycentric(const Point& a, const Point& b, const Point& c, const Point& p) noexcept;
 
     // Use
 
-    /// Whether u and v are within 0 to 1 and w is not below 0, all inclusive. False for NaN.
+    /// Returns whether u and v are within 0 to 1 and w is not below 0, all inclusive. False for
+    /// NaN.
     constexpr bool isInside() const noexcept;
 
-    /// The weighted sum of three values, each channel of a colour alike.
+    /// Returns the weighted sum of three values. All channels of a colour are weighted alike.
     template <BarycentricPoint Point>
     [[nodiscard]] constexpr Point interpolate(const Point& a, const Point& b,
                                               const Point& c) const noexcept {

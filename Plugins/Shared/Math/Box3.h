@@ -8,9 +8,9 @@
 namespace Kerovane::Tesselune {
 
 /**
- * A box along the axes, held as its least and its greatest corner. The empty box has the largest
- * double in `min` and the smallest positive normal double in `max`: so a box that grows from it by
- * negative coordinates alone keeps that tiny positive `max`.
+ * An axis-aligned box, stored as its lowest and its highest corner. The empty box has the largest
+ * double in `min` and the smallest positive normal double in `max`. A box that is grown from it by
+ * negative coordinates only therefore keeps that tiny positive `max`.
  */
 class Box3 {
 public:
@@ -25,21 +25,21 @@ public:
 
     constexpr void set(const Vec3& newMin, const Vec3& newMax) noexcept;
     constexpr void makeEmpty() noexcept { *this = Box3(); }
-    /// Around points given as `count` numbers, x, y and z in turn, grown from the empty box.
-    /// Below three numbers give the empty box; one or two left over at the end are not read.
+    /// Grows the empty box around points given as `count` numbers, x, y and z in turn. Fewer than
+    /// three numbers give the empty box; one or two left over at the end are ignored.
     constexpr void setFromArray(const float* array, int count) noexcept;
-    /// Around the points, tightly. Null or a count of 0 gives the empty box.
+    /// Becomes the bounding box of the points. Null or a count of 0 gives the empty box.
     constexpr void setFromPoints(const Vec3* points, int count) noexcept;
     constexpr void setFromCenterAndSize(const Vec3& center, const Vec3& size) noexcept;
 
     // Comparison
 
-    /// Whether each component differs by at most 1e-12, inclusive.
+    /// Returns whether each component differs by at most 1e-12, inclusive.
     constexpr bool operator==(const Box3& other) const noexcept = default;
 
-    // Properties. Of the empty box centre and size mean nothing.
+    // Properties. Centre and size of the empty box are meaningless.
 
-    /// Whether `min` is above `max` on any axis, or both are exactly zero.
+    /// Returns whether `min` is above `max` on any axis, or both are exactly zero.
     constexpr bool isEmpty() const noexcept;
     constexpr Vec3 getCenter() const noexcept { return (min + max) * 0.5; }
     constexpr Vec3 getSize() const noexcept { return max - min; }
@@ -49,24 +49,24 @@ public:
     constexpr bool containsPoint(const Vec3& p) const noexcept;
     constexpr bool containsBox(const Box3& other) const noexcept;
     constexpr bool intersectsBox(const Box3& other) const noexcept;
-    /// Where p lies between `min` (0) and `max` (1); infinite or NaN on an axis without extent.
+    /// Returns the position of p relative to `min` (0) and `max` (1) on each axis; infinite or NaN
+    /// on an axis without extent.
     constexpr Vec3 getParameter(const Vec3& p) const noexcept { return (p - min) / (max - min); }
-    /// The point of the box that is nearest to p.
+    /// Returns the point of the box that is nearest to p.
     [[nodiscard]] constexpr Vec3 clampPoint(Vec3 p) const noexcept;
-    /// 0 inside.
+    /// Returns 0 for a point inside.
     double distanceToPoint(const Vec3& p) const noexcept { return (clampPoint(p) - p).length(); }
 
     // In place
 
     constexpr void expandByPoint(const Vec3& p) noexcept;
-    // Grows by v, or by s on every axis, at both ends of each axis. s is in single precision: 0.1
-    // counts as 0.1F, the float nearest to it.
+    // Grow both ends of each axis by v, or by s. s is in single precision: 0.1 counts as 0.1F.
 
     constexpr void expandByVector(const Vec3& v) noexcept { set(min - v, max + v); }
     constexpr void expandByScalar(float s) noexcept { expandByVector(Vec3(s)); }
-    /// Becomes what the two have in common, or the empty box if that is nothing.
+    /// Becomes the intersection with `other`; empty if they do not meet.
     constexpr void intersects(const Box3& other) noexcept;
-    /// Becomes the least box around the two.
+    /// Becomes the smallest box that contains both.
     constexpr void unionBox(const Box3& other) noexcept;
     constexpr void translate(const Vec3& v) noexcept { set(min + v, max + v); }
 };

@@ -6,7 +6,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// A channel as a whole number from 0 to 255, cut down; 0 for NaN.
+/// Clamps a channel to 0 to 1, scales it to 255 and truncates. Returns 0 for NaN.
 unsigned int toByte(double channel) {
     return channel > 0.0 ? static_cast<unsigned int>(std::min(channel, 1.0) * 255.0) : 0U;
 }

@@ -10,8 +10,8 @@
 namespace Kerovane::Tesselune {
 
 /**
- * A colour: red, green, blue and alpha, each normally 0 to 1. A colour with any channel below 0
- * is nil, no colour at all. No operation clamps, unless it says so.
+ * A colour: red, green, blue and alpha, each normally 0 to 1. A colour with any channel below 0 is
+ * nil: it stands for "no colour". No operation clamps unless it says so.
  */
 class Color {
 public:
@@ -27,15 +27,15 @@ public:
     constexpr Color(double r, double g, double b, double a) noexcept;
 
     /**
-     * Reads "#RGB", "#ARGB", "#RRGGBB" or "#AARRGGBB"; alpha is 1 if it is not given. A text
-     * without "#" in front, or with another count of characters behind it, gives opaque white.
+     * Reads "#RGB", "#ARGB", "#RRGGBB" or "#AARRGGBB"; alpha defaults to 1. A text without a
+     * leading "#", or with another number of characters, gives opaque white.
      *
-     * @throws std::invalid_argument if no hexadecimal digit follows the "#",
-     *     std::out_of_range if the number takes more than 64 bits.
+     * @throws std::invalid_argument if no hexadecimal digit follows the "#", std::out_of_range if
+     * the number takes more than 64 bits.
      */
     explicit Color(const std::string& text);
 
-    /// From 8 bits a channel: alpha, red, green, blue from high to low.
+    /// Unpacks 8-bit channels: alpha, red, green, blue from the highest byte to the lowest.
     explicit constexpr Color(unsigned int argb) noexcept : Color(unpacked(argb, 8)) {}
 
     constexpr void set(double r, double g, double b, double a) noexcept;
@@ -51,7 +51,7 @@ public:
     // Comparison
 
     constexpr bool isNil() const noexcept;
-    /// Whether both are nil, or each channel differs by at most 1e-12, inclusive.
+    /// Returns whether both are nil, or each channel differs by at most 1e-12, inclusive.
     constexpr bool equal(const Color& other) const noexcept;
     constexpr bool operator==(const Color& other) const noexcept { return equal(other); }
 
@@ -62,20 +62,21 @@ public:
     constexpr Color operator*(const Color& other) const noexcept;
     constexpr Color operator*(double factor) const noexcept;
 
-    /// a at t = 0, b at t = 1; t is clamped to 0 to 1, and a's weight has single precision.
+    /// Interpolates from a (t = 0) to b (t = 1); t is clamped to 0 to 1. The weight of a is in
+    /// single precision.
     [[nodiscard]] static constexpr Color lerp(const Color& a, const Color& b, double t) noexcept;
 
     // Text
 
     /**
-     * "#" and the channels in upper-case hexadecimal: red, green, blue, and alpha in front of them
-     * unless it is 1. A channel is clamped to 0 to 1, scaled to 255 and cut down to a whole number,
-     * whose digits are not padded. So this is no inverse of reading a text.
+     * Returns "#" and the channels in upper-case hexadecimal: red, green, blue, preceded by alpha
+     * unless it is 1. Each channel is clamped to 0 to 1, scaled to 255, truncated, and written
+     * without leading zeros, so the text may not read back as the same colour.
      */
     std::string toHexString() const;
 
 private:
-    /// From channels of the given number of bits: alpha, red, green, blue from high to low.
+    /// Unpacks channels of the given number of bits: alpha, red, green, blue from high to low.
     static constexpr Color unpacked(std::uint64_t argb, unsigned int bitsPerChannel) noexcept;
 };
 
@@ -87,7 +88,8 @@ constexpr Color::Color(double r, double g, double b, double a) noexcept
 
 constexpr Color Color::unpacked(std::uint64_t argb, unsigned int bitsPerChannel) noexcept {
     const std::uint64_t full = (1U << bitsPerChannel) - 1U;
-    // Single precision: the byte 0x80 is 0.501960813999176, not the double nearest to 128 / 255.
+    // Single precision, so that the byte 0x80 gives 0.501960813999176, not the double nearest to
+    // 128 / 255.
     const auto channel = [=](unsigned int position) {
         const std::uint64_t bits = argb >> (position * bitsPerChannel) & full;
         return static_cast<float>(bits) / static_cast<float>(full);

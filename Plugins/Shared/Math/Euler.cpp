@@ -10,7 +10,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// One angle and the terms of its arctangent.
+/// One angle and the arguments of its atan2.
 struct ArcTangent {
     double Euler::*angle;
     double numerator;
@@ -19,8 +19,9 @@ struct ArcTangent {
     void assign(Euler& euler) const { euler.*angle = std::atan2(numerator, denominator); }
 };
 
-/// How the angles of one order come out of a matrix: the middle one from its sine, the outer ones
-/// from arctangents, or near a quarter turn one of them from another, with the other at 0.
+/// How the angles of one rotation order are read from a matrix: the middle one from its sine, the
+/// outer and the inner one from arctangents. If the middle one is near a quarter turn,
+/// `atQuarterTurn` gives one of these two and the other is 0.
 struct Extraction {
     double Euler::*middle;
     double sine;

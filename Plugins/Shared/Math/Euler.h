@@ -10,12 +10,12 @@ namespace Kerovane::Tesselune {
 class Mat4;
 class Quaternion;
 
-/** A rotation in space as three turns about the axes, in radians, and their order. */
+/** A rotation in space: three turns about the axes, in radians, and their order. */
 class Euler {
 public:
-    /// OrderXYZ is the product Rx Ry Rz, in which the turn about z applies first, and so on.
+    /// OrderXYZ is the product Rx Ry Rz, in which the turn about z is applied first, and so on.
     enum RotationOrder : std::int32_t {
-        OrderUnset = 0, ///< no order; as an argument: the order that the object holds
+        OrderUnset = 0, ///< no order; as an argument: keep the order that the object holds
         OrderXYZ = 1,
         OrderYZX = 2,
         OrderZXY = 3,
@@ -34,20 +34,21 @@ public:
     // Construction and assignment
 
     constexpr Euler() noexcept = default;
-    /// The order is taken as it is, OrderUnset too.
+    /// Takes any order as it is, including OrderUnset.
     constexpr Euler(double newX, double newY, double newZ, RotationOrder newOrder) noexcept
         : x(newX), y(newY), z(newZ), order(newOrder) {}
 
     constexpr void set(double newX, double newY, double newZ, RotationOrder newOrder) noexcept;
 
     /**
-     * From the upper three by three, which must be a rotation alone. The middle angle is within a
-     * quarter turn either way; close to one, where the outer angles turn about one axis, one of
-     * these is 0.
+     * Reads the angles from the upper-left 3x3 part, which must be a pure rotation. The middle
+     * angle is within a quarter turn either way; near a quarter turn, where the two outer angles
+     * turn about the same axis, one of them is set to 0.
      *
-     * The middle angle's sign is the matrix element's own. So for OrderXYZ, OrderYZX and OrderZXY
-     * the angles give the matrix back, for OrderXZY and OrderZYX the middle one comes out
-     * negated, for OrderYXZ all three do. An unknown order is stored and the angles stay.
+     * The middle angle takes the sign of the matrix element. For OrderXYZ, OrderYZX and OrderZXY
+     * the angles therefore reproduce the matrix; for OrderXZY and OrderZYX the middle angle comes
+     * out negated; for OrderYXZ all three do. An unknown order is stored and the angles stay
+     * unchanged.
      */
     void setWithMat4(const Mat4& m, RotationOrder newOrder) noexcept;
     /// The same from a quaternion of length 1.
@@ -55,7 +56,7 @@ public:
 
     // Comparison
 
-    /// Whether each angle differs by at most 1e-12, inclusive, and the orders are equal.
+    /// Returns whether each angle differs by at most 1e-12, inclusive, and the orders are equal.
     constexpr bool operator==(const Euler& other) const noexcept;
 };
 

@@ -141,7 +141,8 @@ void Mat4::compose(const Vec3& anchor, const Vec3& position, const Quaternion& q
                    const Vec3& scale) noexcept {
     const Vec3 scaledAnchor = anchor * scale;
     setWithQuaternion(q);
-    // The detour over the anchor can change the position's last bit, and is to.
+    // Subtracting the scaled anchor and adding it again can change the last bit of the position.
+    // This is intended.
     const Vec3 fromAnchor = anchor.isZero() ? position : position - scaledAnchor;
     this->position(scaledAnchor + fromAnchor);
     translate(scaledAnchor.negate());

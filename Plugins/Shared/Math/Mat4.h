@@ -15,9 +15,9 @@ namespace Kerovane::Tesselune {
 class Quaternion;
 
 /**
- * A transform of space: right-handed, angles in radians. Vectors are columns, so a point goes to
- * M (x, y, z, 1), and in a product the right factor applies first. Elements are stored column by
- * column: row r, column c at index 4 c + r, the translation at 12, 13 and 14.
+ * A 4x4 transform matrix, right-handed, with angles in radians. Vectors are columns: a point
+ * becomes M (x, y, z, 1), and in a product the right factor is applied first. Elements are stored
+ * column by column: row r, column c at index 4 c + r, the translation at 12, 13 and 14.
  */
 class Mat4 {
 public:
@@ -31,19 +31,19 @@ public:
     // Construction and assignment
 
     constexpr Mat4() noexcept = default;
-    /// The identity, or all zero. Takes a bool alone, so that an array without its `columnMajor` is
-    /// refused.
+    /// The identity, or all zero. Accepts only a bool, so that an array passed without
+    /// `columnMajor` does not compile.
     explicit constexpr Mat4(std::same_as<bool> auto identity) noexcept;
-    /// `columnMajor`: the numbers are in storage order; else row by row.
+    /// Takes the numbers column by column (storage order) if `columnMajor`, else row by row.
     constexpr Mat4(double n0, double n1, double n2, double n3, double n4, double n5, double n6,
                    double n7, double n8, double n9, double n10, double n11, double n12, double n13,
                    double n14, double n15, bool columnMajor) noexcept;
-    /// The same from an array of sixteen.
+    /// The same for an array of sixteen numbers.
     constexpr Mat4(const double* array, bool columnMajor) noexcept;
-    /// `rows`: the vectors are the rows; else the columns.
+    /// Takes the vectors as rows if `rows`, else as columns.
     constexpr Mat4(const Vec4& a, const Vec4& b, const Vec4& c, const Vec4& d, bool rows) noexcept;
 
-    /// Row by row.
+    /// Takes the numbers row by row.
     constexpr void set(double n0, double n1, double n2, double n3, double n4, double n5, double n6,
                        double n7, double n8, double n9, double n10, double n11, double n12,
                        double n13, double n14, double n15) noexcept;
@@ -57,45 +57,45 @@ public:
     constexpr void setTranslate(double x, double y, double z) noexcept;
     constexpr void setScale(const Vec3& v) noexcept { setScale(v.x, v.y, v.z); }
     constexpr void setScale(double x, double y, double z) noexcept;
-    /// About an axis of any length; a zero axis acts as (1, 0, 0). Right-handed.
+    /// Rotates about an axis of any length, right-handed. A zero axis counts as (1, 0, 0).
     void setRotation(double angle, const Vec3& axis) noexcept;
     void setRotation(double angle, double x, double y, double z) noexcept;
     void setXRotation(double angle) noexcept;
     void setYRotation(double angle) noexcept;
     void setZRotation(double angle) noexcept;
-    /// The quaternion is taken as it is, not scaled to length 1.
+    /// Does not normalise the quaternion.
     void setWithQuaternion(const Quaternion& q) noexcept;
-    /// Of the x and y of points; z stays.
+    /// Transforms the x and y of points and leaves z unchanged.
     constexpr void setWithAffine(const Affine& affine) noexcept;
 
-    // Projections: each replaces the whole matrix. They look along -z and map the distances `zNear`
-    // and `zFar` to -1 and 1. Limits that are equal give infinities or NaN.
+    // Projections: each replaces the whole matrix. The view is along -z; the distances `zNear` and
+    // `zFar` map to -1 and 1. Equal limits give infinities or NaN.
 
-    /// `fovy`: the vertical angle of view. `aspect`: width by height.
+    /// `fovy` is the vertical angle of view, `aspect` is width / height.
     void setPerspective(double fovy, double aspect, double zNear, double zFar) noexcept;
     constexpr void setFrustum(double left, double right, double bottom, double top, double zNear,
                               double zFar) noexcept;
-    /// Top comes before bottom, unlike in setFrustum.
+    /// Note the order: top before bottom, unlike setFrustum.
     constexpr void setOrtho(double left, double right, double top, double bottom, double zNear,
                             double zFar) noexcept;
 
     /**
-     * Replaces the upper three by three with an orientation whose z axis points from the target
-     * to the eye: not a view matrix, which would be its inverse. All other elements stay. If eye
-     * and target are equal, z is (0, 0, 1). If `up` lies along z, z is nudged by 1e-4 along
-     * (0, 0, 1) and not scaled to length 1 again.
+     * Replaces the upper-left 3x3 part with an orientation whose z axis points from the target to
+     * the eye. This is not a view matrix, which would be its inverse. All other elements stay. If
+     * eye and target are equal, z is (0, 0, 1). If `up` is parallel to z, z is shifted by 1e-4
+     * along (0, 0, 1) without being normalised again.
      */
     void setLookAt(const Vec3& eye, const Vec3& target, const Vec3& up) noexcept;
     void setLookAt(double eyeX, double eyeY, double eyeZ, double targetX, double targetY,
                    double targetZ, double upX, double upY, double upZ) noexcept;
 
-    /// From a layer of the host (origin top left, y down) to GL (origin in the middle, y up, z
-    /// reversed), both in pixels.
+    /// Returns the transform from a layer of the host (origin at the top left, y down) to GL
+    /// (origin in the middle, y up, z reversed), both in pixels.
     static constexpr Mat4 getAEToGLConversionMatrix(double width, double height) noexcept;
 
     // Comparison
 
-    /// Whether each element differs by at most 1e-12, inclusive.
+    /// Returns whether each element differs by at most 1e-12, inclusive.
     constexpr bool operator==(const Mat4& other) const noexcept;
 
     // Element by element
@@ -115,11 +115,11 @@ public:
     constexpr Vec4 getRow(int i) const noexcept;
     constexpr void setColumn(int i, const Vec4& column) noexcept;
     constexpr Vec4 getColumn(int i) const noexcept;
-    /// Sets the translation and nothing else.
+    /// Sets the translation only.
     constexpr void position(const Vec3& translation) noexcept;
-    /// What the matrix does to x and y at z = 0.
+    /// Returns the effect of the matrix on x and y at z = 0.
     constexpr Affine getAffine() const noexcept;
-    /// The length of the longest of the three axes.
+    /// Returns the length of the longest of the three axes.
     double getMaxScaleOnAxis() const noexcept;
 
     // Transposition and inverse. `out` may be this matrix.
@@ -132,13 +132,13 @@ public:
 
     // Product of matrices
 
-    /// this = this * other: the other applies first.
+    /// this = this * other: `other` is applied first.
     constexpr void mult(const Mat4& other) noexcept { mult(*this, other, *this); }
     /// out = a * b. `out` may be a or b.
     static constexpr void mult(const Mat4& a, const Mat4& b, Mat4& out) noexcept;
     constexpr Mat4 operator*(const Mat4& other) const noexcept;
 
-    // Each of these steps applies before this matrix. The w of a Vec4 is not used.
+    // Each of these steps is applied before this matrix. The w of a Vec4 is ignored.
 
     constexpr void translate(double x, double y, double z) noexcept;
     constexpr void translate(const Vec3& v) noexcept { translate(v.x, v.y, v.z); }
@@ -157,26 +157,26 @@ public:
 
     [[nodiscard]] constexpr Vec4 mult(const Vec4& v) const noexcept;
     constexpr Vec4 operator*(const Vec4& v) const noexcept { return mult(v); }
-    /// As a point, without division by w.
+    /// Transforms a point, without division by w.
     [[nodiscard]] constexpr Vec3 mult(const Vec3& v) const noexcept;
     constexpr Vec3 operator*(const Vec3& v) const noexcept { return mult(v); }
-    /// As a direction.
+    /// Transforms a direction: ignores the translation.
     [[nodiscard]] constexpr Vec3 multWithoutTranslate(const Vec3& v) const noexcept;
-    /// As a point, divided by w.
+    /// Transforms a point and divides by w.
     [[nodiscard]] constexpr Vec3 multAndProject(const Vec3& v) const noexcept;
 
     // Composition and decomposition
 
-    /// Scales first, then rotates, then moves.
+    /// Scales, then rotates, then moves.
     void compose(const Vec3& position, const Quaternion& q, const Vec3& scale) noexcept;
 
-    /// The same about an anchor, which goes to the position, as the host places a layer.
+    /// Scales and rotates about `anchor` and moves it to `position`, as the host places a layer.
     void compose(const Vec3& anchor, const Vec3& position, const Quaternion& q,
                  const Vec3& scale) noexcept;
 
     /**
-     * The inverse of compose, for a matrix without shear. A reflection goes into the scale of x
-     * alone; a scale of exactly 0 becomes 1e-6.
+     * The inverse of compose, for a matrix without shear. A reflection is put into the sign of the
+     * x scale; a scale of exactly 0 becomes 1e-6.
      */
     void decompose(Vec3& position, Quaternion& q, Vec3& scale) const noexcept;
     void decompose(const Vec3& anchor, Vec3& position, Quaternion& q, Vec3& scale) const noexcept;
@@ -184,20 +184,20 @@ public:
 private:
     constexpr double& element(int row, int column) noexcept { return mElements[4 * column + row]; }
 
-    /// The two by two minors of a pair of rows, each under the names of its two columns.
+    /// The 2x2 minors of a pair of rows, named after their two columns.
     struct Minors {
         double xy, xz, xw, yz, yw, zw;
     };
     constexpr Minors minors(int row, int otherRow) const noexcept;
 
-    /// The determinant from the minors of the first two rows and of the last two.
+    /// Computes the determinant from the minors of the first two rows and those of the last two.
     static constexpr double determinant(const Minors& upper, const Minors& lower) noexcept;
 
-    /// The three by three minors of a row and the pair of rows behind `pair`, with alternating
-    /// signs; one for each column that is left out.
+    /// Returns the 3x3 minors of `row` with the two rows behind `pair`, with alternating signs;
+    /// component i leaves out column i.
     static constexpr Vec4 cofactors(const Vec4& row, const Minors& pair) noexcept;
 
-    /// Multiplies the upper three elements of each of the first three columns.
+    /// Multiplies the upper three elements of each of the first three columns by its factor.
     constexpr void scaleAxes(const Vec3& factors) noexcept;
 };
 
@@ -366,7 +366,7 @@ constexpr Mat4::Minors Mat4::minors(int row, int otherRow) const noexcept {
 }
 
 constexpr double Mat4::determinant(const Minors& upper, const Minors& lower) noexcept {
-    // In pairs, so that two equal columns cancel to exactly 0.
+    // Summed in pairs, so that the terms of two equal columns cancel to exactly 0.
     return (upper.xy * lower.zw + upper.zw * lower.xy) -
            (upper.xz * lower.yw + upper.yw * lower.xz) +
            (upper.xw * lower.yz + upper.yz * lower.xw);

@@ -10,8 +10,8 @@ class Euler;
 class Mat4;
 
 /**
- * A rotation in space, right-handed, when of length 1; w is the scalar part. Angles are in
- * radians, but for getRotationAngle. In a product the right factor applies first.
+ * A quaternion; at length 1, a right-handed rotation in space. w is the scalar part. Angles are in
+ * radians, except in getRotationAngle. In a product the right factor is applied first.
  */
 class Quaternion {
 public:
@@ -23,27 +23,27 @@ public:
     // Construction and assignment
 
     constexpr Quaternion() noexcept = default;
-    /// w is 1; the length is not made 1.
+    /// Sets w to 1. Does not normalise.
     constexpr Quaternion(double newX, double newY, double newZ) noexcept
         : Quaternion(newX, newY, newZ, 1.0) {}
     constexpr Quaternion(double newX, double newY, double newZ, double newW) noexcept
         : x(newX), y(newY), z(newZ), w(newW) {}
-    /// About an axis that is of length 1 already.
+    /// Rotates about `axis`, which must have length 1.
     Quaternion(const Vec3& axis, double angle) noexcept;
     Quaternion(const Vec3& from, const Vec3& to) noexcept { setWithDirection(from, to); }
 
-    /// w stays.
+    /// Leaves w unchanged.
     constexpr void set(double newX, double newY, double newZ) noexcept { set(newX, newY, newZ, w); }
     constexpr void set(double newX, double newY, double newZ, double newW) noexcept;
-    /// About an axis of any length; a zero axis acts as (1, 0, 0).
+    /// Rotates about an axis of any length. A zero axis counts as (1, 0, 0).
     void set(const Vec3& axis, double angle) noexcept;
 
-    /// The shortest rotation from one unit vector to the other; between opposites a half turn
-    /// about some perpendicular axis.
+    /// Becomes the shortest rotation from one unit vector to the other; for opposite vectors a half
+    /// turn about some perpendicular axis.
     void setWithDirection(const Vec3& from, const Vec3& to) noexcept;
-    /// From the upper three by three, which must be a rotation alone.
+    /// Reads the upper-left 3x3 part, which must be a pure rotation.
     void setWithMat4(const Mat4& m) noexcept;
-    /// In single precision from the sines and cosines on, which are narrowed from double.
+    /// Computes the sines and cosines in double and narrows them; the rest is in single precision.
     /// OrderUnset gives (0, 0, 0, 0); an unknown order changes nothing.
     void setWithEuler(const Euler& e) noexcept;
 
@@ -66,14 +66,14 @@ public:
     void normalize() noexcept;
     /// Negates x, y and z in place.
     constexpr void conjugate() noexcept { set(-x, -y, -z); }
-    /// The inverse rotation, scaled to length 1.
+    /// Becomes the inverse rotation, scaled to length 1.
     void setInverse() noexcept;
 
     // Angle and axis
 
-    /// In degrees, 0 to 360. NaN if w is outside -1 to 1.
+    /// Returns degrees, 0 to 360; NaN if w is outside -1 to 1.
     double getRotationAngle() const noexcept;
-    /// (0, 0, 1) if the angle is all but 0: if 1 - w w is below 1e-12, strictly.
+    /// Returns (0, 0, 1) if the angle is almost 0, that is, if 1 - w w is below 1e-12, strictly.
     Vec3 getRotationAxis() const noexcept;
 
     // Product
@@ -82,20 +82,21 @@ public:
     constexpr void multiply(const Quaternion& q) noexcept { multiplyQuaternions(*this, q); }
     /// this = q * this
     constexpr void premultiply(const Quaternion& q) noexcept { multiplyQuaternions(q, *this); }
-    /// this = a * b; either may be this one.
+    /// this = a * b; a or b may be this quaternion.
     constexpr void multiplyQuaternions(const Quaternion& a, const Quaternion& b) noexcept;
-    /// The vector rotated by a quaternion of length 1.
+    /// Returns the vector rotated by q, which must have length 1.
     [[nodiscard]] static constexpr Vec3 quaternionMulVec3(const Quaternion& q,
                                                           const Vec3& v) noexcept;
 
     // Interpolation
 
     /**
-     * Moves along the shorter arc towards q: to it at t = 1, not at all at t = 0. Rotations less
-     * than about 0.001 apart give their mean at any other t, not scaled to length 1.
+     * Interpolates along the shorter arc: stays at this rotation at t = 0 and becomes q at t = 1.
+     * Rotations less than about 0.001 apart give their mean at any other t, not scaled to length 1.
      */
     void slerp(const Quaternion& q, double t) noexcept;
-    /// Spherical as well: a after slerp(b, t); exactly a if the two are equal.
+    /// Returns the result of a.slerp(b, t), although the name says linear; exactly a if the two are
+    /// equal.
     [[nodiscard]] static Quaternion lerp(const Quaternion& a, const Quaternion& b,
                                          double t) noexcept;
 };

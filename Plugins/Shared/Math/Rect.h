@@ -9,11 +9,11 @@
 namespace Kerovane::Tesselune {
 
 /**
- * A rectangle along the axes, held as left, top, width and height in the four numbers of its
- * base. The y axis runs downwards. Width and height may be negative; nothing puts them right.
+ * An axis-aligned rectangle: left, top, width and height, stored in the four numbers of its base.
+ * The y axis points down. Width and height may be negative; they are never normalised.
  *
- * What the base does with a vector it does with these four numbers, and knows no rectangle: its
- * operators give a Vec4, `lerp` scales to length 1, and `equal`, unlike `==`, goes by distance.
+ * Inherited operations treat the four numbers as a vector: the operators return a Vec4, `lerp`
+ * scales to length 1, and `equal` compares the distance, unlike `==`.
  */
 class Rect : public Vec4 {
 public:
@@ -27,7 +27,7 @@ public:
 
     // Comparison
 
-    /// Whether each of the four numbers differs by at most 1e-12, inclusive.
+    /// Returns whether each of the four numbers differs by at most 1e-12, inclusive.
     constexpr bool operator==(const Rect& other) const noexcept;
 
     // Origin and size
@@ -39,7 +39,7 @@ public:
     constexpr Vec2 getSize() const noexcept { return {getWidth(), getHeight()}; }
     constexpr void setSize(const Vec2& size) noexcept;
     constexpr double getArea() const noexcept { return getWidth() * getHeight(); }
-    /// Whether the width or the height is 0 or below.
+    /// Returns whether the width or the height is 0 or below.
     constexpr bool isEmpty() const noexcept { return getWidth() <= 0.0 || getHeight() <= 0.0; }
 
     // Edges
@@ -48,12 +48,13 @@ public:
     constexpr double getTop() const noexcept { return y; }
     constexpr double getRight() const noexcept { return getLeft() + getWidth(); }
     constexpr double getBottom() const noexcept { return getTop() + getHeight(); }
-    /// Moves the rectangle; the size stays.
+    /// Move the rectangle; the size is unchanged.
     constexpr void setLeft(double newLeft) noexcept { left() = newLeft; }
     constexpr void setTop(double newTop) noexcept { top() = newTop; }
-    /// Changes the size; the edge opposite stays.
+    /// Changes the width; the left edge is unchanged.
     constexpr void setRight(double right) noexcept { width() = right - getLeft(); }
-    /// The same; the argument has single precision, so 0.1 counts as 0.1F, the float nearest to it.
+    /// Changes the height; the top edge is unchanged. `bottom` is in single precision: 0.1 counts
+    /// as 0.1F.
     constexpr void setBottom(float bottom) noexcept { height() = bottom - getTop(); }
 
     // Centre; setting it moves the rectangle
@@ -74,25 +75,25 @@ public:
 
     // Relation to points and rectangles
 
-    /// Inclusive on all four edges.
+    /// Inclusive: points and edges on the border count as inside.
     constexpr bool containsRect(const Rect& other) const noexcept;
     constexpr bool containsPoint(const Vec2& point) const noexcept;
-    /// Strict: rectangles that only share an edge don't intersect.
+    /// Strict: rectangles that only share an edge do not intersect.
     constexpr bool intersects(const Rect& other) const noexcept;
     /// Inclusive: rectangles that only share an edge or a corner touch.
     constexpr bool touches(const Rect& other) const noexcept;
 
-    // New rectangles; a `float` argument has single precision, as that of setBottom
+    // Return new rectangles. `float` arguments are in single precision, as in setBottom.
 
-    /// What the two have in common; its size is negative on an axis on which they are apart.
+    /// Returns the intersection; its size is negative on an axis on which the two are apart.
     [[nodiscard]] constexpr Rect intersect(const Rect& other) const noexcept;
-    /// The least rectangle around the two, even if one is empty.
+    /// Returns the smallest rectangle around both, even if one is empty.
     [[nodiscard]] constexpr Rect unite(const Rect& other) const noexcept;
-    /// Grown by d.x at left and right, by d.y at top and bottom.
+    /// Returns the rectangle grown by d.x at left and right and by d.y at top and bottom.
     [[nodiscard]] constexpr Rect expand(const Vec2& d) const noexcept;
     [[nodiscard]] constexpr Rect expand(float d) const noexcept { return expand(Vec2(d, d)); }
-    /// Each side moves by (factor - 1) times the size, so the size becomes 2 factor - 1 times what
-    /// it was. The centre stays.
+    /// Moves each side outwards by (factor - 1) times the size: the size becomes 2 factor - 1 times
+    /// what it was. The centre is unchanged.
     [[nodiscard]] constexpr Rect scale(float factorX, float factorY) const noexcept;
 
     // Growth to a point
@@ -102,14 +103,14 @@ public:
     [[nodiscard]] constexpr Rect getInclude(const Vec2& p) const noexcept;
 
 private:
-    // The fields of the base under their meaning here
+    // The fields of the base by their meaning here
 
     constexpr double& left() noexcept { return x; }
     constexpr double& top() noexcept { return y; }
     constexpr double& width() noexcept { return z; }
     constexpr double& height() noexcept { return w; }
 
-    /// Grows a span from `start`, `extent` long, to the value.
+    /// Grows the span that begins at `start` and is `extent` long until it contains `value`.
     static constexpr void include(double& start, double& extent, double value) noexcept;
 };
 

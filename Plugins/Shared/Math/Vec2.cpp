@@ -8,7 +8,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// The greatest cross or dot product that counts as none.
+/// Returns the largest magnitude at which a cross or dot product still counts as 0.
 double productTolerance(const Vec2& a, const Vec2& b) {
     return Float::epsilon * std::sqrt(a.lengthSquare() * b.lengthSquare());
 }

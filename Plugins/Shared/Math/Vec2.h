@@ -23,7 +23,7 @@ public:
     /// Reads array[offset] and array[offset + 1]. A null array changes nothing.
     constexpr void fromArray(const double* array, int offset) noexcept;
 
-    /// The vector of what the function gives for each component of the others.
+    /// Applies `function` to the components of `vectors`, one component at a time.
     template <typename Function, typename... Vectors>
     static constexpr Vec2 map(Function function, const Vectors&... vectors) {
         return {function(vectors.x...), function(vectors.y...)};
@@ -31,37 +31,37 @@ public:
 
     // Comparison
 
-    /// Whether every component is exactly 0.
+    /// Returns whether every component is exactly 0.
     constexpr bool isZero() const noexcept { return x == 0.0 && y == 0.0; }
 
-    /// Whether each component differs by at most the tolerance, inclusive.
+    /// Returns whether each component differs by at most the tolerance, inclusive.
     constexpr bool equal(const Vec2& other, double tolerance = Float::epsilon) const noexcept;
 
-    /// Whether the distance is below the tolerance, strictly.
+    /// Returns whether the distance is below the tolerance, strictly.
     static constexpr bool equalWithTolerance(double x1, double y1, double x2, double y2,
                                              double tolerance) noexcept;
     static constexpr bool equalWithTolerance(const Vec2& a, const Vec2& b,
                                              double tolerance) noexcept;
 
-    /// Whether both components differ by less than 0.25, strictly.
+    /// Returns whether both components differ by less than 0.25, strictly.
     static constexpr bool isDuplicate(const Vec2& a, const Vec2& b) noexcept;
 
-    /// Strictly within 1e-12 of 0: the number, or both components.
+    /// Return whether the number, or both components, are strictly within 1e-12 of 0.
     static constexpr bool negligible(double value) noexcept;
     constexpr bool negligible() const noexcept { return negligible(x) && negligible(y); }
     constexpr bool nonNegligible() const noexcept { return !negligible(); }
 
-    // Whether the magnitude of the cross product (parallel, either way round) or of the dot product
-    // (at a right angle) is at most 1e-12 times the product of the lengths, inclusive. A zero
-    // vector is both to every vector. Means nothing if the square of a length, or the product of
-    // the two squares, overflows or underflows.
+    // Return whether the magnitude of the cross product (isCollinear) or of the dot product (at a
+    // right angle) is at most 1e-12 times the product of the lengths, inclusive. True for a zero
+    // vector and any other vector. Meaningless if a square of a length, or the product of the two
+    // squares, overflows or underflows.
 
     bool isCollinear(const Vec2& other) const noexcept;
     bool isOrthogonal(const Vec2& other) const noexcept;
 
-    // Arithmetic, beside that of VectorFamily
+    // Arithmetic, in addition to that of VectorFamily
 
-    /// The remainders of the components, each with the sign of this vector's, as fmod has it.
+    /// Returns the component-wise remainders, with the signs of this vector, as fmod computes them.
     [[nodiscard]] Vec2 modulo(const Vec2& other) const noexcept;
     Vec2 operator%(const Vec2& other) const noexcept { return modulo(other); }
 
@@ -70,7 +70,7 @@ public:
     constexpr double dot(const Vec2& other) const noexcept { return x * other.x + y * other.y; }
     constexpr double dotProduction(const Vec2& other) const noexcept { return dot(other); }
     constexpr double cross(const Vec2& other) const noexcept { return x * other.y - y * other.x; }
-    /// The determinant a d - b c.
+    /// Returns the determinant a d - b c.
     static constexpr double cross(double a, double b, double c, double d) noexcept {
         return a * d - b * c;
     }
@@ -78,53 +78,55 @@ public:
     // Length and distance
 
     using PointFamily::normalize;
-    /// Scales the pair to length 1 in place; leaves it if its length is 1e-12 or less.
+    /// Scales the pair to length 1 in place. Does nothing if its length is 1e-12 or less.
     static void normalize(double* x, double* y) noexcept;
 
     static constexpr double distanceSquared(const Vec2& a, const Vec2& b) noexcept {
         return (a - b).lengthSquare();
     }
-    /// From this point to its foot on the line through a and b. NaN if a equals b.
+    /// Returns the distance to the line through a and b; NaN if a equals b.
     double distanceToLine(const Vec2& a, const Vec2& b) const noexcept;
-    /// From a to that foot; never negative. NaN if a equals b.
+    /// Returns the distance from a to this point's foot on the line through a and b; NaN if a
+    /// equals b.
     double lineProjectionLength(const Vec2& a, const Vec2& b) const noexcept;
-    /// This vector's part along `onto`; zero if `onto` is exactly zero.
+    /// Returns the projection of this vector onto `onto`; zero if `onto` is exactly zero.
     [[nodiscard]] constexpr Vec2 project(const Vec2& onto) const noexcept;
 
     // Rotation and direction, in degrees. A rotation by exactly 0 changes no bit.
 
     void rotate(double degrees) noexcept;
     void rotateAround(double degrees, const Vec2& center) noexcept;
-    /// This point rotated about the centre, as a new value.
+    /// Returns this point rotated about the centre.
     [[nodiscard]] Vec2 rotateRound(double degrees, const Vec2& center) const noexcept;
 
-    /// In -180 to 180; 0 for the zero vector.
+    /// Returns the direction, -180 to 180; 0 for the zero vector.
     double getAngle() const noexcept;
-    /// Turns to the angle and keeps the length.
+    /// Turns the vector to the direction; keeps the length.
     void setAngle(double degrees) noexcept;
-    /// Signed, from this vector to the other, in -180 to 180.
+    /// Returns the signed angle from this vector to the other, -180 to 180.
     double angleBetween(const Vec2& other) const noexcept;
 
-    /// 1 to 4, counterclockwise with y upwards. Zero counts as positive.
+    /// Returns 1 to 4, counterclockwise with y upwards. Zero counts as positive.
     constexpr int getQuadrant() const noexcept;
-    /// Whether a and b differ in the sign (negative, zero or positive) of x and of y, or of one of
-    /// them while the other is zero in both.
+    /// Returns whether the signs (negative, zero or positive) of a and b differ in both x and y, or
+    /// differ in one while the other is zero in both vectors.
     static constexpr bool oppositeQuadrant(const Vec2& a, const Vec2& b) noexcept;
 
-    /// A quarter turn from x towards y: (-y, x).
+    /// Returns the vector after a quarter turn from x towards y: (-y, x).
     constexpr Vec2 normal() const noexcept { return {-y, x}; }
     constexpr Vec2 perpindicularLeft() const noexcept { return normal(); }
     constexpr Vec2 perpindicularRight() const noexcept { return {y, -x}; }
-    /// normal() in place.
+    /// Becomes normal().
     constexpr void prepen() noexcept { *this = normal(); }
 
-    /// y / x: infinite or NaN if x is 0.
+    /// Returns y / x; infinite or NaN if x is 0.
     constexpr double slope() const noexcept { return y / x; }
 
-    /// Gives each component the other's sign, where zero counts as not positive.
+    /// Gives each component the sign of the other vector's. Zero counts as not positive.
     constexpr void followSigns(const Vec2& other) noexcept;
 
-    // Picture coordinates: from the centre with y upwards, or from the top left with y downwards
+    // Conversion between picture coordinates with the origin at the centre and y up, and those with
+    // the origin at the top left and y down
 
     static constexpr Vec2 centerToTopLefetPoint(const Vec2& point, const Vec2& size) noexcept {
         return {point.x + size.x * 0.5, size.y * 0.5 - point.y};
@@ -135,22 +137,22 @@ public:
 
     // Lines and triangles
 
-    /// Twice the area of the triangle; positive if a, b, c turn from x towards y.
+    /// Returns twice the area of the triangle; positive if a, b, c turn from x towards y.
     static constexpr double signedArea(const Vec2& a, const Vec2& b, const Vec2& c) noexcept {
         return (b - a).cross(c - a);
     }
 
-    /// Whether the line through a and b separates c from d. A point on the line counts as on the
-    /// side of negative area.
+    /// Returns whether the line through a and b separates c from d. A point on the line counts as
+    /// on the side of negative area.
     static constexpr bool intersecting(const Vec2& a, const Vec2& b, const Vec2& c,
                                        const Vec2& d) noexcept;
 
-    /// Whether p points from b towards a: (a - b) . p > 0.
+    /// Returns whether p points from b towards a: (a - b) . p > 0.
     static constexpr bool anchorOutwardD(const Vec2& p, const Vec2& a, const Vec2& b) noexcept {
         return (a - b).dot(p) > 0.0;
     }
-    /// Turns p, by negation, to the side that anchorOutwardD names, or with `inward` to the other.
-    /// Tells whether it had to.
+    /// Negates p unless anchorOutwardD(p, a, b) holds; with `inward`, negates it if that holds.
+    /// Returns whether p was negated.
     static constexpr bool anchorOutward(Vec2& p, const Vec2& a, const Vec2& b,
                                         bool inward = false) noexcept;
     static constexpr bool anchorInward(Vec2& p, const Vec2& a, const Vec2& b) noexcept {

@@ -36,7 +36,7 @@ public:
 
     constexpr Vec2 getVec2() const noexcept { return {x, y}; }
 
-    /// The vector of what the function gives for each component of the others.
+    /// Applies `function` to the components of `vectors`, one component at a time.
     template <typename Function, typename... Vectors>
     static constexpr Vec3 map(Function function, const Vectors&... vectors) {
         return {function(vectors.x...), function(vectors.y...), function(vectors.z...)};
@@ -44,21 +44,21 @@ public:
 
     // Comparison
 
-    /// Whether every component is exactly 0.
+    /// Returns whether every component is exactly 0.
     constexpr bool isZero() const noexcept { return x == 0.0 && y == 0.0 && z == 0.0; }
 
-    /// Whether each component differs by at most the tolerance, inclusive.
+    /// Returns whether each component differs by at most the tolerance, inclusive.
     constexpr bool equal(const Vec3& other, double tolerance = Float::epsilon) const noexcept;
 
-    // Arithmetic, beside that of VectorFamily
+    // Arithmetic, in addition to that of VectorFamily
 
     constexpr void setNegate() noexcept { *this = negate(); }
-    /// The reciprocals of the components.
+    /// Returns the reciprocals of the components.
     [[nodiscard]] constexpr Vec3 invert() const noexcept { return Vec3(1.0) / *this; }
     constexpr void setInvert() noexcept { *this = invert(); }
-    /// The components rounded down.
+    /// Returns the components rounded down.
     [[nodiscard]] Vec3 floor() const noexcept;
-    /// Component by component, without wrapping.
+    /// Returns this - other. Angles are not wrapped.
     constexpr Vec3 rotationalDifference(const Vec3& other) const noexcept { return *this - other; }
 
     // Products
@@ -70,34 +70,35 @@ public:
 
     constexpr double distanceSquare(const Vec3& other) const noexcept;
 
-    /// In radians, 0 to pi. NaN for a zero vector, and if rounding takes the cosine beyond 1.
+    /// Returns radians, 0 to pi; NaN for a zero vector, or if rounding takes the cosine beyond 1.
     double angleBetween(const Vec3& other) const noexcept;
 
-    /// The index of the component of greatest magnitude; the later one of equals.
+    /// Returns the index of the component of largest magnitude; of equal ones, the last.
     constexpr int largestAbsComponent() const noexcept;
 
     /**
-     * Becomes the direction of the other's cross product with an axis: a unit vector perpendicular
-     * to both. The axis is chosen by the present value: the one before that of
-     * largestAbsComponent(), cyclically. Becomes (1, 0, 0), whether that is perpendicular or not,
-     * if the other is zero or lies along the axis.
+     * Becomes a unit vector perpendicular to `other`: the direction of its cross product with an
+     * axis. The axis is the one before largestAbsComponent() of the present value, cyclically.
+     * Becomes (1, 0, 0), which need not be perpendicular, if `other` is zero or parallel to the
+     * axis.
      */
     void ortho(const Vec3& other) noexcept;
 
     // Transformation, in place
 
-    /// As a point; the matrix's fourth row is not used.
+    /// Transforms a point; ignores the matrix's fourth row.
     void applyMatrix4(const Mat4& m) noexcept;
-    /// As a point, divided by what the fourth row gives.
+    /// Transforms a point and divides by w, the result of the fourth row.
     void applyProjection(const Mat4& m) noexcept;
-    /// By the upper three by three of the matrix, then scaled to length 1.
+    /// Multiplies by the matrix's upper-left 3x3 part, then scales to length 1.
     void transformDirection(const Mat4& m) noexcept;
-    /// q v q*, without a division: a quaternion that is not of length 1 scales by its square.
+    /// Becomes q v q*, without division: a quaternion of another length than 1 scales by the square
+    /// of its length.
     void applyQuaternion(const Quaternion& q) noexcept;
 
     /// Becomes the matrix's translation.
     void setFromMatrixPosition(const Mat4& m) noexcept;
-    /// Becomes the upper three of a column, 0 to 3.
+    /// Becomes the upper three elements of column `index`, 0 to 3.
     void setFromMatrixColumn(const Mat4& m, int index) noexcept;
 };
 

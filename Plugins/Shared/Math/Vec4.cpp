@@ -25,7 +25,7 @@ Vec4 Vec4::lerp(const Vec4& a, const Vec4& b, double t) noexcept {
     constexpr double kNearlyParallel = 0.01F;
     const bool isArc = !(1.0 - cosine < kNearlyParallel);
     if (isArc) {
-        // The trigonometry is in single precision, the products are in double.
+        // The trigonometric functions are in single precision, the products in double.
         const double angle = std::acos(static_cast<float>(cosine));
         const double perSine = 1.0F / std::sin(static_cast<float>(angle));
         weightA = std::sin(static_cast<float>(weightA * angle)) * perSine;

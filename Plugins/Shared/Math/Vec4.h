@@ -26,7 +26,7 @@ public:
 
     constexpr Vec3 getVec3() const noexcept { return {x, y, z}; }
 
-    /// The vector of what the function gives for each component of the others.
+    /// Applies `function` to the components of `vectors`, one component at a time.
     template <typename Function, typename... Vectors>
     static constexpr Vec4 map(Function function, const Vectors&... vectors) {
         return {function(vectors.x...), function(vectors.y...), function(vectors.z...),
@@ -35,15 +35,16 @@ public:
 
     // Comparison
 
-    /// Whether every component is exactly 0.
+    /// Returns whether every component is exactly 0.
     constexpr bool isZero() const noexcept { return x == 0.0 && y == 0.0 && z == 0.0 && w == 0.0; }
 
-    /// Whether the distance is below the tolerance, strictly; unlike that of Vec2 and Vec3.
+    /// Returns whether the distance is below the tolerance, strictly. Vec2 and Vec3 compare each
+    /// component instead.
     constexpr bool equal(const Vec4& other, double tolerance = Float::epsilon) const noexcept;
 
-    // Arithmetic, beside that of VectorFamily
+    // Arithmetic, in addition to that of VectorFamily
 
-    /// The reciprocals of the components.
+    /// Returns the reciprocals of the components.
     [[nodiscard]] constexpr Vec4 invert() const noexcept {
         return Vec4(1.0, 1.0, 1.0, 1.0) / *this;
     }
@@ -51,19 +52,19 @@ public:
     // Products and length
 
     constexpr double dot(const Vec4& other) const noexcept;
-    /// The sum of the components' magnitudes.
+    /// Returns the sum of the components' magnitudes.
     double lengthManhattan() const noexcept;
 
     // Interpolation
 
     /**
-     * Spherical: a weighted sum of a and b, scaled to length 1. If their directions are more than a
-     * right angle apart, -b stands for b. The weights are 1 - t and t if the cosine between the
-     * directions is above 0.99, else those of the arc, whose angle and sines have single precision.
-     * They apply to the vectors as they are, so the longer one pulls the result to itself.
+     * Spherical interpolation: a weighted sum of a and b, scaled to length 1. If their directions
+     * are more than a right angle apart, -b replaces b. The weights are 1 - t and t if the cosine
+     * between the directions is above 0.99, else those of the arc, whose angle and sines are in
+     * single precision. The weights apply to unnormalised vectors, so the longer one has more
+     * influence.
      *
-     * Returns a at t = 0 and b at t = 1 as they are, of any length. NaN at any other t if a or b is
-     * zero.
+     * Returns a unchanged at t = 0 and b unchanged at t = 1. NaN at any other t if a or b is zero.
      */
     [[nodiscard]] static Vec4 lerp(const Vec4& a, const Vec4& b, double t) noexcept;
 };

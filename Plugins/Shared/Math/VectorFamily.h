@@ -9,11 +9,11 @@
 namespace Kerovane::Tesselune {
 
 /**
- * What Vec2, Vec3 and Vec4 have in common, written once. `Vector` is the type that derives from
- * this one. It brings `map`, which applies a function component by component, `dot`, and `equal`.
+ * Operations that Vec2, Vec3 and Vec4 share. `Vector` is the derived type. It provides `map`, which
+ * applies a function component by component, `dot` and `equal`.
  *
- * The named operations and the compound assignments work in place and return nothing; the
- * operators return a new value. Division by zero follows IEEE 754.
+ * Compound assignments and operations that return nothing work in place; all others return a new
+ * value. Division by zero follows IEEE 754.
  */
 template <typename Vector>
 class VectorFamily {
@@ -29,7 +29,7 @@ public:
     constexpr Vector operator/(const Vector& other) const noexcept;
     constexpr Vector operator/(double value) const noexcept { return self() / filled(value); }
 
-    /// The negated vector; this one stays as it is.
+    /// Returns the negated vector; leaves this one unchanged.
     [[nodiscard]] constexpr Vector negate() const noexcept {
         return Vector::map(std::negate(), self());
     }
@@ -58,7 +58,7 @@ public:
 
     // Comparison
 
-    /// As `equal` has it, with a tolerance of 1e-12.
+    /// Returns `equal` with a tolerance of 1e-12.
     friend constexpr bool operator==(const Vector& a, const Vector& b) noexcept {
         return a.equal(b, Float::epsilon);
     }
@@ -69,7 +69,7 @@ public:
     constexpr double lengthSquare() const noexcept { return self().dot(self()); }
     double distance(const Vector& other) const noexcept { return (self() - other).length(); }
 
-    /// Scales to the given length. A vector of length 0 becomes (length, 0, ...).
+    /// Scales to the given length. A vector of length 0 becomes (newLength, 0, ...).
     void setLength(double newLength) noexcept;
 
     /// Scales to length 1. A vector of length 0 becomes (1, 0, ...).
@@ -82,7 +82,7 @@ private:
     constexpr const Vector& self() const noexcept { return static_cast<const Vector&>(*this); }
 };
 
-/** What Vec2 and Vec3 have in common beyond that, but not Vec4. */
+/** Operations that Vec2 and Vec3 share, but not Vec4. */
 template <typename Vector>
 class PointFamily : public VectorFamily<Vector> {
 public:
@@ -91,12 +91,13 @@ public:
     constexpr void getMin(const Vector& other) noexcept;
     constexpr void getMax(const Vector& other) noexcept;
 
-    /// A component below `low` takes `low`, any other the lesser of itself and `high`.
+    /// Clamps each component. If `low` is above `high`, a component below `low` becomes `low`, any
+    /// other at most `high`.
     constexpr void clamp(const Vector& low, const Vector& high) noexcept;
 
     // Interpolation
 
-    /// On the straight line: a at t = 0, b at t = 1, beyond them outside 0 to 1.
+    /// Linear interpolation: a at t = 0, b at t = 1; extrapolates outside 0 to 1.
     [[nodiscard]] static constexpr Vector lerp(const Vector& a, const Vector& b,
                                                double t) noexcept {
         return b * t + a * (1.0 - t);

@@ -4,12 +4,15 @@
 
 namespace Kerovane::Tesselune {
 
-/** One of the host's parameters at the frame's time, checked out for the length of a scope. */
+/**
+ * A parameter of the host at the frame's time. The constructor checks it out, the destructor checks
+ * it in.
+ */
 class CheckedOutParam {
 public:
     /**
-     * `err` is the first error of a row of fetches. Once it is set, nothing more is checked out,
-     * but the check-in is made in every case.
+     * `err` is shared by a sequence of checkouts and keeps their first error. Once it is set, later
+     * parameters are not checked out, but every parameter is checked in.
      */
     CheckedOutParam(PF_InData* in_data, PF_ParamIndex index, PF_Err& err)
         : mInData(in_data), mErr(err) {
@@ -30,8 +33,8 @@ public:
     CheckedOutParam& operator=(const CheckedOutParam&) = delete;
 
     /**
-     * The parameter as the host filled it in. Once `err` is set all fields are 0, whatever a failed
-     * checkout left in the record.
+     * The parameter as the host filled it in. Once `err` is set, a record in which all fields are
+     * 0, whatever a failed checkout wrote.
      */
     const PF_ParamDef* operator->() const { return mErr == PF_Err_NONE ? &mParam : &kCleared; }
 

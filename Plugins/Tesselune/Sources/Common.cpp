@@ -12,7 +12,7 @@ constexpr int kTextLimit = 1024;
 
 // NOLINTBEGIN(cert-dcl50-cpp, clang-analyzer-valist.Uninitialized)
 void KVPrint(const char* format, ...) {
-    static char kText[kTextLimit + 1]; // and the newline
+    static char kText[kTextLimit + 1]; // one more for the newline
     std::va_list arguments;
     va_start(arguments, format);
     const int length = std::vsnprintf(kText, kTextLimit, format, arguments);

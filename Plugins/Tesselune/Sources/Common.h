@@ -1,7 +1,7 @@
 #pragma once
 
 /**
- * Formats like printf and writes one line to standard error, in one piece. A text of more than 1023
- * characters is cut. Has one buffer: not for two threads at once.
+ * Formats like printf and writes the text as one line to standard error with a single call. Cuts
+ * text beyond 1023 characters. Not thread-safe: the buffer is static.
  */
 void KVPrint(const char* format, ...);

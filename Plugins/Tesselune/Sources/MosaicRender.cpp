@@ -12,7 +12,7 @@ namespace Kerovane::Tesselune {
 
 namespace {
 
-/// v grows with y, so that the texture's first row is drawn at the bottom, where row 0 is read.
+/// v grows with y: the texture's first row is drawn at the bottom, where row 0 is read back.
 constexpr std::array<float, 24> positions = {
     // x, y, u, v
     1.0F,  -1.0F, 1.0F, 0.0F, //
@@ -26,7 +26,8 @@ constexpr int kStride = 4 * sizeof(float);
 
 constexpr double kRadiansPerDegree = 0.017453292519943;
 
-/// Beyond any picture's size. The program searches level by level, and would go on for long.
+/// Limits the shader's search, which goes from level to level. A cell doubled 24 times is larger
+/// than any picture.
 constexpr int kMostSizeLevels = 24;
 
 double FromFixed(PF_Fixed value) {
@@ -37,18 +38,19 @@ float Fraction(PF_Fixed percent) {
     return static_cast<float>(FromFixed(percent) / 100.0);
 }
 
-/// A popup's value, counted from 1. Returns 0 if it is no choice of the popup, so that no unknown
-/// variant is compiled.
+/// Returns a popup's value, counted from 1. Returns 0 if it is no choice of the popup, so that no
+/// unknown variant is compiled.
 int Choice(int value, int choices) {
     return value >= 1 && value <= choices ? value : 0;
 }
 
-/// Pixels of the picture at full resolution in pixels of the picture that is rendered.
+/// Converts pixels at full resolution to pixels at the resolution that is rendered.
 float Downsampled(const PF_InData& in_data, int pixels) {
     return static_cast<float>(pixels) / static_cast<float>(in_data.downsample_x.den);
 }
 
-/// A cell's side in pixels; cells of no size become the finest ones that there are.
+/// Returns the side of a cell in pixels; 1, the finest cell, if `pixels` is not finite or not above
+/// 0.
 float CellSide(float pixels) {
     return std::isfinite(pixels) && pixels > 0.0F ? pixels : 1.0F;
 }
@@ -159,7 +161,8 @@ void CalculateLineTransitionCorner(OpenglShader* shader, float angle, const Vec2
             return;
         }
     }
-    // A sum that single precision rounds to 360 belongs to no quadrant: the uniforms stay.
+    // In single precision, a tiny negative angle plus 360 rounds to 360, which is in no quadrant.
+    // The uniforms then keep their values.
 }
 
 } // namespace Kerovane::Tesselune

@@ -22,35 +22,34 @@ struct MosaicRenderParam {
 };
 
 /**
- * The renderer of all frames. A frame is `preaprea`, which fetches the parameters at the frame's
- * time, and `draw`, which turns them into the picture; nothing is kept from frame to frame but GL
- * objects. Not for two frames at once.
+ * Renders frames. `preaprea` fetches a frame's parameters, `draw` draws the frame. Only GL objects
+ * persist between frames. Not thread-safe: one frame at a time.
  *
- * `mQuad` owns the two GL objects, mVertexArray and mVertexBuffer, instead of two plain names here.
- * `mParam` is a value, as the key has the renderer's lifetime.
+ * `mQuad` owns the vertex array and the vertex buffer. `mParam` is a value because the key lives as
+ * long as the renderer.
  */
 class MosaicRender {
 public:
     /// Makes no GL call.
     MosaicRender();
 
-    /// Deletes the GL objects; a context of their share group must be current.
+    /// Deletes the GL objects. A context of their share group must be current.
     virtual ~MosaicRender();
 
     MosaicRender(const MosaicRender&) = delete;
     MosaicRender& operator=(const MosaicRender&) = delete;
 
     /**
-     * Fetches the frame's parameters. Returns the host's first error: a parameter whose checkout
-     * fails counts as 0, and so do those after it, which are not checked out. Reads nothing but
-     * `in_data`.
+     * Fetches the parameters at the frame's time. Returns the host's first error; the parameter
+     * whose checkout failed and all after it then count as 0, and the later ones are not checked
+     * out. Reads only `in_data`.
      */
     PF_Err preaprea(PF_InData* in_data, PF_OutData* out_data, int pluginId, PF_LayerDef* layer);
 
     /**
-     * Draws the frame over the bound target. `texture` holds the layer in the host's channel order;
-     * texels times `multiplier` are on the scale where white is 1. The program stays in use and the
-     * texture bound to unit 0.
+     * Draws the frame into the bound target. `texture` holds the layer in the host's channel order;
+     * texels times `multiplier` are on the scale where white is 1. Leaves the program in use and
+     * the texture bound to unit 0.
      */
     void draw(PF_LayerDef* layer, unsigned int texture, float multiplier);
 
@@ -63,21 +62,21 @@ private:
     MosaicRenderParam mParam;
     float mSize = 50.0F; ///< the cell's height in pixels, a whole number
     float mRatio = 1.0F; ///< the cell's width over its height
-    int mSizeLevel = 0;  ///< rungs of the size ladder
+    int mSizeLevel = 0;  ///< how often a cell's size may double
     float mSizeRandomLimit = 0.0F;
     int mSizeRandomSeed = 0;
-    float mFadePercent = 0.0F; ///< 0 to 1, as the two other percentages
+    float mFadePercent = 0.0F; ///< 0 to 1, like mSizeRandomLimit and mDissolveTransitionPercent
     int mDissolveRandomSeed = 0;
     float mDissolveTransitionPercent = 0.0F;
-    float mLinearTransitionAngle = 0.0F; ///< degrees, not folded
+    float mLinearTransitionAngle = 0.0F; ///< degrees, of any range
     float mDissolveFeather = 0.0F;       ///< pixels
     bool mUseAlpha = true;
 };
 
 /**
- * Sets the two uniforms of the linear transition's place: the picture's corner where the sweep
- * along `angle` (degrees) begins, and the two corners, as one vec4, of the diagonal that spans the
- * sweep. `size` is the picture's, in pixels.
+ * Sets the two uniforms that place the linear transition: the corner of the picture where a sweep
+ * in direction `angle` (degrees) starts, and, as one vec4, the ends of the diagonal that the sweep
+ * spans. `size` is the picture's size in pixels.
  */
 void CalculateLineTransitionCorner(OpenglShader* shader, float angle, const Vec2& size,
                                    const std::string& startPointName,

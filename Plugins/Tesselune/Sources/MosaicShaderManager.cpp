@@ -28,7 +28,7 @@ std::string_view TransitionCall(int transitionType) {
     }
 }
 
-/// What a shape puts into the program; nothing for a shape that there is not.
+/// The GLSL pieces of a shape; empty for an unknown shape.
 struct ShapeText {
     std::string_view cells;
     std::string_view main;
@@ -81,7 +81,7 @@ OpenglShader* MosaicShaderManager::CreateShader(const MosaicRenderParam& param) 
 
 void MosaicShaderManager::PurgeAllShaders() {
     mMosaicShaders->clear();
-    mMosaicShaders->shrink_to_fit(); // nobody frees its memory once the module is unloaded
+    mMosaicShaders->shrink_to_fit(); // the vector is never destroyed, so free its memory here
 }
 
 } // namespace Kerovane::Tesselune

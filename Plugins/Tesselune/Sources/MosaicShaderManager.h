@@ -14,21 +14,22 @@ constexpr int kPositionLocation = 0;           ///< two floats, clip space
 constexpr int kTextureCoordinatesLocation = 1; ///< two floats, 0 to 1
 
 /**
- * The programs of all shader variants, each made when it is first asked for.
+ * Caches the program of each shader variant, created at its first request.
  *
- * A variant holds its key as a value and owns its program, so that purging deletes both.
+ * A variant owns its program, so that PurgeAllShaders deletes the programs with the variants.
  */
 class MosaicShaderManager {
 public:
     MosaicShaderManager() = delete;
 
-    /// The key's program, owned here and valid until PurgeAllShaders. Compiles nothing.
+    /// Returns the program for `param`, owned by this class and valid until PurgeAllShaders.
+    /// Compiles nothing: OpenglShader does so at its first use.
     static OpenglShader* GetShader(const MosaicRenderParam& param);
 
-    /// A new program with its sources and attribute bindings, owned by the caller.
+    /// Creates a program with its sources and attribute bindings; the caller owns it.
     static OpenglShader* CreateShader(const MosaicRenderParam& param);
 
-    /// Deletes all programs; a context of their share group must be current.
+    /// Deletes all programs. A context of their share group must be current.
     static void PurgeAllShaders();
 
 private:

@@ -4,9 +4,9 @@
 
 namespace Kerovane::Tesselune {
 
-// Records of the effect's kinds of parameters, for add_param: all but the name and the disk id.
+// Build the records for the host's add_param. The caller adds the name and the disk id.
 
-/// What can be typed, or what the slider reaches.
+/// Limits for typed values, or the ends of the slider.
 struct SliderRange {
     int min;
     int max;
@@ -32,7 +32,7 @@ PF_ParamDef Checkbox(const char* label);
 PF_ParamDef GroupStart();
 PF_ParamDef GroupEnd();
 
-/// The same parameter with its changes reported to the effect.
+/// Returns `param` with the flag that makes the host report its changes to the effect.
 PF_ParamDef Supervised(PF_ParamDef param);
 
 } // namespace Kerovane::Tesselune

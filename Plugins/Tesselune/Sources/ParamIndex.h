@@ -2,9 +2,9 @@
 
 namespace Kerovane::Tesselune {
 
-/** Places in the host's parameter list. The disk ids, by which projects store values, are equal. */
+/** Positions in the host's parameter list. Also the disk ids under which projects store values. */
 enum ParamIndex {
-    kParamInput, ///< the host's own
+    kParamInput, ///< the input layer, added by the host
     kParamShapeType,
     kParamSize,
     kParamRatio,

@@ -33,12 +33,12 @@ static_assert(kOutFlags == 0x2008002);
 constexpr const char* kDisplayName = "Tesselune";
 constexpr const char* kRegisteredName = "Orlamine";
 
-/// The renderer of all frames; none between a set-down and the next set-up.
+/// Renders all frames. Null between PF_Cmd_GLOBAL_SETDOWN and the next PF_Cmd_GLOBAL_SETUP.
 NeverDestroyed<std::unique_ptr<MosaicRender>> mRender(std::make_unique<MosaicRender>());
 
 AEGP_PluginID mPluginID = 0;
 
-/// Whether the last of the global commands was a set-down that succeeded.
+/// Whether the last global command was a PF_Cmd_GLOBAL_SETDOWN that succeeded.
 bool mIsSetDown = false;
 
 void About(PF_InData* in_data, PF_OutData* out_data) {
@@ -74,11 +74,12 @@ void FreeHandles(PF_InData* in_data, PF_OutData* out_data) {
     }
 }
 
-/// Deletes the GL objects of all frames and ends the contexts.
+/// Deletes all GL objects and destroys the contexts.
 void ReleaseGL(AEOpenGLContext& sharedContext) {
     sharedContext.makeContextCurrent();
     if (!sharedContext.isCurrent()) {
-        // Another thread of the host's has it current. This one's shares all that matters.
+        // Another thread has the shared context current. Use this thread's render context instead,
+        // which shares everything except frame buffers and vertex arrays.
         AEOpenGLContextManager::getCurrentRenderContext()->makeContextCurrent();
     }
     AEOpenglMainFrameBuffer::mainFrameBuffer()->destory();
@@ -95,8 +96,8 @@ void GlobalSetdown(PF_InData* in_data, PF_OutData* out_data) {
     if (AEOpenGLContext* sharedContext = AEOpenGLContextManager::getSharedDataContext()) {
         ReleaseGL(*sharedContext);
     }
-    // The host's comes back below. If it had none, the effect's would keep it from making a GLX
-    // context current on this thread.
+    // Release the effect's context. If the host had none to restore below, the effect's would stay
+    // current and keep the host from making a GLX context current on this thread.
     Platform::ReleaseCurrentEglContext();
     hostContext.restore();
     FreeHandles(in_data, out_data);
@@ -108,7 +109,7 @@ class ParamAdder {
 public:
     explicit ParamAdder(PF_InData* in_data) : mInData(in_data) {}
 
-    /// `name` is null for a parameter that has none.
+    /// `name` may be null for a parameter without a name.
     void add(ParamIndex index, const char* name, PF_ParamDef param) {
         if (mErr != PF_Err_NONE) {
             return;
@@ -131,7 +132,7 @@ private:
 
 PF_Err ParamsSetup(PF_InData* in_data, PF_OutData* out_data, PF_ParamDef** /*params*/,
                    PF_LayerDef* /*output*/) {
-    // The host keeps the pointers.
+    // Static because the host keeps the pointers.
     static const char kMosaicShapeStr[] = "Square|Triangle";
     static const char DissolveTypeStr[] = "Linear|Radial In|Radial Out";
     constexpr SliderRange kSeeds = {0, 5000};
@@ -158,7 +159,7 @@ PF_Err ParamsSetup(PF_InData* in_data, PF_OutData* out_data, PF_ParamDef** /*par
     return params.err();
 }
 
-/// Drops what a frame that failed has left open.
+/// Drops the render contexts that a failed frame has left open.
 class OpenFrame {
 public:
     explicit OpenFrame(AEOpenglMainFrameBuffer& frameBuffer) : mFrameBuffer(frameBuffer) {}

@@ -12,7 +12,7 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
-TEST(Controls, AreMadeFromWhatTheEffectDeclares) {
+TEST(Controls, MirrorTheEffectsParameters) {
     const Frei0rHost host;
     const Frei0rInstance instance(host, 720, 576);
     std::ostringstream listing;
@@ -20,7 +20,8 @@ TEST(Controls, AreMadeFromWhatTheEffectDeclares) {
     for (int index = 0; index < host.info().num_params; ++index) {
         const f0r_param_info_t info = host.param(index);
         const std::string_view explanation = info.explanation;
-        const std::size_t range = explanation.find("; "); // after what it does; a switch has none
+        const std::size_t range =
+            explanation.find("; "); // follows what the parameter does; a checkbox has none
         EXPECT_GT(range, 0U);
         listing << info.name << (info.type == F0R_PARAM_BOOL ? " switch " : " ")
                 << instance.get(index) << "; "
@@ -59,7 +60,7 @@ TEST(Controls, KeepThePositionThatTheHostSet) {
     EXPECT_EQ(instance.get(99), -1) << "nothing there to read";
 }
 
-TEST(Controls, TakePositionsBeyondTheirEndsAsTheEnds) {
+TEST(Controls, ClampPositionsToTheirRange) {
     constexpr int kSize = 1;
     const Frei0rHost host;
     const Pixels input = MotleyPicture(64, 64);

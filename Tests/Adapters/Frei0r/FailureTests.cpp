@@ -11,7 +11,8 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
-/// Renders three frames with two instances and returns what came on standard error.
+/// Renders three frames with two instances, expects them unchanged and returns the text on standard
+/// error.
 std::string ErrorOfPassingFrames(const std::filesystem::path& module) {
     const Pixels input = MotleyPicture(16, 8);
     testing::internal::CaptureStderr();
@@ -25,7 +26,7 @@ std::string ErrorOfPassingFrames(const std::filesystem::path& module) {
     return testing::internal::GetCapturedStderr();
 }
 
-TEST(Failures, PassTheFrameOnAndSayWhyOnce) {
+TEST(Failures, PassTheFrameThroughAndReportTheReasonOnce) {
     const std::pair<const char*, const char*> rows[] = {
         {"setup error", "at set-up: error 4"},
         {"parameter left out", "declares 10 parameters and has 9"},
@@ -54,7 +55,7 @@ TEST(Failures, MissingEffectLeavesAFilterWithoutParameters) {
     }
 }
 
-TEST(Failures, FramesTooLargeLeaveTheOthersAlone) {
+TEST(Failures, OversizedFramesPassThroughAndDoNotAffectOthers) {
     constexpr unsigned kTooWide = 40000;
     const Frei0rHost host;
     const Pixels wide = MotleyPicture(kTooWide, 1);
@@ -64,7 +65,7 @@ TEST(Failures, FramesTooLargeLeaveTheOthersAlone) {
     EXPECT_NE(Frei0rInstance(host, 32, 32).rendered(MotleyPicture(32, 32)), MotleyPicture(32, 32));
 }
 
-TEST(Failures, EmptyFramesMakeNoInstance) {
+TEST(Failures, EmptyFramesGetNoInstance) {
     const Frei0rHost host;
     EXPECT_EQ(host.construct(0, 8), nullptr);
     EXPECT_EQ(host.construct(8, 0), nullptr);

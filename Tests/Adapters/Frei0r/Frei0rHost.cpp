@@ -8,8 +8,8 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
-/// Mesa's part of EGL, if it is there, stays loaded beyond exit(): it is unloaded before leaks are
-/// looked for otherwise, and what its globals hold looks lost.
+/// Keeps Mesa's EGL library, if it exists, loaded beyond exit(). Otherwise it is unloaded before
+/// the leak check, which then reports what its globals hold.
 [[maybe_unused]] const void* const kMesa =
     dlopen("libEGL_mesa.so.0", RTLD_LAZY | RTLD_LOCAL | RTLD_NODELETE);
 

@@ -12,7 +12,7 @@ namespace Kerovane::TestSupport {
 
 using Pixels = std::vector<std::uint32_t>;
 
-/** A frei0r host: the functions of a module that is loaded and initialised, until it goes. */
+/** A frei0r host: loads and initialises a module, and unloads it in the destructor. */
 class Frei0rHost {
 public:
     explicit Frei0rHost(const std::filesystem::path& module = FREI0R_MODULE);
@@ -56,10 +56,10 @@ private:
     f0r_instance_t mInstance;
 };
 
-/** The adapter installed in a folder of the test's own, beside whatever stands for the effect. */
+/** The adapter installed in a temporary folder, beside a module that takes the effect's place. */
 class Installation {
 public:
-    /// `effect` is copied to the effect's place; none is there where it is empty.
+    /// `effect` is copied to where the effect is expected; an empty path leaves none there.
     explicit Installation(const std::filesystem::path& effect);
 
     std::filesystem::path folder() const { return mFolder / ""; }
@@ -69,7 +69,7 @@ private:
     TemporaryFolder mFolder;
 };
 
-/// A picture with no two neighbours alike, in colour and alpha.
+/// Returns a picture in which no two neighbouring pixels have the same colour and alpha.
 Pixels MotleyPicture(std::size_t width, std::size_t height);
 
 } // namespace Kerovane::TestSupport

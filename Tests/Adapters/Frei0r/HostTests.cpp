@@ -1,5 +1,5 @@
-// The filter inside the programs of others, typed as their users type it, against the picture that
-// the command makes of the same frame.
+// Runs the filter inside other programs, as users do, and compares with the command's picture of
+// the same frame.
 
 #include "Tests/Support/RawPicture.h"
 #include "Tests/Support/TemporaryFolder.h"
@@ -24,10 +24,11 @@ constexpr int kWidth = 160;
 constexpr int kHeight = 96;
 constexpr int kFrames = 5;
 
-/// What the hosts' ways with pixels may cost, in levels of 255.
+/// Tolerance for the hosts' pixel conversions, in levels of 255.
 constexpr double kTolerance = 2;
 
-/// The largest difference of a colour channel, in levels; pictures without alpha are opaque.
+/// Returns the largest difference of a channel, in levels of 255. Pictures without alpha count as
+/// opaque.
 double Difference(const RawPicture& one, const RawPicture& other) {
     if (one.spec.width != other.spec.width || one.spec.height != other.spec.height) {
         return std::numeric_limits<double>::infinity();
@@ -48,7 +49,7 @@ double Difference(const RawPicture& one, const RawPicture& other) {
     return difference;
 }
 
-/// Where a test's clip stands, in_1.png to in_5.png, and everything that comes of it.
+/// A test with a clip, in_1.png to in_5.png, in a temporary folder that also takes the results.
 class Hosts : public testing::Test {
 protected:
     Hosts() {
@@ -68,19 +69,19 @@ protected:
                         kWidth, kHeight, kFrames));
     }
 
-    /// Runs a line of shell in the test's folder; it has to end well, and in a minute.
+    /// Runs a shell line in the test's folder. Expects it to succeed within a minute.
     void run(const std::string& line) {
         std::ofstream(mFolder / "line") << line << '\n';
         const std::string command =
             fmt::format("cd {} && timeout 60 sh -e ./line >out 2>err", (mFolder / "").string());
-        // NOLINTNEXTLINE(cert-env33-c): what users type is shell
+        // NOLINTNEXTLINE(cert-env33-c): users type shell lines
         const int status = std::system(command.c_str());
         ASSERT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0)
             << line << "\nended with " << status << "\n"
             << mFolder.contentOf("err");
     }
 
-    /// What the filter wrote on standard error of the last run.
+    /// Returns what the filter printed to standard error in the last run.
     std::string complaints() const {
         std::string lines;
         std::istringstream error(mFolder.contentOf("err"));
@@ -94,7 +95,7 @@ protected:
 
     RawPicture picture(const std::string& name) { return RawPicture::read(mFolder / name); }
 
-    /// The command's picture of a frame, counted from 1.
+    /// Returns the command's picture of a frame, counted from 1.
     RawPicture reference(int frame, const std::string& options) {
         run(fmt::format("{} render in_{}.png reference.png {}", TESSELUNE_COMMAND, frame, options));
         return picture("reference.png");
@@ -126,7 +127,7 @@ TEST_F(Ffmpeg, MakesTheCommandsPictures) {
     }
 }
 
-TEST_F(Ffmpeg, DrawsByTheRendererThatIsChosenOrLeft) {
+TEST_F(Ffmpeg, UsesTheChosenRendererOrFallsBackToSoftware) {
     const std::pair<const char*, int> rows[] = {
         {"TESSELUNE_RENDERER=software", 0},
         {"", 1},
@@ -147,9 +148,8 @@ TEST_F(Ffmpeg, DrawsByTheRendererThatIsChosenOrLeft) {
 class Melt : public Hosts {
 protected:
     /**
-     * Runs melt until it has written `last`. On a busy machine melt with threads for its consumer
-     * now and then ends, or hangs, without a single frame, whatever the filter: seen with frei0r's
-     * own invert0r too.
+     * Runs melt until it has written `last`. On a busy machine, melt with consumer threads
+     * sometimes ends or hangs without writing a frame, with any filter: frei0r's own invert0r too.
      */
     void runMelt(const std::string& arguments, const std::string& last) {
         constexpr int kAttempts = 5;
@@ -164,8 +164,9 @@ protected:
     }
 };
 
-TEST_F(Melt, FollowsKeyframesHoweverItsThreadsShareTheWork) {
-    // Size goes from 12 pixels to 44 in four frames, Direction by its name from 0 to 90 degrees.
+TEST_F(Melt, FollowsKeyframesWithAnyNumberOfThreads) {
+    // Animates Size from 12 to 44 pixels in four frames, and Direction, set by its name, from 0 to
+    // 90 degrees.
     constexpr std::string_view kFilter =
         "-filter frei0r.tesselune 1='0=0.0200803;4=0.0843373' 9=0.5 10=0 "
         "Direction='0=0;4=0.25' 'Use Alpha=0'";

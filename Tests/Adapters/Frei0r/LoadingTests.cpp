@@ -16,9 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kParametersOfFakeEffect = 7; // with the renderer
+constexpr int kParametersOfFakeEffect = 7; // including the renderer
 
-/// An installation whose effect writes down the commands that it gets.
+/// An installation whose effect records the commands that it gets.
 class Loading : public testing::Test {
 protected:
     Loading() { setenv("FAKE_EFFECT_TRACE", (mTraces / "trace").c_str(), 1); }
@@ -43,7 +43,7 @@ TEST_F(Loading, SetsTheEffectUpAtTheFirstFrame) {
         Commands({PF_Cmd_PARAMS_SETUP, PF_Cmd_GLOBAL_SETUP, PF_Cmd_PARAMS_SETUP, PF_Cmd_RENDER});
     {
         const Frei0rHost host(mInstallation.module());
-        Frei0rInstance(host, 720, 576).get(0); // as MLT reads the defaults
+        Frei0rInstance(host, 720, 576).get(0); // MLT reads the defaults like this
         Frei0rInstance instance(host, 8, 8);
         EXPECT_EQ(commands(), Commands({PF_Cmd_PARAMS_SETUP}));
         instance.rendered(MotleyPicture(8, 8));
@@ -69,7 +69,7 @@ TEST_F(Loading, KeepsTheEffectUntilTheLastOfSeveralLoadsIsGone) {
     EXPECT_EQ(Frei0rInstance(again, 8, 8).rendered(input), input);
 }
 
-TEST_F(Loading, EndsInAnyOrder) {
+TEST_F(Loading, UnloadsWithInstancesAliveAndMoreOftenThanLoaded) {
     const Pixels input = MotleyPicture(8, 8);
     auto host = std::make_unique<Frei0rHost>(mInstallation.module());
     Frei0rInstance late(*host, 8, 8);
@@ -80,7 +80,7 @@ TEST_F(Loading, EndsInAnyOrder) {
     host->init();
 }
 
-TEST_F(Loading, FindsTheEffectWhereverTheHostWorks) {
+TEST_F(Loading, FindsTheEffectFromAnyWorkingFolder) {
     const fs::path before = fs::current_path();
     const TemporaryFolder links;
     fs::create_symlink(mInstallation.module(), links / "tesselune.so");
@@ -93,7 +93,7 @@ TEST_F(Loading, FindsTheEffectWhereverTheHostWorks) {
     fs::current_path(before);
 }
 
-TEST(HostsContext, StaysCurrent) {
+TEST(HostContext, StaysCurrentAcrossFrames) {
     const EglHost context;
     context.makeCurrent();
     {

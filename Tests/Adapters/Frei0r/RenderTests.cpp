@@ -35,8 +35,8 @@ void Set(Frei0rInstance& instance, const Settings& settings) {
     instance.set(kSizeRandom, 0.5);
 }
 
-/// What the effect makes of a picture without the adapter. Before any adapter's thread lives: one
-/// set-up of the effect in a process.
+/// Returns the effect's result without the adapter. Call it before any adapter's thread exists: the
+/// effect may be set up only once in a process.
 Pixels Reference(const Pixels& input, A_long width, A_long height, const Settings& settings) {
     Host::Effect effect(TESSELUNE_MODULE);
     Host::ParameterValues values;
@@ -74,7 +74,7 @@ TEST(Frames, MatchTheEffectAtAnySize) {
     }
 }
 
-/// A frame that is handed over in slices, as MLT does: from other threads than the instance's own.
+/// A frame passed in slices on other threads than the instance's own, as MLT does.
 class Slicing : public testing::Test {
 protected:
     static constexpr std::size_t kWidth = 48;
@@ -100,7 +100,7 @@ protected:
     const Frei0rHost mHost;
 };
 
-TEST_F(Slicing, ChangesNothingInAnyOrder) {
+TEST_F(Slicing, ChangesNothingWhateverTheOrder) {
     for (const std::size_t count : {1U, 2U, 3U, 4U}) {
         std::vector<std::size_t> order(count);
         std::iota(order.begin(), order.end(), 0U);
@@ -109,7 +109,7 @@ TEST_F(Slicing, ChangesNothingInAnyOrder) {
         double time = 0;
         do {
             Frame frame(mInput,
-                        time += 0.04); // its memory may lie as slices of the last one's would
+                        time += 0.04); // its memory may be where slices of the last frame were
             std::thread([&] {
                 for (const std::size_t place : order) {
                     frame.updateSlice(instance, place, count);
@@ -120,13 +120,13 @@ TEST_F(Slicing, ChangesNothingInAnyOrder) {
     }
 }
 
-TEST_F(Slicing, ChangesNothingAtOnce) {
+TEST_F(Slicing, ChangesNothingIfSlicesComeConcurrently) {
     constexpr std::size_t kCount = 4;
     Frei0rInstance instance(mHost, kWidth, kHeight / kCount);
     Set(instance, kSettings);
     std::array<Frame, 2> buffers{Frame(mInput), Frame(mInput)};
     for (int repeat = 0; repeat < 10; ++repeat) {
-        Frame& frame = buffers[repeat % 2 == 0 ? 0 : 1]; // as hosts take turns with few
+        Frame& frame = buffers[repeat % 2 == 0 ? 0 : 1]; // hosts reuse a few buffers in turns
         std::ranges::fill(frame.out, 0);
         std::barrier start(kCount);
         std::vector<std::thread> threads;
@@ -143,7 +143,7 @@ TEST_F(Slicing, ChangesNothingAtOnce) {
     }
 }
 
-TEST_F(Slicing, IsNotSeenInNeighbouringFramesOfTheInstancesOwnThread) {
+TEST_F(Slicing, IsNotAssumedForAdjacentFramesOnTheInstancesThread) {
     Frei0rInstance instance(mHost, kWidth, kHeight);
     Set(instance, kSettings);
     Pixels in = mInput;
@@ -155,7 +155,7 @@ TEST_F(Slicing, IsNotSeenInNeighbouringFramesOfTheInstancesOwnThread) {
     EXPECT_TRUE(std::ranges::equal(std::span(out).last(mInput.size()), mExpected));
 }
 
-TEST(Instances, RenderAtOnceOnThreadsThatComeAndGo) {
+TEST(Instances, RenderConcurrentlyOnShortLivedThreads) {
     constexpr std::array<Settings, 4> kSettings{{{0, 5}, {1, 9}, {0, 16}, {1, 30}}};
     constexpr unsigned kSide = 64;
     const Pixels input = MotleyPicture(kSide, kSide);
@@ -168,7 +168,7 @@ TEST(Instances, RenderAtOnceOnThreadsThatComeAndGo) {
     for (std::size_t i = 0; i < 3 * kSettings.size(); ++i) {
         threads.emplace_back([&, i] {
             const std::size_t which = i % kSettings.size();
-            const Frei0rHost host; // a load of its own, so that the last one out sets down
+            const Frei0rHost host; // own load: the last one to unload sets the effect down
             Frei0rInstance instance(host, kSide, kSide);
             Set(instance, kSettings[which]);
             for (int repeat = 0; repeat < 3; ++repeat) {

@@ -15,7 +15,7 @@ constexpr double kTime = 0.04;
 
 class Slices : public testing::Test {
 protected:
-    /// The slice that begins at those pixels of input and output.
+    /// Returns the slice that begins at those pixels of input and output.
     HostFrame at(std::size_t in, std::size_t out) {
         return {.width = kWidth, .height = kHeight, .in = &mIn[in], .out = &mOut[out]};
     }

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 constexpr OfxRectI kBounds{0, 0, 32, 20};
 
-/// An instance with images of its own.
+/// An instance with its own images.
 struct Shot {
     explicit Shot(const TestEffect& described, double size = 8) : effect(described) {
         source.make([](int x, int y) {
@@ -32,7 +32,7 @@ struct Shot {
     Image output{.bounds = kBounds};
 };
 
-TEST(Failures, FailingCallsAreReportedAndLeakNothing) {
+TEST(Failures, FailedCallsAreReportedAndLeakNothing) {
     const OpenFXHost host;
     const TestEffect described = host.described();
     Shot shot(described);
@@ -73,7 +73,7 @@ TEST(Failures, FailingCallsAreReportedAndLeakNothing) {
     EXPECT_FALSE(live());
 }
 
-TEST(Failures, UnsupportedImagesAreToldToTheUser) {
+TEST(Failures, UnsupportedImagesAreReportedToTheUser) {
     const std::tuple<const char*, Value, const char*> rows[] = {
         {kOfxImageEffectPropComponents, std::string("OfxImageComponentAlpha"), "not supported"},
         {kOfxImageEffectPropPixelDepth, std::string("OfxBitDepthNone"), "not supported"},
@@ -94,7 +94,7 @@ TEST(Failures, UnsupportedImagesAreToldToTheUser) {
     EXPECT_EQ(OpenFXHost::openImages(), 0);
 }
 
-TEST(Actions, UnknownOrAbortedOnesDoNothing) {
+TEST(Actions, DoNothingIfUnknownOrAborted) {
     const OpenFXHost host;
     Shot shot(host.described());
     EXPECT_EQ(host.act("OfxActionOfAnotherDay", &shot.effect), kOfxStatReplyDefault);
@@ -108,7 +108,7 @@ TEST(Actions, UnknownOrAbortedOnesDoNothing) {
     EXPECT_EQ(shot.output.bytes, std::vector<std::byte>(before.size())) << "an empty picture";
 }
 
-TEST(Instances, RenderAtOnceWhileOthersLoadAndUnload) {
+TEST(Instances, RenderConcurrentlyWhileOthersLoadAndUnload) {
     std::map<double, std::vector<std::byte>> expected;
     const OpenFXHost host;
     const TestEffect described = host.described();
@@ -123,7 +123,8 @@ TEST(Instances, RenderAtOnceWhileOthersLoadAndUnload) {
             const double size = 3 * (i % 3 + 1);
             const OpenFXHost own;
             for (int repeat = 0; repeat < 5; ++repeat) {
-                Shot shot(i % 2 == 0 ? own.described() : described, size); // never destroyed
+                Shot shot(i % 2 == 0 ? own.described() : described,
+                          size); // without a destroy action
                 EXPECT_EQ(own.act(kOfxActionCreateInstance, &shot.effect), kOfxStatReplyDefault);
                 EXPECT_EQ(own.render(shot.effect), kOfxStatOK);
                 EXPECT_EQ(shot.output.bytes, expected[size]);
@@ -153,7 +154,7 @@ TEST(Bundle, WorksWhereverItIsCopiedTo) {
     ASSERT_EQ(OpenFXHost::takeMessages().size(), 1U);
 }
 
-TEST(HostsContext, StaysCurrent) {
+TEST(HostContext, StaysCurrentAcrossFrames) {
     const TestSupport::EglHost context;
     context.makeCurrent();
     {

@@ -54,7 +54,7 @@ renderer 'Renderer' outputGroup OfxParamTypeChoice  0, As configured, OpenGL, So
 )");
 }
 
-TEST(Description, SaysWhereHolesCanBe) {
+TEST(Description, DeclaresAlphaIfThereCanBeHoles) {
     using Keys = std::map<std::string, std::map<double, double>>; // by parameter
     const std::pair<Keys, bool> rows[] = {
         {{}, false},

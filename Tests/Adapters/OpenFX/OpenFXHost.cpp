@@ -16,7 +16,7 @@ namespace Kerovane::OpenFX {
 
 namespace {
 
-// What the functions of suites share.
+// State that the functions of all suites share.
 std::atomic<int> calls = 0;
 std::atomic<int> failingCall = 0;
 std::atomic<int> openImageCount = 0;
@@ -28,7 +28,7 @@ constexpr OfxStatus kBadHandle = 9;
 constexpr OfxStatus kBadIndex = 10;
 constexpr OfxStatus kBadValue = 11;
 
-/// Counts a call, and does it unless it is to fail.
+/// Counts a call; does `work` unless this call is to fail.
 template <typename Work>
 OfxStatus Counted(Work work) {
     return ++calls == failingCall ? kOfxStatFailed : work();
@@ -57,14 +57,14 @@ OfxStatus Get(OfxPropertySetHandle set, const char* name, int index, Type* resul
 }
 
 OfxStatus GetString(OfxPropertySetHandle set, const char* name, int index, char** result) {
-    thread_local std::string text; // the host's own until the next call
+    thread_local std::string text; // the host owns the text until the next call
     const OfxStatus status = Get(set, name, index, &text);
     *result = text.data();
     return status;
 }
 
 const OfxPropertySuiteV1 kProperties = [] {
-    OfxPropertySuiteV1 suite{}; // what nobody asks for stays null
+    OfxPropertySuiteV1 suite{}; // unused functions stay null
     suite.propSetPointer = Set<void*, void*>;
     suite.propSetString = Set<std::string, const char*>;
     suite.propSetDouble = Set<double, double>;
@@ -76,7 +76,7 @@ const OfxPropertySuiteV1 kProperties = [] {
     return suite;
 }();
 
-/// What descriptions can be told.
+/// The properties that a description may set.
 Properties Described(std::initializer_list<Name> texts, std::initializer_list<Name> numbers) {
     Properties properties;
     for (const Name name : texts) {
@@ -132,7 +132,7 @@ Properties ParamDescription(const std::string& type) {
     return properties;
 }
 
-/// A call that answers with a value.
+/// A call that returns a value.
 template <typename Answer>
 OfxStatus Give(Answer* answer, const Answer& value) {
     return Counted([&] {
@@ -141,7 +141,7 @@ OfxStatus Give(Answer* answer, const Answer& value) {
     });
 }
 
-/// A call that looks a clip or a parameter up.
+/// A call that looks up a clip or a parameter.
 template <typename Objects, typename Handle>
 OfxStatus Find(Objects& objects, const char* name, Handle* handle, OfxPropertySetHandle* set,
                OfxStatus missing) {
@@ -157,7 +157,7 @@ OfxStatus Find(Objects& objects, const char* name, Handle* handle, OfxPropertySe
 }
 
 const OfxImageEffectSuiteV1 kEffects = [] {
-    OfxImageEffectSuiteV1 suite{}; // what nobody asks for stays null
+    OfxImageEffectSuiteV1 suite{}; // unused functions stay null
     suite.getPropertySet = [](OfxImageEffectHandle effect, OfxPropertySetHandle* set) {
         return Give(set, As<TestEffect>(effect).properties.handle());
     };
@@ -190,7 +190,7 @@ const OfxImageEffectSuiteV1 kEffects = [] {
         });
     };
     suite.clipReleaseImage = [](OfxPropertySetHandle) {
-        --openImageCount; // what counts is that it was asked for
+        --openImageCount; // the request counts, even if the call is to fail
         return Counted([] { return kOfxStatOK; });
     };
     suite.clipGetRegionOfDefinition = [](OfxImageClipHandle clip, OfxTime, OfxRectD* region) {
@@ -220,7 +220,7 @@ OfxStatus GetValueAtTime(OfxParamHandle param, OfxTime time, ...) {
 }
 
 const OfxParameterSuiteV1 kParameters = [] {
-    OfxParameterSuiteV1 suite{}; // what nobody asks for stays null
+    OfxParameterSuiteV1 suite{}; // unused functions stay null
     suite.paramDefine = [](OfxParamSetHandle set, const char* type, const char* name,
                            OfxPropertySetHandle* properties) {
         return Counted([&] {

@@ -19,7 +19,7 @@ namespace Kerovane::OpenFX {
 
 using Value = std::variant<int, double, std::string, void*>;
 
-/// A property set that refuses names that it doesn't have and values of another type.
+/// A property set that refuses names it does not have and values of another type.
 class Properties {
 public:
     Properties() = default;
@@ -27,13 +27,13 @@ public:
 
     OfxPropertySetHandle handle() { return reinterpret_cast<OfxPropertySetHandle>(this); }
 
-    /// Adds the name, or replaces its values; its first value tells the type.
+    /// Adds a property or replaces its values. Its first value determines its type.
     void declare(const std::string& name, std::vector<Value> values) { mValues[name] = values; }
 
     OfxStatus set(const std::string& name, int index, Value value);
     OfxStatus get(const std::string& name, int index, Value& value) const;
 
-    /// Nothing if there is none, or one of another type.
+    /// Returns nothing if there is no value, or one of another type.
     template <typename Type>
     std::optional<Type> at(const std::string& name, int index = 0) const {
         Value value = Type{};
@@ -45,7 +45,7 @@ private:
     std::map<std::string, std::vector<Value>> mValues;
 };
 
-/// A parameter: its value, or keys with straight lines between them.
+/// A parameter: a constant value, or keys with linear interpolation.
 struct Param {
     std::string type;
     Properties properties;
@@ -54,7 +54,8 @@ struct Param {
     double valueAt(double time) const;
 };
 
-/// An image's form and pixels; `colour` gives red, green, blue and alpha, unmultiplied, by place.
+/// An image: form and pixels. `colour` returns unmultiplied red, green, blue and alpha at a
+/// position.
 struct Image {
     using Colour = std::function<std::array<float, 4>(int x, int y)>;
 
@@ -63,9 +64,9 @@ struct Image {
     int channels = 4;
     Coverage coverage = Coverage::Premultiplied;
     bool isTopDown = false; ///< in memory
-    int padding = 0;        ///< bytes behind each row
+    int padding = 0;        ///< bytes after each row
     OfxPointD scale{1, 1};
-    bool tellsLittle = false; ///< no scale, field or premultiplication
+    bool tellsLittle = false; ///< leave out scale, field and premultiplication
 
     std::vector<std::byte> bytes{};
     Properties properties{};
@@ -74,12 +75,12 @@ struct Image {
     int height() const { return bounds.y2 - bounds.y1; }
     int rowBytes() const;
 
-    /// Makes the memory, painted where a colour is given, and the properties.
+    /// Allocates the pixels, painted if a colour is given, and sets the properties.
     void make(const Colour& colour = {});
 
     std::byte* pixel(int x, int y);
 
-    /// Multiplied as it stands; alpha 1 if there is none.
+    /// Returns the pixel as stored, premultiplied or not; alpha is 1 if there is none.
     std::array<float, 4> at(int x, int y);
 };
 
@@ -89,7 +90,7 @@ struct TestClip {
     Image* image = nullptr;
 };
 
-/** A described effect, or as a copy of one an instance. */
+/** A described effect; a copy of one serves as an instance. */
 struct TestEffect {
     Properties properties{};
     std::map<std::string, Param> params{};
@@ -98,16 +99,16 @@ struct TestEffect {
 
     OfxImageEffectHandle handle() { return reinterpret_cast<OfxImageEffectHandle>(this); }
 
-    /// Connects the source and the output, whose regions are those of their bounds.
+    /// Connects the source and the output. Their regions of definition are their bounds.
     void connect(Image& source, Image& output);
 
     void setProject(double x1, double y1, double x2, double y2);
 
-    /// Without keys.
+    /// Sets a constant value, without keys.
     void set(const std::string& param, double value) { params.at(param).keys = {{0, value}}; }
 };
 
-/** A host of the interface that loads the module, until it goes. */
+/** An OpenFX host: loads the module, and unloads it in the destructor. */
 class OpenFXHost {
 public:
     explicit OpenFXHost(const std::filesystem::path& module = OPENFX_MODULE);
@@ -118,15 +119,16 @@ public:
     OfxStatus act(Name action, TestEffect* effect = nullptr, Properties in = {},
                   Properties* out = nullptr) const;
 
-    /// Described, and described in the context of filters: made once, if `status` is not asked for.
+    /// Returns the effect, described also in the filter context. Expects success, unless `status`
+    /// takes the result.
     TestEffect described(OfxStatus* status = nullptr) const;
 
-    /// Renders the window, or all of the output's image.
+    /// Renders the window, or the whole output image.
     OfxStatus render(TestEffect& effect, double time = 0,
                      std::optional<OfxRectI> window = {}) const;
 
-    /// Lets the `nth` call of a suite fail, the next being 1, and 0 none; returns how many were
-    /// made since the last time.
+    /// Makes the `nth` suite call from now on fail (1: the next, 0: none). Returns the number of
+    /// calls since the last time.
     static int failCall(int nth);
 
     static std::vector<std::string> takeMessages();

@@ -16,14 +16,16 @@ namespace {
 constexpr int kWidth = 61;
 constexpr int kHeight = 43;
 
-/// No two neighbours alike; in 255ths, so that every form holds it.
+/// Returns a colour that differs from those of its neighbours, in multiples of 1/255, which every
+/// form can hold.
 std::array<float, 4> Motley(int x, int y) {
     const auto level = [](int seed) { return static_cast<float>((seed % 256 + 256) % 256) / 255; };
     const float alpha = (x + y) % 5 == 0 ? 204.0F / 255 : 1;
     return {level(x * 37 + y * 101), level(x * 11 - y * 53 + 90), level(x * 5 + y * 7), alpha};
 }
 
-/// What the command makes of a picture that `colour` gives, x and y from the bottom left corner.
+/// Returns the command's result for a picture painted by `colour`, with x and y from the bottom
+/// left corner.
 RawPicture OfCommand(int width, int height, const Image::Colour& colour,
                      const std::string& options) {
     const TemporaryFolder folder;
@@ -41,7 +43,8 @@ RawPicture OfCommand(int width, int height, const Image::Colour& colour,
     return RawPicture::read(folder / "out.tif");
 }
 
-/// The largest difference to `expected`, both multiplied by alpha, which counts if there is one.
+/// Returns the largest difference to `expected`, with both multiplied by alpha; alpha counts only
+/// if the image has it.
 double Difference(Image& image, const RawPicture& expected) {
     double difference = 0;
     auto value = expected.values.begin();
@@ -59,7 +62,8 @@ double Difference(Image& image, const RawPicture& expected) {
     return difference;
 }
 
-/// A step of the channel, twice where alpha is multiplied and divided on the way.
+/// Returns one step of the channel, two at 8 and 16 bits, where alpha is multiplied and divided on
+/// the way.
 double ToleranceOf(Channel channel) {
     switch (channel) {
     case Channel::Byte:
@@ -75,7 +79,7 @@ double ToleranceOf(Channel channel) {
 
 class Frames : public testing::Test {
 protected:
-    /// What a render writes into an image of the source's form, or of `output`'s.
+    /// Renders `source` into an image of the form `output` and returns it.
     Image rendered(Image& source, Image output, double time = 0,
                    std::optional<OfxRectI> window = {}) {
         output.make();
@@ -138,7 +142,7 @@ TEST_F(Frames, MatchTheCommandInEveryForm) {
     EXPECT_EQ(OpenFXHost::openImages(), 0);
 }
 
-TEST_F(Frames, KeepWholeNumbersBetweenBlackAndWhite) {
+TEST_F(Frames, ClampIntegersToBlackAndWhite) {
     Image source{.bounds = {0, 0, 8, 8}};
     source.make([](int, int) { return std::array{-1.0F, 2.0F, 0.6F, 1.0F}; });
     mEffect.setProject(0, 0, 8, 8);
@@ -152,9 +156,9 @@ TEST_F(Frames, KeepWholeNumbersBetweenBlackAndWhite) {
     }
 }
 
-TEST_F(Frames, StandAtTheProjectsWindowOrAtLargerFootage) {
+TEST_F(Frames, CoverTheProjectWindowOrLargerFootage) {
     const std::array<OfxRectI, 3> rows[] = {
-        // the source's, the project's and the frame's
+        // source, project and expected frame
         {{{10, 5, 50, 30}, {0, 0, kWidth, kHeight}, {0, 0, kWidth, kHeight}}},
         {{{31, 7, 35, 11}, {0, 0, kWidth, kHeight}, {0, 0, kWidth, kHeight}}},
         {{{-4, 0, kWidth - 4, kHeight}, {0, 0, kWidth, kHeight}, {-4, 0, kWidth - 4, kHeight}}},
@@ -189,8 +193,8 @@ TEST_F(Frames, StandAtTheProjectsWindowOrAtLargerFootage) {
 
 class Proxies : public Frames, public testing::WithParamInterface<int> {};
 
-TEST_P(Proxies, HaveTheCellsOfTheFullSize) {
-    constexpr int kFull = 240; // which 2, 3 and 4 divide
+TEST_P(Proxies, ShowTheCellsOfTheFullSizePicture) {
+    constexpr int kFull = 240; // divisible by 2, 3 and 4
     mEffect.set("renderer", GetParam());
     mEffect.set("size", 10);
     mEffect.set("sizeRandom", 0.6);
@@ -209,11 +213,11 @@ TEST_P(Proxies, HaveTheCellsOfTheFullSize) {
     Image full = render(1);
     for (const int divisor : {2, 3, 4}) {
         Image proxy = render(divisor);
-        // The colours of a cell at full size and in the proxy belong to each other.
+        // Maps a cell's colour at full size to its colours in the proxy; there must be one each.
         std::map<std::array<float, 4>, std::set<std::array<float, 4>>> colours;
         for (int y = 0; y < kFull / divisor; ++y) {
             for (int x = 0; x < kFull / divisor; ++x) {
-                // Downwards a centre between two pixels belongs to the lower one.
+                // Counted downwards, a centre between two pixels belongs to the lower one.
                 const int fullX = (2 * x + 1) * divisor / 2;
                 const int fullY = kFull - 1 - (kFull * 2 - (2 * y + 1) * divisor) / 2;
                 const std::array<float, 4> cell = full.at(fullX, fullY);
@@ -230,7 +234,7 @@ TEST_P(Proxies, HaveTheCellsOfTheFullSize) {
 
 INSTANTIATE_TEST_SUITE_P(ByRenderer, Proxies, testing::Values(1, 2)); // OpenGL, Software
 
-TEST_F(Frames, TakeTheValuesOfTheirTime) {
+TEST_F(Frames, UseTheParameterValuesOfTheirTime) {
     Image source{.bounds = {0, 0, kWidth, kHeight}};
     source.make(Motley);
     const auto render = [&](double time) { return rendered(source, source, time).bytes; };
@@ -245,7 +249,7 @@ TEST_F(Frames, TakeTheValuesOfTheirTime) {
     EXPECT_NE(moving, render(0)) << "the value of another time";
 }
 
-TEST_F(Frames, AreWrittenInTheWindowAlone) {
+TEST_F(Frames, AreWrittenOnlyInsideTheRenderWindow) {
     Image source{.bounds = {0, 0, kWidth, kHeight}};
     source.make(Motley);
     Image whole = rendered(source, source);

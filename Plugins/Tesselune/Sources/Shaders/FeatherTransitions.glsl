@@ -1,5 +1,5 @@
-// Transitions with a ragged edge: over a band of dissolveFeather pixels, a cell's random value
-// shifts the moment at which it goes.
+// Transitions with a ragged edge: within a band of dissolveFeather pixels, a cell's random value
+// decides when the cell is removed.
 
 void dissolveTransitionLinear(inout MosicSample sample)
 {

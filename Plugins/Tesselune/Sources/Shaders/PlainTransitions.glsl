@@ -1,4 +1,5 @@
-// Transitions with a hard edge.
+// Transitions with a hard edge: a cell goes once dissolveTransitionPercent reaches its position on
+// the sweep, counted from 0 to 1.
 
 void dissolveTransitionLinear(inout MosicSample sample)
 {

@@ -26,7 +26,8 @@ uniform float useAlpha;
 
 out vec4 colourOut;
 
-// One pixel's cell. Locations are in pixels, from the first texel of the first row.
+// The cell that a pixel belongs to. Coordinates are in pixels; the origin is the first texel of the
+// first row.
 struct MosicSample {
     vec2 texCoords;
     vec2 colorCoords;
@@ -41,7 +42,7 @@ mat2 rotate(float a)
     return mat2(cos(a),-sin(a), sin(a), cos(a));
 }
 
-// The distance of P from the line through P0 and P1.
+// Returns the distance of P from the line through P0 and P1.
 float projectLength(vec2 P, vec2 P0, vec2 P1)
 {
     vec2 v = P1 - P0;
@@ -51,7 +52,7 @@ float projectLength(vec2 P, vec2 P0, vec2 P1)
     return distance(P, Pb);
 }
 
-// Marks the cell's reference point with a white disc.
+// Paints a white disc of 3 pixels radius on the cell's reference point.
 void paintPoint(inout MosicSample sample, in vec2 texCoords)
 {
     sample.color = mix(vec4(1.0), sample.color, step(3.0, distance(sample.texCoords, sample.center)));
@@ -62,7 +63,7 @@ vec2 restrainPosition(in vec2 pos)
     return vec2(clamp(pos.x, 1.0, texSize.x - 1.0), clamp(pos.y, 1.0, texSize.y - 1.0));
 }
 
-// The host's alpha, red, green, blue to red, green, blue, alpha.
+// Converts the host's ARGB to RGBA.
 vec4 swapChannel(in vec4 eColor)
 {
     return vec4(eColor.g, eColor.b, eColor.a, eColor.r);
@@ -88,7 +89,7 @@ float rand3(vec2 co)
     return nrand( co + 0.07*fract(0.56) );
 }
 
-// 1.0 where value is below percent, else 0.0.
+// Returns 1.0 if value is below percent, else 0.0.
 float fastPercentFilter(float value, float percent)
 {
     return 1.0 - step(percent, value);

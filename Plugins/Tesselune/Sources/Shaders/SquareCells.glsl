@@ -1,5 +1,5 @@
-// Square cells. Rung g of the size ladder, from sizeLevel for the largest cell down to 1, has the
-// size maxBlockSize / pow(2.0, sizeLevel - g).
+// Square cells. At level g of the size ladder, from sizeLevel (largest) down to 1, a cell measures
+// maxBlockSize / pow(2.0, sizeLevel - g).
 
 vec2 squareGrid(vec2 loc, vec2 block, float gridLevel)
 {

@@ -1,4 +1,5 @@
-// Triangle cells: rectangles in sheared space, cut into halves along the diagonal.
+// Triangle cells: the picture is sheared and divided into rectangles, each cut in two along its
+// diagonal.
 
 mat2 triangleMat(vec2 size)
 {
@@ -19,7 +20,7 @@ void getTriangleMosicSample(in vec2 pixLoc, in vec2 blockSize, inout MosicSample
 {
     mat2 inverseMat = inverseTriangleMat(blockSize);
     vec2 offset = vec2(mod(pixLoc.x, blockSize.x), mod(pixLoc.y, blockSize.y));
-    // The first row lies on the small-y side, where the slope's quotient has no value.
+    // At offset.y = 0 the quotient below is undefined. That row is on the small-y side.
     float smallYSide = 1.0;
     if (offset.y > 0.0) {
         smallYSide = step(blockSize.x / blockSize.y, offset.x / offset.y);
