@@ -12,7 +12,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// The part of the way that is done at the part `t` of the time.
+/// Returns the fraction of the way covered at fraction `t` of the time, both 0 to 1.
 double Way(Interpolation interpolation, double t) {
     switch (interpolation) {
     case Interpolation::Hold:
