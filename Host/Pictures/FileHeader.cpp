@@ -7,7 +7,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Of ASCII, whatever the locale.
+/// Converts ASCII letters to lower case, whatever the locale.
 std::string SmallLetters(std::string text) {
     for (char& letter : text) {
         if (letter >= 'A' && letter <= 'Z') {
