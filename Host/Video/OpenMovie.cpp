@@ -11,7 +11,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Text and single pictures are movies to FFmpeg, too.
+/// Returns false for text and still pictures, which FFmpeg reads as movies too.
 bool HoldsMovies(const AVInputFormat& format) {
     constexpr std::array<std::string_view, 6> kOthers{"tty", "bin", "xbin", "adf", "idf", "image2"};
     constexpr std::string_view kPicture = "_pipe";
@@ -22,7 +22,7 @@ bool HoldsMovies(const AVInputFormat& format) {
 } // namespace
 
 AvInput OpenMovie(const std::filesystem::path& file) {
-    // The protocol is said, so that no name is taken for an address on the net.
+    // The explicit protocol keeps FFmpeg from taking a name for a network address.
     const std::string address = file == kStandardStream ? "pipe:0" : "file:" + file.string();
     const std::string failure = fmt::format("cannot read '{}' as a movie", file.string());
     AVFormatContext* opened = nullptr;
