@@ -71,7 +71,7 @@ PicturePart ReadPart(PictureFile& file, const std::vector<ColourLayer>& layers,
                      const ReadSetting& setting, std::vector<std::string>& losses) {
     ImageSpec layout = file.layout();
     const std::vector<int> others = OtherPlaces(layout, layers);
-    constexpr int kSeparated = 5; // PhotometricInterpretation of CMYK in TIFF 6.0
+    constexpr int kSeparated = 5; // the value for CMYK
     if (layout.get_int_attribute("tiff:PhotometricInterpretation") == kSeparated) {
         losses.emplace_back("CMYK was made RGB without a profile");
     }

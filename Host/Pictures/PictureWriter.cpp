@@ -33,7 +33,7 @@ using OIIO::TypeDesc;
     throw Error(fmt::format("cannot write '{}': {}", target.string(), reason));
 }
 
-/// Returns the luma according to ITU-R BT.709.
+/// Returns the BT.709 luma.
 template <typename Channel>
 Channel GreyOf(const Channel* rgb) {
     const double luma = 0.2126 * static_cast<double>(rgb[0]) +
