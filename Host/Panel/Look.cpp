@@ -16,7 +16,7 @@ namespace Kerovane::Host {
 namespace {
 
 constexpr std::size_t kMostKeys = 10000;
-constexpr double kSamePlace = 1e-6; // frames or seconds
+constexpr double kSamePlace = 1e-6; // in frames or seconds
 
 Interpolation WayNamed(const Parameter& parameter, std::string_view name) {
     for (const Interpolation way : Interpolations(parameter)) {
@@ -27,7 +27,7 @@ Interpolation WayNamed(const Parameter& parameter, std::string_view name) {
     throw Error(fmt::format("can't go '{}' from key to key", name));
 }
 
-/// Whole numbers stay whole between keys.
+/// Rounds values between keys if the parameter takes whole numbers only.
 double Settable(const Parameter& parameter, double value) {
     return parameter.takesWholeNumbers() ? std::round(value) : value;
 }
