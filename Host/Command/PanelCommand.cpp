@@ -29,12 +29,12 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// What the line asks for.
+/// The values of the command's options.
 struct PanelOptions {
     std::filesystem::path in;
     std::uint16_t port = 0;
     bool noOpen = false;
-    std::filesystem::path outputFolder; ///< empty: nothing is written
+    std::filesystem::path outputFolder; ///< empty: the page cannot write files
     ShotOptions shot;
     PictureOptions picture;
     PresetOptions preset;
@@ -83,7 +83,7 @@ FootageRequest FootageOf(const PanelOptions& options) {
                            .conversion = options.picture.conversion()};
     options.picture.set(request.reading);
     if (request.conversion) {
-        request.reading.depth = Depth::Float32; // as the command does
+        request.reading.depth = Depth::Float32; // as the command line does
     }
     if (options.shot.hasRate()) {
         request.rate = options.shot.rate();
@@ -103,8 +103,8 @@ PanelSetup SetupOf(const PanelOptions& options, CommandContext& context) {
     std::shared_ptr<Footage> footage = OpenFootage(FootageOf(options));
     const std::string given = options.picture.givenForPictures();
     if (footage->kind() == FootageKind::Movie && !given.empty()) {
-        throw Error(fmt::format("{} is for pictures, and '{}' is none", given,
-                                options.in.string()));
+        throw Error(
+            fmt::format("{} is for pictures, and '{}' is none", given, options.in.string()));
     }
     const Renderer with = options.renderer.choose(context, look.renderer);
     return {.renderer = renderer,
@@ -122,7 +122,7 @@ PanelSetup SetupOf(const PanelOptions& options, CommandContext& context) {
             .outputFolder = options.outputFolder};
 }
 
-/// Null if the address can't be opened.
+/// Returns null if the address cannot be opened.
 std::unique_ptr<Invitation> Invite(const std::string& address, StandardStreams& streams) {
     try {
         return std::make_unique<Invitation>(address);

@@ -14,7 +14,7 @@ namespace Kerovane::Host {
 namespace {
 
 struct ParamsOptions {
-    std::string name; ///< empty: all
+    std::string name; ///< empty: all parameters
     bool asJson = false;
 };
 

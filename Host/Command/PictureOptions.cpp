@@ -36,7 +36,7 @@ void PictureOptions::set(ReadSetting& setting) const {
     setting.choice = {.layer = mLayer, .part = mPart};
     setting.keepOverscan = !mOverscan.empty();
     if (!mConvert.first.empty() && !setting.depth) {
-        setting.depth = Depth::Float32; // few of 8 bits would be left
+        setting.depth = Depth::Float32; // converting 8-bit colour would lose levels
     }
 }
 

@@ -24,7 +24,7 @@ namespace Kerovane::Host {
 namespace {
 
 std::string ContentOf(const std::filesystem::path& path) {
-    constexpr std::size_t kMegabytes = 4; // some hundred thousand keys
+    constexpr std::size_t kMegabytes = 4; // enough for some hundred thousand keys
     constexpr std::size_t kMost = kMegabytes << 20U;
     std::ifstream file(path, std::ios::binary);
     std::string content(kMost + 1, '\0');
@@ -51,9 +51,9 @@ std::string SettingsIn(const std::filesystem::path& picture) {
     return *settings;
 }
 
-/// A file of that name, else the shipped preset.
+/// Returns the file with that name, or else the shipped preset's file.
 std::filesystem::path PresetFile(const std::filesystem::path& name) {
-    std::error_code error; // counts as not there
+    std::error_code error; // counts as absent
     if (std::filesystem::exists(name, error)) {
         return name;
     }
@@ -98,7 +98,7 @@ void PresetOptions::addTo(CLI::App& command) {
 Preset PresetOptions::load(const FrameRenderer& renderer, const ParameterSettings& onLine) const {
     Preset preset = mToLoad.empty() ? Preset() : ReadPreset(PresetFile(mToLoad), renderer);
     ParameterSettings settings = onLine;
-    settings.merge(preset.settings); // adds what isn't there
+    settings.merge(preset.settings); // adds only what is missing
     preset.settings = std::move(settings);
     return preset;
 }

@@ -28,12 +28,12 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// What the line asks for.
+/// The values of the command's options.
 struct RenderOptions {
     std::filesystem::path in;
     std::filesystem::path out;
     A_long downsample = 1;
-    std::filesystem::path jsonLog; ///< empty: none
+    std::filesystem::path jsonLog; ///< empty: no log
     bool makeFolders = false;
     bool quiet = false;
     ShotOptions shot;
@@ -82,7 +82,7 @@ void RenderOptions::addTo(CLI::App& command) {
         "      --transition-progress \"1001:0:smooth 1050:100\"");
 }
 
-/// A single picture is frame 0, and what fails with it fails as a whole.
+/// Returns a shot of one picture, as frame 0.
 Shot SinglePicture(const ShotRequest& request) {
     Shot shot;
     shot.frames.push_back({.number = 0, .input = request.input, .output = request.output});
@@ -98,17 +98,17 @@ void TellMissing(const Shot& shot, MissingFrames missing, StandardStreams& strea
     }
 }
 
-/// Targets that can't be written at all are told of before anything is rendered.
+/// Throws Error if the target cannot be written, before anything is rendered.
 void CheckTarget(const Shot& shot, const PictureSettings& settings) {
     if (!shot.frames.empty()) {
         PictureWriter(shot.frames.front().output, settings);
     }
 }
 
-/// Makes the folder of a file that is written, with `make`, or throws Error if it isn't there.
+/// Throws Error if the folder of `file` does not exist, or creates it if `make` is true.
 void CheckFolderOf(const std::filesystem::path& file, bool make) {
     const std::filesystem::path folder = file.parent_path();
-    std::error_code error; // counts as not there
+    std::error_code error; // counts as absent
     if (folder.empty() || std::filesystem::is_directory(folder, error)) {
         return;
     }
@@ -122,15 +122,15 @@ void CheckFolderOf(const std::filesystem::path& file, bool make) {
     }
 }
 
-/// For a file of which nothing is left to do if it stays.
+/// Throws Error if the only output exists already and must be kept.
 void CheckNew(const std::filesystem::path& file) {
-    std::error_code error; // counts as not there
+    std::error_code error; // counts as absent
     if (std::filesystem::exists(file, error)) {
         throw Error(fmt::format("'{}' is there already, and --no-clobber keeps it", file.string()));
     }
 }
 
-/// The folders of all frames.
+/// Calls CheckFolderOf for each folder of the frames.
 void CheckFolders(const Shot& shot, bool make) {
     std::filesystem::path last;
     for (const ShotFrame& frame : shot.frames) {
@@ -172,7 +172,7 @@ ShotDrawing DrawingOf(const RenderOptions& options, FrameRenderer& renderer, con
 
 constexpr const char* kProgram = "tesselune " TESSELUNE_VERSION;
 
-/// All but what depends on the look.
+/// Returns the settings that do not depend on the look.
 ShotSetting SettingOf(const RenderOptions& options) {
     ShotSetting setting = options.shot.setting();
     options.picture.set(setting.reading);
@@ -271,7 +271,7 @@ int RenderMovie(const RenderOptions& options, MovieRequest request, CommandConte
     return losses.empty() ? status : kPartOfTheInput;
 }
 
-/// Throws Error if an option was given that has no meaning for such files.
+/// Throws Error if an option was given that does not apply to the kind of input or output.
 void CheckOptions(const RenderOptions& options, const MovieRequest& request) {
     const auto check = [](const std::string& given, const char* use,
                           const std::filesystem::path& file) {

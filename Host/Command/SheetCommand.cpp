@@ -30,15 +30,15 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// What the line asks for.
+/// The values of the command's options.
 struct SheetOptions {
     std::filesystem::path in;
     std::filesystem::path out;
     std::vector<std::string> vary; ///< empty: an overview
-    A_long width = 320;            ///< of a cell's picture, in pixels
-    std::size_t columns = 8;       ///< of a row that goes on in the next
+    A_long width = 320;            ///< of each picture, in pixels
+    std::size_t columns = 8;       ///< pictures in a row before the next row begins
     std::string frames;            ///< empty: frame 0
-    std::string rate;              ///< empty: FrameRate's own
+    std::string rate;              ///< empty: FrameRate's default
     PictureOptions picture;
     PresetOptions preset;
     RendererOptions renderer;
@@ -96,7 +96,7 @@ Label LabelOf(const SheetCell& cell) {
     return label;
 }
 
-/// An empty sheet with a place for each cell of `plan`.
+/// Returns an empty sheet with a place for each cell of `plan`.
 ContactSheet Layout(const SheetPlan& plan, const World& input, A_long width) {
     std::vector<std::vector<Label>> labels;
     for (const std::vector<SheetCell>& row : plan) {
@@ -108,7 +108,7 @@ ContactSheet Layout(const SheetPlan& plan, const World& input, A_long width) {
     return {std::move(labels), pictureWidth, std::max(1, static_cast<int>(std::lround(height)))};
 }
 
-/// What is said of the picture is said of the sheet, which has a size of its own.
+/// Returns the picture's metadata with the sheet's size.
 OIIO::ImageSpec OriginOfSheet(OIIO::ImageSpec origin, const World& sheet) {
     origin.x = origin.y = origin.full_x = origin.full_y = 0;
     origin.width = origin.full_width = sheet.width();
@@ -138,7 +138,7 @@ SheetPlan PlanOf(const SheetOptions& options, const std::vector<Parameter>& para
     return plan;
 }
 
-/** Shows on a terminal how far a sheet is. */
+/** Shows a sheet's progress on a terminal. */
 class SheetProgress {
 public:
     SheetProgress(const SheetPlan& plan, StandardStreams& streams)
