@@ -41,7 +41,7 @@ void SetUp(CLI::App& command, CommandContext& context) {
 }
 
 const CommandRegistration kAbout({.name = "about",
-                                  .description = "Tell the versions of the effect and of OpenGL",
+                                  .description = "Print the versions of the effect and of OpenGL",
                                   .setUp = SetUp});
 
 } // namespace

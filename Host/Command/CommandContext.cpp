@@ -38,7 +38,7 @@ void CommandContext::addTo(CLI::App& app) {
     app.add_option("--effect", mModules.bits8, "module of the effect [the installed ones]")
         ->type_name(kFileType);
     app.add_flag("--verbose", mVerbose,
-                 "tell the time of each stage, and what the effect and libraries print");
+                 "print the time of each stage, and what the effect and libraries print");
 }
 
 std::vector<std::string> CommandContext::effectWords() const {

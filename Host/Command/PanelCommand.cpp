@@ -49,13 +49,13 @@ void PanelOptions::addTo(CLI::App& command) {
         ->required()
         ->type_name(kFileType);
     constexpr int kMostPort = 65535;
-    command.add_option("--port", port, "to listen on, of this machine alone [a free one]")
+    command.add_option("--port", port, "port to listen on, on this machine only [a free one]")
         ->check(CLI::Range(0, kMostPort).description(""))
         ->type_name("N");
-    command.add_flag("--no-open", noOpen, "print the address alone, and open no browser");
+    command.add_flag("--no-open", noOpen, "print the address, and do not open a browser");
     command
         .add_option("--output-folder", outputFolder,
-                    "where the page may save and render; without it nothing is written")
+                    "where the page may save and render; without it the page writes no files")
         ->type_name(kFileType);
     shot.addFootageTo(command);
     picture.addTo(command);
@@ -127,7 +127,8 @@ std::unique_ptr<Invitation> Invite(const std::string& address, StandardStreams& 
     try {
         return std::make_unique<Invitation>(address);
     } catch (const Error& error) {
-        streams.complain(fmt::format("the address has to be opened by hand: {}", error.what()));
+        streams.complain(
+            fmt::format("cannot open the browser, so open the address yourself: {}", error.what()));
         return nullptr;
     }
 }
@@ -159,7 +160,7 @@ void SetUp(CLI::App& command, CommandContext& context) {
 }
 
 const CommandRegistration kPanel({.name = "panel",
-                                  .description = "Try the effect by eye, in the browser",
+                                  .description = "Try the effect interactively, in the browser",
                                   .setUp = SetUp});
 
 } // namespace

@@ -45,7 +45,7 @@ std::string SettingsIn(const std::filesystem::path& picture) {
     const std::optional<std::string> settings = RecordedSettings(picture);
     if (!settings) {
         throw Error(fmt::format("'{}' holds no settings: it was not made by tesselune, or its "
-                                "format keeps none, as PNG and OpenEXR do",
+                                "format cannot store them as PNG and OpenEXR can",
                                 picture.string()));
     }
     return *settings;
@@ -81,16 +81,17 @@ Preset ReadPreset(const std::filesystem::path& file, const FrameRenderer& render
 
 void PresetOptions::addLoadingTo(CLI::App& command) {
     command
-        .add_option("--preset", mToLoad,
-                    "parameters to start from: a file, a picture that was made so, or a name that "
-                    "tesselune presets lists; options win over it")
+        .add_option(
+            "--preset", mToLoad,
+            "parameters to start from: a file, a rendered picture, or a name that tesselune "
+            "presets lists; options override it")
         ->type_name(kPresetType)
         ->group("Presets");
 }
 
 void PresetOptions::addTo(CLI::App& command) {
     addLoadingTo(command);
-    command.add_option("--save-preset", mToSave, "file to keep the parameters in")
+    command.add_option("--save-preset", mToSave, "file to save the parameters to")
         ->type_name(kFileType)
         ->group("Presets");
 }

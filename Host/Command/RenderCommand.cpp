@@ -53,28 +53,29 @@ void RenderOptions::addTo(CLI::App& command) {
                     "movie, picture or sequence to read: shot.#.png, shot.%04d.exr; - is a pipe")
         ->required()
         ->type_name(kFileType);
-    command.add_option("OUT", out, "the same to write, as its extension says")
+    command.add_option("OUT", out, "file or sequence to write, in the format of its extension")
         ->required()
         ->type_name(kFileType);
-    command.add_flag("--mkdir", makeFolders, "make the folders of OUT that aren't there");
+    command.add_flag("--mkdir", makeFolders, "create missing folders of OUT");
     shot.addTo(command);
     picture.addTo(command);
     picture.addOverscanTo(command);
     output.addTo(command);
     command
         .add_option("--downsample", downsample,
-                    "IN is a preview, reduced so many times: pixels in parameters follow [1]")
+                    "IN is a preview scaled down by N; parameters are for full size [1]")
         ->check(CLI::Range(1, kMaxDownsample).description(""))
         ->type_name("N");
     renderer.addTo(command);
     preset.addTo(command);
     command.add_flag("--quiet", quiet, "show failures only")->group("Progress");
-    command.add_option("--json-log", jsonLog, "a line of JSON for each frame; - is the output")
+    command
+        .add_option("--json-log", jsonLog, "a line of JSON for each frame; - is standard output")
         ->type_name(kFileType)
         ->group("Progress");
     command.footer(
         "A parameter takes one value, or keys FRAME:VALUE with linear, hold, smooth, "
-        "ease-in, ease-out or ease-in-out behind them; 2.5s is a time instead of a "
+        "ease-in, ease-out or ease-in-out after the value; 2.5s is a time instead of a "
         "frame.\n\nExamples:\n"
         "  tesselune render clip.mp4 cells.mp4 --size 40 --transition-progress \"0:0 48:100\"\n"
         "  tesselune render photo.jpg cells.png --shape-type triangle --size 40\n"
@@ -150,7 +151,7 @@ void CheckTimes(const Shot& shot, FrameRate rate) {
 
 /// Ignores SIGXFSZ and SIGPIPE: writing then fails with an error code instead of ending the
 /// process.
-void LetWritingFail() {
+void IgnoreWriteSignals() {
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 }
@@ -214,7 +215,7 @@ int RenderPictures(const RenderOptions& options, CommandContext& context) {
     options.preset.save(renderer, look);
     TellMissing(shot, request.missing, context.streams());
 
-    LetWritingFail();
+    IgnoreWriteSignals();
     const Interruption interruption;
     AddLook(look, renderer, setting.pictures.files);
     RenderShot(shot.frames, setting, DrawingOf(options, renderer, look, rate), TellTo(report),
@@ -231,7 +232,7 @@ int RenderMovie(const RenderOptions& options, MovieRequest request, CommandConte
     request.pictures = setting.pictures;
     AddLook(look, renderer, request.pictures.files);
     request.settings.alpha = request.pictures.files.canLeaveHoles;
-    LetWritingFail();
+    IgnoreWriteSignals();
     const Interruption interruption;
     MovieJob job(request, context.streams());
     CheckTimes(job.shot(), job.rate());

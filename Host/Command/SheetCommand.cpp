@@ -55,23 +55,25 @@ void SheetOptions::addTo(CLI::App& command) {
         ->required()
         ->type_name(kFileType);
     command
-        .add_option("--vary", vary,
-                    "a parameter to vary, the whole effect if there is none; PARAMETER alone for "
-                    "all choices; 8..64x8 for eight values; twice for a grid")
+        .add_option(
+            "--vary", vary,
+            "a parameter to vary; PARAMETER alone for all choices; 8..64x8 for eight values; "
+            "twice for a grid; without --vary an overview")
         ->allow_extra_args(false)
         ->take_all()
         ->type_name(kVariationType);
     constexpr int kMinWidth = 16;
-    command.add_option("--width", width, "pixels across each picture, at most IN's own [320]")
+    command
+        .add_option("--width", width, "width of each picture in pixels, at most that of IN [320]")
         ->check(CLI::Range(kMinWidth, World::kMaxSide).description(""))
         ->type_name("N");
     constexpr std::size_t kMostColumns = 1000;
-    command.add_option("--columns", columns, "pictures in a row, if one thing varies alone [8]")
+    command.add_option("--columns", columns, "pictures in a row, if only one thing varies [8]")
         ->check(CLI::Range(std::size_t{1}, kMostColumns).description(""))
         ->type_name("N");
     command
         .add_option("--frames", frames,
-                    "the parameters' keys, or the sequence, over time: 0-48x6 or 1,5,9")
+                    "frames of the keys or the sequence to show: 0-48x6 or 1,5,9")
         ->type_name("LIST");
     command.add_option("--fps", rate, "frames a second: 25, 23.976 or 24000/1001 [24]")
         ->type_name("RATE");

@@ -30,7 +30,7 @@ PF_LayerDef LayerOver(const ConstPixelView& view) {
 
 /// Returns `layer`, recreated if its size or depth differs from that of `view`.
 World& Fitted(std::optional<World>& layer, const ConstPixelView& view) {
-    if (!layer || !HaveOneShape(ViewOf(*layer), view)) {
+    if (!layer || !HaveSameShape(ViewOf(*layer), view)) {
         layer.emplace(view.depth, view.width, view.height);
     }
     return *layer;
@@ -50,7 +50,7 @@ Effect& EffectRenderer::effectFor(Depth depth) {
 
 void EffectRenderer::render(const Frame& frame, const ParameterValues& values,
                             const ConstPixelView& in, const PixelView& out) {
-    if (!HaveOneShape(in, out)) {
+    if (!HaveSameShape(in, out)) {
         throw Error("the output differs from the input in depth or size");
     }
     CheckDrawable(in.width, in.height);

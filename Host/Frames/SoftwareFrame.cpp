@@ -75,7 +75,7 @@ Software::MosaicParameters MosaicParametersOf(const std::vector<Parameter>& para
 
 void DrawSoftwareFrame(const Software::MosaicParameters& parameters, const ConstPixelView& in,
                        const PixelView& out, int threads) {
-    if (!HaveOneShape(in, out)) {
+    if (!HaveSameShape(in, out)) {
         throw Error("the output differs from the input in depth or size");
     }
     if (ShareMemory(in, out)) {

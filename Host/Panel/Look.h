@@ -45,9 +45,10 @@ public:
     /// Otherwise sets the constant value.
     void setValue(double frame, std::string_view text);
 
-    /// Adds or changes the key at `frame`. An empty `text` keeps the value at that time. `way`
-    /// names the interpolation to the next key; if it is empty, the interpolation is kept.
-    void putKey(double frame, std::string_view text, std::string_view way);
+    /// Adds or changes the key at `frame`. An empty `text` keeps the value at that time.
+    /// `interpolation` names the interpolation to the next key; if it is empty, the interpolation
+    /// is kept.
+    void putKey(double frame, std::string_view text, std::string_view interpolation);
 
     /// Removes a key. If it was the last one, its value remains as the constant value.
     void removeKey(std::size_t index);

@@ -210,7 +210,8 @@ void Check(const World& world, const PreviewView& view) {
     const bool isShrunk = view.shownWidth >= 1 && view.shownWidth <= view.width &&
                           view.shownHeight >= 1 && view.shownHeight <= view.height;
     if (world.depth() != Depth::Bits8 || !isWithin || !isShrunk) {
-        throw Error(fmt::format("no such view of {} x {} pixels", world.width(), world.height()));
+        throw Error(fmt::format("the view is not within the {} x {} pixels of the picture",
+                                world.width(), world.height()));
     }
 }
 
@@ -220,7 +221,7 @@ Ground ParseGround(const std::string& text) {
     static constexpr std::array<std::string_view, 3> kNames{"checker", "black", "white"};
     const auto* const found = std::ranges::find(kNames, text);
     if (found == kNames.end()) {
-        throw Error(fmt::format("'{}' is no ground", text));
+        throw Error(fmt::format("the ground is checker, black or white, not '{}'", text));
     }
     return static_cast<Ground>(found - kNames.begin());
 }

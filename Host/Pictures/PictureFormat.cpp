@@ -14,7 +14,7 @@ using namespace std::string_view_literals;
 constexpr std::string_view kReaderNotSafe = "as their reader is not safe";
 
 /// The GIF reader counts bytes in an int and writes out of bounds if that overflows.
-std::string ClaimOfGif(const FileHeader& header) {
+std::string ReasonNotToOpenGif(const FileHeader& header) {
     constexpr std::uint64_t kBytesPerPixel = 4;
     const std::uint64_t bytes = header.number(6, 2, std::endian::little) *
                                 header.number(8, 2, std::endian::little) * kBytesPerPixel;
@@ -24,7 +24,7 @@ std::string ClaimOfGif(const FileHeader& header) {
 
 /// The DPX reader allocates as much memory for user data as the header states, whatever the file's
 /// size.
-std::string ClaimOfDpx(const FileHeader& header) {
+std::string ReasonNotToOpenDpx(const FileHeader& header) {
     constexpr std::size_t kUserSizePlace = 32;
     constexpr std::uint64_t kUndefined = 0xffffffff;
     const std::uint64_t userSize = header.number(
@@ -35,7 +35,7 @@ std::string ClaimOfDpx(const FileHeader& header) {
 }
 
 /// The PSD reader accesses all channels of the colour mode, even if the file has fewer.
-std::string ClaimOfPsd(const FileHeader& header, const OIIO::ImageSpec& layout) {
+std::string ReasonNotToReadPsd(const FileHeader& header, const OIIO::ImageSpec& layout) {
     constexpr std::uint64_t kIndexed = 2; // one channel is expanded to three
     constexpr std::uint64_t kCmyk = 4;    // four channels are converted to three
     const std::uint64_t mode = header.number(24, 2, std::endian::big);
@@ -55,16 +55,16 @@ const std::vector<PictureFormat>& Formats() {
         {.name = "DPX",
          .reader = "dpx",
          .signatures = {{"SDPX"}, {"XPDS"}},
-         .claimBeforeOpening = ClaimOfDpx},
+         .reasonNotToOpen = ReasonNotToOpenDpx},
         {.name = "WebP", .reader = "webp", .signatures = {{"WEBP", 8}}},
         {.name = "GIF",
          .reader = "gif",
          .signatures = {{"GIF87a"}, {"GIF89a"}},
-         .claimBeforeOpening = ClaimOfGif},
+         .reasonNotToOpen = ReasonNotToOpenGif},
         {.name = "PSD",
          .reader = "psd",
          .signatures = {{"8BPS"}},
-         .claimBeforeReading = ClaimOfPsd},
+         .reasonNotToRead = ReasonNotToReadPsd},
         {.name = "JPEG 2000",
          .reader = "jpeg2000",
          .signatures = {{"\0\0\0\x0cjP  \r\n\x87\n"sv}, {"\xff\x4f\xff\x51"}}},
@@ -162,12 +162,12 @@ std::string ReasonNotToOpen(const PictureFormat* format, const FileHeader& heade
                            format->whyNotRead.empty() ? "" : ", ", format->whyNotRead,
                            NamesOfFormatsRead());
     }
-    return format->claimBeforeOpening != nullptr ? format->claimBeforeOpening(header) : "";
+    return format->reasonNotToOpen != nullptr ? format->reasonNotToOpen(header) : "";
 }
 
 std::string ReasonNotToRead(const PictureFormat& format, const FileHeader& header,
                             const OIIO::ImageSpec& layout) {
-    return format.claimBeforeReading != nullptr ? format.claimBeforeReading(header, layout) : "";
+    return format.reasonNotToRead != nullptr ? format.reasonNotToRead(header, layout) : "";
 }
 
 } // namespace Kerovane::Host

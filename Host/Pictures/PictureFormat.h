@@ -29,10 +29,10 @@ struct PictureFormat {
 
     /// Returns why the reader must not open the file, by its header; empty if it may. Null if
     /// nothing needs checking.
-    std::string (*claimBeforeOpening)(const FileHeader&) = nullptr;
+    std::string (*reasonNotToOpen)(const FileHeader&) = nullptr;
     /// Returns why the reader must not read the pixels, by the layout that it reported. Null as
     /// above.
-    std::string (*claimBeforeReading)(const FileHeader&, const OIIO::ImageSpec&) = nullptr;
+    std::string (*reasonNotToRead)(const FileHeader&, const OIIO::ImageSpec&) = nullptr;
 };
 
 /// Returns the format by the file's content, or else by its extension. Returns null if neither is

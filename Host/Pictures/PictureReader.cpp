@@ -73,7 +73,7 @@ PicturePart ReadPart(PictureFile& file, const std::vector<ColourLayer>& layers,
     const std::vector<int> others = OtherPlaces(layout, layers);
     constexpr int kSeparated = 5; // the value for CMYK
     if (layout.get_int_attribute("tiff:PhotometricInterpretation") == kSeparated) {
-        losses.emplace_back("CMYK was made RGB without a profile");
+        losses.emplace_back("CMYK was converted to RGB without a profile");
     }
     const bool reachesBeyond = file.isOpenExr() && ReachesBeyondItsFrame(layout);
     const bool keepsOverscan = reachesBeyond && setting.keepOverscan;
@@ -169,9 +169,9 @@ void CheckSingle(PictureFile& file, Picture& picture) {
         file.fail("it is animated, and of WebP only still pictures are read");
     }
     picture.losses.push_back(picture.format == "psd"
-                                 ? "the layers of the PSD file are left out: it is taken as they "
-                                   "show together"
-                                 : "pictures behind the first one in the file are left out");
+                                 ? "the layers of the PSD file are left out: only the merged "
+                                   "picture is read"
+                                 : "pictures after the first one in the file are left out");
 }
 
 } // namespace

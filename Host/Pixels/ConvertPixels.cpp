@@ -98,7 +98,7 @@ void ConvertRow(const ConstPixelView& from, const PixelView& to, std::ptrdiff_t 
 } // namespace
 
 void ConvertPixels(const ConstPixelView& from, const PixelView& to) {
-    if (!HaveOneShape(from, to)) {
+    if (!HaveSameShape(from, to)) {
         throw Error("pixels can't be converted between pictures of different size or depth");
     }
     WithChannelType(from.depth, [&](auto type) {

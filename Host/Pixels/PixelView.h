@@ -60,7 +60,7 @@ using PixelView = BasicPixelView<std::byte>;
 using ConstPixelView = BasicPixelView<const std::byte>;
 
 /// Returns whether two pictures have the same width, height and depth.
-inline bool HaveOneShape(const ConstPixelView& one, const ConstPixelView& other) {
+inline bool HaveSameShape(const ConstPixelView& one, const ConstPixelView& other) {
     return one.width == other.width && one.height == other.height && one.depth == other.depth;
 }
 

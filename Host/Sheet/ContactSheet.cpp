@@ -62,7 +62,7 @@ int LabelHeight(const std::vector<Label>& row) {
 /// Throws Error if a side of the page is too long.
 int PageSide(std::int64_t side) {
     if (side > World::kMaxSide) {
-        throw Error(fmt::format("the sheet would be {} pixels wide or high, beyond {}", side,
+        throw Error(fmt::format("the sheet would be {} pixels wide or high, more than {}", side,
                                 World::kMaxSide));
     }
     return static_cast<int>(side);

@@ -101,7 +101,7 @@ void CarriedStreams::addStream(const AVStream& from, const PacketSink& sink) {
         return;
     }
     if (!holds && !CanConvert(from, usual)) {
-        mNotes.push_back(fmt::format("{} ({}) left out: {} files hold none such", NameOf(from),
+        mNotes.push_back(fmt::format("{} ({}) left out: {} files cannot hold it", NameOf(from),
                                      avcodec_get_name(from.codecpar->codec_id), container.name));
         return;
     }

@@ -185,7 +185,7 @@ void MovieWriter::openEncoder(const MovieSettings& settings) {
         }
     }
     if ((settings.quality || settings.bitRate) && mCodec->setQuality == nullptr) {
-        mNotes.push_back(fmt::format("{} has one quality", mCodec->name));
+        mNotes.push_back(fmt::format("{} has no choice of quality", mCodec->name));
     }
     if (av_dict_parse_string(options.address(), settings.codecOptions.c_str(), "=", ":,", 0) < 0) {
         throw Error(fmt::format("--codec-options takes NAME=VALUE:NAME=VALUE, not '{}'",

@@ -31,7 +31,7 @@ AvInput OpenMovie(const std::filesystem::path& file) {
     CheckAv(avformat_open_input(&opened, address.c_str(), nullptr, options.address()), failure);
     AvInput movie(opened);
     if (!HoldsMovies(*movie->iformat)) {
-        throw Error(failure + ": it is none");
+        throw Error(failure + ": it is not one");
     }
     CheckAv(avformat_find_stream_info(movie.get(), nullptr), failure);
     return movie;
