@@ -50,7 +50,7 @@ public:
     /// is kept.
     void putKey(double frame, std::string_view text, std::string_view interpolation);
 
-    /// Removes a key. If it was the last one, its value remains as the constant value.
+    /// Removes a key. When the only key is removed, its value stays as a constant.
     void removeKey(std::size_t index);
 
     /// Moves a key. It replaces any key at its new place.

@@ -24,7 +24,7 @@ struct Parameter {
     PF_ParamDef definition{};         ///< as passed by the effect
     std::string name;                 ///< shown name; may be empty
     std::string label;                ///< text beside a checkbox; may be empty
-    std::vector<std::string> choices; ///< of a popup
+    std::vector<std::string> choices; ///< a popup's choices
     double defaultValue = 0;
     Interval valid;    ///< accepted values
     Interval slider;   ///< the slider's range, within `valid`

@@ -30,7 +30,7 @@ public:
     /// `order`. The bytes must be within the first kSize; those beyond the end of the file are 0.
     std::uint64_t number(std::size_t place, std::size_t count, std::endian order) const;
 
-    static constexpr std::size_t kSize = 256; ///< bytes
+    static constexpr std::size_t kSize = 256; ///< in bytes
 
 private:
     std::string mExtension;

@@ -7,9 +7,8 @@
 namespace Kerovane::Host {
 
 /**
- * A file in memory, for libraries that write to a file by name. Unlike a file on disk it never
- * meets a full disk, but it is subject to the process's limit on file sizes. Destroyed with the
- * object.
+ * A file in memory, for libraries that write to a file by name. It cannot run out of disk space,
+ * but is subject to the process's limit on file sizes. Destroyed with the object.
  */
 class MemoryFile {
 public:

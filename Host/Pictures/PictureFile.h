@@ -67,7 +67,7 @@ private:
     std::string mName;
     std::unique_ptr<OIIO::ImageInput> mInput;
     int mPart = 0;
-    std::size_t mValues = 0; ///< of all parts so far
+    std::size_t mValues = 0; ///< channel values in all parts so far
 };
 
 } // namespace Kerovane::Host

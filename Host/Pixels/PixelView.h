@@ -28,7 +28,7 @@ auto WithChannelType(Depth depth, F&& f) {
 /// The order of a pixel's channels in memory: Argb as effects have it, Rgba as most libraries do.
 enum class ChannelOrder { Argb, Rgba };
 
-/// Whether the colour of a pixel has been multiplied by its alpha.
+/// The form of alpha: colour is multiplied by alpha if it is premultiplied.
 enum class Alpha { Straight, Premultiplied };
 
 /**

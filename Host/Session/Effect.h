@@ -10,7 +10,7 @@
 
 namespace Kerovane::Host {
 
-/// A frame's time and scale.
+/// The time of a frame and the scale of its pixels.
 struct Frame {
     Time time;
     A_long timeStep = 1;   ///< duration of a frame, in ticks

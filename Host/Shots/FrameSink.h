@@ -46,8 +46,8 @@ public:
     /// frame fails. May return null.
     virtual std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, Picture& picture) = 0;
 
-    /// Called for every frame that began, in order. `packed` is also null if the frame failed.
-    /// Throws Error if no further frame can be stored.
+    /// Called for every frame that began, in order, until the source or the sink fails. `packed` is
+    /// also null if the frame failed. Throws Error if no further frame can be stored.
     virtual void put(SourceFrame& frame, std::unique_ptr<PackedFrame> packed) = 0;
 };
 

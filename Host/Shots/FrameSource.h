@@ -8,7 +8,7 @@
 
 namespace Kerovane::Host {
 
-/** A frame that a source has begun. */
+/** A frame of a source, whose pixels can be read. */
 class SourceFrame {
 public:
     explicit SourceFrame(ShotFrame frame) : mFrame(std::move(frame)) {}

@@ -19,7 +19,7 @@ public:
     /// Returns whether the format consists of planes of luma and chroma without alpha.
     static bool canDraw(AVPixelFormat format);
 
-    /// Returns a new frame. `in` must have the map's size and the format. Thread-safe.
+    /// Returns a new frame. `in` must have the map's size and the coding's format. Thread-safe.
     AvFrame draw(const AVFrame& in);
 
 private:
