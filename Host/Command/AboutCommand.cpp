@@ -23,10 +23,10 @@ std::string OpenGLText() {
                        driver->vendor, driver->renderer, driver->version);
 }
 
-/// The bundle for compositors that stands in this installation.
+/// Returns where the OpenFX bundle of this installation is.
 std::string BundleText() {
     const std::filesystem::path bundle = InstalledFile(TESSELUNE_BUNDLE_PATH);
-    std::error_code error; // counts as not there
+    std::error_code error; // counts as absent
     return fmt::format("OpenFX bundle: {}\n",
                        std::filesystem::exists(bundle, error) ? bundle.string() : "none");
 }
@@ -41,7 +41,7 @@ void SetUp(CLI::App& command, CommandContext& context) {
 }
 
 const CommandRegistration kAbout({.name = "about",
-                                  .description = "Tell the versions of the effect and of OpenGL",
+                                  .description = "Print the versions of the effect and of OpenGL",
                                   .setUp = SetUp});
 
 } // namespace

@@ -34,11 +34,11 @@ CommandContext::CommandContext(std::span<const char* const> line, StandardStream
 }
 
 void CommandContext::addTo(CLI::App& app) {
-    // Read already, ahead of the line.
+    // CommandContext() has already read these options. They are added for the parser and the help.
     app.add_option("--effect", mModules.bits8, "module of the effect [the installed ones]")
         ->type_name(kFileType);
     app.add_flag("--verbose", mVerbose,
-                 "tell the time of each stage, and what the effect and libraries print");
+                 "print the time of each stage, and what the effect and libraries print");
 }
 
 std::vector<std::string> CommandContext::effectWords() const {

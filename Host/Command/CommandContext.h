@@ -15,41 +15,41 @@
 namespace Kerovane::Host {
 
 /**
- * What the commands share: the streams, the options of every command, and the effect, which is
- * loaded when something first asks for it.
+ * State shared by the subcommands: the standard streams, the global options, and the effect, which
+ * is loaded on first use.
  */
 class CommandContext {
 public:
     /**
-     * Looks ahead on `line`, whose first word is the program's, for the options of every command:
-     * the effect's parameters become options too, so the effect is known before the line is parsed.
-     * `streams` outlives the context.
+     * Scans `line`, whose first word is the program's name, for the global options. They are needed
+     * before the line is parsed, because the effect's parameters become options. `streams` must
+     * outlive the context.
      */
     CommandContext(std::span<const char* const> line, StandardStreams& streams);
 
-    /// Adds the options of every command.
+    /// Adds the global options.
     void addTo(CLI::App& app);
 
     StandardStreams& streams() const { return mStreams; }
-    /// Whether another effect than the installed one was asked for.
+    /// Returns whether another effect than the installed one was requested.
     bool hasForeignEffect() const { return mHasForeignEffect; }
 
-    /// The words that ask for it; none for the installed one.
+    /// Returns the words of the line that requested it; empty for the installed effect.
     std::vector<std::string> effectWords() const;
 
     bool isVerbose() const { return mVerbose; }
 
-    /// Throws Error if the effect can't be loaded or set up.
+    /// Loads the effect on the first call. Throws Error if it cannot be loaded or set up.
     FrameRenderer& renderer();
 
-    /// Has the effect's parameters added to `command` as `options` before the parser gets to its
-    /// options. Both outlive the context's last use.
+    /// Adds the effect's parameters to `command`, as `options`, before the parser reaches its
+    /// options. Both arguments must outlive the context's last use.
     void addParametersTo(CLI::App& command, ParameterOptions& options);
 
-    /// Adds them to all commands at once.
+    /// Adds the parameters to all subcommands at once.
     void addAllParameters();
 
-    int exitStatus = 0; ///< of the process, if the command doesn't throw
+    int exitStatus = 0; ///< the process's, unless the subcommand throws
 
 private:
     StandardStreams& mStreams;

@@ -21,7 +21,8 @@ std::vector<std::string> ChoicesOf(std::string_view type) {
     return {choices.begin(), choices.end()};
 }
 
-/// The options of the effect's parameters, with `behindOthers` behind those without choices.
+/// Returns the parameter options of a command. Those that do not have a fixed list of values are
+/// followed by `behindOthers`.
 std::vector<std::string> ParameterWords(const CLI::App& command, std::string_view behindOthers) {
     std::vector<std::string> words;
     for (const CLI::Option* option : command.get_options()) {
@@ -33,7 +34,7 @@ std::vector<std::string> ParameterWords(const CLI::App& command, std::string_vie
     return words;
 }
 
-/// The same for all of the program's commands: whichever has them.
+/// Returns the same for the first of the program's subcommands that has parameter options.
 std::vector<std::string> AllParameterWords(const CLI::App& command, std::string_view behindOthers) {
     const CLI::App* program = command.get_parent() != nullptr ? command.get_parent() : &command;
     for (const CLI::App* other : CommandsOf(*program)) {

@@ -7,25 +7,25 @@
 
 namespace Kerovane::Host {
 
-/// An option or an argument of a command.
+/// An option or a positional argument of a command.
 struct OutlineOption {
-    std::string name; ///< "--size", "IN"
+    std::string name; ///< such as "--size" or "IN"
     std::string description;
     bool takesValue = false;
     bool takesFile = false;
-    std::vector<std::string> words; ///< that can be its value, as far as they can be listed
+    std::vector<std::string> words; ///< possible values, if they can be listed
 };
 
-/** What can be typed after a command: the source of its completion. */
+/** The options, arguments and subcommands of a command, from which completion scripts are made. */
 struct CommandOutline {
     std::string name;
     std::string description;
-    std::vector<OutlineOption> options{}; ///< without those that are options of every command
+    std::vector<OutlineOption> options{}; ///< without the global options
     std::vector<OutlineOption> arguments{};
     std::vector<CommandOutline> commands{};
 };
 
-/// The outline of `app`, whose options tell by their types (ValueTypes.h) what they take.
+/// Returns the outline of `app`. The options' types (ValueTypes.h) tell which values they take.
 CommandOutline Outline(const CLI::App& app);
 
 } // namespace Kerovane::Host

@@ -8,7 +8,7 @@ namespace Kerovane::Host {
 namespace {
 
 std::vector<Command>& Registry() {
-    static std::vector<Command> registry; // made at the first registration
+    static std::vector<Command> registry; // constructed by the first registration
     return registry;
 }
 

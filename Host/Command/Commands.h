@@ -9,24 +9,23 @@
 
 namespace Kerovane::Host {
 
-/** One of the program's commands. */
+/** A subcommand of the program. */
 struct Command {
     std::string name;
     std::string description;
 
-    /// Adds the command's options to its part of the parser, and the callback that runs it once the
-    /// line is parsed. The context outlives the parser.
+    /// Adds the subcommand's options and its callback, which runs after the line is parsed. The
+    /// context must outlive the parser.
     void (*setUp)(CLI::App& command, CommandContext& context);
 };
 
-/** Makes a command one of the program's. Its file has one such object, and nothing else names it.
- */
+/** Registers a subcommand. Each subcommand's file defines one such object. */
 class CommandRegistration {
 public:
     explicit CommandRegistration(Command command);
 };
 
-/// All commands that were registered, in the order of their names.
+/// Returns all registered subcommands, sorted by name.
 std::vector<Command> RegisteredCommands();
 
 } // namespace Kerovane::Host

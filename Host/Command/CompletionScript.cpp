@@ -18,7 +18,7 @@ std::string Joined(const std::vector<std::string>& words) {
     return fmt::format("{}", fmt::join(words, " "));
 }
 
-/// As one word of a shell.
+/// Returns a text quoted as one word for a shell.
 std::string Quoted(std::string_view text) {
     std::string quoted = "'";
     for (const char character : text) {
@@ -35,7 +35,7 @@ std::vector<std::string> CommandNames(const CommandOutline& outline) {
     return names;
 }
 
-/// Options of all commands that take a value, each once.
+/// Returns the options with values of a command and its subcommands, without duplicates.
 std::map<std::string, OutlineOption> OptionsWithValues(const CommandOutline& outline) {
     std::map<std::string, OutlineOption> options;
     for (const OutlineOption& option : outline.options) {
@@ -55,7 +55,8 @@ std::string BashBranch(std::string_view indent, const std::string& pattern,
                        words.empty() ? "" : " words=" + Quoted(words), files ? " files=yes" : "");
 }
 
-/// What can follow a command where no option waits for its value.
+/// Returns the case branch with the words that can follow a command, unless an option's value is
+/// expected.
 std::string BashCommand(const std::string& pattern, const CommandOutline& command,
                         const std::vector<OutlineOption>& general) {
     constexpr std::string_view kIndent = "                ";
@@ -73,8 +74,8 @@ std::string BashCommand(const std::string& pattern, const CommandOutline& comman
     return BashBranch(kIndent, pattern, ' ' + Joined(words), files);
 }
 
-/// One of `_arguments`' descriptions, in which brackets and colons have a meaning: the first line
-/// of `text`, which for a parameter is what it means.
+/// Returns the first line of `text`, a parameter's meaning, escaped for the specifications of
+/// `_arguments`, in which brackets and colons are special.
 std::string ZshDescription(std::string_view text) {
     std::string escaped;
     for (const char character : text.substr(0, text.find(";\n"))) {
@@ -91,11 +92,11 @@ std::string ZshValue(const OutlineOption& option) {
     if (!option.takesFile || words.empty()) {
         return option.takesFile ? "_files" : words;
     }
-    // A plain colon would end the action.
+    // The colons are escaped because a plain one would end the specification.
     return R"({_alternative "names\:name\:)" + words + R"(" "files\:file\:_files"})";
 }
 
-/// The lines of a call of `_arguments` that stand for options and arguments.
+/// Returns the lines of an `_arguments` call that specify options and arguments.
 std::string ZshArguments(std::string_view indent, const std::vector<OutlineOption>& options) {
     std::string arguments;
     for (const OutlineOption& option : options) {

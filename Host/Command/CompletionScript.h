@@ -8,8 +8,8 @@
 namespace Kerovane::Host {
 
 /**
- * A script for `shell`, bash or zsh, that completes a command and its commands, their options, and
- * what the options take. Throws Error for other shells.
+ * Returns a completion script for `shell`, which is bash or zsh. It completes subcommands, options
+ * and their values. Throws Error for other shells.
  */
 std::string CompletionScript(std::string_view shell, const CommandOutline& command);
 

@@ -9,14 +9,14 @@
 
 namespace Kerovane::Host {
 
-/** A log for programs: a line of JSON for each frame, out as soon as the frame has ended. */
+/** A log for programs: one line of JSON for each frame, written as soon as the frame ends. */
 class JsonLog {
 public:
-    /// The file is made anew; "-" is standard output. `streams` outlives the log. Throws Error
-    /// if the file can't be made.
+    /// Creates or truncates the file; "-" is standard output. `streams` must outlive the log.
+    /// Throws Error if the file cannot be created.
     JsonLog(const std::filesystem::path& file, Renderer renderer, StandardStreams& streams);
 
-    /// A line that can't be written is complained of once.
+    /// Writes a frame's line. Reports the first failed write on standard error.
     void add(const ShotFrame& frame, const FrameReport& report);
 
 private:
@@ -29,7 +29,7 @@ private:
     std::filesystem::path mPath;
     Renderer mRenderer;
     StandardStreams& mStreams;
-    std::unique_ptr<std::FILE, Close> mFile; ///< null for standard output
+    std::unique_ptr<std::FILE, Close> mFile; ///< null if the log goes to standard output
     bool mFailed = false;
 };
 

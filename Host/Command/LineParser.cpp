@@ -22,7 +22,8 @@ std::vector<std::string> CommandNames(const CLI::App& app) {
     return names;
 }
 
-/// The names of what may stand on the line once the given part of it is understood.
+/// Returns the names that are valid on the line: the options of the subcommands recognized so far,
+/// and the subcommands.
 std::vector<std::string> KnownNames(const CLI::App& app) {
     const std::vector<std::string> commands = CommandNames(app);
     std::vector<std::string> names;
@@ -39,7 +40,7 @@ std::vector<std::string> KnownNames(const CLI::App& app) {
     return names;
 }
 
-/// What to say of the first argument that nothing on the line takes.
+/// Returns the error text for the first argument that no option or subcommand takes.
 std::string Unexpected(const CLI::App& app) {
     const std::string argument = app.remaining(true).front();
     const bool isOption = argument.starts_with('-');

@@ -7,9 +7,9 @@
 namespace Kerovane::Host {
 
 /**
- * Parses `line`, whose first word is the program's, into `app`'s options and runs the command that
- * it names. Throws Error if the line is wrong, CLI::Success if it asks for help or version, and
- * what the command throws.
+ * Parses `line`, whose first word is the program's name, and runs the subcommand that it names.
+ * Throws Error if the line is wrong, and CLI::Success if it asks for help or the version. Rethrows
+ * what the subcommand throws.
  */
 void ParseLine(CLI::App& app, std::span<const char* const> line);
 

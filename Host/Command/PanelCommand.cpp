@@ -29,12 +29,12 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// What the line asks for.
+/// The values of the command's options.
 struct PanelOptions {
     std::filesystem::path in;
     std::uint16_t port = 0;
     bool noOpen = false;
-    std::filesystem::path outputFolder; ///< empty: nothing is written
+    std::filesystem::path outputFolder; ///< empty: the page cannot write files
     ShotOptions shot;
     PictureOptions picture;
     PresetOptions preset;
@@ -49,13 +49,13 @@ void PanelOptions::addTo(CLI::App& command) {
         ->required()
         ->type_name(kFileType);
     constexpr int kMostPort = 65535;
-    command.add_option("--port", port, "to listen on, of this machine alone [a free one]")
+    command.add_option("--port", port, "port to listen on, on this machine only [a free one]")
         ->check(CLI::Range(0, kMostPort).description(""))
         ->type_name("N");
-    command.add_flag("--no-open", noOpen, "print the address alone, and open no browser");
+    command.add_flag("--no-open", noOpen, "print the address, and do not open a browser");
     command
         .add_option("--output-folder", outputFolder,
-                    "where the page may save and render; without it nothing is written")
+                    "where the page may save and render; without it the page writes no files")
         ->type_name(kFileType);
     shot.addFootageTo(command);
     picture.addTo(command);
@@ -83,7 +83,7 @@ FootageRequest FootageOf(const PanelOptions& options) {
                            .conversion = options.picture.conversion()};
     options.picture.set(request.reading);
     if (request.conversion) {
-        request.reading.depth = Depth::Float32; // as the command does
+        request.reading.depth = Depth::Float32; // as the command line does
     }
     if (options.shot.hasRate()) {
         request.rate = options.shot.rate();
@@ -103,8 +103,8 @@ PanelSetup SetupOf(const PanelOptions& options, CommandContext& context) {
     std::shared_ptr<Footage> footage = OpenFootage(FootageOf(options));
     const std::string given = options.picture.givenForPictures();
     if (footage->kind() == FootageKind::Movie && !given.empty()) {
-        throw Error(fmt::format("{} is for pictures, and '{}' is none", given,
-                                options.in.string()));
+        throw Error(
+            fmt::format("{} is for pictures, and '{}' is none", given, options.in.string()));
     }
     const Renderer with = options.renderer.choose(context, look.renderer);
     return {.renderer = renderer,
@@ -122,12 +122,13 @@ PanelSetup SetupOf(const PanelOptions& options, CommandContext& context) {
             .outputFolder = options.outputFolder};
 }
 
-/// Null if the address can't be opened.
+/// Returns null if the address cannot be opened.
 std::unique_ptr<Invitation> Invite(const std::string& address, StandardStreams& streams) {
     try {
         return std::make_unique<Invitation>(address);
     } catch (const Error& error) {
-        streams.complain(fmt::format("the address has to be opened by hand: {}", error.what()));
+        streams.complain(
+            fmt::format("cannot open the browser, so open the address yourself: {}", error.what()));
         return nullptr;
     }
 }
@@ -159,7 +160,7 @@ void SetUp(CLI::App& command, CommandContext& context) {
 }
 
 const CommandRegistration kPanel({.name = "panel",
-                                  .description = "Try the effect by eye, in the browser",
+                                  .description = "Try the effect interactively, in the browser",
                                   .setUp = SetUp});
 
 } // namespace

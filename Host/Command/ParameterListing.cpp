@@ -22,7 +22,7 @@ std::string TableDefault(const Parameter& parameter) {
     return parameter.hasValue() ? FormatValue(parameter, parameter.defaultValue) : "";
 }
 
-/// What can be set, with the slider's reach if that is less.
+/// Returns the accepted values, and the slider's range if it is smaller.
 std::string TableValues(const Parameter& parameter) {
     if (!parameter.hasValue()) {
         return "";
@@ -50,7 +50,7 @@ std::string AnimationText(const Parameter& parameter) {
     return names.empty() ? "none" : fmt::format("{}", fmt::join(names, ", "));
 }
 
-/// With two blanks behind each column.
+/// Returns the columns' widths, with two spaces between columns.
 Widths WidthsOf(const std::vector<Row>& rows) {
     Widths widths{};
     for (const Row& row : rows) {

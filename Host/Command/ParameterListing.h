@@ -8,12 +8,12 @@
 
 namespace Kerovane::Host {
 
-/// The parameters as a table for people, a line each and what it means under it. `options` are
-/// those of OptionNames.
+/// Returns a table of the parameters for people: a line for each, followed by its meaning.
+/// `options` come from OptionNames.
 std::string ParameterTable(const std::vector<Parameter>& parameters,
                            const std::vector<std::string>& options);
 
-/// All that there is to say of one parameter, for people.
+/// Returns everything known about one parameter, for people.
 std::string ParameterDescription(const std::vector<Parameter>& parameters,
                                  const std::vector<std::string>& options, std::size_t index);
 

@@ -18,7 +18,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Adds the long names of the options that `app` and its commands have, but for parameters.
+/// Adds the long names of all options of `app` and its subcommands, except parameter options.
 void CollectOwnOptions(const CLI::App& app, std::set<std::string>& names) {
     for (const CLI::Option* option : app.get_options()) {
         if (option->get_group() != kParameterGroup) {
@@ -35,8 +35,8 @@ std::string ValueType(const Parameter& parameter) {
     return choices.empty() ? "VALUE" : ChoiceType(choices);
 }
 
-/// What a parameter means, as far as it is known, and on a line of its own what it takes, unless
-/// its choices say so already.
+/// Returns a parameter's meaning, if known, and its accepted values, unless they are listed as the
+/// option's type.
 std::string HelpOf(const Parameter& parameter) {
     std::string help(MeaningOf(parameter));
     if (TypedChoices(parameter).empty()) {
@@ -46,7 +46,7 @@ std::string HelpOf(const Parameter& parameter) {
                        FormatValue(parameter, parameter.defaultValue));
 }
 
-/// Who types one key means something else, a ratio like 1:2 perhaps.
+/// Rejects a single key, because it is likely a mistake, such as a ratio written as 1:2.
 Keyframes ParseTyped(const Parameter& parameter, const std::string& text) {
     Keyframes keyframes = ParseKeyframes(parameter, text);
     if (keyframes.keys().size() == 1 && text.find(':') != std::string::npos) {

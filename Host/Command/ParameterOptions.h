@@ -10,28 +10,28 @@
 
 namespace Kerovane::Host {
 
-/// The heading of these options in the help.
+/// The heading of the parameter options in the help.
 inline constexpr const char* kParameterGroup = "Parameters of the effect";
 
 /**
- * The option of each parameter, by index, the same in all commands of the line that `command` is
- * part of. A parameter never has the name of an option that the line or a command has itself.
+ * Returns the option of each parameter, by index. It is the same for all subcommands of the program
+ * that `command` belongs to, and differs from all other options of the program.
  */
 std::vector<std::string> OptionNamesIn(const CLI::App& command,
                                        const std::vector<Parameter>& parameters);
 
-/** Options of the command line that are made from an effect's parameters. */
+/** The command-line options of an effect's parameters. */
 class ParameterOptions {
 public:
-    /// Adds them to `command`, which together with `parameters` outlives this object. The commands
-    /// of the line have their own options already.
+    /// Adds the options to `command`. `command` and `parameters` must outlive this object. All
+    /// other options of the program must have been added before.
     void addTo(CLI::App& command, const std::vector<Parameter>& parameters);
 
-    /// By index, without hyphens, as OptionNamesIn gives them.
+    /// The options by index, without hyphens, as OptionNamesIn returns them.
     const std::vector<std::string>& names() const { return mNames; }
 
-    /// What was given, once the line is parsed: values or keys over frames. Throws Error if one
-    /// can't be set.
+    /// Returns the values and keys given on the line. Call after parsing. Throws Error if one is
+    /// not accepted.
     ParameterSettings settings() const;
 
 private:

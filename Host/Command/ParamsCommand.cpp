@@ -14,7 +14,7 @@ namespace Kerovane::Host {
 namespace {
 
 struct ParamsOptions {
-    std::string name; ///< empty: all
+    std::string name; ///< empty: all parameters
     bool asJson = false;
 };
 
@@ -31,9 +31,10 @@ std::string Listing(const ParamsOptions& options, const std::vector<Parameter>& 
 
 void SetUp(CLI::App& command, CommandContext& context) {
     const auto options = std::make_shared<ParamsOptions>();
-    command.add_option("NAME", options->name, "one of them, by option, shown name or disk id")
+    command
+        .add_option("NAME", options->name, "a single parameter, by option, shown name or disk id")
         ->type_name(kParameterType);
-    command.add_flag("--json", options->asJson, "for programs");
+    command.add_flag("--json", options->asJson, "print JSON for programs");
     command.footer("Example:\n  tesselune params size");
     command.callback([options, &command, &context] {
         const std::vector<Parameter>& parameters = context.renderer().parameters();

@@ -19,16 +19,17 @@ CLI::Option* Add(CLI::App& command, const char* name, Value& value, const std::s
 } // namespace
 
 void PictureOptions::addTo(CLI::App& command) {
-    Add(command, "--layer", mLayer, "NAME", "of colour to work on alone: diffuse for diffuse.R");
-    Add(command, "--part", mPart, "N", "view or page to work on alone, counted from 0")
+    Add(command, "--layer", mLayer, "NAME",
+        "the only colour layer to work on: diffuse for diffuse.R");
+    Add(command, "--part", mPart, "N", "the only view or page to work on, counted from 0")
         ->check(CLI::Range(0, std::numeric_limits<int>::max()).description(""));
     Add(command, "--convert", mConvert, "FROM TO",
-        "colour spaces of IN and OUT: linear sRGB; names as in $OCIO");
+        "colour spaces of IN and OUT, such as linear sRGB; as named in $OCIO");
 }
 
 void PictureOptions::addOverscanTo(CLI::App& command) {
     Add(command, "--overscan", mOverscan, ChoiceType({"keep"}),
-        "leave pixels outside of the display window as they are")
+        "leave pixels outside the display window as they are")
         ->check(CLI::IsMember({"keep"}).description(""));
 }
 
@@ -36,7 +37,7 @@ void PictureOptions::set(ReadSetting& setting) const {
     setting.choice = {.layer = mLayer, .part = mPart};
     setting.keepOverscan = !mOverscan.empty();
     if (!mConvert.first.empty() && !setting.depth) {
-        setting.depth = Depth::Float32; // few of 8 bits would be left
+        setting.depth = Depth::Float32; // converting 8-bit colour would lose levels
     }
 }
 

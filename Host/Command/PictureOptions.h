@@ -12,32 +12,32 @@
 
 namespace Kerovane::Host {
 
-/** Options of the command line that say what of a picture is worked on, and in which colours. */
+/** The command-line options that select a picture's layers and convert its colours. */
 class PictureOptions {
 public:
-    /// Adds the options that choose a layer and convert colour.
+    /// Adds the options for layers and for colour conversion.
     void addTo(CLI::App& command);
 
-    /// Adds the one that says what becomes of overscan.
+    /// Adds the option for overscan.
     void addOverscanTo(CLI::App& command);
 
-    /// Sets what was given.
+    /// Applies the options to `setting`.
     void set(ReadSetting& setting) const;
 
-    /// Nothing if none was asked for. Throws Error if there is no such conversion.
+    /// Returns nothing if no conversion was requested. Throws Error if it does not exist.
     std::optional<ColourConversion> conversion() const;
 
-    /// What was given, as it is typed.
+    /// Returns the given options as words for a command line.
     std::vector<std::string> words() const;
 
-    /// One that was given and is for files of pictures alone; empty if there is none.
+    /// Returns a given option that applies to picture files only, or an empty text.
     std::string givenForPictures() const;
 
 private:
     std::string mLayer;
     std::optional<int> mPart;
     std::string mOverscan;
-    std::pair<std::string, std::string> mConvert; ///< from and to; both empty if not given
+    std::pair<std::string, std::string> mConvert; ///< from, to; both empty if not given
 };
 
 } // namespace Kerovane::Host

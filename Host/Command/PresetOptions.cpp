@@ -24,7 +24,7 @@ namespace Kerovane::Host {
 namespace {
 
 std::string ContentOf(const std::filesystem::path& path) {
-    constexpr std::size_t kMegabytes = 4; // some hundred thousand keys
+    constexpr std::size_t kMegabytes = 4; // enough for some hundred thousand keys
     constexpr std::size_t kMost = kMegabytes << 20U;
     std::ifstream file(path, std::ios::binary);
     std::string content(kMost + 1, '\0');
@@ -45,15 +45,15 @@ std::string SettingsIn(const std::filesystem::path& picture) {
     const std::optional<std::string> settings = RecordedSettings(picture);
     if (!settings) {
         throw Error(fmt::format("'{}' holds no settings: it was not made by tesselune, or its "
-                                "format keeps none, as PNG and OpenEXR do",
+                                "format cannot store them as PNG and OpenEXR can",
                                 picture.string()));
     }
     return *settings;
 }
 
-/// A file of that name, else the shipped preset.
+/// Returns the file with that name, or else the shipped preset's file.
 std::filesystem::path PresetFile(const std::filesystem::path& name) {
-    std::error_code error; // counts as not there
+    std::error_code error; // counts as absent
     if (std::filesystem::exists(name, error)) {
         return name;
     }
@@ -81,16 +81,17 @@ Preset ReadPreset(const std::filesystem::path& file, const FrameRenderer& render
 
 void PresetOptions::addLoadingTo(CLI::App& command) {
     command
-        .add_option("--preset", mToLoad,
-                    "parameters to start from: a file, a picture that was made so, or a name that "
-                    "tesselune presets lists; options win over it")
+        .add_option(
+            "--preset", mToLoad,
+            "parameters to start from: a file, a rendered picture, or a name that tesselune "
+            "presets lists; options override it")
         ->type_name(kPresetType)
         ->group("Presets");
 }
 
 void PresetOptions::addTo(CLI::App& command) {
     addLoadingTo(command);
-    command.add_option("--save-preset", mToSave, "file to keep the parameters in")
+    command.add_option("--save-preset", mToSave, "file to save the parameters to")
         ->type_name(kFileType)
         ->group("Presets");
 }
@@ -98,7 +99,7 @@ void PresetOptions::addTo(CLI::App& command) {
 Preset PresetOptions::load(const FrameRenderer& renderer, const ParameterSettings& onLine) const {
     Preset preset = mToLoad.empty() ? Preset() : ReadPreset(PresetFile(mToLoad), renderer);
     ParameterSettings settings = onLine;
-    settings.merge(preset.settings); // adds what isn't there
+    settings.merge(preset.settings); // adds only what is missing
     preset.settings = std::move(settings);
     return preset;
 }

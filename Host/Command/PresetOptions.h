@@ -9,28 +9,29 @@
 
 namespace Kerovane::Host {
 
-/// Reads a file that keeps an effect's parameters. Throws Error, which names the file, if it can't
-/// be read or doesn't fit the effect.
+/// Reads a preset file, or the settings recorded in a picture. Throws Error, which names the file,
+/// if it cannot be read or does not fit the effect.
 Preset ReadPreset(const std::filesystem::path& file, const FrameRenderer& renderer);
 
-/** Options of the command line for presets: files that keep an effect's parameters. */
+/** The command-line options for presets, which are files with an effect's parameters. */
 class PresetOptions {
 public:
-    /// Adds the option to load a preset.
+    /// Adds the option that loads a preset.
     void addLoadingTo(CLI::App& command);
 
-    /// Adds the options to load and to save one.
+    /// Adds the options that load and save a preset.
     void addTo(CLI::App& command);
 
-    /// `onLine`, and what the preset sets beside, if one was given: a file of that name, else a
-    /// shipped preset. Throws Error if there is none or it can't be used.
+    /// Returns `onLine` completed by the preset's settings, if a preset was given. The preset is a
+    /// file with the given name, or else a shipped preset. Throws Error if there is none or it
+    /// cannot be used.
     Preset load(const FrameRenderer& renderer, const ParameterSettings& onLine) const;
 
-    /// Writes a preset, whole or not at all, if that was asked for. Throws Error if it fails.
+    /// Writes a preset completely or not at all, if requested. Throws Error if it fails.
     void save(const FrameRenderer& renderer, const Preset& preset) const;
 
 private:
-    std::filesystem::path mToLoad; ///< or the name of a shipped one
+    std::filesystem::path mToLoad; ///< a file or a shipped preset's name
     std::filesystem::path mToSave;
 };
 

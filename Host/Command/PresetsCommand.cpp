@@ -16,7 +16,7 @@ namespace {
 std::string PresetList(const FrameRenderer& renderer) {
     const std::vector<ShippedPreset> presets = ShippedPresets();
     if (presets.empty()) {
-        throw Error("there are no presets beside the command");
+        throw Error("no presets are installed with the command");
     }
     std::size_t width = 0;
     for (const ShippedPreset& preset : presets) {

@@ -28,12 +28,12 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// What the line asks for.
+/// The values of the command's options.
 struct RenderOptions {
     std::filesystem::path in;
     std::filesystem::path out;
     A_long downsample = 1;
-    std::filesystem::path jsonLog; ///< empty: none
+    std::filesystem::path jsonLog; ///< empty: no log
     bool makeFolders = false;
     bool quiet = false;
     ShotOptions shot;
@@ -53,28 +53,29 @@ void RenderOptions::addTo(CLI::App& command) {
                     "movie, picture or sequence to read: shot.#.png, shot.%04d.exr; - is a pipe")
         ->required()
         ->type_name(kFileType);
-    command.add_option("OUT", out, "the same to write, as its extension says")
+    command.add_option("OUT", out, "file or sequence to write, in the format of its extension")
         ->required()
         ->type_name(kFileType);
-    command.add_flag("--mkdir", makeFolders, "make the folders of OUT that aren't there");
+    command.add_flag("--mkdir", makeFolders, "create missing folders of OUT");
     shot.addTo(command);
     picture.addTo(command);
     picture.addOverscanTo(command);
     output.addTo(command);
     command
         .add_option("--downsample", downsample,
-                    "IN is a preview, reduced so many times: pixels in parameters follow [1]")
+                    "IN is a preview scaled down by N; parameters are for full size [1]")
         ->check(CLI::Range(1, kMaxDownsample).description(""))
         ->type_name("N");
     renderer.addTo(command);
     preset.addTo(command);
     command.add_flag("--quiet", quiet, "show failures only")->group("Progress");
-    command.add_option("--json-log", jsonLog, "a line of JSON for each frame; - is the output")
+    command
+        .add_option("--json-log", jsonLog, "a line of JSON for each frame; - is standard output")
         ->type_name(kFileType)
         ->group("Progress");
     command.footer(
         "A parameter takes one value, or keys FRAME:VALUE with linear, hold, smooth, "
-        "ease-in, ease-out or ease-in-out behind them; 2.5s is a time instead of a "
+        "ease-in, ease-out or ease-in-out after the value; 2.5s is a time instead of a "
         "frame.\n\nExamples:\n"
         "  tesselune render clip.mp4 cells.mp4 --size 40 --transition-progress \"0:0 48:100\"\n"
         "  tesselune render photo.jpg cells.png --shape-type triangle --size 40\n"
@@ -82,7 +83,7 @@ void RenderOptions::addTo(CLI::App& command) {
         "      --transition-progress \"1001:0:smooth 1050:100\"");
 }
 
-/// A single picture is frame 0, and what fails with it fails as a whole.
+/// Returns a shot of one picture, as frame 0.
 Shot SinglePicture(const ShotRequest& request) {
     Shot shot;
     shot.frames.push_back({.number = 0, .input = request.input, .output = request.output});
@@ -98,17 +99,17 @@ void TellMissing(const Shot& shot, MissingFrames missing, StandardStreams& strea
     }
 }
 
-/// Targets that can't be written at all are told of before anything is rendered.
+/// Throws Error if the target cannot be written, before anything is rendered.
 void CheckTarget(const Shot& shot, const PictureSettings& settings) {
     if (!shot.frames.empty()) {
         PictureWriter(shot.frames.front().output, settings);
     }
 }
 
-/// Makes the folder of a file that is written, with `make`, or throws Error if it isn't there.
+/// Throws Error if the folder of `file` does not exist, or creates it if `make` is true.
 void CheckFolderOf(const std::filesystem::path& file, bool make) {
     const std::filesystem::path folder = file.parent_path();
-    std::error_code error; // counts as not there
+    std::error_code error; // counts as absent
     if (folder.empty() || std::filesystem::is_directory(folder, error)) {
         return;
     }
@@ -122,15 +123,15 @@ void CheckFolderOf(const std::filesystem::path& file, bool make) {
     }
 }
 
-/// For a file of which nothing is left to do if it stays.
+/// Throws Error if the only output exists already and must be kept.
 void CheckNew(const std::filesystem::path& file) {
-    std::error_code error; // counts as not there
+    std::error_code error; // counts as absent
     if (std::filesystem::exists(file, error)) {
         throw Error(fmt::format("'{}' is there already, and --no-clobber keeps it", file.string()));
     }
 }
 
-/// The folders of all frames.
+/// Calls CheckFolderOf for each folder of the frames.
 void CheckFolders(const Shot& shot, bool make) {
     std::filesystem::path last;
     for (const ShotFrame& frame : shot.frames) {
@@ -150,7 +151,7 @@ void CheckTimes(const Shot& shot, FrameRate rate) {
 
 /// Ignores SIGXFSZ and SIGPIPE: writing then fails with an error code instead of ending the
 /// process.
-void LetWritingFail() {
+void IgnoreWriteSignals() {
     static_cast<void>(std::signal(SIGXFSZ, SIG_IGN));
     static_cast<void>(std::signal(SIGPIPE, SIG_IGN));
 }
@@ -172,7 +173,7 @@ ShotDrawing DrawingOf(const RenderOptions& options, FrameRenderer& renderer, con
 
 constexpr const char* kProgram = "tesselune " TESSELUNE_VERSION;
 
-/// All but what depends on the look.
+/// Returns the settings that do not depend on the look.
 ShotSetting SettingOf(const RenderOptions& options) {
     ShotSetting setting = options.shot.setting();
     options.picture.set(setting.reading);
@@ -214,7 +215,7 @@ int RenderPictures(const RenderOptions& options, CommandContext& context) {
     options.preset.save(renderer, look);
     TellMissing(shot, request.missing, context.streams());
 
-    LetWritingFail();
+    IgnoreWriteSignals();
     const Interruption interruption;
     AddLook(look, renderer, setting.pictures.files);
     RenderShot(shot.frames, setting, DrawingOf(options, renderer, look, rate), TellTo(report),
@@ -231,7 +232,7 @@ int RenderMovie(const RenderOptions& options, MovieRequest request, CommandConte
     request.pictures = setting.pictures;
     AddLook(look, renderer, request.pictures.files);
     request.settings.alpha = request.pictures.files.canLeaveHoles;
-    LetWritingFail();
+    IgnoreWriteSignals();
     const Interruption interruption;
     MovieJob job(request, context.streams());
     CheckTimes(job.shot(), job.rate());
@@ -271,7 +272,7 @@ int RenderMovie(const RenderOptions& options, MovieRequest request, CommandConte
     return losses.empty() ? status : kPartOfTheInput;
 }
 
-/// Throws Error if an option was given that has no meaning for such files.
+/// Throws Error if an option was given that does not apply to the kind of input or output.
 void CheckOptions(const RenderOptions& options, const MovieRequest& request) {
     const auto check = [](const std::string& given, const char* use,
                           const std::filesystem::path& file) {

@@ -15,7 +15,7 @@ void RendererOptions::addTo(CLI::App& command) {
     command
         .add_option(
             "--renderer", mRenderer,
-            fmt::format("what draws; software is the same on every machine [${}, or opengl]",
+            fmt::format("what draws; software gives the same on every machine [${}, or opengl]",
                         kRendererVariable))
         ->type_name(ChoiceType(RendererNames()))
         ->group("Rendering");

@@ -11,16 +11,16 @@ namespace Kerovane::Host {
 
 class CommandContext;
 
-/** Options of the command line that say what draws the frames. */
+/** The command-line options that select the renderer. */
 class RendererOptions {
 public:
     void addTo(CLI::App& command);
 
     /**
-     * Sets up the context's renderer, and returns what to draw with: the option's choice, or
-     * `preset`, a preset's, or as configured. Tells what ChooseRenderer remarks. Throws Error if
-     * OpenGL is asked for by the option and can't be used, or software for another effect than the
-     * installed one.
+     * Sets up the context's renderer and returns what draws: the option's choice, or else `preset`,
+     * or else the configured renderer. Prints the remark of ChooseRenderer. Throws Error if the
+     * option requests OpenGL and it cannot be used, or if the software renderer is to draw another
+     * effect than the installed one.
      */
     Renderer choose(CommandContext& context, std::optional<Renderer> preset = std::nullopt) const;
 

@@ -30,15 +30,15 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// What the line asks for.
+/// The values of the command's options.
 struct SheetOptions {
     std::filesystem::path in;
     std::filesystem::path out;
     std::vector<std::string> vary; ///< empty: an overview
-    A_long width = 320;            ///< of a cell's picture, in pixels
-    std::size_t columns = 8;       ///< of a row that goes on in the next
+    A_long width = 320;            ///< of each picture, in pixels
+    std::size_t columns = 8;       ///< pictures in a row before the next row begins
     std::string frames;            ///< empty: frame 0
-    std::string rate;              ///< empty: FrameRate's own
+    std::string rate;              ///< empty: FrameRate's default
     PictureOptions picture;
     PresetOptions preset;
     RendererOptions renderer;
@@ -55,23 +55,25 @@ void SheetOptions::addTo(CLI::App& command) {
         ->required()
         ->type_name(kFileType);
     command
-        .add_option("--vary", vary,
-                    "a parameter to vary, the whole effect if there is none; PARAMETER alone for "
-                    "all choices; 8..64x8 for eight values; twice for a grid")
+        .add_option(
+            "--vary", vary,
+            "a parameter to vary; PARAMETER alone for all choices; 8..64x8 for eight values; "
+            "twice for a grid; without --vary an overview")
         ->allow_extra_args(false)
         ->take_all()
         ->type_name(kVariationType);
     constexpr int kMinWidth = 16;
-    command.add_option("--width", width, "pixels across each picture, at most IN's own [320]")
+    command
+        .add_option("--width", width, "width of each picture in pixels, at most that of IN [320]")
         ->check(CLI::Range(kMinWidth, World::kMaxSide).description(""))
         ->type_name("N");
     constexpr std::size_t kMostColumns = 1000;
-    command.add_option("--columns", columns, "pictures in a row, if one thing varies alone [8]")
+    command.add_option("--columns", columns, "pictures in a row, if only one thing varies [8]")
         ->check(CLI::Range(std::size_t{1}, kMostColumns).description(""))
         ->type_name("N");
     command
         .add_option("--frames", frames,
-                    "the parameters' keys, or the sequence, over time: 0-48x6 or 1,5,9")
+                    "frames of the keys or the sequence to show: 0-48x6 or 1,5,9")
         ->type_name("LIST");
     command.add_option("--fps", rate, "frames a second: 25, 23.976 or 24000/1001 [24]")
         ->type_name("RATE");
@@ -96,7 +98,7 @@ Label LabelOf(const SheetCell& cell) {
     return label;
 }
 
-/// An empty sheet with a place for each cell of `plan`.
+/// Returns an empty sheet with a place for each cell of `plan`.
 ContactSheet Layout(const SheetPlan& plan, const World& input, A_long width) {
     std::vector<std::vector<Label>> labels;
     for (const std::vector<SheetCell>& row : plan) {
@@ -108,7 +110,7 @@ ContactSheet Layout(const SheetPlan& plan, const World& input, A_long width) {
     return {std::move(labels), pictureWidth, std::max(1, static_cast<int>(std::lround(height)))};
 }
 
-/// What is said of the picture is said of the sheet, which has a size of its own.
+/// Returns the picture's metadata with the sheet's size.
 OIIO::ImageSpec OriginOfSheet(OIIO::ImageSpec origin, const World& sheet) {
     origin.x = origin.y = origin.full_x = origin.full_y = 0;
     origin.width = origin.full_width = sheet.width();
@@ -138,7 +140,7 @@ SheetPlan PlanOf(const SheetOptions& options, const std::vector<Parameter>& para
     return plan;
 }
 
-/** Shows on a terminal how far a sheet is. */
+/** Shows a sheet's progress on a terminal. */
 class SheetProgress {
 public:
     SheetProgress(const SheetPlan& plan, StandardStreams& streams)

@@ -19,7 +19,7 @@ const Picture& SheetInput::of(const SheetCell& cell) {
 }
 
 void SheetInput::read(A_long frame) {
-    mPicture = Picture(); // frees the last one first
+    mPicture = Picture(); // frees the previous picture before reading
     mPicture = ReadPicture(mPattern ? mPattern->pathOf(frame) : mPath, mSetting);
     mFrame = frame;
 }

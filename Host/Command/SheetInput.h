@@ -9,15 +9,15 @@
 
 namespace Kerovane::Host {
 
-/** What a sheet shows: a picture, or the frames of a sequence, of which one is in memory. */
+/** The input of a sheet: a picture, or a sequence, of which one frame at a time is in memory. */
 class SheetInput {
 public:
-    /// Takes `path` for a sequence if there is no such file and `firstFrame` is given. Throws Error
-    /// if it can't be read.
+    /// Reads `path` as a sequence if `firstFrame` is given and no file of that name exists. Throws
+    /// Error if it cannot be read.
     SheetInput(const std::filesystem::path& path, const ReadSetting& setting,
                std::optional<A_long> firstFrame);
 
-    /// Reads the cell's frame, unless it is there.
+    /// Returns the cell's frame, reading it if it is not in memory.
     const Picture& of(const SheetCell& cell);
 
     /// The picture that was read last.

@@ -15,10 +15,10 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// All settings of one parameter, or all frames, that a row or a column goes through.
+/// The cells along a row or a column: the values of one parameter, or frames.
 using Axis = std::vector<SheetCell>;
 
-/// An effect's parameters with the options that they have, both by index.
+/// An effect's parameters and their options, both by index.
 struct Options {
     const std::vector<Parameter>& parameters;
     const std::vector<std::string>& names;
@@ -41,13 +41,13 @@ std::vector<std::string> AllChoices(std::string_view option, const Parameter& pa
     return choices;
 }
 
-/// The places of "8..64x8", which stands for eight values from 8 to 64.
+/// The parts of "8..64x8", eight values from 8 to 64.
 struct RangeText {
     std::string_view first;
     std::string_view last;
     std::string_view count;
 
-    /// Nothing if `text` is none, but a value.
+    /// Returns nothing if `text` is not a range.
     static std::optional<RangeText> of(std::string_view text) {
         constexpr std::string_view kTo = "..";
         const std::size_t to = text.find(kTo);
@@ -62,7 +62,7 @@ struct RangeText {
     }
 };
 
-/// At equal distances; whole numbers are the nearest ones, each once.
+/// Returns evenly spaced values. Whole numbers are rounded, without duplicates.
 std::vector<double> ValuesBetween(const Parameter& parameter, const RangeText& range) {
     constexpr A_long kMost = 1000;
     if (!TypedChoices(parameter).empty()) {
@@ -125,7 +125,7 @@ Axis FrameAxis(const FrameList& frames) {
     return axis;
 }
 
-/// One row after the other, each but the last of so many cells.
+/// Returns the cells in rows of `columns`.
 SheetPlan Wrapped(const Axis& cells, std::size_t columns) {
     SheetPlan rows;
     for (const SheetCell& cell : cells) {

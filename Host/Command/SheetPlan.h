@@ -11,14 +11,14 @@
 
 namespace Kerovane::Host {
 
-/// A value for a parameter, and how both are typed: "size 16".
+/// A parameter's value, with the text that labels it: "size 16".
 struct SheetSetting {
     A_long id = 0;
     double value = 0;
     std::string text;
 };
 
-/// What a cell of the sheet sets, and when; neither for the original picture.
+/// The settings and frame of one picture on the sheet. The original picture has neither.
 struct SheetCell {
     std::vector<SheetSetting> settings{};
     std::optional<A_long> frame{};
@@ -26,27 +26,29 @@ struct SheetCell {
     bool isOriginal() const { return settings.empty() && !frame; }
 };
 
-/// What a contact sheet shows, row by row.
+/// The cells of a sheet, row by row.
 using SheetPlan = std::vector<std::vector<SheetCell>>;
 
-/// The original, all shapes, all transitions and a ladder of their progress. `options` are those of
-/// OptionNames. Throws Error if the effect has no such parameters.
+/// Returns a plan with the original, all shapes, all transitions, and several stages of a
+/// transition. `options` come from OptionNames. Throws Error if the effect lacks these parameters.
 SheetPlan Overview(const std::vector<Parameter>& parameters,
                    const std::vector<std::string>& options);
 
-/// What a sheet goes through.
+/// What varies on a sheet.
 struct SheetRequest {
-    std::vector<std::string> vary; ///< parameters
-    FrameList frames;              ///< or nothing
-    std::size_t columns = 1;       ///< of what varies alone
+    std::vector<std::string> vary; ///< texts of --vary
+    FrameList frames;              ///< empty: frames do not vary
+    std::size_t columns = 1;       ///< if only one thing varies
 };
 
 /**
- * A row or a grid of frames, or of all values of one or two parameters, each given as
- * "size=8,16,32", with ranges like "size=8..64x8", eight values from 8 to 64, or as "shape-type"
- * for all choices of a popup or checkbox. Frames vary along the rows, else the first parameter
- * does, and the other from row to row; one alone goes on in the next row after so many columns.
- * Throws Error if they are not one or two together, or can't be varied so.
+ * Returns a plan with the values of one or two parameters, or with frames and the values of one
+ * parameter. A parameter is given as "size=8,16,32", with ranges such as "size=8..64x8" (eight
+ * values from 8 to 64), or as "shape-type" for all choices of a popup or checkbox.
+ *
+ * Frames, or else the first parameter, vary along a row, and the other parameter from row to row.
+ * If only one thing varies, rows are wrapped after `columns` cells. Throws Error if neither one nor
+ * two things vary, or if a value is not accepted.
  */
 SheetPlan Variations(const SheetRequest& request, const std::vector<Parameter>& parameters,
                      const std::vector<std::string>& options);

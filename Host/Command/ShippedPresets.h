@@ -12,7 +12,8 @@ struct ShippedPreset {
     std::filesystem::path file;
 };
 
-/// All of them, by name. Empty if their folder can't be read.
+/// Return the shipped presets and their names, sorted by name. Empty if their folder cannot be
+/// read.
 std::vector<ShippedPreset> ShippedPresets();
 
 std::vector<std::string> ShippedPresetNames();

@@ -9,7 +9,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// "1:02:03", "2:03" or "0:03".
+/// Formats a duration: "1:02:03", "2:03" or "0:03".
 std::string Clock(double seconds) {
     constexpr long kSixty = 60;
     const long whole = std::lround(seconds);
@@ -21,7 +21,7 @@ std::string Clock(double seconds) {
 
 std::string Line(const ShotFrame& frame, const FrameReport& report, const ShotTally& tally) {
     const bool kept = report.ending == FrameEnding::Kept;
-    const std::string whole = // a movie in a pipe may not say how long it is
+    const std::string whole = // empty for a movie of unknown length
         tally.frames() > 0 ? fmt::format(" of {}", tally.frames()) : std::string();
     return fmt::format("frame {} {} ({}{}, {:.2f} a second)", frame.number,
                        kept ? "kept" : "rendered", tally.ended(), whole, tally.rate());

@@ -9,20 +9,20 @@ namespace Kerovane::Host {
 
 enum class Verbosity {
     Quiet,  ///< failures only
-    Normal, ///< a progress bar on a terminal, else a line for each frame
+    Normal, ///< a progress bar on a terminal, and otherwise a line for each frame
     Verbose ///< lines with the time of each stage
 };
 
-/** Shows people how a shot gets on. */
+/** Shows a shot's progress to people. */
 class ShotProgress {
 public:
-    /// `streams` outlives this object.
+    /// `streams` must outlive this object.
     ShotProgress(Verbosity verbosity, StandardStreams& streams);
 
-    /// `tally` has the frame already.
+    /// Reports a frame that `tally` includes already.
     void frameEnded(const ShotFrame& frame, const FrameReport& report, const ShotTally& tally);
 
-    /// Once no further frame will end.
+    /// Reports the summary. Call after the last frame.
     void finish(const ShotTally& tally);
 
 private:
@@ -31,7 +31,7 @@ private:
 
     Verbosity mVerbosity;
     StandardStreams& mStreams;
-    int mBarColumns = 0; ///< 0: there is no bar
+    int mBarColumns = 0; ///< 0 if there is no bar
     std::chrono::steady_clock::time_point mDrawn;
 };
 

@@ -13,25 +13,25 @@
 
 namespace Kerovane::Host {
 
-/// What is rendered: of a single picture nothing is told but its failure, which is the command's.
+/// What is rendered. Of a single picture only a failure is reported, as the command's error.
 enum class Rendering { Picture, Shot };
 
-/** Tells of frames as they end, and of all of them at the end. */
+/** Reports frames as they end, and a summary after the last. */
 class ShotReport {
 public:
-    /// An empty `log` is none; it names the renderer. Throws Error if the log can't be made.
-    /// `streams` outlives the report.
+    /// `log` may be empty for no log; otherwise its lines name `renderer`. `streams` must outlive
+    /// the report. Throws Error if the log cannot be created.
     ShotReport(Rendering rendering, std::size_t frames, Verbosity verbosity,
                const std::filesystem::path& log, Renderer renderer, StandardStreams& streams);
 
     void frameEnded(const ShotFrame& frame, const FrameReport& report);
 
-    /// Of frames whose number was guessed there are no more than those that ended.
+    /// Corrects the number of frames, which may have been an estimate, to those that ended.
     void endHere() { mTally.endHere(); }
 
-    /// Once no further frame will end. Returns the process's exit status: 0 all done, 2 some frames
-    /// failed, 130 interrupted, of which `onward` tells how to go on. Throws Error if a single
-    /// picture failed.
+    /// Reports the summary and returns the process's exit status: 0 if all frames were rendered, 2
+    /// if some failed, 130 if interrupted. `onward` tells how to continue after an interruption.
+    /// Throws Error if a single picture failed.
     int finish(std::string_view onward);
 
 private:

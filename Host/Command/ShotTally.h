@@ -11,45 +11,47 @@
 
 namespace Kerovane::Host {
 
-/// "NaN and infinite channels counted as 0 in 12 pixels"; empty for no pixels.
+/// Returns "NaN and infinite channels counted as 0 in 12 pixels", or an empty text if `pixels` is
+/// 0.
 std::string NonFiniteText(std::size_t pixels);
 
-/** What has become of a shot's frames so far. */
+/** Counts a shot's frames by how they ended. */
 class ShotTally {
 public:
     explicit ShotTally(std::size_t frames) : mFrames(frames) {}
 
     void add(const ShotFrame& frame, const FrameReport& report);
 
-    /// Of frames whose number was guessed there are no more.
+    /// Corrects the number of frames, which may have been an estimate, to those that ended.
     void endHere() { mFrames = ended(); }
 
     std::size_t frames() const { return mFrames; }
     std::size_t ended() const { return mRendered + mKept + mFailed.size(); }
     bool hasFailures() const { return !mFailed.empty(); }
 
-    /// Frames rendered in a second, since the beginning.
+    /// Frames rendered per second since the start.
     double rate() const;
 
-    /// What is left to do at that rate; 0 while it isn't known.
+    /// The estimated seconds left, or 0 if unknown.
     double secondsLeft() const;
 
-    /// "12 frames rendered in 3.4 s, 3.5 a second; 2 kept".
+    /// Returns "12 of 14 frames rendered in 3.4 s, 3.50 a second; 2 kept".
     std::string summary() const;
 
-    /// The seconds of all frames in each stage, and of one in the middle.
+    /// Returns the total seconds of each stage, and the mean of a frame.
     std::string stages() const;
 
-    /// "2 frames failed: 1003, 1010".
+    /// Returns "2 of 14 frames failed: 1003, 1010".
     std::string failures() const;
 
-    /// Which sizes the frames have, and where; empty if they have the same.
+    /// Returns which sizes the frames have and where each first occurs. Empty if all have the same
+    /// size.
     std::string sizes() const;
 
-    /// Such as what of the inputs isn't in the outputs, a line each.
+    /// Remarks on the frames without duplicates, such as what the outputs lack.
     const std::set<std::string>& remarks() const { return mRemarks; }
 
-    /// In how many pixels NaN and infinities counted as 0; empty if in none.
+    /// NonFiniteText for all frames.
     std::string nonFinite() const { return NonFiniteText(mNonFinitePixels); }
 
 private:

@@ -6,8 +6,8 @@
 
 namespace Kerovane::Host {
 
-/// `skeleton` with each "@NAME@" in it replaced by the text of that name, less the text's last line
-/// end: where a place stands on a line of its own, the skeleton has one.
+/// Replaces each "@NAME@" in `skeleton` by the text of that name without its final line break,
+/// because a placeholder alone on a line is already followed by one.
 inline std::string Fill(std::string skeleton, const std::map<std::string, std::string>& texts) {
     for (const auto& [name, text] : texts) {
         const std::string place = '@' + name + '@';

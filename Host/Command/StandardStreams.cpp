@@ -47,7 +47,7 @@ void StandardStreams::complain(std::string_view message) {
 
 void StandardStreams::draw(std::string_view text) {
     if (mError != nullptr) {
-        // Nothing is left to do if even this fails.
+        // A failure of standard error cannot be reported anywhere.
         static_cast<void>(std::fwrite(text.data(), 1, text.size(), mError.get()));
         static_cast<void>(std::fflush(mError.get()));
     }
@@ -64,7 +64,7 @@ std::optional<int> StandardStreams::terminalColumns() const {
 }
 
 StandardStreams::File StandardStreams::keep(int descriptor) {
-    // Above the standard descriptors, any of which may be closed.
+    // Keeps clear of the standard descriptors, even if some of them are closed.
     const int own = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     return File(own >= 0 ? fdopen(own, "w") : nullptr);
 }

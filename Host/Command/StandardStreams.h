@@ -8,31 +8,31 @@
 namespace Kerovane::Host {
 
 /**
- * The command's standard output and error, kept from everybody else: once the object is made, file
- * descriptors 1 and 2 lead elsewhere for the rest of the process, so that what the effect, drivers
- * and picture libraries print, up to the last flush at exit, does not mix with what the command
- * prints. One for a process, before anything else.
+ * The command's own standard output and error. The constructor moves them to new descriptors and
+ * redirects descriptors 1 and 2 to /dev/null for the rest of the process. So what the effect,
+ * drivers and libraries print, even in the last flush at exit, does not mix with the command's
+ * output. Create one object per process, before anything else.
  */
 class StandardStreams {
 public:
     StandardStreams();
 
-    /// Sends what others print to the command's standard error. It goes nowhere otherwise.
+    /// Redirects what others print to the command's standard error instead of /dev/null.
     void showOthers();
 
-    /// To standard output. Throws Error if it can't be written.
+    /// Writes to standard output. Throws Error if that fails.
     void print(std::string_view text);
 
-    /// Of standard output, for those who write it themselves; -1 if there is none.
+    /// The descriptor of standard output for direct writing, or -1 if there is none.
     int outputDescriptor() const;
 
-    /// To standard error as it is: what is drawn anew on a terminal.
+    /// Writes to standard error without changes, for terminal control.
     void draw(std::string_view text);
 
-    /// Nothing if standard error is no terminal.
+    /// Returns the terminal's width, or nothing if standard error is not a terminal.
     std::optional<int> terminalColumns() const;
 
-    /// To standard error, as one line with the command's name before it.
+    /// Writes one line to standard error, after the command's name.
     void complain(std::string_view message);
 
 private:
@@ -43,7 +43,7 @@ private:
 
     static File keep(int descriptor);
 
-    File mOutput; ///< null if the process was given none, as below
+    File mOutput; ///< null if the process was started without it; mError too
     File mError;
 };
 

@@ -6,7 +6,7 @@
 
 namespace Kerovane::Host {
 
-/// All commands that `app` has, in the order in which they were added.
+/// Returns all subcommands of `app`, in the order in which they were added.
 inline std::vector<const CLI::App*> CommandsOf(const CLI::App& app) {
     return app.get_subcommands([](const CLI::App*) { return true; });
 }

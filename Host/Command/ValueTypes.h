@@ -7,14 +7,14 @@
 
 namespace Kerovane::Host {
 
-// What stands behind an option in the help, and tells completion what its value can be.
+// The value types of options, shown in the help and used by completion.
 inline constexpr const char* kFileType = "FILE";
-inline constexpr const char* kParameterType = "PARAMETER"; ///< the option of one
+inline constexpr const char* kParameterType = "PARAMETER"; ///< a parameter's option
 inline constexpr const char* kVariationType = "PARAMETER=VALUES";
-inline constexpr const char* kPresetType = "PRESET"; ///< the name of a shipped one, or a file
+inline constexpr const char* kPresetType = "PRESET"; ///< a file or a shipped preset's name
 inline constexpr char kBetweenChoices = '|';
 
-/// "error|skip|hold"
+/// Returns "error|skip|hold".
 inline std::string ChoiceType(const std::vector<std::string>& choices) {
     return fmt::format("{}", fmt::join(choices, "|"));
 }

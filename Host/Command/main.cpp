@@ -24,7 +24,7 @@ int Run(std::span<const char* const> line, StandardStreams& streams) {
         streams.showOthers();
     }
     CLI::App app("Breaks pictures into cells.", "tesselune");
-    app.option_defaults()->take_last(); // of an option that is given again
+    app.option_defaults()->take_last(); // the last one counts if an option is repeated
     app.set_version_flag("--version", "tesselune " TESSELUNE_VERSION);
     app.fallthrough();
     app.get_formatter()->label("REQUIRED", "");

@@ -10,8 +10,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Whether the effect can take the pixels where they are: OpenGL wants whole pixels from row to
-/// row, and channels at their natural addresses.
+/// Returns whether the effect can use the pixels in place: OpenGL requires the row distance to be a
+/// multiple of the pixel size, and naturally aligned channels.
 bool IsLayer(const ConstPixelView& view) {
     return view.order == ChannelOrder::Argb && view.alpha == Alpha::Straight &&
            withPixelType(view.depth, [&view](auto type) {
@@ -22,15 +22,15 @@ bool IsLayer(const ConstPixelView& view) {
            });
 }
 
-/// An input layer is never written, though its record's pointer would allow it.
+/// The cast is safe because effects do not write to an input layer.
 PF_LayerDef LayerOver(const ConstPixelView& view) {
     return LayerOver(const_cast<std::byte*>(view.top), view.depth, view.width, view.height,
                      view.rowBytes);
 }
 
-/// `layer`, made anew unless it has the shape of `view` already.
+/// Returns `layer`, recreated if its size or depth differs from that of `view`.
 World& Fitted(std::optional<World>& layer, const ConstPixelView& view) {
-    if (!layer || !HaveOneShape(ViewOf(*layer), view)) {
+    if (!layer || !HaveSameShape(ViewOf(*layer), view)) {
         layer.emplace(view.depth, view.width, view.height);
     }
     return *layer;
@@ -50,7 +50,7 @@ Effect& EffectRenderer::effectFor(Depth depth) {
 
 void EffectRenderer::render(const Frame& frame, const ParameterValues& values,
                             const ConstPixelView& in, const PixelView& out) {
-    if (!HaveOneShape(in, out)) {
+    if (!HaveSameShape(in, out)) {
         throw Error("the output differs from the input in depth or size");
     }
     CheckDrawable(in.width, in.height);

@@ -9,17 +9,20 @@
 
 namespace Kerovane::Host {
 
-/** The effect, set up, and the layers between it and pixels of other forms. Stays on one thread. */
+/**
+ * The effect, and the layers it needs for pixels in other layouts than its own. Must be used on one
+ * thread only.
+ */
 class EffectRenderer {
 public:
-    /// Loads the module for frames of 8 bits; the other waits for the first frame that needs it.
-    /// Throws Error if the effect can't be loaded or set up.
+    /// Loads and sets up the module for 8-bit frames; the other module is loaded when the first
+    /// deeper frame is rendered. Throws Error if the effect cannot be loaded or set up.
     explicit EffectRenderer(EffectModules modules)
         : mModules(std::move(modules)), mEffect(mModules.bits8) {}
 
     Effect& effect() { return mEffect; }
 
-    /// As FrameRenderer::render.
+    /// Renders with the effect as FrameRenderer::render describes.
     void render(const Frame& frame, const ParameterValues& values, const ConstPixelView& in,
                 const PixelView& out);
 
@@ -28,8 +31,8 @@ private:
 
     EffectModules mModules;
     Effect mEffect;
-    std::optional<Effect> mDeeperEffect; ///< if it is of a module of its own
-    std::optional<World> mInput;         ///< kept from frame to frame
+    std::optional<Effect> mDeeperEffect; ///< only if deeper frames have a module of their own
+    std::optional<World> mInput;         ///< reused from frame to frame
     std::optional<World> mOutput;
 };
 

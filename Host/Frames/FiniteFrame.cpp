@@ -11,7 +11,8 @@ namespace {
 
 using Channels = std::array<float, 4>;
 
-/// Of a float. Asked of the bits, for the compiler to make vectors of it.
+/// Tests the bits of a float instead of calling std::isfinite, so that the compiler vectorizes the
+/// loop.
 constexpr bool IsFinite(std::uint32_t bits) {
     constexpr std::uint32_t kExponent = 0x7f800000;
     return (bits & kExponent) != kExponent;
@@ -21,7 +22,7 @@ bool IsFinite(const std::byte* row, std::ptrdiff_t width) {
     bool isFinite = true;
     for (std::ptrdiff_t at = 0; at < width * std::ptrdiff_t{sizeof(Channels)}; at += 4) {
         std::uint32_t bits = 0;
-        std::memcpy(&bits, row + at, sizeof bits); // rows lie at any address
+        std::memcpy(&bits, row + at, sizeof bits); // rows may lie at any address
         isFinite = isFinite & IsFinite(bits);
     }
     return isFinite;
@@ -36,7 +37,7 @@ bool IsFinite(const ConstPixelView& frame) {
     return true;
 }
 
-/// Returns the pixels that it changed.
+/// Sets channels that are not finite to 0 and returns the number of pixels changed.
 std::size_t Clean(std::byte* row, std::ptrdiff_t width) {
     std::size_t cleaned = 0;
     for (std::ptrdiff_t x = 0; x < width; ++x, row += sizeof(Channels)) {

@@ -8,8 +8,8 @@
 namespace Kerovane::Host {
 
 /**
- * A frame whose channels are finite numbers: NaN and infinities count as 0, channel by channel. A
- * frame that has none is looked at in place, others are copied. The pixels looked at outlive it.
+ * A frame in which NaN and infinite channels are replaced by 0. A frame without any is used in
+ * place and must outlive this object; others are copied.
  */
 class FiniteFrame {
 public:
@@ -17,7 +17,7 @@ public:
 
     const ConstPixelView& view() const { return mView; }
 
-    /// Pixels with a channel that was not finite.
+    /// The number of pixels with a channel that was not finite.
     std::size_t cleanedPixels() const { return mCleanedPixels; }
 
 private:

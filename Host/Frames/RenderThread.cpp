@@ -11,8 +11,8 @@ namespace {
 
 std::mutex mEffectInUse;
 
-/// Blocks all signals on the calling thread for its life, and so on the threads that it starts:
-/// handlers run on threads of those who set them.
+/// Blocks all signals on the calling thread while it exists. Threads started meanwhile inherit the
+/// mask, so signal handlers run on the application's own threads only.
 class BlockedSignals {
 public:
     BlockedSignals() {

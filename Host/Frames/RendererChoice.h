@@ -7,19 +7,19 @@
 
 namespace Kerovane::Host {
 
-/// The environment's variable with the name of the renderer that is used if none is asked for.
+/// The environment variable that names the default renderer.
 inline constexpr const char* kRendererVariable = "TESSELUNE_RENDERER";
 
 struct RendererChoice {
     Renderer renderer = Renderer::OpenGL;
-    std::string remark; ///< a line that users should read; may be empty
+    std::string remark; ///< a line to show to the user; may be empty
 };
 
 /**
- * The renderer that draws if `wanted` is asked for: without that, the environment's, else OpenGL.
- * Where OpenGL can't be used software draws in its place, and the remark says so; no other choice
- * is made of itself. If nothing names a renderer and OpenGL is drawn by the processor, the remark
- * tells of the software renderer. Throws Error if the environment names no renderer.
+ * Returns the renderer to use: `wanted`, else the one named by the environment variable, else
+ * OpenGL. If OpenGL cannot be used, returns the software renderer, with a remark that says so. If
+ * neither names a renderer and OpenGL is drawn by the processor, the remark recommends the software
+ * renderer. Throws Error if the environment variable's value is not a renderer's name.
  */
 RendererChoice ChooseRenderer(std::optional<Renderer> wanted);
 

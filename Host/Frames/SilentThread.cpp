@@ -7,11 +7,11 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// SilentThreads that live on this thread.
+/// The number of SilentThread objects on this thread.
 thread_local int mSilent = 0;
 
-/// Stands before std::cout's own buffer, without any of its own. Never removed nor destroyed:
-/// another thread may be writing, and std::cout is flushed at the very end of the process.
+/// An unbuffered filter in front of std::cout's own buffer. Never removed or destroyed, because
+/// other threads may be writing and std::cout is flushed at the very end of the process.
 class ThreadFilter : public std::streambuf {
 public:
     explicit ThreadFilter(std::streambuf& next) : mNext(next) {}

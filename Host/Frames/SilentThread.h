@@ -3,10 +3,10 @@
 namespace Kerovane::Host {
 
 /**
- * While it lives, what its thread writes on std::cout is dropped, and all others' text passes as
- * before. Effects report there, on each new GL context say, and a process's standard output may
- * well be the video that it makes. The process's descriptors stay as they are. Made and destroyed
- * on one thread; several on a thread nest.
+ * Drops what its thread writes to std::cout while it exists; other threads' output passes. Effects
+ * print there, for example for each new GL context, and a process may be writing video to standard
+ * output. File descriptors are not redirected. Must be constructed and destroyed on the same
+ * thread; may be nested.
  */
 class SilentThread {
 public:

@@ -13,7 +13,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Disk ids, by which hosts know the effect's parameters.
+/// The disk ids of the effect's parameters.
 enum Id : A_long {
     kShapeType = 1,
     kSize,
@@ -30,7 +30,7 @@ enum Id : A_long {
     kUseAlpha = 15
 };
 
-/// From the first byte to the one behind the last, of all rows.
+/// Returns the range of memory from the first row's start to the last row's end, in address order.
 std::pair<const std::byte*, const std::byte*> ExtentOf(const ConstPixelView& view) {
     const auto [first, last] = std::minmax({view.row(0), view.row(view.height - 1)});
     return {first, last + view.width * BytesPerPixel(view.depth)};
@@ -75,7 +75,7 @@ Software::MosaicParameters MosaicParametersOf(const std::vector<Parameter>& para
 
 void DrawSoftwareFrame(const Software::MosaicParameters& parameters, const ConstPixelView& in,
                        const PixelView& out, int threads) {
-    if (!HaveOneShape(in, out)) {
+    if (!HaveSameShape(in, out)) {
         throw Error("the output differs from the input in depth or size");
     }
     if (ShareMemory(in, out)) {

@@ -10,12 +10,12 @@
 
 namespace Kerovane::Host {
 
-/// The effect's parameters at `frame` for the software renderer, with the precision of the records
+/// Returns the effect's parameters at `frame` for the software renderer, rounded as in the records
 /// that the effect would get.
 Software::MosaicParameters MosaicParametersOf(const std::vector<Parameter>& parameters,
                                               const ParameterValues& values, const Frame& frame);
 
-/// Draws `in` into `out`, which may share memory with it, without OpenGL. `threads` as for
+/// Draws `in` into `out` with the software renderer; they may share memory. `threads` is as for
 /// DrawMosaic. Throws Error if they differ in size or depth.
 void DrawSoftwareFrame(const Software::MosaicParameters& parameters, const ConstPixelView& in,
                        const PixelView& out, int threads);

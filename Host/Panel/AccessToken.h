@@ -5,16 +5,16 @@
 
 namespace Kerovane::Host {
 
-/** A secret that whoever was told the panel's address has. */
+/** The secret in the panel's address, which only those who were given the address know. */
 class AccessToken {
 public:
-    /// 160 random bits of the system's. Throws Error if it gives none.
+    /// Takes 160 random bits from the system. Throws Error if there are none.
     AccessToken();
 
-    /// Letters and digits.
+    /// The secret as hexadecimal digits.
     const std::string& text() const { return mText; }
 
-    /// Compares in a time that doesn't tell how much of `text` is right.
+    /// Compares in constant time, so that the duration does not reveal how much of `text` is right.
     bool is(std::string_view text) const;
 
 private:

@@ -47,7 +47,7 @@ std::optional<Cell> CellFinder::cellAt(A_long x, A_long y) const {
         return std::nullopt;
     }
     Cell cell{.referenceX = wanted.red, .referenceY = wanted.green, .runs = {}};
-    // Cells are convex: each row has one run, which begins or ends beside the run before it.
+    // Cells are convex: each row has one run, which overlaps or touches the run in the row before.
     for (const A_long step : {-1, 1}) {
         Cell::Run run = runAt(x, y, wanted);
         if (step < 0) {

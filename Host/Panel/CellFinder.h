@@ -7,28 +7,28 @@
 
 namespace Kerovane::Host {
 
-/** One of the pieces that the picture is broken into. */
+/** A cell of the mosaic. */
 struct Cell {
-    /// Pixels `begin` up to `end` of row `y`.
+    /// The pixels of row `y` from column `begin` to before `end`.
     struct Run {
         A_long y = 0;
         A_long begin = 0;
         A_long end = 0;
     };
 
-    double referenceX = 0; ///< where it has its colour from, in pixels
+    double referenceX = 0; ///< the place the cell takes its colour from, in pixels
     double referenceY = 0;
     std::vector<Run> runs;
 };
 
-/** Which cells a frame has. */
+/** Finds the cell at a pixel of a frame. */
 class CellFinder {
 public:
-    /// Draws a picture whose colours are places. Throws Error if that fails.
+    /// Draws a picture whose colours encode their own coordinates. Throws Error if that fails.
     CellFinder(FrameRenderer& renderer, const Footage& footage, const Look& look, A_long frame,
                const World& shape);
 
-    /// Nothing if the pixel lies in a hole or on a border.
+    /// Returns nothing if the pixel lies outside the picture, in a hole or on a cell's border.
     std::optional<Cell> cellAt(A_long x, A_long y) const;
 
 private:

@@ -16,7 +16,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/** What becomes of descriptors in a child. */
+/** The descriptors of a child process. */
 class FileActions {
 public:
     FileActions() { posix_spawn_file_actions_init(&mActions); }
@@ -24,7 +24,7 @@ public:
     FileActions(const FileActions&) = delete;
     FileActions& operator=(const FileActions&) = delete;
 
-    /// `from` -1 stands for nothing to read or write.
+    /// Makes `from` the child's descriptor `to`; -1 stands for /dev/null.
     void give(int from, int to) {
         from >= 0 ? posix_spawn_file_actions_adddup2(&mActions, from, to)
                   : posix_spawn_file_actions_addopen(&mActions, to, "/dev/null", O_RDWR, 0);
@@ -38,8 +38,10 @@ private:
     posix_spawn_file_actions_t mActions{};
 };
 
-/** How a child is started: in a group of its own, so that the terminal's Ctrl-C reaches this
- * process alone, which decides what becomes of its children. */
+/**
+ * The attributes of a child process. It gets a process group of its own, so that Ctrl-C in the
+ * terminal reaches only this process, which decides when its children end.
+ */
 class SpawnAttributes {
 public:
     SpawnAttributes() {

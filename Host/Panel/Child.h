@@ -7,34 +7,35 @@
 
 namespace Kerovane::Host {
 
-/// What a program is started with.
+/// How to start a program.
 struct ChildSetting {
-    std::string program; ///< found as a shell would
+    std::string program; ///< searched for in $PATH
     std::vector<std::string> words;
-    int output = -1;  ///< a descriptor that becomes its standard output; -1: nowhere
-    int error = -1;   ///< the same
-    int picture = -1; ///< a descriptor that becomes its descriptor 3; -1: none
+    int output = -1;  ///< descriptor for its standard output; -1: /dev/null
+    int error = -1;   ///< descriptor for its standard error; -1: /dev/null
+    int picture = -1; ///< descriptor that becomes its descriptor 3; -1: none
 };
 
-/** Another program, which has nothing of this one's open files but those that it is given. */
+/** A child process. It inherits no open files except those given to it. */
 class Child {
 public:
-    /// Throws Error if it can't be started.
+    /// Throws Error if the program cannot be started.
     explicit Child(const ChildSetting& setting);
 
-    /// Ends it, if it hasn't ended, and waits for that.
+    /// Ends the child if it is still running, and waits for it.
     ~Child();
     Child(const Child&) = delete;
     Child& operator=(const Child&) = delete;
 
-    /// Asks it to end, as Ctrl-C does.
+    /// Sends SIGINT, as Ctrl-C does.
     void interrupt() const;
 
-    /// Waits for its end. Returns its exit status, -1 if a signal ended it. Once.
+    /// Waits for the child to end. Returns its exit status, or -1 if a signal ended it. Must be
+    /// called at most once.
     int wait();
 
 private:
-    pid_t mId = -1; ///< -1 once it was waited for
+    pid_t mId = -1; ///< -1 after wait()
 };
 
 } // namespace Kerovane::Host

@@ -11,35 +11,37 @@ namespace Kerovane::Host {
 
 using Words = std::vector<std::string>;
 
-/** What the command is told beside the look, whatever it renders. */
+/** Options that all lines have besides those of the look. */
 struct LineSetting {
     const std::vector<Parameter>& parameters;
-    std::vector<std::string> options; ///< of the parameters, as OptionNames gives them
-    Words footageWords{};             ///< "--fps", "25"
-    std::string frames{};             ///< as --frames takes them; empty: all
+    std::vector<std::string> options; ///< of the parameters, from OptionNames
+    Words footageWords{};             ///< options about the input: "--fps", "25"
+    std::string frames{};             ///< for --frames; empty: all
 };
 
-/// "--size", "40": what isn't at its default, and the renderer.
+/// Returns the options of all parameters that are not at their default, and of the renderer:
+/// "--size", "40".
 Words LookWords(const LineSetting& setting, const Look& look);
 
-/// The words behind the program's name that make a PNG of 8 bits of one frame.
+/// Returns the arguments that render one frame to an 8-bit PNG.
 Words StillWords(const LineSetting& setting, const Look& look, const Footage& footage,
                  A_long frame);
 
-/// Those that render all of `footage`, under the name `input`, to `output`.
+/// Returns the arguments that render all of `footage` to `output`. `input` is the name of the
+/// footage in the line.
 Words ShotWords(const LineSetting& setting, const Look& look, const Footage& footage,
                 const std::string& input, const std::string& output);
 
-/// A word as a shell takes it.
+/// Returns a word quoted for a shell, if it needs quotes.
 std::string Quoted(std::string_view word);
 
-/// A line for a shell.
+/// Returns a line for a shell.
 std::string ShellLine(const std::string& program, const Words& words);
 
-/// Whether the look has the parameter as the effect declares it, at all times.
+/// Returns whether the parameter has its default at all times.
 bool IsDefault(const Parameter& parameter, const Look& look);
 
-/// The value that `parameter` has at `frame`.
+/// Returns the value of `parameter` at `frame`.
 double ValueAt(const Parameter& parameter, const Look& look, const Footage& footage, double frame);
 
 } // namespace Kerovane::Host

@@ -8,10 +8,10 @@
 
 namespace Kerovane::Host {
 
-/** The frames that were read last, as many as fit. */
+/** The frames that were read last, up to a limit of memory. */
 class FrameCache {
 public:
-    /// Null if the frame isn't here.
+    /// Returns null if the frame is not cached.
     SharedPicture find(A_long number) const {
         for (const auto& [kept, picture] : mFrames) {
             if (kept == number) {

@@ -6,19 +6,19 @@
 
 namespace Kerovane::Host {
 
-/** A frame as the effect makes it. */
+/** A rendered frame. */
 struct PaintedFrame {
     SharedPicture source;
-    World world;             ///< of the source's depth
-    double milliseconds = 0; ///< that the renderer took
+    World world;             ///< has the source's depth
+    double milliseconds = 0; ///< rendering time
 };
 
-/// Draws `in`, which may be any picture, into `out` of the same form, with what `look` is at a
-/// frame of `footage`. Throws Error if it can't be drawn.
+/// Draws `in`, which may be any picture, into `out` of the same size and depth, with the values
+/// that `look` has at a frame of `footage`. Throws Error if it cannot be drawn.
 void Draw(FrameRenderer& renderer, const Footage& footage, const Look& look, A_long frame,
           const World& in, World& out);
 
-/// Draws a frame of `footage` as the command does. Throws Error if it can't be read or drawn.
+/// Renders a frame of `footage` as the command does. Throws Error if it cannot be read or drawn.
 PaintedFrame Paint(FrameRenderer& renderer, Footage& footage, const Look& look, A_long frame);
 
 } // namespace Kerovane::Host

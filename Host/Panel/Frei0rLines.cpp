@@ -13,10 +13,11 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Which numbers a program hands on to frei0r.
+/// Which numbers a program passes to frei0r.
 enum class Frei0rReach {
-    All,      ///< from 2 on a number stands for itself
-    Positions ///< 0 to 1 alone, the nearest for what lies beyond the slider
+    All,      ///< numbers from 2 on too, which are values in the parameter's unit
+    Positions ///< only 0 to 1, the position on the slider; values beyond the slider are limited to
+              ///< it
 };
 
 constexpr double kTurn = 360;
@@ -25,7 +26,7 @@ bool IsAngle(const Parameter& parameter) {
     return parameter.type() == PF_Param_ANGLE;
 }
 
-/// What frei0r's numbers from 0 to 1 stand for.
+/// Returns the range that frei0r's numbers from 0 to 1 cover.
 Interval Frei0rRange(const Parameter& parameter) {
     return IsAngle(parameter) ? Interval{0, kTurn} : parameter.slider;
 }
@@ -44,7 +45,7 @@ double WithinATurn(double degrees) {
     return degrees - std::floor(degrees / kTurn) * kTurn;
 }
 
-/// How a program writes a switch that is on, and off.
+/// A program's words for a switch that is on and off.
 struct SwitchWords {
     const char* on;
     const char* off;
@@ -58,7 +59,10 @@ std::string Frei0rValue(const Parameter& parameter, double value, const SwitchWo
     return Frei0rNumber(parameter, IsAngle(parameter) ? WithinATurn(value) : value, reach);
 }
 
-/** How keys are written for hosts that go from number to number between them: all in one unit. */
+/**
+ * Writes a parameter's keys for hosts that interpolate between the numbers, so that all keys have
+ * to be either positions or values.
+ */
 class Frei0rKeys {
 public:
     Frei0rKeys(const Parameter& parameter, const std::vector<Keyframe>& keys)
@@ -66,13 +70,13 @@ public:
         const auto [low, high] = std::ranges::minmax(keys, {}, &Keyframe::value);
         const Interval range = Frei0rRange(parameter);
         if (IsAngle(parameter)) {
-            mShift = WithinATurn(low.value) - low.value; // turns that nobody sees
+            mShift = WithinATurn(low.value) - low.value; // whole turns, which make no difference
         }
         const bool isWithin =
             range.contains(low.value + mShift) && range.contains(high.value + mShift);
         mReach = isWithin ? Frei0rReach::Positions : Frei0rReach::All;
         if (IsAngle(parameter) && !isWithin) {
-            mShift += kTurn; // away from the numbers that stand for positions
+            mShift += kTurn; // beyond the numbers that would be read as positions
         }
     }
 
@@ -92,8 +96,8 @@ double FrameOf(double place, KeyUnit unit, FrameRate rate) {
     return unit == KeyUnit::Frames ? place : place * rate.timeScale() / rate.timeStep();
 }
 
-/// Keys as MLT reads them, counted from the first frame. Ways that it has otherwise are written
-/// frame by frame.
+/// Returns keys in MLT's syntax, counted from the first frame. Interpolations that MLT does not
+/// have in the same way are written out frame by frame.
 std::string MeltKeys(const Parameter& parameter, const Keyframes& keyframes,
                      const Footage& footage) {
     const double first = footage.frames().front();
@@ -128,7 +132,8 @@ std::string MeltKeys(const Parameter& parameter, const Keyframes& keyframes,
     return fmt::format("{}", fmt::join(texts, ";"));
 }
 
-/// MLT fits pictures into a frame of its own unless a file tells it theirs.
+/// Returns a profile with the footage's size and rate. MLT would otherwise scale pictures to a
+/// profile of its own.
 std::string MeltProfile(const Footage& footage) {
     return fmt::format(
         "description=cells width={0} height={1} display_aspect_num={0} display_aspect_den={1} "
@@ -141,13 +146,14 @@ std::string InputOf(const Footage& footage) {
     return Quoted(footage.input().string());
 }
 
-/// A sequence's name with its place for the number in the form that FFmpeg, MLT and GStreamer take.
+/// Returns a sequence's name with its placeholder in the form "%04d", which FFmpeg, MLT and
+/// GStreamer understand.
 std::string PercentPattern(const Footage& footage) {
     constexpr std::size_t kDigitsOfOneHash = 4;
     std::string name = footage.input().string();
     const std::size_t start = name.find_first_of("#@$", name.rfind('/') + 1);
     if (start == std::string::npos) {
-        return name; // "%04d" is that form
+        return name; // has that form already, or is no sequence
     }
     const bool isLetter = name.compare(start, 2, "$F") == 0;
     const std::size_t end = std::min(isLetter ? name.find_first_not_of("0123456789", start + 2)

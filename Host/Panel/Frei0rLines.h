@@ -6,8 +6,8 @@
 
 namespace Kerovane::Host {
 
-/// Lines for programs that have the effect through frei0r. Those that know no keys get the values
-/// at `frame`.
+/// Return shell lines that apply the look with other programs through frei0r. Programs without
+/// keyframes get the values at `frame`.
 std::string FfmpegLine(const LineSetting& setting, const Look& look, const Footage& footage,
                        A_long frame);
 std::string MeltLine(const LineSetting& setting, const Look& look, const Footage& footage);

@@ -11,24 +11,24 @@
 
 namespace Kerovane::Host {
 
-/** What a request asks for, once it was let in. */
+/** The path and query of an admitted request. */
 struct PanelTarget {
-    std::string path; ///< behind the token: "", "page/Main.js", "still"
+    std::string path; ///< after the token: "", "page/Main.js", "still"
     std::map<std::string, std::string, std::less<>> query{};
 };
 
-/// Splits path and query, and decodes what is written with percent signs. Nothing if that is
-/// malformed, or holds more than a page of this program ever sends.
+/// Splits a target into path and query, and decodes percent-encoding. Returns nothing if it is
+/// malformed or exceeds what the panel's page sends.
 std::optional<PanelTarget> ParseTarget(std::string_view target);
 
-/** Lets those requests in that come from the panel's own page. */
+/** Admits only requests from the panel's own page. */
 class Gate {
 public:
     explicit Gate(const AccessToken& token) : mToken(token) {}
 
-    /// Nothing if the request is not to be answered: its token is wrong, it was sent to another
-    /// name than this machine's own, which a foreign page may have pointed here, or by a foreign
-    /// page.
+    /// Returns nothing if the request must not be answered: its token is wrong, a page of another
+    /// origin sent it, or its Host is not a name of this machine, which happens if a foreign page's
+    /// name is made to resolve to it (DNS rebinding).
     std::optional<PanelTarget> admit(const HttpHead& head) const;
 
 private:

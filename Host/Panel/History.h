@@ -8,7 +8,7 @@
 
 namespace Kerovane::Host {
 
-/** A look, all that it was before, and what was undone. */
+/** The current look with its undo and redo history. */
 class History {
 public:
     explicit History(Look look) : mLook(std::move(look)) {}
@@ -18,8 +18,8 @@ public:
     bool canUndo() const { return !mPast.empty(); }
     bool canRedo() const { return !mUndone.empty(); }
 
-    /// Changes with the same `gesture`, one after the other, count as one; an empty one is a change
-    /// of its own.
+    /// Sets the look. Consecutive changes with the same `gesture` are undone as one; a change with
+    /// an empty gesture is undone alone.
     void change(Look look, const std::string& gesture) {
         if (look == mLook) {
             return;
@@ -32,7 +32,7 @@ public:
         mGesture = gesture;
     }
 
-    /// Both do nothing if there is nothing to go to.
+    /// Do nothing if there is nothing to undo or redo.
     void undo() { step(mPast, mUndone); }
     void redo() { step(mUndone, mPast); }
 
@@ -48,7 +48,7 @@ private:
     Look mLook;
     std::vector<Look> mPast;
     std::vector<Look> mUndone;
-    std::string mGesture; ///< of the last change
+    std::string mGesture; ///< the last change's
 };
 
 } // namespace Kerovane::Host

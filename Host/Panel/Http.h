@@ -6,12 +6,12 @@
 
 namespace Kerovane::Host {
 
-/** What stands before a request's body, as far as it matters here. */
+/** The parts of a request's header that matter here. */
 struct HttpHead {
     std::string method;
-    std::string target; ///< path and query, as sent
+    std::string target; ///< path and query as sent
     std::string host{};
-    std::string origin{}; ///< empty: none was sent
+    std::string origin{}; ///< empty if none was sent
 };
 
 struct HttpRequest {
@@ -23,7 +23,7 @@ struct HttpReply {
     int status = 200;
     std::string type = "text/plain; charset=utf-8";
     std::string body{};
-    std::vector<std::pair<std::string, std::string>> headers{}; ///< more of them
+    std::vector<std::pair<std::string, std::string>> headers{}; ///< additional ones
 };
 
 } // namespace Kerovane::Host

@@ -32,7 +32,7 @@ using Tcp = asio::ip::tcp;
 
 constexpr std::size_t kWorkers = 4;
 
-/// What pages of this server may do and load: only what it sent itself.
+/// Restricts what the page may load and do to what this server sent.
 void SecureReply(http::response<http::string_body>& response) {
     response.set(http::field::cache_control, "no-store");
     response.set("Content-Security-Policy",
@@ -103,7 +103,7 @@ private:
 
     void serve(Tcp::socket socket);
 
-    /// A signal's handler can do no more than set a flag.
+    /// Polls `stop`, because a signal handler can do no more than set a flag.
     void watch(const std::atomic<bool>& stop) {
         constexpr std::chrono::milliseconds kPause(100);
         if (stop) {
@@ -118,14 +118,14 @@ private:
     ServerLimits mLimits;
     RateLimit mRate;
     std::size_t mConnections = 0;
-    std::size_t mBodyBytes = 0; ///< that connections may hold
+    std::size_t mBodyBytes = 0; ///< reserved by all connections together
     asio::io_context mContext{1};
     Tcp::acceptor mAcceptor;
     asio::thread_pool mWorkers;
     asio::steady_timer mWatch;
 };
 
-/** One request after another. Lives as long as something is waited for. */
+/** A connection, which handles one request after another. Pending operations keep it alive. */
 class HttpServer::Implementation::Connection : public std::enable_shared_from_this<Connection> {
 public:
     Connection(Tcp::socket socket, Implementation& server)
@@ -140,7 +140,7 @@ public:
     Connection& operator=(const Connection&) = delete;
 
     void start() {
-        boost::system::error_code ignored; // the answer comes a little later then
+        boost::system::error_code ignored; // without the option, replies are only slower
         mStream.socket().set_option(Tcp::no_delay(true), ignored);
         readHead();
     }
@@ -151,8 +151,7 @@ private:
     void readHead() {
         mParser.emplace();
         mParser->header_limit(mServer.mLimits.headBytes);
-        mParser->body_limit(std::numeric_limits<std::uint64_t>::max()); // until the head has told
-                                                                        // whose request it is
+        mParser->body_limit(std::numeric_limits<std::uint64_t>::max()); // set in readBody()
         mStream.expires_after(mServer.mLimits.idle);
         http::async_read_header(mStream, mBuffer, *mParser,
                                 [self = shared_from_this()](beast::error_code error, std::size_t) {
@@ -218,7 +217,8 @@ private:
             auto reply =
                 std::make_shared<HttpReply>(Answer(self->mServer.mService, self->mRequest));
             Connection& connection = *self;
-            // Moved along, so that the connection ends on the server's thread.
+            // Moves the last reference along, so that the connection is destroyed on the server's
+            // thread.
             asio::post(connection.mServer.mContext,
                        [owner = std::move(self), reply] { owner->send(std::move(*reply)); });
         });
@@ -237,7 +237,7 @@ private:
         write();
     }
 
-    /// Ends the connection too: what follows of the request is not read.
+    /// Replies with an error and closes the connection without reading the rest of the request.
     void refuse(http::status status) {
         mResponse = {status, 11};
         mResponse.set(http::field::content_type, "text/plain");
@@ -262,7 +262,7 @@ private:
     }
 
     void close() {
-        boost::system::error_code ignored; // it is gone then
+        boost::system::error_code ignored; // the connection may be gone already
         mStream.socket().shutdown(Tcp::socket::shutdown_send, ignored);
     }
 
@@ -271,7 +271,7 @@ private:
     beast::flat_buffer mBuffer;
     std::optional<http::request_parser<http::string_body>> mParser;
     HttpRequest mRequest;
-    std::size_t mReserved = 0; ///< of the bytes that bodies may have
+    std::size_t mReserved = 0; ///< this connection's part of mBodyBytes
     http::response<http::string_body> mResponse;
 };
 

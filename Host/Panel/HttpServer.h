@@ -11,17 +11,17 @@
 
 namespace Kerovane::Host {
 
-/// What a server bears. Connections beyond are closed, requests beyond refused.
+/// The limits of a server. Connections beyond the limit are closed, requests beyond it are refused.
 struct ServerLimits {
     std::size_t connections = 128;
     std::uint32_t headBytes = 16U << 10U;
-    std::size_t bodyBytes = 512U << 20U;        ///< of all requests at a time
-    std::chrono::milliseconds idle{30000};      ///< between requests, and for a request's head
-    std::chrono::milliseconds transfer{120000}; ///< of a body, or of an answer
+    std::size_t bodyBytes = 512U << 20U;   ///< of all requests that are being received or answered
+    std::chrono::milliseconds idle{30000}; ///< between requests, and for a header
+    std::chrono::milliseconds transfer{120000}; ///< for receiving a body or sending a reply
     double requestsPerSecond = 1000;
 };
 
-/** What answers the requests of a server. Called on several threads at a time. */
+/** Answers the requests of a server. Called on several threads concurrently. */
 class HttpService {
 public:
     HttpService() = default;
@@ -29,21 +29,21 @@ public:
     HttpService(const HttpService&) = delete;
     HttpService& operator=(const HttpService&) = delete;
 
-    /// Before its body is read: the most bytes that this may have, or nothing if the request is not
-    /// to be answered.
+    /// Returns the largest body that the request may have, before the body is read. Returns nothing
+    /// if the request must be refused.
     virtual std::optional<std::size_t> mostBody(const HttpHead& head) = 0;
 
     virtual HttpReply answer(const HttpRequest& request) = 0;
 };
 
 /**
- * Answers HTTP/1.1 on 127.0.0.1 alone. One thread serves all connections, so that slow ones cost
- * nobody anything; answers are made on a few others.
+ * An HTTP/1.1 server on 127.0.0.1 only. One thread handles the input and output of all connections,
+ * so slow clients do not block others; a few worker threads make the replies.
  */
 class HttpServer {
 public:
-    /// `port` 0 takes a free one. `service` outlives the server. Throws Error if the port can't be
-    /// had.
+    /// Listens on `port`, or on any free one if it is 0. `service` must outlive the server. Throws
+    /// Error if the port is not available.
     HttpServer(std::uint16_t port, HttpService& service, const ServerLimits& limits = {});
     ~HttpServer();
     HttpServer(const HttpServer&) = delete;
@@ -51,7 +51,7 @@ public:
 
     std::uint16_t port() const;
 
-    /// Until `stop` is true.
+    /// Serves until `stop` is true.
     void run(const std::atomic<bool>& stop);
 
 private:

@@ -61,7 +61,7 @@ Invitation::Invitation(const std::string& address) {
 
 Invitation::~Invitation() {
     mOpener.reset();
-    std::error_code ignored; // nothing is to be done about it
+    std::error_code ignored; // nothing can be done about a failure
     std::filesystem::remove_all(mFolder, ignored);
 }
 

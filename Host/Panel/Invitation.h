@@ -8,17 +8,17 @@
 
 namespace Kerovane::Host {
 
-/// Whether there is a desktop to show a page on.
+/// Returns whether there is a desktop to open a browser on.
 bool HasDesktop();
 
 /**
- * Opens an address in the desktop's browser. The address is a secret, and other users see the words
- * that programs are started with: so the browser is given a file that leads on, in a folder that
- * only this user can read. Gone with the object.
+ * Opens an address in the desktop's browser. The address is secret, but other users can see the
+ * arguments of processes. So the browser is started with a file that redirects to the address, in a
+ * folder that only this user can read. The file is deleted with this object.
  */
 class Invitation {
 public:
-    /// Throws Error if it can't be made.
+    /// Throws Error if the file cannot be created.
     explicit Invitation(const std::string& address);
     ~Invitation();
     Invitation(const Invitation&) = delete;

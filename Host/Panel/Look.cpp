@@ -16,18 +16,18 @@ namespace Kerovane::Host {
 namespace {
 
 constexpr std::size_t kMostKeys = 10000;
-constexpr double kSamePlace = 1e-6; // frames or seconds
+constexpr double kSamePlace = 1e-6; // in frames or seconds
 
-Interpolation WayNamed(const Parameter& parameter, std::string_view name) {
-    for (const Interpolation way : Interpolations(parameter)) {
-        if (InterpolationName(way) == name) {
-            return way;
+Interpolation InterpolationNamed(const Parameter& parameter, std::string_view name) {
+    for (const Interpolation interpolation : Interpolations(parameter)) {
+        if (InterpolationName(interpolation) == name) {
+            return interpolation;
         }
     }
     throw Error(fmt::format("can't go '{}' from key to key", name));
 }
 
-/// Whole numbers stay whole between keys.
+/// Rounds values between keys if the parameter takes whole numbers only.
 double Settable(const Parameter& parameter, double value) {
     return parameter.takesWholeNumbers() ? std::round(value) : value;
 }
@@ -67,7 +67,7 @@ void LookEditor::setValue(double frame, std::string_view text) {
     }
 }
 
-void LookEditor::putKey(double frame, std::string_view text, std::string_view way) {
+void LookEditor::putKey(double frame, std::string_view text, std::string_view interpolation) {
     if (!mParameter.canVaryOverTime()) {
         throw Error("can't be animated");
     }
@@ -82,8 +82,8 @@ void LookEditor::putKey(double frame, std::string_view text, std::string_view wa
             key.toNext = other.toNext;
         }
     }
-    if (!way.empty()) {
-        key.toNext = WayNamed(mParameter, way);
+    if (!interpolation.empty()) {
+        key.toNext = InterpolationNamed(mParameter, interpolation);
     }
     put(keys, key);
     store(std::move(keys), unit);

@@ -12,50 +12,51 @@
 
 namespace Kerovane::Host {
 
-/** What the picture is drawn with: all that can be undone. */
+/** The settings that a frame is drawn with: everything that can be undone. */
 struct Look {
-    ParameterSettings settings; ///< what isn't there has its default
-    std::set<A_long> animated;  ///< those with keys, be it a single one
+    ParameterSettings settings; ///< parameters that are absent have their defaults
+    std::set<A_long> animated;  ///< parameters with keys, even if there is only one key
     Renderer renderer = Renderer::OpenGL;
 
     bool operator==(const Look&) const = default;
 };
 
-/// The look with what a preset or a command line sets, and nothing else.
+/// Returns the look of a preset or a command line. Parameters with more than one key are animated.
 Look LookOf(ParameterSettings settings, Renderer renderer);
 
-/// Where a frame lies among keys of that unit.
+/// Converts a frame number to a keyframe's place in `unit`.
 using PlaceOfFrame = std::function<double(double frame, KeyUnit unit)>;
 
-/// Changes of one parameter of a look. Each throws Error if the parameter can't be changed so; the
-/// look may be half changed then.
+/// Changes one parameter of a look. Operations throw Error if the change is not possible; the look
+/// may then be partly changed.
 class LookEditor {
 public:
-    /// All outlive the editor.
+    /// All arguments must outlive the editor.
     LookEditor(Look& look, const Parameter& parameter, const PlaceOfFrame& placeOf)
         : mLook(look), mParameter(parameter), mPlaceOf(placeOf) {}
 
-    /// Sets what `text` says, as on the command line: a value or keys.
+    /// Sets a value or keys, given as on the command line.
     void setText(std::string_view text);
 
-    /// The default, without keys.
+    /// Restores the default and removes all keys.
     void reset();
 
-    /// If the parameter has keys, the one at `frame` gets the value or is added; else the parameter
-    /// has it at all times.
+    /// Sets the key at `frame` if the parameter is animated, adding a key if there is none.
+    /// Otherwise sets the constant value.
     void setValue(double frame, std::string_view text);
 
-    /// Adds a key at `frame`, or changes the one that is there. Without `text` it has the value of
-    /// that time, and the way to the next stays if `way` is empty.
-    void putKey(double frame, std::string_view text, std::string_view way);
+    /// Adds or changes the key at `frame`. An empty `text` keeps the value at that time.
+    /// `interpolation` names the interpolation to the next key; if it is empty, the interpolation
+    /// is kept.
+    void putKey(double frame, std::string_view text, std::string_view interpolation);
 
-    /// Without the last key the parameter stays as it is at that time.
+    /// Removes a key. When the only key is removed, its value stays as a constant.
     void removeKey(std::size_t index);
 
-    /// A key that comes to lie on another one replaces it.
+    /// Moves a key. It replaces any key at its new place.
     void moveKey(std::size_t index, double frame);
 
-    /// Has the value that it has at `frame` at all times.
+    /// Replaces all keys by the value at `frame`.
     void removeKeys(double frame);
 
 private:

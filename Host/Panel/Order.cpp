@@ -29,7 +29,7 @@ void Change(const Order& order, LookEditor& editor) {
     } else if (what == "remove-keys") {
         editor.removeKeys(frame);
     } else {
-        throw Error("can't be told to do that");
+        throw Error("does not know this change");
     }
 }
 

@@ -16,13 +16,13 @@
 
 namespace Kerovane::Host {
 
-/// What a page tells the server to do: a JSON object.
+/// A page's request to change something, as a JSON object.
 using Order = nlohmann::ordered_json;
 
-/// Throws Error if `text` is no JSON object, or nested deeper than any order is.
+/// Throws Error if `text` is not a JSON object or is nested too deeply.
 Order ParseOrder(std::string_view text);
 
-/// Whether `json` is of that kind, and a whole number within its range.
+/// Returns whether `json` has the type `Value` and, if that is an integer type, fits into it.
 template <typename Value>
 bool Holds(const Order& json) {
     if constexpr (std::integral<Value> && !std::same_as<Value, bool>) {
@@ -36,7 +36,7 @@ bool Holds(const Order& json) {
     }
 }
 
-/// An entry of an order. Throws Error if it isn't there, or of another kind.
+/// Returns an entry. Throws Error if it is missing or has another type.
 template <typename Value>
 Value Entry(const Order& order, const char* name) {
     const auto found = order.find(name);
@@ -49,17 +49,17 @@ Value Entry(const Order& order, const char* name) {
     return found->get<Value>();
 }
 
-/// The same for one that may be left out.
+/// Returns an entry, or `otherwise` if it is missing. Throws Error if it has another type.
 template <typename Value>
 Value EntryOr(const Order& order, const char* name, Value otherwise) {
     return order.contains(name) ? Entry<Value>(order, name) : otherwise;
 }
 
-/// The index of the parameter with that option. Throws Error if there is none.
+/// Returns the index of the parameter with that option. Throws Error if there is none.
 std::size_t IndexOfOption(const std::vector<std::string>& options, std::string_view option);
 
-/// Changes the one parameter of `look` that the order names by its option. Throws Error, which
-/// names the parameter, if that can't be done; the look may be half changed then.
+/// Changes the parameter whose option is named in the order. Throws Error, which names the
+/// parameter, if the change is not possible; the look may then be partly changed.
 void ChangeParameter(const Order& order, const std::vector<Parameter>& parameters,
                      const std::vector<std::string>& options, const PlaceOfFrame& placeOf,
                      Look& look);

@@ -6,7 +6,7 @@
 
 namespace Kerovane::Host {
 
-/** The one folder that a panel writes into, and nowhere else. */
+/** The only folder that the panel writes to. */
 class OutputFolder {
 public:
     /// Throws Error if there is no such folder.
@@ -14,13 +14,13 @@ public:
 
     const std::filesystem::path& path() const { return mFolder; }
 
-    /// The file that `name` stands for. Throws Error if it is no plain name of a file, or if that
-    /// is there and must not be replaced.
+    /// Returns the path of the file `name` in the folder. Throws Error if it is not a plain file
+    /// name, is a symbolic link, or exists although `replace` is false.
     std::filesystem::path fileFor(const std::string& name, bool replace) const;
 
     void write(const std::string& name, const std::string& content, bool replace) const;
 
-    /// Files with that extension, sorted.
+    /// Returns the files with that extension, sorted.
     std::vector<std::filesystem::path> files(const std::string& extension) const;
 
 private:

@@ -4,14 +4,14 @@
 
 namespace Kerovane::Host {
 
-/** A file that the panel's page consists of. */
+/** A file of the panel's page. */
 struct PageFile {
-    std::string_view path; ///< behind the token; "" is the page itself
+    std::string_view path; ///< after the token; "" is the page itself
     std::string_view type;
     std::string_view content;
 };
 
-/// Null if there is none.
+/// Returns null if there is no such file.
 const PageFile* FindPageFile(std::string_view path);
 
 } // namespace Kerovane::Host

@@ -19,10 +19,10 @@ namespace {
 
 using Json = PanelSession::Json;
 
-constexpr std::size_t kMostOrder = 8U << 20U;     ///< bytes; a preset file may be one
-constexpr std::size_t kMostPicture = 256U << 20U; ///< bytes
+constexpr std::size_t kMostOrder = 8U << 20U;     ///< in bytes; an order may contain a preset file
+constexpr std::size_t kMostPicture = 256U << 20U; ///< in bytes
 
-/** What a request asks for, with its fields. */
+/** A request and the objects it is about. */
 struct Call {
     PanelSession& session;
     const std::string& schema;
@@ -187,7 +187,7 @@ HttpReply StopRendering(const Call& call) {
     return Rendering(call);
 }
 
-/// What can be asked for.
+/// A kind of request and the function that answers it.
 struct Route {
     std::string_view method;
     std::string_view path;

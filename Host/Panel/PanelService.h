@@ -9,10 +9,10 @@
 
 namespace Kerovane::Host {
 
-/** A panel's page, and what it asks for, over HTTP. */
+/** Serves the panel's page and answers its requests. */
 class PanelService : public HttpService {
 public:
-    /// Both outlive the service. `schema` tells of the parameters, as JSON.
+    /// `token` and `session` must outlive the service. `schema` describes the parameters as JSON.
     PanelService(const AccessToken& token, PanelSession& session, std::string schema)
         : mGate(token), mSession(session), mSchema(std::move(schema)) {}
 

@@ -8,13 +8,13 @@
 
 namespace Kerovane::Host {
 
-/// A copy with 8 bits a channel.
+/// Returns a copy with 8 bits per channel.
 World In8Bits(const World& world);
 
-/// The part as a JPEG, over its ground. Throws Error if the view is none.
+/// Returns a JPEG of a part of `world` over its ground. Throws Error if the view is invalid.
 std::string EncodePreview(const World& world, const PreviewView& view);
 
-/// The PNG of 8 bits that the command writes of `world`, which was made of `source`.
+/// Returns the 8-bit PNG that the command writes for `world`, which was rendered from `source`.
 std::string EncodeStill(World world, const Picture& source, PictureSettings settings);
 
 } // namespace Kerovane::Host

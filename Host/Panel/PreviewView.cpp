@@ -21,7 +21,7 @@ constexpr std::uint32_t kOpaque = 255;
 constexpr std::size_t kChannels = 3;
 
 std::uint32_t GroundAt(Ground ground, A_long x, A_long y) {
-    constexpr A_long kField = 8; // pixels
+    constexpr A_long kField = 8; // side of a square, in pixels
     constexpr std::array<std::uint32_t, 2> kFields{102, 153};
     switch (ground) {
     case Ground::Black:
@@ -33,8 +33,8 @@ std::uint32_t GroundAt(Ground ground, A_long x, A_long y) {
     }
 }
 
-/// Pixels of the picture that one on the screen is the mean of: at most so many on a side that
-/// their sum fits into 16 bits.
+/// The columns or rows of the picture that are averaged for one screen pixel: `count` of them,
+/// every `step`-th. At most kMost, so that the sum over a square fits into 16 bits.
 struct Span {
     static constexpr A_long kMost = 16;
 
@@ -60,10 +60,10 @@ std::vector<Span> SpansOf(A_long start, A_long size, A_long shown) {
     return spans;
 }
 
-/// A pixel's channels, 16 bits each: alpha lowest, then red, green and blue.
+/// A pixel's channels, 16 bits each: alpha in the lowest bits, then red, green and blue.
 using Lanes = std::uint64_t;
 
-/** Sums of a picture's rows, premultiplied. Its loops are such as compilers make vectors of. */
+/** Sums of rows of premultiplied pixels. The loops are written for the compiler to vectorize. */
 class RowSums {
 public:
     explicit RowSums(std::size_t width) : mSums(width), mWeights(width) {}
@@ -95,7 +95,8 @@ public:
     }
 
 private:
-    /// What each channel is multiplied by: alpha by white. Returns false if all are white.
+    /// Sets the factors of each pixel's channels: white for alpha and alpha for colour. Returns
+    /// false if the whole row is opaque.
     bool weigh(std::span<const PF_Pixel8> row) {
         std::uint32_t all = kOpaque;
         for (std::size_t i = 0; i < row.size(); ++i) {
@@ -106,7 +107,7 @@ private:
         return all != kOpaque;
     }
 
-    /// Divided by white, and rounded to the nearest.
+    /// Returns the product divided by 255, rounded to nearest.
     static std::uint16_t product(std::uint8_t one, std::uint8_t other) {
         const auto raised = static_cast<std::uint16_t>(one * other + 128);
         return static_cast<std::uint16_t>(static_cast<std::uint16_t>(raised + (raised >> 8)) >> 8);
@@ -116,17 +117,18 @@ private:
     std::vector<std::uint32_t> mWeights;
 };
 
-/** What sums of pixels are multiplied by for their mean. */
+/** The factors that turn sums of pixels into means. */
 class Shares {
 public:
-    /// Of one row of sums, each of `rows` pixels of each column.
+    /// For sums over `rows` rows.
     explicit Shares(std::uint32_t rows) {
         for (std::uint32_t count = 1; count < mShares.size(); ++count) {
             mShares[count] = kWhole / (rows * count);
         }
     }
 
-    /// Lanes 0 and 2 of the sums over so many columns: their means in bits 24 to 31 and 56 to 63.
+    /// Returns the means of lanes 0 and 2 of a sum over `columns` columns, in bits 24 to 31 and 56
+    /// to 63.
     Lanes mean(Lanes sum, std::uint32_t columns) const {
         constexpr Lanes kTwo = 0x0000FFFF0000FFFFU;
         constexpr Lanes kHalves = 0x0080000000800000U;
@@ -139,7 +141,7 @@ private:
     std::array<std::uint32_t, Span::kMost + 1> mShares{};
 };
 
-/** The way of a part of a picture to the pixels that are shown. */
+/** Scales a part of a picture down to the pixels shown. */
 class Shrinker {
 public:
     Shrinker(const World& world, const PreviewView& view)
@@ -189,7 +191,7 @@ private:
         }
     }
 
-    /// What is seen of the ground.
+    /// Returns the ground's contribution to a pixel with that alpha.
     std::uint32_t behindAt(std::size_t x, std::size_t y, std::uint32_t alpha) const {
         return (kOpaque - alpha) *
                GroundAt(mView.ground, static_cast<A_long>(x), static_cast<A_long>(y)) / kOpaque;
@@ -208,7 +210,8 @@ void Check(const World& world, const PreviewView& view) {
     const bool isShrunk = view.shownWidth >= 1 && view.shownWidth <= view.width &&
                           view.shownHeight >= 1 && view.shownHeight <= view.height;
     if (world.depth() != Depth::Bits8 || !isWithin || !isShrunk) {
-        throw Error(fmt::format("no such view of {} x {} pixels", world.width(), world.height()));
+        throw Error(fmt::format("the view is not within the {} x {} pixels of the picture",
+                                world.width(), world.height()));
     }
 }
 
@@ -218,7 +221,7 @@ Ground ParseGround(const std::string& text) {
     static constexpr std::array<std::string_view, 3> kNames{"checker", "black", "white"};
     const auto* const found = std::ranges::find(kNames, text);
     if (found == kNames.end()) {
-        throw Error(fmt::format("'{}' is no ground", text));
+        throw Error(fmt::format("the ground is checker, black or white, not '{}'", text));
     }
     return static_cast<Ground>(found - kNames.begin());
 }

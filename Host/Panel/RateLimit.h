@@ -5,14 +5,14 @@
 
 namespace Kerovane::Host {
 
-/** Lets so many events pass in a second, and as many at once after a rest. */
+/** A token bucket: allows a number of events per second, and as many at once after a pause. */
 class RateLimit {
 public:
     using Clock = std::chrono::steady_clock;
 
     explicit RateLimit(double perSecond) : mPerSecond(perSecond), mLeft(perSecond) {}
 
-    /// Whether one more may pass at `now`, which never goes back.
+    /// Returns whether another event is allowed at `now`, which must not decrease.
     bool pass(Clock::time_point now) {
         const double seconds = std::chrono::duration<double>(now - mLast).count();
         mLeft = std::min(mPerSecond, mLeft + seconds * mPerSecond);

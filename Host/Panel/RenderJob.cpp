@@ -17,7 +17,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// What a pipe has; false at its end.
+/// Appends what can be read from a pipe to `text`. Returns false at the pipe's end.
 bool ReadSome(int descriptor, std::string& text) {
     constexpr std::size_t kPiece = 4096;
     std::array<char, kPiece> piece{};
@@ -79,7 +79,7 @@ RenderJob::Progress RenderJob::progress() const {
 
 void RenderJob::stop() {
     const std::lock_guard lock(mMutex);
-    if (!mProgress.status && !mIsStopped) { // a second time it would end half way
+    if (!mProgress.status && !mIsStopped) { // a second SIGINT would end the command at once
         mIsStopped = true;
         mChild.interrupt();
     }
@@ -110,7 +110,7 @@ void RenderJob::follow() {
         }
     }
     const std::lock_guard lock(mMutex);
-    constexpr int kInterrupted = 130; // also if it came before the command was ready for it
+    constexpr int kInterrupted = 130; // also if the command was stopped before it handled signals
     const int status = mChild.wait();
     mProgress.lines = errors;
     mProgress.status = status < 0 && mIsStopped ? kInterrupted : status;

@@ -11,28 +11,28 @@
 
 namespace Kerovane::Host {
 
-/** A rendering by the command itself, in a process of its own. */
+/** A rendering by the command in a process of its own. */
 class RenderJob {
 public:
     struct Progress {
-        std::size_t done = 0; ///< frames
+        std::size_t done = 0; ///< number of frames that ended
         std::size_t failed = 0;
-        std::optional<int> status{}; ///< once it has ended: the command's exit status
-        std::string lines{};         ///< what the command told
+        std::optional<int> status{}; ///< the command's exit status once it has ended
+        std::string lines{};         ///< the end of what the command printed to standard error
     };
 
-    /// `words` are those behind the program's name; `picture` as in ChildSetting. Throws Error if
-    /// it can't be started.
+    /// `words` are the program's arguments; `picture` is as in ChildSetting. Throws Error if the
+    /// program cannot be started.
     RenderJob(const std::string& program, std::vector<std::string> words, int picture);
 
-    /// Stops it.
+    /// Stops the rendering and waits for its end.
     ~RenderJob();
     RenderJob(const RenderJob&) = delete;
     RenderJob& operator=(const RenderJob&) = delete;
 
     Progress progress() const;
 
-    /// Has it end after the frames in flight, as Ctrl-C does.
+    /// Lets the command finish the frames in flight and then end, as Ctrl-C does.
     void stop();
 
 private:

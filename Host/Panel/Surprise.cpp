@@ -10,12 +10,12 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// What chance is kept within, so that a picture is left.
+/// Limits that keep the picture recognizable.
 struct Bounds {
     std::string_view name;
-    double share; ///< of looks in which it isn't at its default
+    double share; ///< probability that the parameter differs from its default
     Interval range;
-    bool isRatio; ///< as many from 10 to 20 as from 20 to 40
+    bool isRatio; ///< spread evenly on a logarithmic scale
 };
 
 constexpr std::array<Bounds, 6> kBounds{{

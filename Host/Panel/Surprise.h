@@ -7,7 +7,8 @@
 
 namespace Kerovane::Host {
 
-/// A look made by chance, of which most show much of the picture. The same for the same seed.
+/// Returns a random look that leaves much of the picture recognizable in most cases. The same seed
+/// gives the same look.
 Look Surprise(const std::vector<Parameter>& parameters, Renderer renderer, std::uint64_t seed);
 
 } // namespace Kerovane::Host

@@ -30,7 +30,7 @@ std::optional<FrameRate> FromFraction(std::string_view frames, std::string_view 
     return FrameRate(static_cast<A_u_long>(*numerator), *denominator);
 }
 
-/// The rate over 1001 that `rate` is short for.
+/// Returns the broadcast rate over 1001 that `rate` is rounded from, or nothing.
 std::optional<FrameRate> Broadcast(double rate) {
     constexpr double kTolerance = 0.005;
     for (const A_u_long whole : {24U, 30U, 48U, 60U, 120U}) {
@@ -65,7 +65,7 @@ FrameRate::FrameRate(A_u_long frames, A_long seconds) {
 Time FrameRate::timeOf(A_long frame) const {
     using Limits = std::numeric_limits<A_long>;
     const auto ticks = static_cast<std::int64_t>(frame) * mSeconds;
-    // A host's records also hold the end of the frame.
+    // A host's records also hold the frame's end, one step later.
     if (ticks < Limits::min() || ticks > Limits::max() - mSeconds) {
         throw Error(fmt::format("frame {} lies beyond what a host's time can hold", frame));
     }

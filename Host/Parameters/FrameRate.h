@@ -7,36 +7,36 @@
 namespace Kerovane::Host {
 
 /**
- * How many frames pass in a second, as a fraction, and so where frame numbers lie in time: frame 0
- * at 0 s, each frame `timeStep()` ticks of which `timeScale()` make a second.
+ * Frames per second as a fraction. Frame 0 is shown at 0 s. A frame lasts `timeStep()` ticks, and
+ * `timeScale()` ticks make a second.
  */
 class FrameRate {
 public:
     /// 24 frames a second.
     FrameRate() = default;
 
-    /// `frames` in `seconds`, both at least 1.
+    /// `frames` per `seconds`, both at least 1.
     FrameRate(A_u_long frames, A_long seconds);
 
     A_u_long timeScale() const { return mFrames; }
     A_long timeStep() const { return mSeconds; }
 
-    /// Throws Error if the frame lies beyond what a Time can hold.
+    /// Returns the time at which the frame starts. Throws Error if a Time cannot hold it.
     Time timeOf(A_long frame) const;
 
-    /// Also between frames.
+    /// Returns the frame number at `time`, with a fraction between frames.
     double frameAt(Time time) const;
 
     bool operator==(const FrameRate&) const = default;
 
 private:
-    A_u_long mFrames = 24; ///< the fraction is reduced
+    A_u_long mFrames = 24; ///< the fraction is in lowest terms
     A_long mSeconds = 1;
 };
 
 /**
- * Reads "24", "12.5", "24000/1001" or a broadcast rate as people write it: "23.976", "29.97",
- * "59.94" mean the fractions over 1001. Throws Error for other text.
+ * Reads "24", "12.5", "24000/1001" or the short form of a broadcast rate: "23.976", "29.97" and
+ * "59.94" mean fractions over 1001. Throws Error for other text.
  */
 FrameRate ParseFrameRate(std::string_view text);
 

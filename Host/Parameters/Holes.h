@@ -7,8 +7,8 @@
 
 namespace Kerovane::Host {
 
-/// Whether the effect can leave holes in an opaque picture with these settings. Of effects other
-/// than Tesselune it is taken for granted.
+/// Returns whether the effect can leave holes in an opaque picture with these settings. Returns
+/// true for every effect other than Tesselune.
 bool CanLeaveHoles(const std::vector<Parameter>& parameters, const ParameterSettings& settings);
 
 } // namespace Kerovane::Host

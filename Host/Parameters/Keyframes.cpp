@@ -12,8 +12,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// The part of the way that is done at the part `t` of the time.
-double Way(Interpolation interpolation, double t) {
+/// Returns the fraction of the way covered at fraction `t` of the time, both 0 to 1.
+double Eased(Interpolation interpolation, double t) {
     switch (interpolation) {
     case Interpolation::Hold:
         return 0;
@@ -77,7 +77,7 @@ double Keyframes::at(double place) const {
         return last.value;
     }
     const double time = (place - last.place) / (next->place - last.place);
-    return std::lerp(last.value, next->value, Way(last.toNext, time));
+    return std::lerp(last.value, next->value, Eased(last.toNext, time));
 }
 
 } // namespace Kerovane::Host

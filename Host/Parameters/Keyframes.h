@@ -8,38 +8,37 @@ namespace Kerovane::Host {
 /// How a value goes from one key to the next.
 enum class Interpolation {
     Linear,
-    Hold,     ///< it stays until the next key
-    Smooth,   ///< it leaves slowly and arrives slowly: 3 t^2 - 2 t^3 of the way at t of the time
-    EaseIn,   ///< it leaves slowly: t^2
-    EaseOut,  ///< it arrives slowly: 2 t - t^2
-    EaseInOut ///< both, each in half of the time: 2 t^2, then 1 - 2 (1 - t)^2
+    Hold,     ///< keeps its value until the next key
+    Smooth,   ///< starts and ends slowly: 3 t^2 - 2 t^3 of the way at fraction t of the time
+    EaseIn,   ///< starts slowly: t^2
+    EaseOut,  ///< ends slowly: 2 t - t^2
+    EaseInOut ///< starts and ends slowly: 2 t^2 in the first half, 1 - 2 (1 - t)^2 in the second
 };
 
 /// "linear", "hold", "smooth", "ease-in", "ease-out" or "ease-in-out".
 std::string_view InterpolationName(Interpolation interpolation);
 
-/// What the places of keys count.
+/// The unit of keys' places.
 enum class KeyUnit { Frames, Seconds };
 
 struct Keyframe {
-    double place = 0; ///< in a KeyUnit
+    double place = 0; ///< in frames or seconds, as KeyUnit says
     double value = 0;
     Interpolation toNext = Interpolation::Linear;
 
     bool operator==(const Keyframe&) const = default;
 };
 
-/** A value over time. Before the first key it has the first's value, after the last the last's.
- */
+/** A value over time, constant before the first key and after the last. */
 class Keyframes {
 public:
-    /// The same value at all times.
+    /// A constant value.
     explicit Keyframes(double value);
 
-    /// Throws Error if there is no key or their places don't grow from key to key.
+    /// Throws Error if there are no keys or their places do not increase.
     explicit Keyframes(std::vector<Keyframe> keys, KeyUnit unit = KeyUnit::Frames);
 
-    /// At a place in unit().
+    /// Returns the value at `place`, in frames or seconds as unit() says.
     double at(double place) const;
 
     KeyUnit unit() const { return mUnit; }

@@ -30,7 +30,8 @@ PF_Fixed ToFixed(double value) {
     return ToLong(value * kFixedOne);
 }
 
-/// The decimal number that a float was written as: 0.01 for 0.01f, not 0.00999999977648.
+/// Returns the shortest decimal number that rounds to the float: 0.01 for 0.01f instead of
+/// 0.00999999977648.
 double FromFloat(float value) {
     const std::string text = fmt::format("{}", value);
     double decimal = value;
@@ -63,7 +64,7 @@ void ReadFloatSlider(const PF_FloatSliderDef& slider, Parameter& parameter) {
 }
 
 void ReadAngle(const PF_AngleDef& angle, Parameter& parameter) {
-    constexpr Interval kWholeDegrees = {-32768, 32767}; // that fixed point can hold
+    constexpr Interval kWholeDegrees = {-32768, 32767}; // the range of 16.16 fixed point
     const bool unlimited = angle.valid_min == 0 && angle.valid_max == 0;
     parameter.defaultValue = FromFixed(angle.dephault);
     parameter.valid = unlimited ? kWholeDegrees
@@ -139,7 +140,7 @@ bool Parameter::canVaryOverTime() const {
 }
 
 bool Parameter::holdsBetweenKeys() const {
-    // The interface has no mark for a seed but its name.
+    // Declarations do not mark seeds, so the name has to tell.
     const bool isSeed = type() == PF_Param_SLIDER && name.ends_with("Seed");
     return type() == PF_Param_POPUP || type() == PF_Param_CHECKBOX || isSeed;
 }
@@ -163,7 +164,7 @@ Parameter MakeParameter(const PF_ParamDef& definition) {
 
 PF_ParamDef DefinitionWithValue(const Parameter& parameter, double value) {
     const Interval& valid = parameter.valid;
-    // Not std::clamp, which would let what is not a number through.
+    // Not std::clamp, which would pass NaN through.
     const double bounded = value >= valid.min ? std::min(value, valid.max) : valid.min;
     PF_ParamDef definition = parameter.definition;
     switch (parameter.type()) {

@@ -8,7 +8,7 @@
 
 namespace Kerovane::Host {
 
-/// From `min` to `max`, both included.
+/// A range that includes both ends.
 struct Interval {
     double min = 0;
     double max = 0;
@@ -17,18 +17,18 @@ struct Interval {
 };
 
 /**
- * One parameter as the effect declared it. Numbers are in the user's units: percents and degrees
- * rather than 16.16 fixed point, popups counted from 1, a checkbox 0 or 1.
+ * One parameter as the effect declared it. Values are in the user's units: percent and degrees
+ * instead of 16.16 fixed point, popups counted from 1, checkboxes 0 or 1.
  */
 struct Parameter {
-    PF_ParamDef definition{};         ///< as the effect added it
-    std::string name;                 ///< as shown; may be empty
-    std::string label;                ///< beside a checkbox; may be empty
-    std::vector<std::string> choices; ///< of a popup
+    PF_ParamDef definition{};         ///< as passed by the effect
+    std::string name;                 ///< shown name; may be empty
+    std::string label;                ///< text beside a checkbox; may be empty
+    std::vector<std::string> choices; ///< a popup's choices
     double defaultValue = 0;
-    Interval valid;    ///< what can be set
-    Interval slider;   ///< what its slider reaches, within `valid`
-    int precision = 0; ///< decimals shown
+    Interval valid;    ///< accepted values
+    Interval slider;   ///< the slider's range, within `valid`
+    int precision = 0; ///< number of decimals shown
 
     A_long id() const { return definition.uu.id; }
     PF_ParamType type() const { return definition.param_type; }
@@ -36,30 +36,31 @@ struct Parameter {
     /// The name, or the label if the name is empty.
     const std::string& displayName() const { return name.empty() ? label : name; }
 
-    /// False for the layer and for groups.
+    /// Returns false for the layer and for groups.
     bool hasValue() const;
     bool takesWholeNumbers() const;
     bool isPercent() const;
     bool canVaryOverTime() const;
 
-    /// Whether there is nothing between two of its values: choices, switches, and seeds, each of
-    /// which stands for a pattern of its own.
+    /// Returns whether no values lie between two keys: true for popups, checkboxes and seeds, whose
+    /// neighbouring values have nothing in common.
     bool holdsBetweenKeys() const;
 
-    /// Whether it can be set to `value`.
+    /// Returns whether the parameter can be set to `value`.
     bool accepts(double value) const;
 };
 
 /**
- * Reads a definition that an effect adds. Throws Error if this host can't hold it: an unknown
- * type, an empty range, a default outside it, a popup whose names don't match their number.
+ * Reads a definition that an effect adds. Throws Error if this host does not support it: an unknown
+ * type, an empty range, a default outside the range, a popup whose names do not match their count.
  */
 Parameter MakeParameter(const PF_ParamDef& definition);
 
-/// The definition with `value`, in the user's units, as its value; rounded to what the type holds.
+/// Returns the definition set to `value`, which is in the user's units. The value is limited to the
+/// valid range and rounded to the parameter's type.
 PF_ParamDef DefinitionWithValue(const Parameter& parameter, double value);
 
-/// The parameter with that disk id or display name; null if there is none.
+/// Return the parameter with that disk id or displayName(), or null.
 const Parameter* FindParameter(const std::vector<Parameter>& parameters, A_long id);
 const Parameter* FindParameter(const std::vector<Parameter>& parameters, std::string_view name);
 

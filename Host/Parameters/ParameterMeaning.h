@@ -7,17 +7,19 @@
 
 namespace Kerovane::Host {
 
-/// The most bytes of a meaning: behind the options' names it ends within 100 columns of help.
+/// The most bytes of a meaning, so that help lines, which start with the option's name, stay within
+/// 100 columns.
 constexpr std::size_t kLongestMeaning = 69;
 
 /**
- * What a parameter of Tesselune does to the picture, with its unit and what its ends stand for: a
- * sentence without its full stop. Empty for parameters of other effects, which are told apart by
- * shown name and disk id.
+ * Returns what a parameter of Tesselune does to the picture, with its unit and what its limits
+ * mean: a sentence without a full stop. Returns an empty text for parameters of other effects. A
+ * parameter is recognized by its shown name and disk id.
  */
 std::string_view MeaningOf(const Parameter& parameter);
 
-/// The unit that the effect declares, or else the one that is known: "pixels"; empty if none is.
+/// Returns the unit that the effect declares, or else the one known for Tesselune's parameter
+/// ("pixels"). Empty if there is neither.
 std::string_view UnitOf(const Parameter& parameter);
 
 } // namespace Kerovane::Host

@@ -8,12 +8,12 @@
 
 namespace Kerovane::Host {
 
-/// The parameters as JSON for programs: all that the effect declares of them, what they mean, and
-/// their `options`, which are those of OptionNames.
+/// Returns the parameters as JSON for programs: everything the effect declares, their meanings, and
+/// their `options`, which come from OptionNames.
 std::string ParameterSchema(const std::vector<Parameter>& parameters,
                             const std::vector<std::string>& options);
 
-/// One of them as in that list.
+/// Returns the entry of one parameter in that list.
 std::string ParameterSchema(const std::vector<Parameter>& parameters,
                             const std::vector<std::string>& options, std::size_t index);
 

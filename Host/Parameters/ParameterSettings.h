@@ -9,17 +9,17 @@
 
 namespace Kerovane::Host {
 
-/// What a user set, by disk id.
+/// The user's settings by disk id. Parameters that are not set are absent.
 using ParameterSettings = std::map<A_long, Keyframes>;
 
-/// The seconds at which a frame is shown, also between frames.
+/// Returns the time in seconds at which a frame is shown; frame numbers may be fractional.
 using SecondsOfFrame = std::function<double(double)>;
 
-/// Whether they are the same at all times.
+/// Returns whether no setting changes over time.
 bool AreConstant(const ParameterSettings& settings);
 
-/// The same as hosts hold it, in time. `secondsOf`, if given, tells when frames are shown that
-/// don't come at a constant rate.
+/// Returns the settings as functions of time. `secondsOf`, if given, returns the times of frames of
+/// a variable frame rate.
 ParameterValues ValuesOverTime(const ParameterSettings& settings, FrameRate rate,
                                const SecondsOfFrame& secondsOf = {});
 

@@ -32,7 +32,8 @@ char Lower(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
 }
 
-/// Letters and digits of ASCII; all of UTF-8's other bytes count as letters.
+/// ASCII digits and lower-case letters; every byte of a non-ASCII UTF-8 character counts as a
+/// letter.
 bool IsWordByte(char byte) {
     return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
            static_cast<unsigned char>(byte) >= 0x80;
@@ -59,7 +60,7 @@ std::optional<double> ParseCheckbox(std::string_view text) {
     return std::nullopt;
 }
 
-/// A number, with the parameter's unit behind it or without.
+/// Reads a number with or without the parameter's unit.
 std::optional<double> ParseQuantity(const Parameter& parameter, std::string_view text) {
     constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kSigns{
         {{"percent", "%"}, {"pixels", "px"}, {"degrees", "deg"}, {"degrees", "\u00B0"}}};

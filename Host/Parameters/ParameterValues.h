@@ -10,8 +10,8 @@
 namespace Kerovane::Host {
 
 /**
- * What an instance of an effect has its parameters set to: by disk id, in the user's units, each as
- * a function of time. A parameter that is not set has its default.
+ * The parameter values of an instance of an effect: by disk id, in the user's units, each a
+ * function of time. A parameter that is not set has its default.
  */
 class ParameterValues {
 public:
@@ -20,7 +20,7 @@ public:
     void set(A_long id, double value);
     void set(A_long id, OverTime value);
 
-    /// Nothing if the parameter is not set.
+    /// Returns nothing if the parameter is not set.
     std::optional<double> at(A_long id, Time time) const;
 
 private:

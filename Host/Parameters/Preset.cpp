@@ -29,7 +29,7 @@ Json JsonValue(const Parameter& parameter, const Keyframes& keyframes) {
     return parameter.type() == PF_Param_CHECKBOX ? Json(value != 0) : JsonNumber(value);
 }
 
-/// Reads one preset and gathers what is wrong with it.
+/// Reads one preset and collects all its errors.
 class PresetReader {
 public:
     explicit PresetReader(const std::vector<Parameter>& parameters) : mParameters(parameters) {}
@@ -65,7 +65,7 @@ private:
         }
     }
 
-    /// What is nested without end would be followed without end.
+    /// Limits nesting, because the parser would otherwise recurse without bound.
     static bool checkDepth(int depth, Json::parse_event_t /*event*/, const Json& /*parsed*/) {
         constexpr int kDeepest = 16;
         if (depth > kDeepest) {
@@ -74,7 +74,8 @@ private:
         return true;
     }
 
-    /// The library's text from the place in the file on, or behind the error's own name.
+    /// Returns the part of the library's message from "at line" on, or else without the exception's
+    /// name.
     static std::string_view reasonOf(const Json::exception& error) {
         constexpr std::string_view kNameEnd = "] ";
         const std::string_view text = error.what();

@@ -4,7 +4,9 @@
 
 namespace Kerovane::Host {
 
-/** A moment in the host's terms: `ticks` of which `scale`, above 0, make a second. */
+/**
+ * A point in time as hosts state it: `ticks`, of which `scale` make a second. `scale` is above 0.
+ */
 struct Time {
     A_long ticks = 0;
     A_u_long scale = 1;

@@ -9,16 +9,18 @@
 
 namespace Kerovane::Host {
 
-/** From one colour space to another, through the configuration that $OCIO names, else a built-in.
+/**
+ * A conversion between two colour spaces of the OpenColorIO configuration that $OCIO names, or else
+ * of OpenImageIO's built-in one.
  */
 class ColourConversion {
 public:
-    /// Throws Error, which lists the spaces that there are, if there is no such conversion.
+    /// Throws Error, which lists the known colour spaces, if there is no such conversion.
     ColourConversion(const std::string& from, std::string to);
 
     void apply(World& world) const;
 
-    /// Converts the colour of all layers that are worked on, and has the picture say so.
+    /// Converts all layers to work on, and sets the colour space in the picture's metadata.
     void apply(Picture& picture) const;
 
 private:

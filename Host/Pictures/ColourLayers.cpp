@@ -15,7 +15,7 @@ namespace {
 
 enum class Component { Red, Green, Blue, Alpha, Grey };
 
-/// By the last word of a channel's name. Nothing if it holds no colour.
+/// Returns the component named by the last word of a channel's name, or nothing if it is no colour.
 std::optional<Component> ComponentOf(std::string word) {
     static const std::map<std::string, Component, std::less<>> kComponents{
         {"r", Component::Red},       {"red", Component::Red},     {"g", Component::Green},
@@ -29,7 +29,7 @@ std::optional<Component> ComponentOf(std::string word) {
     return found != kComponents.end() ? std::optional(found->second) : std::nullopt;
 }
 
-/// The places of a layer's components so far.
+/// The places of the components found in a layer.
 using Components = std::map<Component, int>;
 
 int PlaceOf(const Components& components, Component component) {
@@ -37,7 +37,7 @@ int PlaceOf(const Components& components, Component component) {
     return found != components.end() ? found->second : -1;
 }
 
-/// Nothing if the components make no colour.
+/// Returns nothing if the components are neither RGB nor grey.
 std::optional<ChannelPlaces> PlacesOf(const Components& components) {
     const int alpha = PlaceOf(components, Component::Alpha);
     const ChannelPlaces colour{.red = PlaceOf(components, Component::Red),
@@ -53,13 +53,14 @@ std::optional<ChannelPlaces> PlacesOf(const Components& components) {
                      : std::nullopt;
 }
 
-/// -1 if there is none. Not every reader of a format names a channel that the picture has.
+/// Returns the place of alpha, or -1. Some readers report an alpha channel beyond the picture's
+/// channels.
 int AlphaOf(const OIIO::ImageSpec& layout) {
     return layout.alpha_channel < layout.nchannels ? layout.alpha_channel
                                                    : layout.channelindex("A");
 }
 
-/// Of two views in one part, the first has the nameless layer.
+/// If two views share a part, only the second one's channels have its name in front.
 bool IsView(const std::string& name) {
     return name == "left" || name == "right";
 }

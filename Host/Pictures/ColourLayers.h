@@ -10,7 +10,7 @@
 
 namespace Kerovane::Host {
 
-/** Where a part of a file has a layer of colour. */
+/** The places of a colour layer's channels in a part of a file. */
 struct ColourLayer {
     std::string name; ///< "left" for left.R; empty for R
     ChannelPlaces places;
@@ -19,28 +19,29 @@ struct ColourLayer {
     bool hasAlpha() const { return places.alpha >= 0; }
 };
 
-/// Which layers a user wants to be worked on; by default those of all parts.
+/// The user's choice of layers to work on. The default is the unnamed layer and the views of every
+/// part.
 struct LayerChoice {
-    std::string layer{};       ///< or the name of a part; empty: the nameless one, and views
+    std::string layer{};       ///< a layer's or part's name; empty: the unnamed layer and the views
     std::optional<int> part{}; ///< counted from 0
 };
 
-/// The one layer of a format that doesn't name channels: those named R, G and B, else the first
-/// three; a single one is grey.
+/// Returns the layer of a format whose channels have no layer names: the channels R, G and B, or
+/// else the first three. Fewer than three colour channels are read as grey, from the first of them.
 ColourLayer NamelessLayer(const OIIO::ImageSpec& layout);
 
-/// All layers of a format that names channels: those with R, G and B, or with Y for grey, or as
-/// words. Each may have an A.
+/// Returns all layers of a format with named channels. A layer has R, G and B, or Y for grey, and
+/// may have A; the names may also be words such as "red".
 std::vector<ColourLayer> NamedLayers(const OIIO::ImageSpec& layout);
 
-/// Those of `layers`, which `part` has, that are to be worked on.
+/// Returns those of `layers` that the user chose. `part` is the part they belong to.
 std::vector<ColourLayer> Chosen(std::vector<ColourLayer> layers, const OIIO::ImageSpec& part,
                                 const LayerChoice& choice);
 
-/// What there is in a part, for users: "R, G, B, A and diffuse.R, ...".
+/// Returns a list of channels for users: "R, G, B, A and 5 more".
 std::string ChannelList(const std::vector<std::string>& names);
 
-/// The channels of `layout` that belong to none of `layers`.
+/// Returns the places of the channels of `layout` that belong to none of `layers`.
 std::vector<int> OtherPlaces(const OIIO::ImageSpec& layout, const std::vector<ColourLayer>& layers);
 
 } // namespace Kerovane::Host

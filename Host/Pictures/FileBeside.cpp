@@ -49,7 +49,7 @@ void FileBeside::write(std::span<const std::byte> content) {
 }
 
 void FileBeside::takePlaceOf(const std::filesystem::path& other) {
-    // Some file systems report a failed write only here.
+    // Some file systems report a failed write only when the file is closed.
     check(close(std::exchange(mDescriptor, -1)) == 0);
     check(std::rename(mPath.c_str(), other.c_str()) == 0);
     mPath.clear();

@@ -7,8 +7,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Of ASCII, whatever the locale.
-std::string SmallLetters(std::string text) {
+/// Converts ASCII letters to lower case, whatever the locale.
+std::string LowerCase(std::string text) {
     for (char& letter : text) {
         if (letter >= 'A' && letter <= 'Z') {
             letter = static_cast<char>(letter - 'A' + 'a');
@@ -21,7 +21,7 @@ std::string SmallLetters(std::string text) {
 
 FileHeader::FileHeader(const std::filesystem::path& file) {
     const std::string extension = file.extension().string();
-    mExtension = SmallLetters(extension.empty() ? extension : extension.substr(1));
+    mExtension = LowerCase(extension.empty() ? extension : extension.substr(1));
     std::error_code error;
     const std::uintmax_t size = std::filesystem::file_size(file, error);
     mFileSize = error ? 0 : size;

@@ -10,26 +10,27 @@
 
 namespace Kerovane::Host {
 
-/** What a file shows before it is given to a reader: its name's extension, size and first bytes. */
+/** What is known of a file before a reader opens it: its extension, size and first bytes. */
 class FileHeader {
 public:
-    /// A file that can't be read has the size 0.
+    /// A file that cannot be read has size 0.
     explicit FileHeader(const std::filesystem::path& file);
 
-    /// In small letters, without the dot.
+    /// The extension in lower case, without the dot.
     const std::string& extension() const { return mExtension; }
 
     /// In bytes.
     std::uint64_t fileSize() const { return mFileSize; }
 
-    /// Whether the file has `bytes` at `place`; false beyond the first kSize bytes.
+    /// Returns whether the file has `bytes` at the offset `place`. Returns false beyond the first
+    /// kSize bytes.
     bool has(std::string_view bytes, std::size_t place = 0) const;
 
-    /// The number of `count` bytes at `place`, within the first kSize bytes; bytes beyond the
-    /// file's end are 0. `order` tells which end of the number comes first.
+    /// Returns the unsigned number in the `count` bytes at the offset `place`, in byte order
+    /// `order`. The bytes must be within the first kSize; those beyond the end of the file are 0.
     std::uint64_t number(std::size_t place, std::size_t count, std::endian order) const;
 
-    static constexpr std::size_t kSize = 256; ///< bytes
+    static constexpr std::size_t kSize = 256; ///< in bytes
 
 private:
     std::string mExtension;

@@ -23,15 +23,14 @@ using OIIO::ImageSpec;
 using OIIO::TypeDesc;
 
 bool IsPremultiplied(const PictureFile& file) {
-    // These formats have straight alpha, which their readers neither change nor mention.
+    // Readers of these formats do not set the attribute, although their alpha is straight.
     const std::string format = file.format();
     const bool straight = file.layout().get_int_attribute("oiio:UnassociatedAlpha") != 0 ||
                           format == "bmp" || format == "gif";
     return !straight;
 }
 
-/// Divides colour by alpha, unless that is 0 or counts as 0: there is nothing to divide by, and
-/// none is seen.
+/// Divides colour by alpha, except if alpha is 0, or counts as 0 because it is not finite.
 void Unpremultiply(float* pixel, std::size_t pixels, std::size_t stride, ChannelPlaces places) {
     for (std::size_t i = 0; i < pixels; ++i, pixel += stride) {
         const float alpha = pixel[places.alpha];
@@ -46,8 +45,7 @@ void Unpremultiply(float* pixel, std::size_t pixels, std::size_t stride, Channel
     }
 }
 
-/// Turns the pixels upright if the file says that they are stored otherwise, and `layout` with
-/// them.
+/// Turns the pixels upright and updates `layout`, if the file states another orientation.
 template <typename Channel>
 void Reorient(ImageSpec& layout, std::unique_ptr<Channel[]>& pixels) {
     const int orientation = OrientationOf(layout);
@@ -69,7 +67,7 @@ void Reorient(ImageSpec& layout, std::unique_ptr<Channel[]>& pixels) {
     layout.attribute("Orientation", 1);
 }
 
-/// Where the channels of a layer's pixels are.
+/// A layer's pixels and the places of its channels in each pixel.
 template <typename Channel>
 struct ChannelRows {
     std::unique_ptr<Channel[]> pixels;
@@ -77,7 +75,7 @@ struct ChannelRows {
     ChannelPlaces places;
 };
 
-/// A layer out of a part whose pixels were read as they are stored.
+/// Copies a layer out of the stored pixels of its part.
 template <typename Channel>
 ChannelRows<Channel> RowsOf(const StoredPixels& stored, const ChannelPlaces& places) {
     constexpr TypeDesc kType(OIIO::BaseTypeFromC<Channel>::value);
@@ -106,10 +104,10 @@ ChannelRows<Channel> RowsOf(const StoredPixels& stored, const ChannelPlaces& pla
     return rows;
 }
 
-/// Makes worlds of a part's layers.
+/// Reads the layers of a part into worlds.
 class LayerReader {
 public:
-    /// `stored` is empty unless the part was read so.
+    /// `stored` is empty if the part's pixels were not read yet.
     LayerReader(PictureFile& file, const StoredPixels& stored, ImageSpec& layout)
         : mFile(file), mStored(stored), mLayout(layout) {}
 
@@ -120,8 +118,8 @@ public:
     }
 
 private:
-    /// Reads the channels as the file has them, so that they are rounded once: to the layer's
-    /// depth.
+    /// Reads channels in the file's own type if possible, so that values are rounded only once, to
+    /// the layer's depth.
     template <typename Pixel>
     World readPixels(const ColourLayer& layer, Depth depth) {
         constexpr unsigned char kFloat = TypeDesc::FLOAT;
@@ -166,7 +164,7 @@ private:
 
     PictureFile& mFile;
     const StoredPixels& mStored;
-    ImageSpec& mLayout; ///< of the part, turned upright with its pixels
+    ImageSpec& mLayout; ///< the part's; updated when the picture is turned upright
     bool mIsPremultiplied = false;
 };
 

@@ -9,13 +9,15 @@
 
 namespace Kerovane::Host {
 
-/// 1 to 8: how the picture is stored; 1, upright, if the file says none of these.
+/// Returns the orientation of the stored picture, 1 to 8. Returns 1, upright, if the file states
+/// none or an invalid one.
 int OrientationOf(const OIIO::ImageSpec& layout);
 
 /**
- * Reads the layer of the part that `file` stands at: upright, with straight alpha, over its data
- * window. `stored` is empty unless the part was read so; `layout`, the part's, is turned with the
- * pixels. Throws Error if it can't be read.
+ * Reads a layer of the current part of `file`: upright, with straight alpha, over the data window.
+ * `stored` holds the part's pixels if they were read already, and is empty otherwise. `layout` is
+ * the part's and is updated if the picture is turned upright. Throws Error if the layer cannot be
+ * read.
  */
 World ReadLayer(PictureFile& file, const StoredPixels& stored, const ColourLayer& layer,
                 Depth depth, OIIO::ImageSpec& layout);

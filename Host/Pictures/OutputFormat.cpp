@@ -89,7 +89,7 @@ const std::vector<OutputFormat>& Formats() {
     return kFormats;
 }
 
-/// Formats that the library writes, but not in a way that pictures could be trusted to.
+/// Returns why a format is not written although OpenImageIO can write it.
 std::string_view WhyNotWritten(std::string_view writer) {
     struct Reason {
         std::string_view writer;
@@ -156,7 +156,8 @@ const OutputFormat& OutputFormatOf(const std::filesystem::path& target) {
     }
     const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create(target.string());
     if (output == nullptr) {
-        OIIO::geterror(); // takes the message, which would stay for the next failure
+        OIIO::geterror(); // clears the message, which OpenImageIO would report again with the next
+                          // failure
         fail(fmt::format("no picture format for '{}' can be written; {} can",
                          target.extension().string(), NamesOfFormats()));
     }
@@ -177,7 +178,7 @@ ChannelBits NearestBits(const OutputFormat& format, ChannelBits wanted) {
     }
     static constexpr std::array kForFloats{Float, Bits16};
     static constexpr std::array kForWhole{Bits16, Float};
-    if (wanted == Bits8 && has(Half)) { // which takes any 8-bit value
+    if (wanted == Bits8 && has(Half)) { // holds all 8-bit values exactly
         return Half;
     }
     for (const ChannelBits bits : IsFloat(wanted) ? kForFloats : kForWhole) {

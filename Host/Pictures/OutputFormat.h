@@ -10,49 +10,54 @@
 
 namespace Kerovane::Host {
 
-/// How many bits a channel has in a file, or which kind of floats.
+/// The bits of a channel in a file, or the kind of floating-point number.
 enum class ChannelBits { Bits8, Bits10, Bits12, Bits16, Half, Float };
 
-/// "8", "10", "12", "16", "half", "float"; in the order of ChannelBits.
+/// Returns "8", "10", "12", "16", "half" and "float", in the order of the enum.
 const std::vector<std::string>& ChannelBitsNames();
 
-/// The type in which OpenImageIO writes such channels.
+/// Returns the type that OpenImageIO uses to write such channels.
 OIIO::TypeDesc TypeOf(ChannelBits bits);
 
-/// A number; 0 for floats.
+/// Returns the number of bits, or 0 for floats.
 int NumberOf(ChannelBits bits);
 
-/// A way to compress, and the levels that it takes, if any.
+/// A compression method and its range of levels, if it has any.
 struct Compression {
     std::string_view name;
     int firstLevel = 0;
-    int lastLevel = 0; ///< 0: it has no levels
+    int lastLevel = 0; ///< 0 if it has no levels
 };
 
-/** A format in which pictures are written, and what its files can hold. Every one can be read. */
+/**
+ * A format that pictures can be written in, and what its files can hold. All of these formats can
+ * be read too.
+ */
 struct OutputFormat {
-    std::string_view name;   ///< for users
-    std::string_view writer; ///< OpenImageIO's name of it
+    std::string_view name;   ///< shown to users
+    std::string_view writer; ///< OpenImageIO's name for it
     std::vector<ChannelBits> bits;
     std::vector<Compression> compressions{};
     bool hasGrey = false;
     bool hasGreyAlpha = false;
     bool hasAlpha = false;
-    bool isStraight = false; ///< alpha does not premultiply colour
+    bool isStraight = false; ///< alpha is stored straight
     bool hasParts = false;
     bool hasNamedChannels = false;
     bool hasQuality = false;
     bool hasMetadata = false;
-    bool hasRecord = false; ///< attributes of any name
+    bool hasRecord = false; ///< holds attributes with any name
 };
 
-/// The format that the name's extension tells. Throws Error if none does, or if it isn't written.
+/// Returns the format that belongs to the extension of `target`. Throws Error if there is none or
+/// it cannot be written.
 const OutputFormat& OutputFormatOf(const std::filesystem::path& target);
 
-/// The nearest that the format has: as many bits, else more, else as many as there are.
+/// Returns `wanted` if the format has it, or else the nearest bits it has, preferably more.
 ChannelBits NearestBits(const OutputFormat& format, ChannelBits wanted);
 
-/// What is lost of channels of `wanted` in a file with `bits`; empty if nothing is.
+/// Returns a sentence on what is lost if channels of `wanted` bits are stored with `bits`. Empty if
+/// nothing is lost.
 std::string LossOfBits(const OutputFormat& format, ChannelBits wanted, ChannelBits bits);
 
 } // namespace Kerovane::Host

@@ -11,48 +11,48 @@
 
 namespace Kerovane::Host {
 
-/// Which channels colour has in a file.
+/// The kind of colour channels in a file.
 struct ColourChannels {
     bool isGrey = false;
     bool hasAlpha = true;
 };
 
-/** A layer of colour: what the effect works on. */
+/** A colour layer for the effect to work on. */
 struct PictureLayer {
-    World world; ///< the display window
+    World world; ///< covers the display window
     ColourChannels channels{};
-    std::vector<std::string> channelNames{}; ///< in the file, red or grey first, alpha last
+    std::vector<std::string> channelNames{}; ///< names in the file: red or grey first, alpha last
 };
 
-/** One of the parts that some formats' files are made of: a view or a page. */
+/** A part of a picture file: in some formats a file has several, such as views or pages. */
 struct PicturePart {
-    OIIO::ImageSpec origin; ///< as the file declared it; the worlds may differ from it in depth
-    std::vector<PictureLayer> layers{}; ///< those to work on; empty if the part passes unchanged
-    StoredPixels stored{};              ///< what passes unchanged
+    OIIO::ImageSpec origin;             ///< as declared by the file; the worlds' depth may differ
+    std::vector<PictureLayer> layers{}; ///< to work on; none: the part is passed through
+    StoredPixels stored{};              ///< the pixels that are passed through
 };
 
-/** A picture file's content: its pixels as layers, and what the file says beside them. */
+/** The content of a picture file: its layers and its metadata. */
 struct Picture {
     std::vector<PicturePart> parts;
-    std::string format{};              ///< OpenImageIO's name of it; empty if there is no file
-    std::vector<std::string> losses{}; ///< what of the file isn't here, a line each
+    std::string format{};              ///< OpenImageIO's name; empty: not read from a file
+    std::vector<std::string> losses{}; ///< what of the file is not in the picture, one line each
 
-    /// The first layer to work on; every picture has one.
+    /// The first layer to work on. Every picture has at least one.
     const PictureLayer& first() const;
     PictureLayer& first();
 
-    /// What the file says of the part that has it.
+    /// The layout and metadata of the part that contains first().
     const OIIO::ImageSpec& origin() const;
 };
 
-/// "other channels are left out: Z, left.R", for where the first layer of `part` goes alone; empty
-/// if it has no others.
+/// Returns "other channels are left out: Z, left.R" for the channels lost if only the first layer
+/// of `part` is kept. Empty if there are no others.
 std::string LossOfOtherChannels(const PicturePart& part);
 
-/// "2 of the file's 3 parts are left out"; empty if `kept` is all of them.
+/// Returns "2 of the file's 3 parts are left out" if `kept` parts are kept. Empty if all are.
 std::string LossOfParts(const Picture& picture, std::size_t kept);
 
-/// A picture of one layer, from elsewhere than a file.
+/// Returns a picture with one layer that was not read from a file.
 Picture PictureOf(World world, OIIO::ImageSpec origin = {}, ColourChannels channels = {});
 
 } // namespace Kerovane::Host

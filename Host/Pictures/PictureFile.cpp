@@ -19,8 +19,8 @@ namespace {
 
 constexpr std::size_t kMegabyte = 1 << 20;
 
-/// What a picture may take: what the machine has, within the library's own limit, which users can
-/// change in its own ways and not all of its readers keep to.
+/// Returns the memory that a picture may take: the machine's memory or OpenImageIO's configurable
+/// limit if that is less. The limit is checked here because some of its readers ignore it.
 std::size_t MostMegabytes() {
     const auto machine = static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) *
                          static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / kMegabyte;
@@ -48,7 +48,7 @@ PictureFile::PictureFile(const std::filesystem::path& file) : mName(file.string(
 bool PictureFile::goTo(int part) {
     bool isThere = false;
     attempt([&] { isThere = mInput->seek_subimage(part, 0); });
-    static_cast<void>(mInput->geterror()); // some readers call the end an error
+    static_cast<void>(mInput->geterror()); // some readers report the end of the parts as an error
     if (isThere && part > 0 && hasParts()) {
         check();
     }
@@ -64,7 +64,7 @@ StoredPixels PictureFile::readStored() {
 }
 
 void PictureFile::fail(const std::string& reason) const {
-    // Not all of the library's readers say why.
+    // Some of OpenImageIO's readers give no reason.
     throw Error(
         fmt::format("cannot read '{}': {}", mName, reason.empty() ? "it is damaged" : reason));
 }
@@ -83,11 +83,13 @@ void PictureFile::refuseFor(const std::string& reason) const {
     }
 }
 
-/// With the reader of that format alone: the library would try all others once it fails.
+/// Opens the file with the format's own reader. OpenImageIO would otherwise try all its readers if
+/// that one fails.
 void PictureFile::open(const PictureFormat& format) {
     mInput = OIIO::ImageInput::create(format.reader);
     if (mInput == nullptr) {
-        OIIO::geterror(); // takes the message, which would stay for the next failure
+        OIIO::geterror(); // clears the message, which OpenImageIO would report again with the next
+                          // failure
         fail(fmt::format("OpenImageIO was built without a reader for {}", format.name));
     }
     OIIO::ImageSpec wishes;
@@ -100,7 +102,7 @@ void PictureFile::open(const PictureFormat& format) {
     }
 }
 
-/// Some of the library's readers let exceptions through: their own, or for lack of memory.
+/// Runs `action` and converts exceptions to Error: some of OpenImageIO's readers throw.
 void PictureFile::attempt(const std::function<void()>& action) const {
     try {
         action();

@@ -14,30 +14,32 @@
 namespace Kerovane::Host {
 
 /**
- * A picture file that is open, part by part. Each part is looked at before its pixels are read: a
- * few bytes may claim to be more of them than anybody has the memory for. Errors name the file.
+ * An open picture file, read part by part. Each part's size is checked before its pixels are read,
+ * because a small file may claim more pixels than fit into memory. Operations throw Error, which
+ * names the file, if they fail.
  */
 class PictureFile {
 public:
-    /// Stands at the first part. Throws Error if the file can't be read as a picture.
+    /// Opens the first part. Throws Error if the file cannot be read as a picture.
     explicit PictureFile(const std::filesystem::path& file);
 
-    /// Of the part.
+    /// The current part's layout.
     const OIIO::ImageSpec& layout() const { return mInput->spec(); }
 
-    /// OpenImageIO's name of it.
+    /// OpenImageIO's name of the format.
     std::string format() const { return mInput->format_name(); }
 
-    /// Whether what the file says of a display window is meant, and channels are known by name.
+    /// Returns whether the format is OpenEXR, the only one whose display window and channel names
+    /// are used.
     bool isOpenExr() const { return format() == "openexr"; }
 
-    /// Whether each part is a picture of its own.
+    /// Returns whether the file's parts are separate pictures.
     bool hasParts() const { return isOpenExr() || format() == "tiff"; }
 
-    /// Goes to the part of the given number. Returns whether there is one.
+    /// Makes part `part` the current one. Returns false if there is no such part.
     bool goTo(int part);
 
-    /// All channels of all pixels, in `Channel` values.
+    /// Reads all channels of all pixels, converted to `Channel`.
     template <typename Channel>
     std::unique_ptr<Channel[]> read() {
         std::unique_ptr<Channel[]> pixels;
@@ -46,10 +48,10 @@ public:
         return pixels;
     }
 
-    /// All channels of all pixels, each in its own type.
+    /// Reads all channels of all pixels, each in its stored type.
     StoredPixels readStored();
 
-    /// Throws Error: that the file can't be read, for that reason.
+    /// Throws Error with the file's name and `reason`.
     [[noreturn]] void fail(const std::string& reason) const;
 
 private:
@@ -65,7 +67,7 @@ private:
     std::string mName;
     std::unique_ptr<OIIO::ImageInput> mInput;
     int mPart = 0;
-    std::size_t mValues = 0; ///< of all parts so far
+    std::size_t mValues = 0; ///< channel values in all parts so far
 };
 
 } // namespace Kerovane::Host

@@ -13,8 +13,8 @@ using namespace std::string_view_literals;
 
 constexpr std::string_view kReaderNotSafe = "as their reader is not safe";
 
-/// Its reader counts bytes in an int and writes anywhere in memory once that overflows.
-std::string ClaimOfGif(const FileHeader& header) {
+/// The GIF reader counts bytes in an int and writes out of bounds if that overflows.
+std::string ReasonNotToOpenGif(const FileHeader& header) {
     constexpr std::uint64_t kBytesPerPixel = 4;
     const std::uint64_t bytes = header.number(6, 2, std::endian::little) *
                                 header.number(8, 2, std::endian::little) * kBytesPerPixel;
@@ -22,8 +22,9 @@ std::string ClaimOfGif(const FileHeader& header) {
                                                    : "";
 }
 
-/// Its reader takes and clears as much memory for the user's part as the header names for it.
-std::string ClaimOfDpx(const FileHeader& header) {
+/// The DPX reader allocates as much memory for user data as the header states, whatever the file's
+/// size.
+std::string ReasonNotToOpenDpx(const FileHeader& header) {
     constexpr std::size_t kUserSizePlace = 32;
     constexpr std::uint64_t kUndefined = 0xffffffff;
     const std::uint64_t userSize = header.number(
@@ -33,10 +34,10 @@ std::string ClaimOfDpx(const FileHeader& header) {
                : "";
 }
 
-/// Its reader takes the channels of the colour mode from the file even if the file has fewer.
-std::string ClaimOfPsd(const FileHeader& header, const OIIO::ImageSpec& layout) {
-    constexpr std::uint64_t kIndexed = 2; // one channel stands for three
-    constexpr std::uint64_t kCmyk = 4;    // four channels become three
+/// The PSD reader accesses all channels of the colour mode, even if the file has fewer.
+std::string ReasonNotToReadPsd(const FileHeader& header, const OIIO::ImageSpec& layout) {
+    constexpr std::uint64_t kIndexed = 2; // one channel is expanded to three
+    constexpr std::uint64_t kCmyk = 4;    // four channels are converted to three
     const std::uint64_t mode = header.number(24, 2, std::endian::big);
     const int used = layout.nchannels - (mode == kIndexed ? 2 : 0) + (mode == kCmyk ? 1 : 0);
     return used > static_cast<int>(header.number(12, 2, std::endian::big))
@@ -44,7 +45,8 @@ std::string ClaimOfPsd(const FileHeader& header, const OIIO::ImageSpec& layout) 
                : "";
 }
 
-/// The first that fits a file counts, so what is told by few bytes or by the extension comes late.
+/// Ordered by reliability: the first match counts, so short signatures and mere extensions come
+/// last.
 const std::vector<PictureFormat>& Formats() {
     static const std::vector<PictureFormat> kFormats{
         {.name = "PNG", .reader = "png", .signatures = {{"\x89PNG\r\n\x1a\n"}}},
@@ -53,16 +55,16 @@ const std::vector<PictureFormat>& Formats() {
         {.name = "DPX",
          .reader = "dpx",
          .signatures = {{"SDPX"}, {"XPDS"}},
-         .claimBeforeOpening = ClaimOfDpx},
+         .reasonNotToOpen = ReasonNotToOpenDpx},
         {.name = "WebP", .reader = "webp", .signatures = {{"WEBP", 8}}},
         {.name = "GIF",
          .reader = "gif",
          .signatures = {{"GIF87a"}, {"GIF89a"}},
-         .claimBeforeOpening = ClaimOfGif},
+         .reasonNotToOpen = ReasonNotToOpenGif},
         {.name = "PSD",
          .reader = "psd",
          .signatures = {{"8BPS"}},
-         .claimBeforeReading = ClaimOfPsd},
+         .reasonNotToRead = ReasonNotToReadPsd},
         {.name = "JPEG 2000",
          .reader = "jpeg2000",
          .signatures = {{"\0\0\0\x0cjP  \r\n\x87\n"sv}, {"\xff\x4f\xff\x51"}}},
@@ -93,7 +95,7 @@ const std::vector<PictureFormat>& Formats() {
          .signatures = {{"\x2f\x08\x67\xab"}, {"\xab\x67\x08\x2f"}}},
         {.name = "camera raw files",
          .signatures = {{"ftypcrx", 4}, {"FUJIFILMCCD-RAW"}, {"IIRO"}, {"IIRS"}, {"IIU\0"sv}},
-         // Most of them look like TIFF, whose reader would find a preview at best.
+         // Most raw files look like TIFF, whose reader would find a preview at best.
          .extensions = {"3fr", "arw", "cr2", "crw", "dcr", "dng", "erf", "fff", "iiq",
                         "k25", "kdc", "mef", "mos", "mrw", "nef", "nrw", "orf", "pef",
                         "raf", "raw", "rw2", "rwl", "sr2", "srf", "srw", "x3f"},
@@ -130,7 +132,7 @@ bool IsOf(const PictureFormat& format, const FileHeader& header) {
            std::ranges::find(format.extensions, header.extension()) != format.extensions.end();
 }
 
-/// "PNG, JPEG and TIFF".
+/// Joins the names of the formats that are read: "PNG, JPEG and TIFF".
 std::string NamesOfFormatsRead() {
     std::vector<std::string_view> names;
     for (const PictureFormat& format : Formats()) {
@@ -160,12 +162,12 @@ std::string ReasonNotToOpen(const PictureFormat* format, const FileHeader& heade
                            format->whyNotRead.empty() ? "" : ", ", format->whyNotRead,
                            NamesOfFormatsRead());
     }
-    return format->claimBeforeOpening != nullptr ? format->claimBeforeOpening(header) : "";
+    return format->reasonNotToOpen != nullptr ? format->reasonNotToOpen(header) : "";
 }
 
 std::string ReasonNotToRead(const PictureFormat& format, const FileHeader& header,
                             const OIIO::ImageSpec& layout) {
-    return format.claimBeforeReading != nullptr ? format.claimBeforeReading(header, layout) : "";
+    return format.reasonNotToRead != nullptr ? format.reasonNotToRead(header, layout) : "";
 }
 
 } // namespace Kerovane::Host

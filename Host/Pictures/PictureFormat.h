@@ -11,33 +11,38 @@
 
 namespace Kerovane::Host {
 
-/// Bytes that the files of a format have at a place.
+/// Bytes at a fixed offset that identify a format.
 struct Signature {
     std::string_view bytes;
     std::size_t place = 0;
 };
 
-/** A format of picture files, read or known only to be refused by its name. */
+/**
+ * A picture format: one that is read, or one that is recognized only to explain why it is not read.
+ */
 struct PictureFormat {
-    std::string_view name{};   ///< for users; in the plural if it is not read
-    std::string_view reader{}; ///< OpenImageIO's name of its reader; empty if it is not read
-    std::vector<Signature> signatures{};        ///< any of them tells it
-    std::vector<std::string_view> extensions{}; ///< each tells it too; for what has no signature
+    std::string_view name{};   ///< shown to users; in the plural if the format is not read
+    std::string_view reader{}; ///< OpenImageIO's name; empty if the format is not read
+    std::vector<Signature> signatures{};        ///< any of them identifies it
+    std::vector<std::string_view> extensions{}; ///< used if no signature matches
     std::string_view whyNotRead{};
 
-    /// What the header claims beyond what the reader can take; null if nothing is to be checked.
-    std::string (*claimBeforeOpening)(const FileHeader&) = nullptr;
-    /// The same once the reader has told the picture's layout.
-    std::string (*claimBeforeReading)(const FileHeader&, const OIIO::ImageSpec&) = nullptr;
+    /// Returns why the reader must not open the file, by its header; empty if it may. Null if
+    /// nothing needs checking.
+    std::string (*reasonNotToOpen)(const FileHeader&) = nullptr;
+    /// Returns why the reader must not read the pixels, by the layout that it reported. Null as
+    /// above.
+    std::string (*reasonNotToRead)(const FileHeader&, const OIIO::ImageSpec&) = nullptr;
 };
 
-/// The format by the file's content, else by its extension; null if there is none.
+/// Returns the format by the file's content, or else by its extension. Returns null if neither is
+/// known.
 const PictureFormat* FormatOf(const FileHeader& header);
 
-/// Why a file of `format`, which may be null, must not be given to a reader; empty if it may.
+/// Returns why a file must not be given to a reader; empty if it may be. `format` may be null.
 std::string ReasonNotToOpen(const PictureFormat* format, const FileHeader& header);
 
-/// Why the pixels of a file that its reader has opened must not be read; empty if they may.
+/// Returns why the pixels of an opened file must not be read; empty if they may be.
 std::string ReasonNotToRead(const PictureFormat& format, const FileHeader& header,
                             const OIIO::ImageSpec& layout);
 

@@ -32,8 +32,8 @@ ChannelBits BitsOf(Depth depth) {
                                     : ChannelBits::Float;
 }
 
-/// As many as the part's own file has, as far as the world's depth kept them. Rare numbers of bits
-/// are kept within a format only.
+/// Returns the channel bits of the file that the part was read from, limited to the world's depth.
+/// 10 and 12 bits are kept only if the format stays the same.
 ChannelBits BitsOf(const PicturePart& part, bool isSameFormat) {
     const ImageSpec& origin = part.origin;
     const Depth depth = part.layers.front().world.depth();
@@ -53,7 +53,7 @@ ChannelBits BitsOf(const PicturePart& part, bool isSameFormat) {
     }
 }
 
-/// Whether an ICC profile is for the colours that the file has.
+/// Returns whether an ICC profile is of the same colour model as the channels.
 bool IsProfileFor(ColourChannels channels, const OIIO::ParamValue& profile) {
     constexpr std::size_t kColourSpaceOffset = 16;
     const std::string_view colours = channels.isGrey ? "GRAY" : "RGB ";
@@ -63,7 +63,8 @@ bool IsProfileFor(ColourChannels channels, const OIIO::ParamValue& profile) {
            bytes.substr(kColourSpaceOffset, colours.size()) == colours;
 }
 
-/// Whether an attribute tells how a file held its picture rather than something of the picture.
+/// Returns whether an attribute describes how a file stored its pixels, which does not apply to
+/// another file.
 bool DescribesTheFile(const OIIO::ParamValue& attribute, ColourChannels channels) {
     static constexpr std::array<std::string_view, 13> kPrefixes{
         "bmp:", "dpx:", "gif:",   "ico:",      "jpeg:", "oiio:", "openexr:",
@@ -81,7 +82,7 @@ bool DescribesTheFile(const OIIO::ParamValue& attribute, ColourChannels channels
            std::ranges::any_of(kPrefixes, [name](auto prefix) { return name.starts_with(prefix); });
 }
 
-/// Whether a user would miss an attribute in a file that holds none.
+/// Returns whether users should be told if an attribute is lost.
 bool IsWorthTelling(const OIIO::ParamValue& attribute, ColourChannels channels) {
     static constexpr std::array<std::string_view, 12> kUsual{
         "DateTime",           "FramesPerSecond",   "Orientation",     "PixelAspectRatio",
@@ -108,7 +109,7 @@ void CopyMetadata(const ImageSpec& origin, ColourChannels channels, const Output
     }
 }
 
-/// How the part's own file of the same format held it.
+/// Copies tiling, compression and the like from the part's own file, which has the same format.
 void CopyStorage(const ImageSpec& origin, const OutputFormat& format, ImageSpec& file) {
     constexpr std::array<std::string_view, 2> kTiled{"openexr", "tiff"};
     if (std::ranges::find(kTiled, format.writer) != kTiled.end() && origin.tile_width > 0 &&
@@ -141,14 +142,14 @@ void SetCompression(const OutputFormat& format, const PictureSettings& settings,
         file.attribute("compression", fmt::format("{}:{}", format.writer, *settings.quality));
     }
     if (format.writer == "jpeg") {
-        // Cells have hard borders, which a file with colour at half the resolution would smear.
+        // Chroma subsampling would smear the cells' hard edges.
         file.attribute("jpeg:subsampling", "4:4:4");
     }
     if (format.writer != "png") {
         return;
     }
-    // In cells most rows repeat the one above. With that filter, and at this level, a PNG is as
-    // small as at the library's own level of 6 and takes less than half of the time.
+    // In a mosaic most rows repeat the row above. With the filter "up" and this level, a PNG is as
+    // small as at the library's default level 6 and takes less than half the time.
     constexpr int kFilterUp = 0x20;
     constexpr int kLevel = 4;
     file.attribute("png:filter", kFilterUp);
@@ -164,7 +165,8 @@ void AddRecord(const OutputFormat& format, const PictureSettings& settings, Imag
     }
 }
 
-/// As the file of the layer has them, as far as it has the same, beside their layer's other ones.
+/// Returns the channel names for a layer in the file: its own names as far as it has such channels,
+/// and the usual names with the layer's prefix for the others.
 std::vector<std::string> NamesOf(ColourChannels channels, const PictureLayer& layer) {
     const std::vector<std::string>& had = layer.channelNames;
     const std::string first = had.empty() ? "" : had.front();
@@ -192,7 +194,7 @@ std::span<const PictureLayer> LayersFor(const OutputFormat& format, const Pictur
     return {part.layers.data(), format.hasNamedChannels ? part.layers.size() : 1};
 }
 
-/// The part as it is stored, none of whose layers is worked on.
+/// Returns the layout of a part that has no layers to work on and is passed through.
 PartLayout LayoutOfStored(const PicturePart& part, const OutputFormat& format) {
     const ImageSpec& stored = part.stored.layout();
     PartLayout layout{.file = {part.origin.width, part.origin.height, 0, stored.format},

@@ -11,19 +11,19 @@
 
 namespace Kerovane::Host {
 
-/** A part of a file that is written: what it says of itself, and which of its channels are whose.
- */
+/** The layout of a part in the file to be written. */
 struct PartLayout {
-    OIIO::ImageSpec file;               ///< as it is opened to be written
-    std::vector<ColourChannels> layers; ///< of each, one after the other, the first channels
-    bool isStraight = true;             ///< alpha does not premultiply colour
+    OIIO::ImageSpec file;               ///< as given to the writer
+    std::vector<ColourChannels> layers; ///< their channels come first in `file`, in this order
+    bool isStraight = true;             ///< alpha is stored straight
 };
 
-/// `formatOfPicture` is OpenImageIO's name of the format that the part comes from.
+/// Returns the layout of `part` in a file of `format`. `formatOfPicture` is OpenImageIO's name of
+/// the format that the part was read from.
 PartLayout LayoutOf(const PicturePart& part, const std::string& formatOfPicture,
                     const OutputFormat& format, const PictureSettings& settings);
 
-/// What of the part a file with that layout lacks, a line each.
+/// Returns what a file with that layout loses of the part, one line each.
 std::vector<std::string> LossesOf(const PicturePart& part, const PartLayout& layout,
                                   const OutputFormat& format, const PictureSettings& settings);
 

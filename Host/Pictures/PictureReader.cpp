@@ -36,15 +36,15 @@ PF_RationalScale PixelAspectRatio(const ImageSpec& layout) {
     return {.num = static_cast<A_long>(std::lround(ratio * kDenominator)), .den = kDenominator};
 }
 
-/// As the picture stands upright.
+/// Returns the size of the upright picture.
 std::pair<A_long, A_long> SizeOf(const ImageSpec& layout) {
-    constexpr int kFirstOnItsSide = 5; // of the eight orientations
+    constexpr int kFirstOnItsSide = 5; // orientations 5 to 8 swap the sides
     const bool onItsSide = OrientationOf(layout) >= kFirstOnItsSide;
     return onItsSide ? std::pair(layout.height, layout.width)
                      : std::pair(layout.width, layout.height);
 }
 
-/// The layers to work on of the part that the file stands at.
+/// Returns the layers to work on in the current part, whose number is `part`.
 std::vector<ColourLayer> LayersToWorkOn(const PictureFile& file, int part,
                                         const LayerChoice& choice) {
     if (choice.part.value_or(part) != part) {
@@ -66,14 +66,14 @@ std::vector<std::string> NamesIn(const ImageSpec& layout, const ChannelPlaces& p
     return names;
 }
 
-/// Reads one part and adds to `losses` what of it can't be had.
+/// Reads the current part and adds what is lost of it to `losses`.
 PicturePart ReadPart(PictureFile& file, const std::vector<ColourLayer>& layers,
                      const ReadSetting& setting, std::vector<std::string>& losses) {
     ImageSpec layout = file.layout();
     const std::vector<int> others = OtherPlaces(layout, layers);
-    constexpr int kSeparated = 5; // TIFF 6.0, PhotometricInterpretation: CMYK
+    constexpr int kSeparated = 5; // the value for CMYK
     if (layout.get_int_attribute("tiff:PhotometricInterpretation") == kSeparated) {
-        losses.emplace_back("CMYK was made RGB without a profile");
+        losses.emplace_back("CMYK was converted to RGB without a profile");
     }
     const bool reachesBeyond = file.isOpenExr() && ReachesBeyondItsFrame(layout);
     const bool keepsOverscan = reachesBeyond && setting.keepOverscan;
@@ -110,13 +110,13 @@ PicturePart ReadPart(PictureFile& file, const std::vector<ColourLayer>& layers,
         TakeFrame(layout);
     }
     if (!layers.empty()) {
-        layout.format = layout.channelformat(layers.front().places.red); // channels can differ
+        layout.format = layout.channelformat(layers.front().places.red); // types may differ
     }
     part.origin = std::move(layout);
     return part;
 }
 
-/// What is in a file of which nothing can be worked on.
+/// The channels of all parts of a file, for error messages.
 class Contents {
 public:
     void add(const ImageSpec& layout) {
@@ -146,7 +146,7 @@ private:
     std::vector<std::string> mLayers;
 };
 
-/// Why a file with these contents has nothing to work on.
+/// Returns why a file with these contents has no layer to work on.
 std::string WhyNothing(const Contents& contents, const LayerChoice& choice) {
     if (choice.part.value_or(0) >= contents.parts()) {
         return fmt::format("it has no part {}, as there are {}, counted from 0", *choice.part,
@@ -156,7 +156,8 @@ std::string WhyNothing(const Contents& contents, const LayerChoice& choice) {
                        choice.layer.empty() ? "" : " '" + choice.layer + "'", contents.text());
 }
 
-/// Of formats whose further pictures are no parts: frames, or layers of one picture.
+/// Handles files of other formats with more than one picture: throws Error for animations, and
+/// otherwise adds a loss.
 void CheckSingle(PictureFile& file, Picture& picture) {
     if (!file.goTo(1)) {
         return;
@@ -168,9 +169,9 @@ void CheckSingle(PictureFile& file, Picture& picture) {
         file.fail("it is animated, and of WebP only still pictures are read");
     }
     picture.losses.push_back(picture.format == "psd"
-                                 ? "the layers of the PSD file are left out: it is taken as they "
-                                   "show together"
-                                 : "pictures behind the first one in the file are left out");
+                                 ? "the layers of the PSD file are left out: only the merged "
+                                   "picture is read"
+                                 : "pictures after the first one in the file are left out");
 }
 
 } // namespace
@@ -201,7 +202,7 @@ bool IsAnimated(const std::filesystem::path& file) {
         PictureFile input(file);
         return (input.format() == "gif" || input.format() == "webp") && input.goTo(1);
     } catch (const Error&) {
-        return false; // not even a picture
+        return false; // not readable as a picture
     }
 }
 

@@ -10,30 +10,33 @@ namespace Kerovane::Host {
 
 /// How files are read.
 struct ReadSetting {
-    std::optional<Depth> depth{}; ///< else that of the file
+    std::optional<Depth> depth{}; ///< the file's depth if not given
     LayerChoice choice{};
-    bool keepOverscan = false; ///< pixels outside of the display window pass unchanged
+    bool keepOverscan = false; ///< pixels outside the display window are passed through
 };
 
 /**
- * Reads a picture file: grey or RGB, with or without alpha, of all its parts, or those chosen.
- * Everything else of an OpenEXR file is kept as it is stored; of others it is only named. Layers
- * are the display window, if a file has one: what its data window lacks of that is transparent,
- * or black if the file has no alpha. Layers have straight alpha, so premultiplied colour is divided
- * by it. Colour values are not managed. A picture that is stored turned or mirrored comes upright.
+ * Reads a picture file: grey or RGB, with or without alpha, from all of its parts or the chosen
+ * one. All other content of an OpenEXR file is kept as stored; of other formats it is only listed
+ * in `losses`.
  *
- * The depth, if not given, follows the file: 8 bits for 8-bit files and below, 32 for everything
- * else, as layers of 16 bits have half of the levels of 16-bit files. Throws Error if the file
- * can't be read as a picture, or has no layer of colour to work on.
+ * A layer covers the display window if the format has one. Pixels missing from the data window are
+ * transparent, or black if the layer has no alpha. Premultiplied colour is divided by alpha,
+ * because layers have straight alpha. Colour values are not converted between colour spaces.
+ * Rotated or mirrored pictures are turned upright.
+ *
+ * Without a given depth, files of up to 8 bits are read at 8 bits and all others as floats, because
+ * 16-bit layers have only half of the levels of 16-bit files. Throws Error if the file cannot be
+ * read as a picture, or has no colour layer to work on.
  */
 Picture ReadPicture(const std::filesystem::path& file, const ReadSetting& setting = {});
 
-/// Whether `file` is a picture that moves.
+/// Returns whether `file` is an animated GIF or WebP picture.
 bool IsAnimated(const std::filesystem::path& file);
 
 /**
- * Whether `file` holds a whole picture, down to its last pixel, of the size that `other` has by its
- * header. Throws Error if `other` can't be read as a picture.
+ * Returns whether `file` is a picture that can be read completely and has the size stated in the
+ * header of `other`. Throws Error if `other` cannot be read as a picture.
  */
 bool HoldsPictureLike(const std::filesystem::path& file, const std::filesystem::path& other);
 

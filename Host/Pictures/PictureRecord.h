@@ -6,16 +6,17 @@
 
 namespace Kerovane::Host {
 
-/** What a picture file says of how it was made. */
+/** The record in a picture file of how it was made. */
 struct PictureRecord {
-    std::string program{};  ///< with its version; empty: nothing is said
-    std::string settings{}; ///< one line, for formats that hold it
+    std::string program{};  ///< name and version; empty: not recorded
+    std::string settings{}; ///< on one line, for formats that hold it
 };
 
-/// The attribute that holds the settings.
+/// The name of the attribute that holds the settings.
 inline constexpr const char* kSettingsAttribute = "tesselune:settings";
 
-/// The settings that a picture file holds, if it can be opened and has any.
+/// Returns the settings recorded in a picture file, or nothing if there are none or the file cannot
+/// be read.
 std::optional<std::string> RecordedSettings(const std::filesystem::path& file);
 
 } // namespace Kerovane::Host

@@ -9,18 +9,21 @@
 
 namespace Kerovane::Host {
 
-/** How pictures are written; what isn't said follows the picture's own file. */
+/**
+ * How pictures are written. Settings that are not given follow the file that the picture was read
+ * from.
+ */
 struct PictureSettings {
     std::optional<ColourChannels> channels{};
-    bool canLeaveHoles = false; ///< colour gets alpha, unless `channels` says otherwise
+    bool canLeaveHoles = false; ///< whether alpha is added, unless `channels` is given
     std::optional<ChannelBits> bits{};
-    std::string compression{}; ///< by its name; empty: as the picture's own file
+    std::string compression{}; ///< name of a method; empty: as in the file that was read
     std::optional<int> compressionLevel{};
     std::optional<int> quality{}; ///< 1 to 100
     PictureRecord record{};
 };
 
-/// Throws Error, which names what the format has, if files of it can't be written so.
+/// Throws Error if the format does not support the settings; the text names what it supports.
 void CheckSettings(const PictureSettings& settings, const OutputFormat& format);
 
 } // namespace Kerovane::Host

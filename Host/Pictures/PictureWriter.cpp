@@ -33,7 +33,7 @@ using OIIO::TypeDesc;
     throw Error(fmt::format("cannot write '{}': {}", target.string(), reason));
 }
 
-/// Luma after ITU-R BT.709.
+/// Returns the BT.709 luma.
 template <typename Channel>
 Channel GreyOf(const Channel* rgb) {
     const double luma = 0.2126 * static_cast<double>(rgb[0]) +
@@ -45,7 +45,7 @@ Channel GreyOf(const Channel* rgb) {
     }
 }
 
-/// Moves the channels that a file has of a row's RGBA pixels to the front of each.
+/// Packs grey and alpha to the front of each RGBA pixel, if the file is grey.
 template <typename Channel>
 void Arrange(Channel* row, std::ptrdiff_t width, ColourChannels channels) {
     if (!channels.isGrey) {
@@ -58,17 +58,17 @@ void Arrange(Channel* row, std::ptrdiff_t width, ColourChannels channels) {
     }
 }
 
-/// How rows are given to a writer.
+/// The form of the rows given to a writer.
 struct RowForm {
-    TypeDesc type; ///< of the channels; unknown: as the file has them
+    TypeDesc type; ///< of the channels; unknown: each in the file's own type
     std::size_t pixelBytes = 0;
 };
 
-/// Writes the picture in strips, so that it isn't in memory twice. `fill` makes the row of the
+/// Writes the picture in strips, so that it is not in memory twice. `fill` fills the row with the
 /// given number.
 template <typename Fill>
 bool WriteStrips(ImageOutput& output, const RowForm& rows, Fill fill) {
-    constexpr A_long kEnoughRows = 256; // a whole number of the blocks that formats compress
+    constexpr A_long kEnoughRows = 256; // a multiple of the block heights that formats compress
     const ImageSpec& layout = output.spec();
     const A_long tileHeight = layout.tile_height;
     const A_long stripRows =
@@ -98,10 +98,10 @@ bool WriteStrips(ImageOutput& output, const RowForm& rows, Fill fill) {
     return true;
 }
 
-/// Fills rows of which a file takes the first channels of each pixel.
+/// Writes a layer with straight alpha. The file takes the first channels of each RGBA pixel.
 template <typename Pixel>
 bool WriteStraight(ImageOutput& output, const World& world, ColourChannels channels) {
-    using Channel = LayerChannel<Pixel>; // as many bits in the file
+    using Channel = LayerChannel<Pixel>; // has the same number of bits in the file
     constexpr TypeDesc kType{OIIO::BaseTypeFromC<Channel>::value};
     return WriteStrips(output, {kType, 4 * sizeof(Channel)}, [&](A_long y, std::byte* to) {
         auto* const row = reinterpret_cast<Channel*>(to);
@@ -110,7 +110,8 @@ bool WriteStraight(ImageOutput& output, const World& world, ColourChannels chann
     });
 }
 
-/// Premultiplied, which is also the picture over black. In floats, so that it is rounded only once.
+/// Converts to premultiplied colour, which is also the picture over black. Computes in floats, so
+/// that values are rounded only once.
 template <typename Pixel>
 void FillPremultiplied(std::span<const Pixel> pixels, ColourChannels channels, float* row) {
     WriteRow(pixels, row);
@@ -139,8 +140,8 @@ bool WriteLayer(ImageOutput& output, const World& world, const PartLayout& layou
     });
 }
 
-/// Fills whole rows of a part's file, channel by channel in the types that the file has, as the
-/// writer takes all channels as they are or none.
+/// Fills complete rows of a part with channels of different types. A writer takes either all
+/// channels in the file's types or all in one type.
 class MixedRows {
 public:
     MixedRows(const PicturePart& part, const PartLayout& layout, const ImageSpec& file)
@@ -152,7 +153,7 @@ public:
 
     RowForm form() const { return {TypeDesc::UNKNOWN, mPixelBytes}; }
 
-    /// `y` counts from the top of the file's window.
+    /// `y` counts from the top of the file's data window.
     void fill(A_long y, std::byte* row) {
         std::fill_n(row, mPixelBytes * static_cast<std::size_t>(mFile.width), std::byte{});
         std::size_t place = 0;
@@ -177,7 +178,7 @@ private:
                              mPixelBytes);
     }
 
-    /// Those of a layer's channels that the part has under the same name.
+    /// Copies those channels of a layer that the stored part has under the same names.
     void copyStored(A_long y, std::size_t first, std::size_t count, std::byte* row) const {
         for (std::size_t place = first; place < first + count; ++place) {
             const int stored = mPart.stored.layout().channelindex(mFile.channelnames[place]);
@@ -223,7 +224,7 @@ bool WritePart(ImageOutput& output, const PicturePart& part, const PartLayout& l
     return WriteStrips(output, rows.form(), [&](A_long y, std::byte* row) { rows.fill(y, row); });
 }
 
-/// All parts of the picture that the format can hold.
+/// Returns the parts of the picture that the format can hold.
 std::vector<const PicturePart*> PartsFor(const OutputFormat& format, const Picture& picture) {
     std::vector<const PicturePart*> parts;
     const bool holdsAll = format.hasParts && picture.format == format.writer;
@@ -278,7 +279,7 @@ PictureWriter::PictureWriter(std::filesystem::path target, PictureSettings setti
 }
 
 std::vector<std::string> PictureWriter::write(const Picture& picture) const {
-    // In memory first: few of the formats' writers notice a full disk, and some end the process.
+    // Few of the formats' writers detect a full disk, and some of them then end the process.
     MemoryFile encoded;
     std::vector<std::string> losses;
     std::span<const std::byte> content;

@@ -12,21 +12,24 @@
 namespace Kerovane::Host {
 
 /**
- * Writes one picture file, whole or not at all: what stood at the target before outlives a failure.
- * The encoded file is held in memory meanwhile.
+ * Writes a picture file completely or not at all; if writing fails, an existing target is
+ * unchanged. The encoded file is first built in memory.
  */
 class PictureWriter {
 public:
-    /// The format follows the target's extension. Throws Error if there is no such format, it can't
-    /// hold what the settings ask for, or the target can't be written; nothing is created yet.
+    /// The target's extension selects the format. Throws Error if it is not a supported format, the
+    /// format does not support the settings, or the target cannot be written. Creates nothing yet.
     explicit PictureWriter(std::filesystem::path target, PictureSettings settings = {});
 
     /**
-     * Writes `picture` with the metadata that still holds: over black if the format has no alpha,
-     * as RGB if it has no grey; its first part alone if it is of another format or that holds one
-     * only. Bits are those of the picture's own file, as far as the worlds' depth kept them, or the
-     * nearest that the format has; tiles and compression if that is of the same format. Returns
-     * what of the picture is not in the file, a line each. Throws Error if it fails.
+     * Writes `picture` with the metadata that is still valid, and returns what is lost, one line
+     * each. Throws Error if writing fails.
+     *
+     * The picture is composited over black if the format has no alpha, and written as RGB if it has
+     * no grey. If the format changes or holds a single part, only the first part with colour layers
+     * is written. Channel bits follow the file that the picture was read from, limited to the
+     * worlds' depth, or are the nearest that the format has. Tiles and compression are kept if the
+     * format stays the same.
      */
     std::vector<std::string> write(const Picture& picture) const;
 
@@ -36,7 +39,7 @@ private:
     PictureSettings mSettings;
 };
 
-/// The same into `file`, which need not have a name of that format. Returns what is lost.
+/// Encodes `picture` into `file`, whose name does not select the format, and returns what is lost.
 std::vector<std::string> EncodePicture(const Picture& picture, const OutputFormat& format,
                                        const PictureSettings& settings, const MemoryFile& file);
 

@@ -9,7 +9,7 @@
 
 namespace Kerovane::Host {
 
-/// The value of a channel that stands for 1.0, in files and in layers.
+/// The channel value that means 1.0, in files and in layers.
 template <typename Channel>
 inline constexpr double kFileWhite = 1.0;
 template <>
@@ -24,20 +24,20 @@ inline constexpr double kLayerWhite<PF_Pixel8> = 255;
 template <>
 inline constexpr double kLayerWhite<PF_Pixel16> = 32768;
 
-/// The type of a layer pixel's channels.
+/// The channel type of a layer's pixel.
 template <typename Pixel>
 using LayerChannel = decltype(Pixel::alpha);
 
-/// Where a file's pixel has the layer's channels, counted from 0.
+/// The places of a layer's channels within a file's pixel, counted from 0.
 struct ChannelPlaces {
     int red = 0;
     int green = 0;
     int blue = 0;
-    int alpha = -1; ///< -1 if the file has none: opaque
+    int alpha = -1; ///< -1: none, so the pixel is opaque
 };
 
-/// `value` of `fromWhite` on the scale of `toWhite`, rounded to the nearest and kept within 0 to
-/// white if `To` is an integer.
+/// Converts `value` from the scale on which `fromWhite` is 1.0 to the one of `toWhite`. Integers
+/// are rounded to nearest and limited to 0 to white.
 template <typename To, typename From>
 To Rescale(From value, double fromWhite, double toWhite) {
     if constexpr (std::same_as<To, From>) {
@@ -49,14 +49,14 @@ To Rescale(From value, double fromWhite, double toWhite) {
     if constexpr (std::floating_point<To>) {
         return static_cast<To>(scaled);
     } else {
-        // Written so that what is not a number becomes 0.
+        // Written so that NaN becomes 0.
         const double bounded = scaled > 0 ? (scaled < toWhite ? scaled : toWhite) : 0;
-        const double raised = bounded + 0.5; // not negative, so that cutting it off rounds
+        const double raised = bounded + 0.5; // rounds when truncated, as it is not negative
         return static_cast<To>(raised);
     }
 }
 
-/// Fills a layer's row from a file's, `stride` channels from pixel to pixel.
+/// Fills a layer's row from a file's row. `stride` is the number of channels per pixel in the file.
 template <typename FileChannel, typename Pixel>
 void ReadRow(const FileChannel* file, std::size_t stride, ChannelPlaces places,
              std::span<Pixel> row) {
@@ -74,7 +74,7 @@ void ReadRow(const FileChannel* file, std::size_t stride, ChannelPlaces places,
     }
 }
 
-/// Fills a file's row of RGBA pixels from a layer's.
+/// Fills a file's row of RGBA pixels from a layer's row.
 template <typename FileChannel, typename Pixel>
 void WriteRow(std::span<const Pixel> row, FileChannel* file) {
     const auto channel = [](LayerChannel<Pixel> value) {

@@ -7,9 +7,9 @@
 namespace Kerovane::Host {
 
 /**
- * Makes `content` the content of the file `target`, whole or not at all: it is written beside the
- * target, which it then takes the place of. Throws Error if that fails; the target is as it was
- * then, and nothing is left beside it.
+ * Replaces the content of the file `target` with `content`, completely or not at all: the content
+ * is written to a new file beside the target, which is then renamed. Throws Error if that fails;
+ * the target is then unchanged and the new file removed.
  */
 void ReplaceFile(const std::filesystem::path& target, std::span<const std::byte> content);
 

@@ -9,7 +9,7 @@
 
 namespace Kerovane::Host {
 
-/// What two spans of pixels have in common.
+/// The intersection of two ranges of pixels.
 struct Overlap {
     int begin;
     int end;
@@ -22,20 +22,21 @@ struct Overlap {
     std::size_t from(int start) const { return static_cast<std::size_t>(begin - start); }
 };
 
-/// Whether the picture's pixels, its data window, are those of its frame, the display window.
+/// Returns whether the data window equals the display window.
 bool FillsItsFrame(const OIIO::ImageSpec& layout);
 
-/// Whether there are pixels outside of the frame.
+/// Returns whether the data window extends beyond the display window.
 bool ReachesBeyondItsFrame(const OIIO::ImageSpec& layout);
 
-/// The frame of which `world` has the data window; what that lacks is transparent, or black if the
-/// picture is opaque. Throws Error if the frame is larger than worlds can be.
+/// Returns the display window's pixels, given the data window's in `world`. Missing pixels are
+/// transparent, or black if the picture is opaque. Throws Error if the display window exceeds
+/// World's limits.
 World FrameOf(const World& world, const OIIO::ImageSpec& layout, bool isOpaque);
 
-/// Has `layout` describe the frame.
+/// Sets the data window of `layout` to the display window.
 void TakeFrame(OIIO::ImageSpec& layout);
 
-/// Has `layout` describe the frame and what there are of pixels outside of it.
+/// Extends the data window of `layout` to include the display window.
 void CoverFrame(OIIO::ImageSpec& layout);
 
 } // namespace Kerovane::Host

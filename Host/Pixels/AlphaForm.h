@@ -8,7 +8,7 @@
 
 namespace Kerovane::Host {
 
-/// A channel's white. Those of whole numbers are kept within it.
+/// A channel's value for white, which is also the upper limit of integer channels.
 template <typename Channel>
 constexpr std::uint32_t kWhite = 1;
 template <>
@@ -16,7 +16,7 @@ inline constexpr std::uint32_t kWhite<std::uint8_t> = 255;
 template <>
 inline constexpr std::uint32_t kWhite<std::uint16_t> = 32768;
 
-/// Four numbers that operators work on at once: a pixel's channels as they lie in memory.
+/// A vector of four numbers: a pixel's channels in memory order.
 template <typename Number>
 struct FourOf {
     using Type __attribute__((vector_size(4 * sizeof(Number)))) = Number;
@@ -24,9 +24,9 @@ struct FourOf {
 template <typename Number>
 using Four = typename FourOf<Number>::Type;
 
-/// The channels, each times its factor by its divisor, rounded to the nearest and at most white.
-/// Divides whole numbers as floating-point ones, which is faster: the digits hold the dividend, so
-/// what lies below a whole number stays below it.
+/// Returns each channel times its factor divided by its divisor, rounded to nearest and limited to
+/// white. Divides in floating point, which is faster than integer division and just as exact: the
+/// dividend is represented exactly, so a quotient below a whole number is never rounded up to it.
 template <typename Channel>
 Four<Channel> Scaled(Four<Channel> pixel, Four<Channel> factors, Four<Channel> divisors) {
     using Number = std::conditional_t<sizeof(Channel) == 2, double, float>;
@@ -43,8 +43,9 @@ Four<Channel> Scaled(Four<Channel> pixel, Four<Channel> factors, Four<Channel> d
     return __builtin_convertvector(__builtin_convertvector(kept, Whole), Four<Channel>);
 }
 
-/// The pixel, its channels in `order`, with its colour multiplied or divided by alpha as `kForm`
-/// says. Nothing can be divided by an alpha of 0.
+/// Returns the pixel, whose channels are in `order`, with its colour multiplied by alpha (`kForm`
+/// Premultiplied) or divided by it (Straight). An alpha of 0 leaves the colour as it is when
+/// dividing.
 template <Alpha kForm, typename Channel>
 Four<Channel> InForm(Four<Channel> pixel, ChannelOrder order) {
     constexpr Channel kOne = kWhite<Channel>;

@@ -15,8 +15,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Applies `change` to each of a row's pixels, taken as a `Value` in one piece. Views lie at any
-/// address, and the compiler makes plain loads and stores, or vectors, of the copies.
+/// Applies `change` to each pixel of a row, read and written as one `Value`. Views may lie at any
+/// address, so pixels are copied with memcpy, which compiles to plain or vector loads and stores.
 template <typename Value, typename Change>
 void TransformRow(const std::byte* from, std::byte* to, std::ptrdiff_t width, Change change) {
     for (std::ptrdiff_t x = 0; x < width; ++x) {
@@ -28,16 +28,16 @@ void TransformRow(const std::byte* from, std::byte* to, std::ptrdiff_t width, Ch
     }
 }
 
-/// Moves the channels one place up in memory and the last to the front, or one place down and the
-/// first to the end.
+/// Rotates the channels by one place: up moves the last channel to the front, down moves the first
+/// to the end.
 template <bool kUp, typename Channel>
 Four<Channel> Rotated(Four<Channel> pixel) {
     return kUp ? __builtin_shufflevector(pixel, pixel, 3, 0, 1, 2)
                : __builtin_shufflevector(pixel, pixel, 1, 2, 3, 0);
 }
 
-/// Rotates a row's pixels; those of 32 or 64 bits whole, as the compiler then takes several at
-/// once.
+/// Rotates the channels of a row's pixels. Integer pixels are rotated as one 32-bit or 64-bit word
+/// each, because the compiler then vectorizes the loop.
 template <typename Channel, bool kUp>
 void RotateRow(const std::byte* from, std::byte* to, std::ptrdiff_t width) {
     if constexpr (std::floating_point<Channel>) {
@@ -63,8 +63,8 @@ void ReorderRow(const std::byte* from, std::byte* to, std::ptrdiff_t width, Chan
     }
 }
 
-/// Gives pixels in `kFrom` the form of alpha `kForm` and another order, both in one pass, which
-/// takes floats about as long as to copy them.
+/// Converts pixels of channel order `kFrom` to the form of alpha `kForm` and to `toOrder` in a
+/// single pass. For floats the pass costs about as much as a copy.
 template <typename Channel, Alpha kForm, ChannelOrder kFrom>
 void ChangeAlpha(const std::byte* from, std::byte* to, std::ptrdiff_t width, ChannelOrder toOrder) {
     constexpr bool kUp = kFrom == ChannelOrder::Rgba;
@@ -98,7 +98,7 @@ void ConvertRow(const ConstPixelView& from, const PixelView& to, std::ptrdiff_t 
 } // namespace
 
 void ConvertPixels(const ConstPixelView& from, const PixelView& to) {
-    if (!HaveOneShape(from, to)) {
+    if (!HaveSameShape(from, to)) {
         throw Error("pixels can't be converted between pictures of different size or depth");
     }
     WithChannelType(from.depth, [&](auto type) {

@@ -5,10 +5,10 @@
 namespace Kerovane::Host {
 
 /**
- * Copies the pixels of `from` to `to`, whose order of channels and form of alpha they take. Colours
- * are rounded to the nearest and kept within white if channels are whole numbers; those of
- * pixels without alpha, which can't be divided by it, stay as they are. What lies between the rows
- * of `to` is not touched. The views share no memory. Throws Error if they differ in size or depth.
+ * Copies the pixels of `from` to `to` and converts them to the channel order and form of alpha of
+ * `to`. Integer channels are rounded to nearest and limited to white. Pixels whose alpha is 0 keep
+ * their colour when it would be divided by alpha. Bytes between the rows of `to` are not written.
+ * The two views must not overlap. Throws Error if they differ in size or depth.
  */
 void ConvertPixels(const ConstPixelView& from, const PixelView& to);
 

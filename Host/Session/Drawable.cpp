@@ -14,8 +14,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-// Both are asked on threads of their own: OpenGL keeps something for each thread that calls it, and
-// the caller's may be a host's. The description makes a context current, and none afterwards.
+// OpenGL is queried on short-lived threads, because drivers keep state for each thread that calls
+// them, and the caller's thread may belong to a host.
 
 const std::optional<std::string>& Problem() {
     static const std::optional<std::string> kProblem =

@@ -7,16 +7,18 @@
 namespace Kerovane::Host {
 
 /**
- * Throws Error if OpenGL on this machine can't draw a picture of `width` by `height` pixels: the
- * effect draws nothing then and reports nothing. Cheap but for the first call in a process. What
- * the calling thread has current stays so.
+ * Throws Error if OpenGL on this machine cannot draw a picture of `width` by `height` pixels,
+ * because the effect would then draw nothing and report no error. Only the first call in a process
+ * is expensive. The calling thread's current GL context is not changed.
  */
 void CheckDrawable(std::ptrdiff_t width, std::ptrdiff_t height);
 
-/// Why OpenGL draws nothing on this machine, as a clause. Costs as CheckDrawable does.
+/// Returns why OpenGL cannot be used on this machine, as a clause, or nothing. Costs the same as
+/// CheckDrawable.
 std::optional<std::string> OpenGLProblem();
 
-/// What OpenGL is drawn by, if that is the processor. Costs as CheckDrawable does.
+/// Returns the name of the software rasterizer that draws OpenGL, or nothing if a GPU does. Costs
+/// the same as CheckDrawable.
 std::optional<std::string> SoftwareRasteriser();
 
 } // namespace Kerovane::Host

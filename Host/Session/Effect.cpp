@@ -38,7 +38,8 @@ std::string ReturnMessage(const PF_OutData& outData) {
     return std::string(buffer.substr(0, buffer.find('\0')));
 }
 
-/// What there is to tell of a failed command, the most telling first.
+/// Returns why a command failed: the effect's own message, or else the last refusal of a callback
+/// with the error code.
 std::string Reason(const EffectSession& session, PF_Err error) {
     std::string message = ReturnMessage(session.outData());
     if (!message.empty()) {
@@ -54,7 +55,8 @@ void KeepHandles(const PF_OutData& outData, PF_InData& inData) {
     inData.frame_data = outData.frame_data;
 }
 
-/// Sends a command through `send` as hosts do, and throws if the effect failed at `doing` it.
+/// Calls `send`, which sends one command, after clearing the previous error message. Throws Error
+/// if the effect fails; `doing` names the activity in the error text.
 template <typename Send>
 void Run(EffectSession& session, std::string_view doing, Send send) {
     PF_OutData& outData = session.outData();
@@ -97,7 +99,7 @@ Effect::GlobalSetup::GlobalSetup(EffectSession& session) : mSession(session) {
 Effect::GlobalSetup::~GlobalSetup() {
     try {
         mSession.call(PF_Cmd_GLOBAL_SETDOWN);
-    } catch (...) { // NOLINT(bugprone-empty-catch): nobody is left to be told
+    } catch (...) { // NOLINT(bugprone-empty-catch): destructors have no one to report to
     }
 }
 

@@ -10,18 +10,18 @@
 
 namespace Kerovane::Host {
 
-/// What a frame has beside its pixels and parameter values.
+/// The time of a frame and the scale of its pixels.
 struct Frame {
     Time time;
-    A_long timeStep = 1;   ///< ticks of a frame
-    A_long downsample = 1; ///< the pixels are reduced so many times
+    A_long timeStep = 1;   ///< duration of a frame, in ticks
+    A_long downsample = 1; ///< the factor by which the pixels are already reduced
 };
 
 /**
- * An effect that is set up and renders: the module is loaded and set up by the constructor, set
- * down and unloaded by the destructor. One for a module in a process; the instances that a user
- * sees differ by the ParameterValues that they render with. Threads may share it: its operations
- * run one after another, as effects of this kind want it.
+ * An effect that is ready to render. The constructor loads the module and sets the effect up, the
+ * destructor shuts it down and unloads the module. At most one Effect for each module may exist in
+ * a process; instances of the effect differ only in the ParameterValues they render with.
+ * Thread-safe: operations are serialized, as the effect requires.
  *
  * Operations throw Error if the effect returns an error or asks to display one.
  */
@@ -29,17 +29,17 @@ class Effect {
 public:
     explicit Effect(const std::filesystem::path& module);
 
-    /// By index, the input layer first.
+    /// The parameters by index; the input layer is the first.
     const std::vector<Parameter>& parameters() const { return mSession.parameters(); }
 
-    /// As the effect packed it; AE_Effect.h has the macros that unpack it.
+    /// The effect's packed version; AE_Effect.h has macros to unpack it.
     A_u_long version() const { return mSession.outData().my_version; }
 
-    /// The effect's about text, its lines separated by '\n'.
+    /// Returns the effect's about text, with lines separated by '\n'.
     std::string about();
 
-    /// `output` has the depth and the size of `input`. If rendering fails it may be written in
-    /// part.
+    /// Renders `input` into `output`, which has the same depth and size. If rendering fails,
+    /// `output` may be partly written.
     void render(const Frame& frame, const ParameterValues& values, const PF_LayerDef& input,
                 PF_LayerDef& output);
     void render(const Frame& frame, const ParameterValues& values, const World& input,
@@ -48,7 +48,7 @@ public:
     }
 
 private:
-    /// From PF_Cmd_GLOBAL_SETUP to PF_Cmd_GLOBAL_SETDOWN.
+    /// Sends PF_Cmd_GLOBAL_SETUP when constructed and PF_Cmd_GLOBAL_SETDOWN when destroyed.
     class GlobalSetup {
     public:
         explicit GlobalSetup(EffectSession& session);

@@ -11,7 +11,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// The same file by a name with a slash, which the loader takes for that file and no other.
+/// Returns the absolute path, because the loader would search its library path for a name without a
+/// slash.
 std::filesystem::path Located(const std::filesystem::path& path) {
     std::error_code error;
     std::filesystem::path located = std::filesystem::absolute(path, error);

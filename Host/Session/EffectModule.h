@@ -7,11 +7,11 @@
 
 namespace Kerovane::Host {
 
-/** An effect's shared library, loaded for as long as the object lives. */
+/** An effect's shared library. It stays loaded while the object exists. */
 class EffectModule {
 public:
-    /// `path` is a file, never looked up on the loader's search path. Throws Error if it can't
-    /// be loaded or has no effect's entry.
+    /// Loads the file at `path`, without searching the loader's library path. Throws Error if it
+    /// cannot be loaded or does not export an effect's entry point.
     explicit EffectModule(const std::filesystem::path& path);
 
     PF_EffectEntry entry() const { return mEntry; }

@@ -4,13 +4,13 @@
 
 namespace Kerovane::Host {
 
-/// The modules of one effect, which declare the same and differ in how exactly they keep colour.
+/// Two builds of one effect, with the same declaration but different internal precision.
 struct EffectModules {
-    std::filesystem::path bits8;  ///< for frames of 8 bits, and to ask for the declaration
-    std::filesystem::path deeper; ///< for frames of 16 bits and of floats
+    std::filesystem::path bits8;  ///< for 8-bit frames and for reading the declaration
+    std::filesystem::path deeper; ///< for 16-bit and float frames
 };
 
-/// Tesselune.so at `plain` with TesseluneFloat.so beside it.
+/// Returns `plain` (Tesselune.so) and the TesseluneFloat.so in the same folder.
 EffectModules WithFloatModule(std::filesystem::path plain);
 
 } // namespace Kerovane::Host

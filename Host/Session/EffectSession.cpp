@@ -10,7 +10,7 @@
 
 namespace Kerovane::Host {
 
-/// What the effect reaches through PF_InData and what belongs to one session.
+/// The callbacks in PF_InData that need the session.
 struct EffectCallbacks {
     static PF_Err checkoutParam(PF_ProgPtr ref, PF_ParamIndex index, A_long ticks, A_long,
                                 A_u_long scale, PF_ParamDef* param);
@@ -25,7 +25,8 @@ private:
 
 namespace {
 
-/// In a record's `unused` while it is checked out. Effects may check in what they never got.
+/// Marks a checked-out record in its field `unused`, because effects may also check in records they
+/// never checked out.
 constexpr A_long kCheckedOut = 0x4b56;
 
 Parameter InputLayer() {
@@ -34,7 +35,7 @@ Parameter InputLayer() {
     return input;
 }
 
-/// No one asks this host to stop or watches its progress.
+/// This host never aborts a render and shows no progress within a frame.
 PF_Err Abort(PF_ProgPtr) {
     return PF_Err_NONE;
 }

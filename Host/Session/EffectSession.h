@@ -12,21 +12,21 @@
 
 namespace Kerovane::Host {
 
-/// What the effect has of the host's and has not given back.
+/// The number of resources that the effect holds and has not returned.
 struct LiveCounts {
     int suites = 0;        ///< references to suites, in the whole process
-    int handles = 0;       ///< of utilities and handle suite, in the whole process
-    int memoryHandles = 0; ///< of the memory suite, in the whole process
-    int checkouts = 0;     ///< parameters checked out of this session
-    int worlds = 0;        ///< made by the world suite, in the whole process
+    int handles = 0;       ///< handles of the utilities and the handle suite, in the whole process
+    int memoryHandles = 0; ///< handles of the memory suite, in the whole process
+    int checkouts = 0;     ///< parameters checked out in this session
+    int worlds = 0;        ///< worlds made by the world suite, in the whole process
 
     bool operator==(const LiveCounts&) const = default;
 };
 
 /**
- * The host's side of a loaded effect: the records that pass with every call, the callbacks behind
- * them, and the parameters that the effect adds. It sends any command and none by itself; Effect
- * sends them in the order of a life. One command at a time.
+ * The host's side of a loaded effect: the records passed with every call, the callbacks they
+ * contain, and the parameters that the effect adds. It sends only the commands it is told to;
+ * Effect sends them in the required order. Not thread-safe: one command at a time.
  */
 class EffectSession {
 public:
@@ -36,39 +36,39 @@ public:
     EffectSession& operator=(const EffectSession&) = delete;
 
     /**
-     * Sends one command and returns the effect's answer. Nothing in the records is changed before
-     * or after; only the parameter list starts anew with PF_Cmd_PARAMS_SETUP. What the effect
-     * throws passes through.
+     * Sends one command and returns the effect's result. The records are left as they are, except
+     * that PF_Cmd_PARAMS_SETUP first clears the parameter list. Exceptions from the effect
+     * propagate.
      */
     PF_Err call(PF_Cmd command, PF_ParamDef** params = nullptr, PF_LayerDef* output = nullptr);
 
-    /// Sends PF_Cmd_RENDER with the parameter list at inData()'s current time, the input layer
-    /// first.
+    /// Sends PF_Cmd_RENDER with all parameters, the input layer first, at inData()'s current time.
     PF_Err render(const PF_LayerDef& input, PF_LayerDef& output);
     PF_Err render(const World& input, World& output) {
         return render(input.layer(), output.layer());
     }
 
-    /// The records of the next call. Callbacks and the basic suite in them may be replaced.
+    /// The records for the next call. Callers may replace the callbacks and the basic suite in
+    /// them.
     PF_InData& inData() { return mInData; }
     PF_OutData& outData() { return mOutData; }
     const PF_OutData& outData() const { return mOutData; }
 
-    /// By index, the input layer first.
+    /// The parameters by index; the input layer is the first.
     const std::vector<Parameter>& parameters() const { return mParameters; }
 
-    /// What checkout_param answers with.
+    /// The values that checkout_param returns.
     ParameterValues& values() { return mValues; }
 
     LiveCounts liveCounts() const;
 
-    /// Why a callback last refused something of the effect, since the call began; else empty.
+    /// The reason why a callback last refused a request during the current call; empty if none did.
     const std::string& refusal() const { return mRefusal; }
 
 private:
     friend struct EffectCallbacks;
 
-    /// The parameter at `index` as checked out at a time; `index` is in range.
+    /// Returns the parameter at `index`, which must be in range, with its value at `time`.
     PF_ParamDef definitionAt(std::size_t index, Time time) const;
 
     EffectModule mModule;
@@ -77,7 +77,7 @@ private:
     PF_UtilCallbacks mUtilities;
     PF_InData mInData{};
     PF_OutData mOutData{};
-    PF_LayerDef mInput{}; ///< of the last render
+    PF_LayerDef mInput{}; ///< the input layer of the last render
     int mCheckouts = 0;
     std::string mRefusal;
 };

@@ -9,7 +9,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// The file that this code is linked into as the loader knows it. A program has no name there.
+/// Returns the path of the program or library that contains this code. The loader knows the main
+/// program by an empty name.
 std::filesystem::path LoadedFile() {
     Dl_info info{};
     void* entry = nullptr;
@@ -21,18 +22,19 @@ std::filesystem::path LoadedFile() {
 }
 
 std::filesystem::path OwnFile() {
-    std::error_code error; // leaves the path empty
+    std::error_code error; // on failure the path is empty
     return std::filesystem::canonical(LoadedFile(), error);
 }
 
-/// Found out as the file is loaded: a name relative to the working directory still holds then.
+/// Determined when the file is loaded, because the path may be relative to the working directory,
+/// which can change later.
 const std::filesystem::path kOwnFile = OwnFile();
 
 } // namespace
 
 std::filesystem::path InstalledFile(const std::filesystem::path& path) {
     if (kOwnFile.empty()) {
-        return {}; // and not a path relative to the working directory
+        return {}; // rather than a path relative to the working directory
     }
     return (kOwnFile.parent_path() / path).lexically_normal();
 }

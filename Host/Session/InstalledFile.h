@@ -5,9 +5,9 @@
 namespace Kerovane::Host {
 
 /**
- * The file or folder at `path` relative to the folder of the file that this code is linked into, a
- * program or a shared library, with links to that file followed. The working directory may change.
- * Empty if the system doesn't tell that file.
+ * Returns the normalized path of `path` relative to the folder of the program or shared library
+ * that contains this code, with symbolic links to that file resolved. Does not depend on the
+ * current working directory. Returns an empty path if the system does not tell where the file is.
  */
 std::filesystem::path InstalledFile(const std::filesystem::path& path);
 

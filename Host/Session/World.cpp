@@ -23,7 +23,8 @@ struct DepthTraits {
     A_long bytesPerChannel() const { return bytesPerPixel / 4; }
 };
 
-/// A layer's reserved0 points at its row here: that is how a host knows a world's depth.
+/// A record made by this host points with reserved0 at its row of this table, which tells the
+/// depth.
 constexpr std::array<DepthTraits, 3> kDepths{{
     {Depth::Bits8, PF_PixelFormat_ARGB32, sizeof(PF_Pixel8)},
     {Depth::Bits16, PF_PixelFormat_ARGB64, sizeof(PF_Pixel16)},
@@ -59,7 +60,8 @@ World::World(Depth depth, std::ptrdiff_t width, std::ptrdiff_t height)
 
 World::World(Depth depth, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t rowBytes)
     : mDepth(depth), mLayer(LayerOver(nullptr, depth, width, height, rowBytes)) {
-    // Zeroed by the system as pages are touched, so a large world costs nothing until it is used.
+    // calloc gets zeroed pages from the system when they are first touched, so an unused large
+    // world costs nothing.
     mMemory.reset(std::calloc(std::max<std::size_t>(static_cast<std::size_t>(height), 1),
                               std::max<std::size_t>(static_cast<std::size_t>(rowBytes), 1)));
     if (mMemory == nullptr) {

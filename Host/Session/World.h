@@ -14,7 +14,7 @@
 namespace Kerovane::Host {
 
 /// Calls `f` with a std::type_identity of the pixel type of `depth` (PF_Pixel8, PF_Pixel16 or
-/// PF_PixelFloat) and returns what it returns.
+/// PF_PixelFloat) and returns the call's result.
 template <typename F>
 auto withPixelType(Depth depth, F&& f) {
     switch (depth) {
@@ -28,20 +28,22 @@ auto withPixelType(Depth depth, F&& f) {
 }
 
 /**
- * A layer's pixels as effects see them: alpha, red, green, blue with straight alpha, the first row
- * on top, each row followed by padding. Owns its memory; movable, not copyable.
+ * A layer's pixels as effects see them: alpha, red, green, blue with straight alpha, top row first,
+ * with padding after each row. Owns its memory; movable, not copyable.
  */
 class World {
 public:
-    static constexpr A_long kMaxSide = 30000; ///< pixels
+    static constexpr A_long kMaxSide = 30000; ///< in pixels
 
     /**
-     * A transparent black world, each row padded to a multiple of 16 bytes and 16 bytes more.
-     * Throws Error if a side is negative or above kMaxSide, std::bad_alloc without memory.
+     * Creates a transparent black world. Rows are padded to a multiple of 16 bytes plus another 16
+     * bytes. Throws Error if a side is negative or above kMaxSide, std::bad_alloc if memory is
+     * exhausted.
      */
     World(Depth depth, std::ptrdiff_t width, std::ptrdiff_t height);
 
-    /// The same with `rowBytes` from row to row. Throws Error also if LayerOver refuses them.
+    /// Creates a transparent black world with `rowBytes` from row to row. Throws Error also if
+    /// LayerOver rejects `rowBytes`.
     World(Depth depth, std::ptrdiff_t width, std::ptrdiff_t height, std::ptrdiff_t rowBytes);
 
     Depth depth() const { return mDepth; }
@@ -49,8 +51,8 @@ public:
     A_long height() const { return mLayer.height; }
     A_long rowBytes() const { return mLayer.rowbytes; }
 
-    /// The record that stands for this world in calls to the effect. Copies of it stay valid while
-    /// the world lives and is not moved from.
+    /// The record that represents this world in calls to the effect. Copies of it are valid until
+    /// the world is destroyed or moved from.
     PF_LayerDef& layer() { return mLayer; }
     const PF_LayerDef& layer() const { return mLayer; }
 
@@ -58,7 +60,8 @@ public:
     std::span<std::byte> bytes();
     std::span<const std::byte> bytes() const;
 
-    /// The pixels of row `y`. `Pixel` is PF_Pixel8, PF_Pixel16 or PF_PixelFloat, as depth() says.
+    /// Returns the pixels of row `y`. `Pixel` must match depth(): PF_Pixel8, PF_Pixel16 or
+    /// PF_PixelFloat.
     template <typename Pixel>
     std::span<Pixel> row(A_long y);
     template <typename Pixel>
@@ -78,24 +81,24 @@ private:
 World CopyOf(const World& world);
 
 /**
- * The record that stands for pixels in anybody's memory in calls to the effect: rows of `width`
- * pixels of `depth`, laid out as a World's, `rowBytes` apart. Throws Error if a side is negative or
- * above World::kMaxSide, or if `rowBytes` is too small for a row or no multiple of a channel's
- * size.
+ * Returns the record that represents pixels owned by the caller in calls to the effect: rows of
+ * `width` pixels of `depth`, in a World's channel order, `rowBytes` apart. Throws Error if a side
+ * is negative or above World::kMaxSide, or if `rowBytes` is too small for a row or not a multiple
+ * of a channel's size.
  */
 PF_LayerDef LayerOver(void* pixels, Depth depth, std::ptrdiff_t width, std::ptrdiff_t height,
                       std::ptrdiff_t rowBytes);
 
-/// Bytes of a pixel: 4, 8 or 16.
+/// Returns the bytes per pixel: 4, 8 or 16.
 A_long BytesPerPixel(Depth depth);
 
 PF_PixelFormat PixelFormatOf(Depth depth);
 
-/// Nothing if `format` is none of the three.
+/// Returns nothing if `format` is none of the three depths.
 std::optional<Depth> DepthOf(PF_PixelFormat format);
 
-/// The depth of a layer from its record or a copy of it; nothing if neither a World nor LayerOver
-/// made it.
+/// Returns the depth of a layer whose record was made by World or LayerOver, also of a copy of the
+/// record. Returns nothing for other layers.
 std::optional<Depth> DepthOf(const PF_LayerDef& layer);
 
 template <typename Pixel>

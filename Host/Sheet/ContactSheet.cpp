@@ -22,15 +22,15 @@ using OIIO::ROI;
 using OIIO::TypeDesc;
 namespace Algo = OIIO::ImageBufAlgo;
 
-constexpr int kMargin = 16;       ///< around the page and between its columns and rows, in pixels
-constexpr int kAboveLabel = 8;    ///< between a picture and its label
-constexpr int kCheckerSquare = 8; ///< a side
+constexpr int kMargin = 16;       ///< around the page and between columns and rows, in pixels
+constexpr int kAboveLabel = 8;    ///< between a picture and its label, in pixels
+constexpr int kCheckerSquare = 8; ///< side of a square, in pixels
 constexpr int kChannels = 4;
 constexpr std::array<float, kChannels> kPaper{0.12F, 0.12F, 0.12F, 1};
 constexpr std::array<float, kChannels> kDarkSquare{0.20F, 0.20F, 0.20F, 1};
 constexpr std::array<float, kChannels> kLightSquare{0.26F, 0.26F, 0.26F, 1};
 
-/// The number of the cells in the longest row.
+/// Returns the number of cells in the longest row.
 std::size_t Columns(const std::vector<std::vector<Label>>& rows) {
     std::size_t columns = 0;
     for (const std::vector<Label>& row : rows) {
@@ -59,10 +59,10 @@ int LabelHeight(const std::vector<Label>& row) {
     return kAboveLabel + static_cast<int>(lines) * Font::kLineHeight;
 }
 
-/// `side` as a side of the page, or an Error.
+/// Throws Error if a side of the page is too long.
 int PageSide(std::int64_t side) {
     if (side > World::kMaxSide) {
-        throw Error(fmt::format("the sheet would be {} pixels wide or high, beyond {}", side,
+        throw Error(fmt::format("the sheet would be {} pixels wide or high, more than {}", side,
                                 World::kMaxSide));
     }
     return static_cast<int>(side);
@@ -103,12 +103,12 @@ void FillWorld(const float* rgba, World& world) {
     }
 }
 
-/// `world` with premultiplied alpha, shrunk to the given size.
+/// Returns `world` scaled down to the given size, with premultiplied alpha.
 ImageBuf Thumbnail(const World& world, const ROI& size) {
     std::vector<float> pixels = StraightPixels(world);
     ImageBuf picture(FloatSpec(world.width(), world.height()), pixels.data());
     Algo::premult(picture, picture);
-    // A filter without negative weights: cells keep their colours up to their borders.
+    // A filter without negative weights keeps cells in their own colours up to their borders.
     return Algo::resize(picture, "triangle", 0, size);
 }
 

@@ -11,24 +11,25 @@
 
 namespace Kerovane::Host {
 
-/// The text under a picture, line by line.
+/// The lines of text under a picture.
 using Label = std::vector<std::string>;
 
-/** A page of labelled pictures in rows, drawn one by one. Transparent places show a checkerboard.
+/**
+ * A page of labelled pictures in rows. Pictures are drawn one by one; a checkerboard shows through
+ * transparent pixels.
  */
 class ContactSheet {
 public:
     /**
-     * An empty page with room for a picture over each label; all pictures will have the given size
-     * in pixels. Throws Error if the page would be larger than a world can be or its font is
-     * missing.
+     * Creates a page with an empty place above each label. All pictures have the given size in
+     * pixels. Throws Error if the page exceeds World's limits or the font is missing.
      */
     ContactSheet(std::vector<std::vector<Label>> labels, int pictureWidth, int pictureHeight);
 
-    /// Draws `picture`, reduced to its place, and the label under it.
+    /// Draws `picture`, scaled down to its place, and its label.
     void place(std::size_t row, std::size_t column, const World& picture);
 
-    /// The page, opaque.
+    /// Returns the page, which is opaque.
     World world(Depth depth) const;
 
 private:
@@ -36,10 +37,10 @@ private:
     std::vector<std::vector<Label>> mLabels;
     int mPictureWidth;
     int mPictureHeight;
-    int mColumnWidth; ///< from the left of a column to that of the next
+    int mColumnWidth; ///< distance from one column's left edge to the next
     std::vector<int> mRowTops;
     std::vector<float> mPixels; ///< red, green, blue, alpha
-    OIIO::ImageBuf mPage;       ///< wraps the pixels
+    OIIO::ImageBuf mPage;       ///< a view of mPixels
 };
 
 } // namespace Kerovane::Host

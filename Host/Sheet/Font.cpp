@@ -15,7 +15,7 @@ namespace {
 
 namespace Algo = OIIO::ImageBufAlgo;
 
-constexpr int kSize = 17;     ///< of the font, in pixels
+constexpr int kSize = 17;     ///< font size in pixels
 constexpr int kBaseline = 17; ///< below the top of a line, which leaves room for descenders
 
 } // namespace
@@ -28,7 +28,7 @@ Font::Font(std::string file) : mFile(std::move(file)) {
 }
 
 int Font::widthOf(std::string_view text) const {
-    // Nothing drawn, as by an empty text, makes an inverted region.
+    // An empty text gives an inverted region.
     return std::max(0, Algo::text_size(std::string(text), kSize, mFile).xend);
 }
 

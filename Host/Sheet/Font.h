@@ -7,20 +7,20 @@
 
 namespace Kerovane::Host {
 
-/** The letters of sheets, DejaVu Sans of one size. Texts are UTF-8. */
+/** The font of sheets: DejaVu Sans in one size. Texts are UTF-8. */
 class Font {
 public:
-    /// Throws Error if there is no font in `file`; without an argument, in Debian's.
+    /// Throws Error if `file` is not a font. The default is where Debian installs it.
     explicit Font(std::string file = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
 
-    /// From the top of one line of text to the top of the next, in pixels.
+    /// The distance from one line's top to the next, in pixels.
     static constexpr int kLineHeight = 24;
 
-    /// The width that draw needs for a line of `text`, in pixels.
+    /// Returns the width in pixels that draw() needs for a line of `text`.
     int widthOf(std::string_view text) const;
 
-    /// Draws a line of text over `canvas`, which has four channels, in a light grey; `x` and `y`
-    /// are its left and upper border.
+    /// Draws a line of text in light grey on a four-channel canvas; `x` and `y` are the line's left
+    /// and top edges.
     void draw(OIIO::ImageBuf& canvas, int x, int y, std::string_view text) const;
 
 private:

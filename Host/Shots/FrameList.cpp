@@ -92,8 +92,7 @@ Chunk ParseChunk(std::string_view text) {
     const std::optional<A_long> number = ParseWhole(terms.front());
     const std::optional<A_long> count = ParseWhole(terms.back());
     if (terms.size() != 2 || !number || !count || *number < 1 || *number > *count) {
-        throw Error(
-            fmt::format("takes a part of all, from 1/10 to 10/10 for example, not '{}'", text));
+        throw Error(fmt::format("takes PART/PARTS, such as 1/10 to 10/10, not '{}'", text));
     }
     return {.number = *number, .count = *count};
 }

@@ -9,22 +9,23 @@
 
 namespace Kerovane::Host {
 
-/// Frame numbers, growing, each once.
+/// Frame numbers in ascending order, without duplicates.
 using FrameList = std::vector<A_long>;
 
 /**
- * Reads "1001-1100", "1001-1100x2" (every second), "1,5,9" and any such, separated by commas, in
- * any order. Throws Error for other text, or if it names more than a million frames.
+ * Reads ranges such as "1001-1100", "1001-1100x2" (every second frame) and "1,5,9", separated by
+ * commas, in any order. Throws Error for other text, or if it names more than a million frames.
  */
 FrameList ParseFrames(std::string_view text);
 
-/// All from `first` to `last`. Throws Error as ParseFrames does.
+/// Returns all frames from `first` to `last`. Throws Error if they are more than a million.
 FrameList FramesBetween(A_long first, A_long last);
 
-/// "1001-1003, 1007": short for people, in a form that ParseFrames reads without its blanks.
+/// Formats frames compactly for people: "1001-1003, 1007". ParseFrames reads the text if its spaces
+/// are removed.
 std::string FormatFrames(std::span<const A_long> frames);
 
-/// The `number`th of `count` parts, counted from 1.
+/// Part `number` of `count`, counted from 1.
 struct Chunk {
     A_long number = 1;
     A_long count = 1;
@@ -34,8 +35,8 @@ struct Chunk {
 Chunk ParseChunk(std::string_view text);
 
 /**
- * A chunk's frames: neighbours, as many in each chunk as in every other or one more. All chunks
- * together are all frames, each in one of them.
+ * Returns the consecutive frames of a chunk. Each frame belongs to exactly one chunk, and the
+ * chunks' sizes differ by at most one.
  */
 FrameList FramesOf(Chunk chunk, const FrameList& frames);
 

@@ -8,10 +8,10 @@
 
 namespace Kerovane::Host {
 
-/** A frame that is ready to be put where it goes. */
+/** A rendered frame, ready to be put into a FrameSink. */
 class PackedFrame {
 public:
-    /// Sides in pixels.
+    /// `width` and `height` are in pixels.
     PackedFrame(A_long width, A_long height) : mWidth(width), mHeight(height) {}
     virtual ~PackedFrame() = default;
     PackedFrame(const PackedFrame&) = delete;
@@ -25,7 +25,7 @@ private:
     A_long mHeight;
 };
 
-/** Where frames go: files or a movie. */
+/** A destination of frames: files or a movie. */
 class FrameSink {
 public:
     FrameSink() = default;
@@ -33,20 +33,21 @@ public:
     FrameSink(const FrameSink&) = delete;
     FrameSink& operator=(const FrameSink&) = delete;
 
-    /// Whether the frame is there already and stays. Adds to `remarks` what a user has to know of
-    /// that, a line each. Several frames are asked for at a time.
+    /// Returns whether the frame exists already and is to be kept. Adds remarks for the user to
+    /// `remarks`, one line each. Called for several frames concurrently.
     virtual bool has(const ShotFrame& frame, std::vector<std::string>& remarks) const = 0;
 
-    /// Draws the frame itself if it can do that better than by way of a picture; null if it can't.
-    /// Several frames are asked for at a time. Throws Error if this frame fails.
+    /// Renders the frame without making a Picture, if the sink has a faster way. Returns null if it
+    /// has none. Called for several frames concurrently. Throws Error if this frame fails.
     virtual std::unique_ptr<PackedFrame> draw(SourceFrame&) { return nullptr; }
 
-    /// Does with a picture what can be done for several frames at a time. Adds to
-    /// its losses what can't be put. Throws Error if this frame fails. The result may be null.
+    /// Prepares a rendered picture for put(), for example converts or writes it. Called for several
+    /// frames concurrently. Adds what cannot be stored to `picture.losses`. Throws Error if this
+    /// frame fails. May return null.
     virtual std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, Picture& picture) = 0;
 
-    /// Called for each frame that began, in their order; `packed` is null too if the frame failed.
-    /// Throws Error if no further frame can be put.
+    /// Called for every frame that began, in order, until the source or the sink fails. `packed` is
+    /// also null if the frame failed. Throws Error if no further frame can be stored.
     virtual void put(SourceFrame& frame, std::unique_ptr<PackedFrame> packed) = 0;
 };
 

@@ -8,7 +8,7 @@
 
 namespace Kerovane::Host {
 
-/** A frame that a source has begun. */
+/** A frame of a source, whose pixels can be read. */
 class SourceFrame {
 public:
     explicit SourceFrame(ShotFrame frame) : mFrame(std::move(frame)) {}
@@ -16,17 +16,18 @@ public:
     SourceFrame(const SourceFrame&) = delete;
     SourceFrame& operator=(const SourceFrame&) = delete;
 
-    /// Which it is, for those who are told of it.
+    /// The frame's number and files, for reports.
     const ShotFrame& shotFrame() const { return mFrame; }
 
-    /// The frame's pixels. Several frames are read at a time. Throws Error if it fails.
+    /// Reads the frame's pixels. Called for several frames concurrently. Throws Error if this frame
+    /// fails.
     virtual Picture read(const ReadSetting& setting) = 0;
 
 private:
     ShotFrame mFrame;
 };
 
-/** Where frames come from: files or a movie. */
+/** An origin of frames: files or a movie. */
 class FrameSource {
 public:
     FrameSource() = default;
@@ -34,8 +35,8 @@ public:
     FrameSource(const FrameSource&) = delete;
     FrameSource& operator=(const FrameSource&) = delete;
 
-    /// Begins the next frame; null after the last. One call at a time. Throws Error if no further
-    /// frame can be had.
+    /// Begins the next frame, or returns null after the last. Must not be called concurrently.
+    /// Throws Error if no further frame can be read.
     virtual std::unique_ptr<SourceFrame> next() = 0;
 };
 

@@ -7,9 +7,9 @@
 namespace Kerovane::Host {
 
 /**
- * While it lives, the first Ctrl-C (SIGINT), SIGTERM or SIGHUP only makes requested() true, and the
- * next one ends the process as usual. A signal that the process was started to ignore stays
- * ignored. One at a time in a process.
+ * Turns the first SIGINT (Ctrl-C), SIGTERM and SIGHUP into requested() while it exists; a second
+ * one of the same kind ends the process as usual. Signals that the process inherited as ignored
+ * stay ignored. At most one may exist in a process.
  */
 class Interruption {
 public:

@@ -30,7 +30,7 @@ std::unique_ptr<SourceFrame> PictureSource::next() {
 }
 
 bool PictureSink::has(const ShotFrame& frame, std::vector<std::string>& remarks) const {
-    std::error_code error; // counts as not there
+    std::error_code error; // counts as absent
     if (mSetting.keepExisting && std::filesystem::exists(frame.output, error)) {
         return true;
     }

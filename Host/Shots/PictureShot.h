@@ -12,15 +12,15 @@
 
 namespace Kerovane::Host {
 
-/** The pictures of a shot, a file each. */
+/** A shot's pictures, one file each. */
 class PictureSource : public FrameSource {
 public:
-    /// `frames` outlive the source.
+    /// `frames` must outlive the source.
     explicit PictureSource(std::span<const ShotFrame> frames) : mFrames(frames) {}
 
     std::unique_ptr<SourceFrame> next() override;
 
-    /// Whether there are frames that were not begun.
+    /// Returns whether there are frames left to begin.
     bool hasMore() const { return mNext < mFrames.size(); }
 
 private:
@@ -29,12 +29,12 @@ private:
 };
 
 struct PictureSinkSetting {
-    bool resume = false;       ///< keep the outputs that are whole and made with the same settings
-    bool keepExisting = false; ///< keep the outputs that are there, whatever they are
-    PictureSettings files{};   ///< how outputs are written
+    bool resume = false;       ///< keep complete outputs made with the same settings
+    bool keepExisting = false; ///< keep all existing outputs, without reading them
+    PictureSettings files{};   ///< how output files are written
 };
 
-/** Writes each frame to a file of its own, whole or not at all. */
+/** Writes each frame to a file of its own. A file is written completely or not at all. */
 class PictureSink : public FrameSink {
 public:
     explicit PictureSink(PictureSinkSetting setting) : mSetting(std::move(setting)) {}

@@ -12,7 +12,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Where a name has a number, and how long it is.
+/// The position of the placeholder in a name.
 struct Place {
     std::size_t start = 0;
     std::size_t length = 0;
@@ -23,7 +23,7 @@ bool IsDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
-/// The run of # and @ at `start`.
+/// Returns the run of # and @ at `start`.
 std::optional<Place> MarksAt(std::string_view name, std::size_t start) {
     constexpr int kDigitsOfOneHash = 4;
     const std::string_view text = name.substr(start);
@@ -38,7 +38,7 @@ std::optional<Place> MarksAt(std::string_view name, std::size_t start) {
                  .digits = others + (hashes == 1 ? kDigitsOfOneHash : hashes)};
 }
 
-/// The $F or $F4 at `start`.
+/// Returns the $F or $F4 at `start`.
 std::optional<Place> VariableAt(std::string_view name, std::size_t start) {
     constexpr std::string_view kName = "$F";
     const std::string_view text = name.substr(start);
@@ -51,7 +51,7 @@ std::optional<Place> VariableAt(std::string_view name, std::size_t start) {
                  .digits = hasDigits ? text[kName.size()] - '0' : 1};
 }
 
-/// The %d, %04d or the like at `start`.
+/// Returns the %d or %04d at `start`.
 std::optional<Place> ConversionAt(std::string_view name, std::size_t start) {
     const std::string_view text = name.substr(start);
     if (!text.starts_with('%')) {

@@ -10,22 +10,22 @@
 namespace Kerovane::Host {
 
 /**
- * The name of a numbered file with a place for the number: one '#' for four digits, several for one
- * each ("shot.#.png", "shot.######.png"), '@' for one, "%04d" and "%d", or "$F4" and "$F". A number
- * with more digits takes the room that it needs.
+ * A file name with a placeholder for the frame number: '#' alone means four digits, several '#' one
+ * digit each ("shot.#.png", "shot.######.png"), each '@' one digit; "%04d", "%d", "$F4" and "$F"
+ * are understood too. Longer numbers take more digits.
  */
 class SequencePattern {
 public:
-    /// Nothing if the file's name has no such place. Throws Error if it has several.
+    /// Returns nothing if the file name has no placeholder. Throws Error if it has several.
     static std::optional<SequencePattern> parse(const std::filesystem::path& pattern);
 
     std::filesystem::path pathOf(A_long frame) const;
 
-    /// The frames whose files there are. Throws Error if the folder can't be read.
+    /// Returns the frames whose files exist. Throws Error if the folder cannot be read.
     FrameList framesOnDisk() const;
 
 private:
-    /// The frame whose file has that name.
+    /// Returns the frame number in a file name that matches the pattern.
     std::optional<A_long> frameOf(std::string_view fileName) const;
 
     std::string nameOf(A_long frame) const;
@@ -33,7 +33,7 @@ private:
     std::filesystem::path mFolder; ///< may be empty
     std::string mBefore;
     std::string mBehind;
-    int mDigits = 0; ///< at least so many, with zeros in front
+    int mDigits = 0; ///< least number of digits, padded with zeros
 };
 
 } // namespace Kerovane::Host

@@ -15,12 +15,12 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// A name with a place for a number may all the same be that of a picture: "photo@2x.png".
+/// An existing file's name may look like a pattern: "photo@2x.png".
 std::optional<SequencePattern> InputPattern(const std::filesystem::path& input) {
     return std::filesystem::exists(input) ? std::nullopt : SequencePattern::parse(input);
 }
 
-/// The pictures that a shot is made of.
+/// The input pictures of a shot.
 class ShotInput {
 public:
     explicit ShotInput(const std::filesystem::path& input)
@@ -78,7 +78,8 @@ private:
     std::optional<SequencePattern> mPattern;
 };
 
-/// What a file is known by, whatever names it has; nothing if it isn't there.
+/// Returns device and inode, which identify a file under all its names, or nothing if the file does
+/// not exist.
 std::optional<std::pair<dev_t, ino_t>> NumberOf(const std::filesystem::path& file) {
     struct stat status {};
     return stat(file.c_str(), &status) == 0 ? std::optional(std::pair(status.st_dev, status.st_ino))

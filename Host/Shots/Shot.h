@@ -14,40 +14,39 @@ struct ShotFrame {
     std::filesystem::path output;
 };
 
-/// What becomes of frames that have no input file.
+/// What to do with frames that have no input file.
 enum class MissingFrames {
-    Error, ///< the shot isn't begun
-    Skip,  ///< they are left out
-    Hold   ///< they take the picture of the nearest earlier frame, else of the first there is
+    Error, ///< refuse to render the shot
+    Skip,  ///< leave those frames out
+    Hold   ///< use the nearest earlier frame's picture, or the first one's if there is none earlier
 };
 
 struct ShotRequest {
-    std::filesystem::path input;     ///< a sequence, or one picture for all frames
-    std::filesystem::path output;    ///< a sequence, or one picture if there is one frame
-    std::optional<FrameList> frames; ///< else from the first to the last on disk
+    std::filesystem::path input;     ///< a sequence, or one picture that serves all frames
+    std::filesystem::path output;    ///< a sequence, or one picture for a single frame
+    std::optional<FrameList> frames; ///< default: from the first to the last on disk
     MissingFrames missing = MissingFrames::Error;
     Chunk chunk;
-    bool toOneFile = false; ///< whether `output` is a movie, which takes all frames
+    bool toOneFile = false; ///< whether `output` is a movie, which holds all frames
 };
 
-/** Which pictures are to be made of which. */
+/** The input and output files of a shot's frames. */
 struct Shot {
-    std::vector<ShotFrame> frames; ///< in the order of their numbers
-    FrameList missing;             ///< those of the chunk without an input file
+    std::vector<ShotFrame> frames; ///< in ascending order of their numbers
+    FrameList missing;             ///< frames of the chunk without an input file
 };
 
-/// Whether the request is for a sequence: `input` names one rather than a file that there is, or
-/// frames are given.
+/// Returns whether the request is for a sequence: frames are given, or `input` has a placeholder
+/// and is not an existing file.
 bool AsksForShot(const ShotRequest& request);
 
-/// Throws Error if a frame's output is the file of any frame's input, by whatever name: a frame
-/// that is read later would meet what was rendered.
+/// Throws Error if a frame's output is the same file as any frame's input, even under another name:
+/// a frame rendered later would read the rendered picture.
 void CheckNotInPlace(const std::vector<ShotFrame>& frames);
 
 /**
- * Looks up what there is on disk. What a frame is made of depends on the sequence alone, not on the
- * chunk or on the other frames asked for. Throws Error if the request can't be carried out as a
- * whole.
+ * Finds the input files on disk. Each frame's input depends on the sequence alone, not on the chunk
+ * or the other frames requested. Throws Error if the request as a whole cannot be fulfilled.
  */
 Shot PlanShot(const ShotRequest& request);
 

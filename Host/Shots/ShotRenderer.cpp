@@ -18,15 +18,16 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Lets the frames of a shot pass one at a time, in their order. Each has to pass once.
+/// Lets frames pass one at a time, in ascending order of their index. Every frame must pass once,
+/// or the later ones wait forever.
 class Turnstile {
 public:
-    /// Waits for the frames before, then does `work`, which may throw.
+    /// Waits for the earlier frames, then runs `work`, which may throw.
     template <typename Work>
     void pass(std::size_t index, const Work& work) {
         std::unique_lock lock(mMutex);
         mMoved.wait(lock, [&] { return mNext == index; });
-        ++mNext; // the lock keeps the next frame back until the work is done
+        ++mNext; // the lock keeps the next frame waiting until the work is done
         mMoved.notify_all();
         work();
     }
@@ -37,7 +38,7 @@ private:
     std::size_t mNext = 0;
 };
 
-/// Adds to `seconds` the time that it lived.
+/// Adds its own lifetime to `seconds`.
 class Stopwatch {
 public:
     explicit Stopwatch(double& seconds) : mSeconds(seconds) {}
@@ -52,17 +53,18 @@ private:
     Clock::time_point mStart = Clock::now();
 };
 
-/// A frame on its way.
+/// A frame on its way through the stages.
 struct FrameJob {
-    std::size_t index = 0; ///< among those that began
+    std::size_t index = 0; ///< among the frames that began
     std::unique_ptr<SourceFrame> source{};
-    std::optional<Picture> picture{}; ///< as it was read, then as it is drawn
+    std::optional<Picture> picture{}; ///< first as read, then as rendered
     std::unique_ptr<PackedFrame> packed{};
     FrameReport report{};
-    bool hasEnded = false; ///< the stages that are left have nothing to do
+    bool hasEnded = false; ///< skips the remaining stages
 };
 
-/// Frees the pixels at once, as the report may have to wait for those of earlier frames.
+/// Ends the frame. Frees its pixels at once, because its report may have
+/// to wait for earlier frames.
 void End(FrameJob& job, FrameEnding ending, std::string reason = "") {
     job.picture.reset();
     job.report.ending = ending;
@@ -77,7 +79,7 @@ void Look(FrameJob& job, const FrameSink& sink) {
     }
 }
 
-/// Leaves the job as it is if the sink can't draw the frame.
+/// Leaves the job unchanged if the sink cannot draw frames itself.
 void Draw(FrameJob& job, FrameSink& sink) {
     const Stopwatch stopwatch(job.report.seconds.render);
     job.packed = sink.draw(*job.source);
@@ -95,7 +97,7 @@ void Read(FrameJob& job, const ShotSetting& setting) {
     job.report.height = world.height();
 }
 
-/// Draws a layer of the frame in the place of the one that was read.
+/// Replaces a layer that was read by the rendered one.
 void Render(FrameJob& job, World& world, const ShotDrawing& drawing) {
     World output(world.depth(), world.width(), world.height());
     job.report.nonFinitePixels +=
@@ -130,8 +132,8 @@ void Put(FrameJob& job, FrameSink& sink) {
     sink.put(*job.source, std::move(job.packed));
 }
 
-/// Runs a stage of a frame that hasn't ended. What the stage throws fails the frame; nothing leaves
-/// here, as later frames would wait for this one for ever.
+/// Runs a stage unless the frame has ended. An exception fails this frame but does not propagate,
+/// because later frames would then wait forever for this one.
 template <typename Stage>
 void Run(FrameJob& job, const Stage& stage) noexcept {
     if (job.hasEnded) {
@@ -146,8 +148,9 @@ void Run(FrameJob& job, const Stage& stage) noexcept {
     }
 }
 
-/// Runs `work` on as many threads as asked for, or as the system gives. Throws Error if it gives
-/// none: this thread doesn't step in, as a driver that got too few of its own hangs while it draws.
+/// Runs `work` on `count` threads, or on as many as the system can start. Throws Error if it can
+/// start none. The calling thread does not step in: a GL driver that cannot start its own threads
+/// hangs while drawing.
 template <typename Work>
 std::vector<std::future<void>> StartThreads(std::size_t count, const Work& work) {
     std::vector<std::future<void>> threads;
@@ -163,7 +166,7 @@ std::vector<std::future<void>> StartThreads(std::size_t count, const Work& work)
     return threads;
 }
 
-/// The way of frames from a source to a sink.
+/// The rendering of a source's frames into a sink.
 class FrameRun {
 public:
     FrameRun(FrameSource& source, FrameSink& sink, const ShotSetting& setting,
@@ -175,15 +178,15 @@ public:
           mEnded(ended),
           mStop(stop) {}
 
-    /// On each of several threads. A frame that was taken goes all the way, so that none waits for
-    /// one that never comes.
+    /// Run by several threads. A frame that began passes every stage, even if it failed, because
+    /// later frames wait for it.
     void renderFrames() {
         while (std::optional<FrameJob> job = begin()) {
             renderFrame(*job);
         }
     }
 
-    /// Throws what kept the source or the sink from going on.
+    /// Rethrows the exception that stopped the source or the sink.
     void check() const {
         if (mFailure) {
             std::rethrow_exception(mFailure);

@@ -17,7 +17,7 @@
 
 namespace Kerovane::Host {
 
-/// Spent in each stage, without waiting for the others.
+/// Time spent in each stage, without waiting for other frames.
 struct StageSeconds {
     double read = 0;
     double render = 0;
@@ -26,29 +26,29 @@ struct StageSeconds {
 
 enum class FrameEnding {
     Rendered,
-    Kept, ///< its file was there and whole
+    Kept, ///< its output was there already
     Failed
 };
 
 struct FrameReport {
     FrameEnding ending = FrameEnding::Failed;
-    std::string reason; ///< of a failure, one line
+    std::string reason; ///< why it failed, one line
     StageSeconds seconds;
-    A_long width = 0; ///< pixels; 0 if the input can't be read
+    A_long width = 0; ///< in pixels; 0 if the input cannot be read
     A_long height = 0;
-    std::size_t nonFinitePixels = 0; ///< of the input, whose NaN and infinities counted as 0
+    std::size_t nonFinitePixels = 0; ///< input pixels with NaN or infinity, taken as 0
     std::vector<std::string>
-        remarks; ///< such as what of the input isn't in the output, a line each
+        remarks; ///< for the user, such as what the output lacks, one line each
 };
 
 struct ShotSetting {
     std::size_t framesInFlight = 1; ///< each on a thread of its own
     ReadSetting reading;
-    std::optional<ColourConversion> conversion; ///< of what was rendered
-    PictureSinkSetting pictures;                ///< of a shot of pictures
+    std::optional<ColourConversion> conversion; ///< applied to the rendered picture
+    PictureSinkSetting pictures;                ///< used by RenderShot only
 };
 
-/// What the frames are drawn with.
+/// How to draw the frames.
 struct ShotDrawing {
     FrameRenderer& renderer;
     Renderer with = Renderer::OpenGL;
@@ -57,21 +57,20 @@ struct ShotDrawing {
     A_long downsample = 1;
 };
 
-/// Called once for each frame that began, as it ends; from any thread, one call at a time, in the
-/// order of the frames.
+/// Called as each frame ends, in the order of the frames: from any thread, but never concurrently.
+/// Not called for frames that end after the source or the sink failed.
 using FrameEnded = std::function<void(const ShotFrame&, const FrameReport&)>;
 
 /**
- * Renders frames from a source to a sink, several at a time. A frame that fails does not keep the
- * others from going on. Once `stop` is true no further frame begins. Throws Error if the source or
- * the sink can't go on.
+ * Renders frames from a source to a sink, several at a time. A failed frame does not stop the
+ * others. No new frame begins once `stop` is true. Throws Error if the source or the sink fails.
  */
 void RenderFrames(FrameSource& source, FrameSink& sink, const ShotSetting& setting,
                   const ShotDrawing& drawing, const FrameEnded& ended,
                   const std::atomic<bool>& stop);
 
-/// Renders each frame of a shot of pictures. No file comes to stand half written; a frame that
-/// fails leaves its target as it was.
+/// Renders a shot of picture files. Output files are never left partly written; a failed frame
+/// leaves its output file unchanged.
 void RenderShot(const std::vector<ShotFrame>& frames, const ShotSetting& setting,
                 const ShotDrawing& drawing, const FrameEnded& ended, const std::atomic<bool>& stop);
 

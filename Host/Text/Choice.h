@@ -9,10 +9,10 @@
 
 namespace Kerovane::Host {
 
-/// The place of `text` among `names`. Throws NoneOf(names, text) if it is none of them.
+/// Returns the index of `text` in `names`. Throws NoneOf(names, text) if it is not there.
 std::size_t PlaceAmong(std::span<const std::string> names, std::string_view text);
 
-/// "takes a, b or c, not 'd'", and the nearest of `names` if one is near.
+/// Returns the Error "takes a, b or c, not 'd'", with a suggestion if a name is similar.
 Error NoneOf(std::span<const std::string> names, std::string_view text);
 
 } // namespace Kerovane::Host

@@ -5,13 +5,14 @@
 
 namespace Kerovane::Host {
 
-/// `text` with each control character, line ends among them, made a blank.
+/// Returns `text` with each control character, line breaks included, replaced by a space.
 std::string OneLine(std::string text);
 
 /**
- * A failure that the user is told of. what() is one line, a sentence without its full stop. That of
- * a function that reads a value's text begins with a verb, "takes square or triangle, not
- * 'circle'": the caller puts the option's or parameter's name in front.
+ * A failure that is reported to the user. what() is one line: a sentence without a full stop.
+ *
+ * A function that parses a value throws an Error whose text begins with a verb, "takes square or
+ * triangle, not 'circle'": the caller puts the name of the option or parameter in front.
  */
 class Error : public std::runtime_error {
 public:

@@ -13,8 +13,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// The least number of letters put in, left out, replaced or swapped with the next that make one
-/// word of the other.
+/// Returns the Damerau-Levenshtein distance.
 std::size_t EditDistance(std::string_view from, std::string_view to) {
     std::vector<std::size_t> beforeLast(to.size() + 1);
     std::vector<std::size_t> last(to.size() + 1);

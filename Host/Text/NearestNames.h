@@ -7,8 +7,8 @@
 namespace Kerovane::Host {
 
 /**
- * "; did you mean size or size-level?": those of `names` that someone who typed `word` may have
- * meant, the nearest first, at most three. Empty if none is near.
+ * Returns "; did you mean size or size-level?" with those of `names` that come nearest to a
+ * mistyped `word`: at most three, the nearest first. Returns an empty text if none is near.
  */
 std::string Suggestion(std::string_view word, std::span<const std::string> names);
 

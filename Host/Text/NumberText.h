@@ -7,10 +7,11 @@
 
 namespace Kerovane::Host {
 
-/// The finite number that all of `text` is, with a point for the decimals in every locale.
+/// Returns the finite number that `text` consists of, or nothing. The decimal separator is a point
+/// in every locale.
 std::optional<double> ParseNumber(std::string_view text);
 
-/// The whole number that all of `text` is.
+/// Returns the integer that `text` consists of, or nothing.
 std::optional<A_long> ParseWhole(std::string_view text);
 
 } // namespace Kerovane::Host

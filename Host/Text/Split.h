@@ -5,7 +5,8 @@
 
 namespace Kerovane::Host {
 
-/// The parts of `text` between separators, empty ones included: at least one. Views into `text`.
+/// Returns the parts of `text` between separators, empty ones included, so at least one. They are
+/// views into `text`.
 std::vector<std::string_view> Split(std::string_view text, char separator);
 
 } // namespace Kerovane::Host

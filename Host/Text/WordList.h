@@ -5,7 +5,7 @@
 
 namespace Kerovane::Host {
 
-/// The words as alternatives in a sentence: "a", "a or b", "a, b or c"; empty if there is none.
+/// Joins words as alternatives: "a", "a or b", "a, b or c". Empty if there are no words.
 std::string WordList(std::span<const std::string> words);
 
 } // namespace Kerovane::Host

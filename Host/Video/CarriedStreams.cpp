@@ -15,13 +15,13 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Hands packets on as they are.
+/// Copies packets without re-encoding.
 class StreamCopier : public StreamCarrier {
 public:
     StreamCopier(const AVStream& from, AVStream& to, PacketSink sink)
         : mFrom(from), mTo(to), mSink(std::move(sink)) {
         CheckAv(avcodec_parameters_copy(to.codecpar, from.codecpar), "a stream can't be copied");
-        to.codecpar->codec_tag = 0; // each container has its own
+        to.codecpar->codec_tag = 0; // tags differ between containers
         to.time_base = from.time_base;
     }
 
@@ -64,7 +64,8 @@ bool Holds(const AVOutputFormat& container, const AVStream& stream) {
     return HoldsCodec(container, stream.codecpar->codec_id);
 }
 
-/// A time code is data in some containers; the target makes its own from the metadata.
+/// Returns whether a data stream holds only a time code. The target's muxer writes one from the
+/// metadata.
 bool IsTimeCode(const AVStream& stream) {
     return stream.codecpar->codec_type == AVMEDIA_TYPE_DATA &&
            av_dict_get(stream.metadata, "timecode", nullptr, 0) != nullptr;
@@ -100,7 +101,7 @@ void CarriedStreams::addStream(const AVStream& from, const PacketSink& sink) {
         return;
     }
     if (!holds && !CanConvert(from, usual)) {
-        mNotes.push_back(fmt::format("{} ({}) left out: {} files hold none such", NameOf(from),
+        mNotes.push_back(fmt::format("{} ({}) left out: {} files cannot hold it", NameOf(from),
                                      avcodec_get_name(from.codecpar->codec_id), container.name));
         return;
     }
@@ -173,7 +174,7 @@ void CarriedStreams::add(std::vector<AvPacket> packets) {
     for (AvPacket& packet : packets) {
         const auto index = static_cast<std::size_t>(packet->stream_index);
         if (index >= mStreams.size() || mStreams[index].carrier == nullptr) {
-            continue; // streams may also appear midway
+            continue; // left out, or a stream that appeared midway
         }
         Stream& stream = mStreams[index];
         const std::int64_t shift =
@@ -211,7 +212,8 @@ void CarriedStreams::finish(std::int64_t end) {
     }
 }
 
-/// Writes the stream's next packet as far as it lies within the movie.
+/// Writes or drops the stream's next packet, depending on whether it lies within the movie. PCM
+/// packets are cut to the sample.
 void CarriedStreams::write(Stream& stream, std::int64_t end) {
     const AvPacket packet = std::move(stream.waiting.front());
     stream.waiting.pop_front();

@@ -13,38 +13,39 @@
 namespace Kerovane::Host {
 
 /**
- * What a movie has beside its pictures, sound, subtitles, chapters and metadata, on its way into
- * another that may be a cut of it. What the new container can't hold is converted to what it holds,
- * or left out if it can't be. Times are in microseconds from the movie's start.
+ * Carries sound, subtitles, chapters and metadata of a source movie into a target movie, which may
+ * be a cut of the source. Streams that the target's container cannot hold are converted to what it
+ * can hold, or else left out. Times are in microseconds from the source movie's start.
  */
 class CarriedStreams {
 public:
-    /// Adds to `target`, which hasn't begun, what it takes of `source`, whose pictures are in
-    /// `video` and whose time is `start` at the movie's start. `sink` writes packets to `target`.
+    /// Adds streams and chapters of `source` to `target`, whose header is not written yet. `video`
+    /// is the index of the source's picture stream, which is not carried; `start` is the file time
+    /// at which the source starts. `sink` writes packets to `target`.
     CarriedStreams(const AVFormatContext& source, int video, std::int64_t start,
                    AVFormatContext& target, const PacketSink& sink);
 
-    /// What was converted or left out, a line each.
+    /// Descriptions of the streams that are converted or left out, one line each.
     const std::vector<std::string>& notes() const { return mNotes; }
 
-    /// The new movie starts at `time`. If it is a cut, what lies before is left out, and chapters
-    /// end with its `length`, as far as that is known. Before `target` begins.
+    /// Makes `time` the start of the target movie. If it is a cut, earlier packets are dropped and
+    /// chapters are limited to its `length`. Call before the target's header is written.
     void startAt(std::int64_t time, bool isCut, std::int64_t length);
 
-    /// Takes packets as they stand in the source.
+    /// Queues packets as read from the source.
     void add(std::vector<AvPacket> packets);
 
-    /// Writes what lies before `time`, up to which there are pictures.
+    /// Writes the queued packets that end by `time`, the end of the pictures written so far.
     void writeUntil(std::int64_t time);
 
-    /// Writes the rest, up to `end`.
+    /// Writes the remaining packets up to `end`.
     void finish(std::int64_t end = std::numeric_limits<std::int64_t>::max());
 
 private:
     struct Stream {
         const AVStream* from = nullptr;
         AVStream* to = nullptr;
-        std::unique_ptr<StreamCarrier> carrier; ///< null if it is left out
+        std::unique_ptr<StreamCarrier> carrier; ///< null if the stream is left out
         std::deque<AvPacket> waiting;
     };
 
@@ -55,10 +56,10 @@ private:
     void write(Stream& stream, std::int64_t end);
 
     AVFormatContext& mTarget;
-    std::vector<Stream> mStreams; ///< by their place in the source
+    std::vector<Stream> mStreams; ///< by their index in the source
     std::vector<std::string> mNotes;
-    std::int64_t mFileStart; ///< of the source, in its own time
-    std::int64_t mStart = 0; ///< of the new movie
+    std::int64_t mFileStart; ///< the file time at which the source starts
+    std::int64_t mStart = 0; ///< the source's time at which the target starts
     bool mIsCut = false;
 };
 

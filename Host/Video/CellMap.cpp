@@ -9,7 +9,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Pixels whose red and green are their columns and rows.
+/// Returns a picture with each pixel's column in red and its row in green.
 World Places(std::ptrdiff_t width, std::ptrdiff_t height) {
     World places(Depth::Float32, width, height);
     for (A_long y = 0; y < places.height(); ++y) {
@@ -22,7 +22,7 @@ World Places(std::ptrdiff_t width, std::ptrdiff_t height) {
     return places;
 }
 
-/// Gives each place a number.
+/// Assigns consecutive numbers to distinct places.
 class CellNumbers {
 public:
     explicit CellNumbers(std::vector<CellMap::Place>& cells) : mCells(cells) {}
@@ -42,7 +42,7 @@ private:
     std::unordered_map<std::uint64_t, std::uint32_t> mNumbers;
 };
 
-/// Nothing if a pixel isn't opaque.
+/// Returns nothing if a pixel is not opaque.
 std::optional<std::vector<CellMap::Run>> RunsOf(std::span<const PF_PixelFloat> row,
                                                 CellNumbers& numbers) {
     std::vector<CellMap::Run> runs;

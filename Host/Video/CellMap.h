@@ -10,30 +10,31 @@
 namespace Kerovane::Host {
 
 /**
- * Where each pixel of a frame takes its colour from, learnt from what the effect makes of a picture
- * whose colours are places. With it, frames of any kind can be drawn that the renderers know
- * nothing of.
+ * Maps each pixel of a frame to the place where its cell takes its colour. The map is found by
+ * rendering a picture whose colours encode their own coordinates. It lets frames be drawn in
+ * formats that the renderers do not support, such as planes of luma and chroma.
  */
 class CellMap {
 public:
-    /// In pixels from the centre of the first; lies between pixels, too.
+    /// A position in pixels from the centre of the first pixel, with fractions.
     struct Place {
         float x = 0;
         float y = 0;
     };
 
-    /// Pixels of a row that lie in one cell, up to `end`.
+    /// Consecutive pixels of a row that lie in one cell; `end` is the column after the last.
     struct Run {
         std::int32_t end = 0;
-        std::uint32_t cell = 0; ///< index of its place
+        std::uint32_t cell = 0; ///< index of the cell's place in cells()
 
         bool operator==(const Run&) const = default;
     };
 
     using Draw = std::function<void(const ConstPixelView& in, const PixelView& out)>;
 
-    /// `draw` is the effect with settings that stay. Nothing if pixels come out of it that aren't
-    /// opaque, or if the frame is so large or the cells so small that a map isn't worth it.
+    /// Returns the map of `draw`, which renders with constant settings. Returns nothing if some
+    /// pixels are not opaque, or if a map is not worthwhile because the frame is too large or the
+    /// cells are too small.
     static std::optional<CellMap> of(std::ptrdiff_t width, std::ptrdiff_t height, const Draw& draw);
 
     std::ptrdiff_t width() const { return mWidth; }
@@ -41,17 +42,16 @@ public:
 
     const std::vector<Place>& cells() const { return mCells; }
 
-    /// Of row `y`, from left to right.
+    /// The runs of row `y`, from left to right.
     const std::vector<Run>& runs(std::ptrdiff_t y) const { return row(firstAlike(y)).runs; }
 
-    /// The first of the rows above `y` that are like it without a break; `y` itself if there is
-    /// none.
+    /// Returns the first row of the group of consecutive identical rows that `y` belongs to.
     std::ptrdiff_t firstAlike(std::ptrdiff_t y) const { return row(y).firstAlike; }
 
 private:
     struct Row {
         std::ptrdiff_t firstAlike = 0;
-        std::vector<Run> runs; ///< of the first of alike rows
+        std::vector<Run> runs; ///< empty unless the row is the first of its group
     };
 
     CellMap() = default;

@@ -13,7 +13,8 @@ bool Contains(const List& list, const Value& value) {
     return std::ranges::find(list, value) != list.end();
 }
 
-/// What .mp4 holds and .mov doesn't, though FFmpeg says so until it writes.
+/// Returns whether a codec fits MP4 but not MOV. FFmpeg claims that MOV holds these codecs and then
+/// fails when writing.
 bool IsForMp4Only(AVCodecID codec) {
     constexpr std::array kCodecs{AV_CODEC_ID_FLAC, AV_CODEC_ID_OPUS, AV_CODEC_ID_TRUEHD,
                                  AV_CODEC_ID_VP9, AV_CODEC_ID_AV1};
@@ -32,7 +33,7 @@ bool HoldsCodec(const AVOutputFormat& container, AVCodecID codec) {
         return false;
     }
     const int answer = avformat_query_codec(&container, codec, FF_COMPLIANCE_NORMAL);
-    // Some don't say.
+    // A negative answer means that the container does not tell.
     return answer == 1 ||
            (answer < 0 && UsualCodec(container, avcodec_get_type(codec)) != AV_CODEC_ID_NONE);
 }

@@ -4,13 +4,14 @@
 
 namespace Kerovane::Host {
 
-/// Whether files of a kind are of the family of .mov and .mp4.
+/// Returns whether the container belongs to the MOV and MP4 family.
 bool IsLikeMov(const AVOutputFormat& container);
 
-/// Whether they hold streams of a codec.
+/// Returns whether the container can hold a codec.
 bool HoldsCodec(const AVOutputFormat& container, AVCodecID codec);
 
-/// The codec that they usually have for a kind of stream; AV_CODEC_ID_NONE if they hold none.
+/// Returns the container's default codec for a kind of stream, or AV_CODEC_ID_NONE if it holds
+/// none.
 AVCodecID UsualCodec(const AVOutputFormat& container, AVMediaType kind);
 
 } // namespace Kerovane::Host

@@ -21,7 +21,7 @@ PixelCoding RgbaOf(AVPixelFormat format) {
     return {.format = format, .color = {.matrix = AVCOL_SPC_RGB, .range = AVCOL_RANGE_JPEG}};
 }
 
-/// RGBA that holds what `format` does.
+/// Returns the RGBA format with enough bits for `format`.
 AVPixelFormat RgbaFor(AVPixelFormat format) {
     return BitsOf(format) > 8 ? AV_PIX_FMT_RGBA64 : AV_PIX_FMT_RGBA;
 }
@@ -49,17 +49,19 @@ PixelView ViewOfRgba(const AVFrame& rgba) {
             .order = ChannelOrder::Rgba};
 }
 
-/// Where the stored pixels of an upright row lie: from `x`, `y`, a step of `dx`, `dy` each.
+/// The stored pixels of an upright row: they begin at `x`, `y`, and each is `dx`, `dy` from the one
+/// before.
 struct StoredRow {
     std::ptrdiff_t x;
     std::ptrdiff_t y;
     int dx;
     int dy;
 
-    /// Of row `upright` of a stored picture of `width` by `height`.
+    /// `upright` is the number of the upright row; `width` and `height` are the stored picture's.
     StoredRow(Orientation turn, std::ptrdiff_t upright, int width, int height)
         : x(turn.yx * upright), y(turn.yy * upright), dx(turn.xx), dy(turn.xy) {
-        // A turn is its inverse's transpose; what it moves below 0 is shifted back.
+        // The inverse of a rotation is its transpose. Coordinates that run downwards begin at the
+        // far side.
         x += turn.xx < 0 || turn.yx < 0 ? width - 1 : 0;
         y += turn.xy < 0 || turn.yy < 0 ? height - 1 : 0;
     }
@@ -87,7 +89,7 @@ bool IsOpaque(const ConstPixelView& view) {
     });
 }
 
-/// `view` over black: premultiplied colours.
+/// Returns `view` composited over black, which equals its premultiplied colours.
 World OverBlack(const ConstPixelView& view) {
     World world(view.depth, view.width, view.height);
     PixelView premultiplied = ViewOf(world);

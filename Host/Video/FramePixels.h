@@ -11,18 +11,19 @@
 
 namespace Kerovane::Host {
 
-// Between FFmpeg's frames and layers. Both ways may be used from several threads at a time.
+// Conversion between FFmpeg's frames and layers. Both classes are thread-safe.
 
-/** Makes upright pixels of a movie's decoded frames. */
+/** Converts decoded frames of a movie to upright pixels. */
 class FrameUnpacker {
 public:
-    /// For frames of `width` by `height` pixels as they are stored.
+    /// `width` and `height` are in pixels, before the picture is turned upright.
     FrameUnpacker(int width, int height, const PixelCoding& coding, Orientation orientation);
 
-    /// Whether the frame has the size and pixels that the unpacker was made for.
+    /// Returns whether the frame has the size and pixel format that the unpacker was created for.
     bool takes(const AVFrame& frame) const;
 
-    /// Fills `out`, which has an effect's own form, any depth and the upright size.
+    /// Fills `out`, which has a layer's channel order and alpha, any depth, and the size of the
+    /// upright picture.
     void unpack(const AVFrame& frame, const PixelView& out);
 
 private:
@@ -33,20 +34,21 @@ private:
     int mHeight;
     Orientation mOrientation;
     AVPixelFormat mFormat;
-    AVPixelFormat mBetween; ///< RGBA of 8 or 16 bits
+    AVPixelFormat mBetween; ///< the intermediate format: RGBA with 8 or 16 bits
     FramePool mRgba;
     ScalerPool mScalers;
 };
 
-/** Makes frames for an encoder of pixels. */
+/** Converts layers to frames in an encoder's pixel format. */
 class FramePacker {
 public:
     FramePacker(int width, int height, const PixelCoding& coding);
 
-    /// Packs `in`, which has an effect's own form; over black if the encoder's format has no alpha.
+    /// Returns `in`, which has a layer's channel order and alpha, as a frame. It is composited over
+    /// black if the encoder's format has no alpha.
     AvFrame pack(const ConstPixelView& in);
 
-    /// Whether a frame so far had holes that the format couldn't hold.
+    /// Returns whether any frame so far had transparency that the format cannot hold.
     bool hasLostAlpha() const { return mLostAlpha; }
 
 private:
@@ -60,8 +62,8 @@ private:
     AVPixelFormat mBetween;
     FramePool mRgba;
     FramePool mFrames;
-    std::optional<ScalerPool> mScalers; ///< nothing if there is nothing to convert
-    std::optional<Yuv420> mYuv420;      ///< takes the place of the others for 8-bit layers
+    std::optional<ScalerPool> mScalers; ///< nothing if RGBA needs no conversion
+    std::optional<Yuv420> mYuv420;      ///< used for 8-bit layers instead of mScalers
     std::atomic<bool> mLostAlpha = false;
 };
 

@@ -8,7 +8,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-constexpr int kAlignment = 64; ///< bytes, of rows
+constexpr int kAlignment = 64; ///< of rows, in bytes
 
 } // namespace
 

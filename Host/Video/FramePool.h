@@ -5,16 +5,15 @@
 namespace Kerovane::Host {
 
 /**
- * Frames of one size and format, whose memory is used again when they are gone. Memory of such a
- * size that comes and goes aligned would leave gaps in the heap that nothing else fits into. May be
- * used from several threads at a time.
+ * Frames of one size and format, whose memory is reused once they are freed. Allocating and freeing
+ * large aligned blocks instead would fragment the heap. Thread-safe.
  */
 class FramePool {
 public:
-    /// Throws Error if there can be no such frames.
+    /// Throws Error if the size or format is invalid.
     FramePool(AVPixelFormat format, int width, int height);
 
-    /// A frame with memory for its pixels, which may outlive the pool.
+    /// Returns a frame with memory for its pixels. The frame may outlive the pool.
     AvFrame take();
 
 private:

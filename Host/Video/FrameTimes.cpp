@@ -9,7 +9,7 @@ namespace Kerovane::Host {
 
 std::optional<std::int64_t> TimeOfFrame(const std::filesystem::path& file, int stream,
                                         std::int64_t number) {
-    constexpr std::size_t kFurthestReordering = 64; // frames between decoding and showing
+    constexpr std::size_t kFurthestReordering = 64; // from decoding to display, in frames
     const AvInput movie = OpenMovie(file);
     for (unsigned i = 0; i < movie->nb_streams; ++i) {
         movie->streams[i]->discard = static_cast<int>(i) == stream ? AVDISCARD_NONE : AVDISCARD_ALL;

@@ -23,7 +23,7 @@ extern "C" {
 
 namespace Kerovane::Host {
 
-// Owners of FFmpeg's objects: each frees its own on every way out.
+// Owners of FFmpeg's objects.
 
 template <auto kFree>
 struct AvFree {
@@ -33,7 +33,7 @@ struct AvFree {
     }
 };
 
-/// For functions that also set the caller's pointer to null.
+/// For functions that take a pointer's address and set the pointer to null.
 template <auto kFree>
 struct AvFreeAt {
     template <typename Object>
@@ -52,7 +52,7 @@ using AvScaler = std::unique_ptr<SwsContext, AvFree<sws_freeContext>>;
 using AvResampler = std::unique_ptr<SwrContext, AvFreeAt<swr_free>>;
 using AvSampleQueue = std::unique_ptr<AVAudioFifo, AvFree<av_audio_fifo_free>>;
 
-/** Named options as FFmpeg takes them: what it knows it takes out. */
+/** Named options in the form FFmpeg takes them. FFmpeg removes the options that it accepts. */
 class AvOptions {
 public:
     AvOptions() = default;
@@ -65,7 +65,7 @@ public:
     }
     AVDictionary** address() { return &mEntries; }
 
-    /// The name of an option that nothing took; empty if there is none.
+    /// Returns the name of an option that was not accepted, or an empty text.
     std::string left() const {
         const AVDictionaryEntry* entry = av_dict_get(mEntries, "", nullptr, AV_DICT_IGNORE_SUFFIX);
         return entry != nullptr ? entry->key : "";
@@ -75,7 +75,7 @@ private:
     AVDictionary* mEntries = nullptr;
 };
 
-/// `object`, which was just allocated. Throws std::bad_alloc if it is null.
+/// Returns `object`. Throws std::bad_alloc if it is null.
 template <typename Object>
 Object* Allocated(Object* object) {
     if (object == nullptr) {
@@ -92,14 +92,14 @@ inline AvPacket NewPacket() {
     return AvPacket(Allocated(av_packet_alloc()));
 }
 
-/// What one of FFmpeg's error codes means: "No space left on device".
+/// Returns the message of an FFmpeg error code: "No space left on device".
 inline std::string AvErrorText(int code) {
     std::array<char, AV_ERROR_MAX_STRING_SIZE> text{};
     av_strerror(code, text.data(), text.size());
     return text.data();
 }
 
-/// Returns `code` unless it is an error. Throws Error: "`what`: " and the code's meaning.
+/// Returns `code` if it is not negative. Otherwise throws Error with `what` and the code's message.
 inline int CheckAv(int code, const std::string& what) {
     if (code < 0) {
         throw Error(what + ": " + AvErrorText(code));

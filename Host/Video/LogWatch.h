@@ -5,15 +5,15 @@
 namespace Kerovane::Host {
 
 /**
- * Counts the errors that FFmpeg's decoders and demuxers log: much of what they conceal or skip they
- * tell of in no other way. The messages go on to where FFmpeg prints them.
+ * Counts the errors that FFmpeg's decoders and demuxers log, because they report much of the damage
+ * that they conceal or skip only in the log. Messages are still printed by FFmpeg.
  */
 class LogWatch {
 public:
-    /// Begins to count, for the rest of the process.
+    /// Starts counting, for the rest of the process.
     static void begin();
 
-    /// Errors so far, on any thread.
+    /// The number of errors so far, on all threads.
     static std::size_t errors();
 };
 

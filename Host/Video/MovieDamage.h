@@ -5,13 +5,13 @@
 
 namespace Kerovane::Host {
 
-/** A stretch of a movie that could not be read whole. In seconds from the movie's start. */
+/** A part of a movie that could not be read completely, in seconds from the movie's start. */
 struct DamagedStretch {
     double from = 0;
     double to = 0;
 };
 
-/** Where a movie is damaged: stretches in order, joined if they touch. */
+/** The damaged parts of a movie, in order. Parts that touch are merged. */
 class MovieDamage {
 public:
     void add(double from, double to);
@@ -19,7 +19,8 @@ public:
     bool isEmpty() const { return mStretches.empty(); }
     const std::vector<DamagedStretch>& stretches() const { return mStretches; }
 
-    /// "from 1.200 s to 1.480 s, from 3.000 s to 4.000 s"; the first few of many.
+    /// Returns "from 1.200 s to 1.480 s, from 3.000 s to 4.000 s". Of many parts only the first are
+    /// listed.
     std::string text() const;
 
 private:

@@ -4,11 +4,12 @@
 
 namespace Kerovane::Host {
 
-/// Whether a file of that name would be a movie, by its extension; "-", the standard stream, is.
+/// Returns whether a file with this name is written as a movie, judged by its extension. "-"
+/// (standard input or output) is a movie.
 bool IsMovieName(const std::filesystem::path& file);
 
-/// Whether the file is to be read as a movie: by its content, or by its name if nobody knows that.
-/// An animated GIF is one only if `orPicture` is false.
+/// Returns whether the file is read as a movie, judged by its content, or else by its name. An
+/// animated GIF is a movie unless `orPicture` is true.
 bool IsMovieFile(const std::filesystem::path& file, bool orPicture);
 
 } // namespace Kerovane::Host

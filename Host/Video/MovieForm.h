@@ -6,7 +6,7 @@
 
 namespace Kerovane::Host {
 
-/// How numbers stand for colours, as a stream's tags say it.
+/// A stream's tags that say how its numbers encode colours.
 struct ColorTags {
     AVColorSpace matrix = AVCOL_SPC_UNSPECIFIED;
     AVColorRange range = AVCOL_RANGE_UNSPECIFIED;
@@ -15,24 +15,24 @@ struct ColorTags {
     AVChromaLocation chroma = AVCHROMA_LOC_UNSPECIFIED;
 };
 
-/** What a movie's pictures are like, seen upright. */
+/** The properties of a movie's pictures after they are turned upright. */
 struct MovieForm {
-    int width = 0; ///< pixels
+    int width = 0; ///< in pixels
     int height = 0;
-    int bits = 8; ///< of a channel
+    int bits = 8; ///< per channel
     bool hasAlpha = false;
-    bool isRgb = false;           ///< rather than luma and chroma
-    AVRational timeBase{1, 24};   ///< seconds: the unit of frame times
-    AVRational frameRate{24, 1};  ///< the average if times vary; 0/1 if unknown
+    bool isRgb = false;           ///< RGB instead of luma and chroma
+    AVRational timeBase{1, 24};   ///< the unit of frame times, in seconds
+    AVRational frameRate{24, 1};  ///< the average if it varies; 0/1 if unknown
     AVRational pixelAspect{0, 1}; ///< 0/1 if unknown
     ColorTags color{};
-    AVPixelFormat stored = AV_PIX_FMT_NONE; ///< as what pixels; none if they don't stand upright
+    AVPixelFormat stored = AV_PIX_FMT_NONE; ///< the file's; none if pictures are turned
 
-    /// The least depth of layers that holds the channels without a loss.
+    /// Returns the smallest depth that holds the channels without loss.
     Depth depth() const;
 
-    /// The frame rate in terms so small that the effect's time holds hours of frames; the default
-    /// if it is unknown.
+    /// Returns the frame rate as a fraction with small terms, so that the effect's time can hold
+    /// hours of frames. Returns the default rate if it is unknown.
     FrameRate rate() const;
 };
 

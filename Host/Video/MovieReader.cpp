@@ -18,7 +18,7 @@ namespace {
 
 constexpr int kMostErrorsInARow = 64;
 
-/// FFmpeg's own decoders of VP8 and VP9 leave alpha out.
+/// Returns libvpx for VP8 and VP9 with alpha, because FFmpeg's own decoders ignore alpha.
 const AVCodec* DecoderFor(const AVStream& stream) {
     const AVCodecID id = stream.codecpar->codec_id;
     const AVDictionaryEntry* alpha = av_dict_get(stream.metadata, "alpha_mode", nullptr, 0);
@@ -45,7 +45,8 @@ Orientation OrientationOf(const AVStream& stream) {
     return Orientation::of(matrix).value_or(Orientation());
 }
 
-/// A tag as it stands in the file, where it can be any number; `count` and more mean nothing.
+/// Returns a tag from the file, which may hold any number, or `unspecified` if it is not below
+/// `count`.
 template <typename Tag>
 Tag Checked(const Tag& tag, Tag count, Tag unspecified) {
     std::underlying_type_t<Tag> value = 0;
@@ -75,7 +76,7 @@ MovieReader::MovieReader(const std::filesystem::path& file) : mPath(file) {
     mStream = VideoStreamOf(*mMovie, file);
     mStart = mMovie->start_time != AV_NOPTS_VALUE ? mMovie->start_time : 0;
     openDecoder();
-    mErrors = LogWatch::errors(); // what probing met is no damage yet
+    mErrors = LogWatch::errors(); // errors while probing are not damage
     mFirst = decode();
     if (!mFirst) {
         throw Error(
@@ -93,12 +94,13 @@ void MovieReader::openDecoder() {
     mDecoder.reset(Allocated(avcodec_alloc_context3(codec)));
     CheckAv(avcodec_parameters_to_context(mDecoder.get(), stream().codecpar), failure);
     mDecoder->pkt_timebase = stream().time_base;
-    mDecoder->thread_count = 0; // as many as processors
+    mDecoder->thread_count = 0; // one for each processor
     mDecoder->err_recognition |= AV_EF_CRCCHECK;
     CheckAv(avcodec_open2(mDecoder.get(), codec, nullptr), failure);
 }
 
-/// The decoder knows its pixels for certain only from a frame on.
+/// Sets mForm from the first frame, because the stream's header may not tell the pixel format
+/// reliably.
 void MovieReader::learnForm(const AVFrame& frame) {
     const auto format = static_cast<AVPixelFormat>(frame.format);
     const Orientation orientation = OrientationOf(stream());
@@ -156,7 +158,7 @@ void MovieReader::seek(std::int64_t number) {
         }
         std::ranges::move(frame->others, std::back_inserter(others));
     } while (isBefore(*frame));
-    if (target) { // decoders complain of what they miss before a place that they are sent to
+    if (target) { // after seeking, decoders report errors about frames that refer to skipped ones
         mDamage = {};
         mErrors = LogWatch::errors();
     }
@@ -220,7 +222,7 @@ std::optional<MovieFrame> MovieReader::accept(AvFrame frame) {
     return movieFrame;
 }
 
-/// Gives the decoder the next packet, and keeps those of other streams.
+/// Sends the decoder the next packet of the picture stream and collects those of other streams.
 void MovieReader::feed() {
     int errors = 0;
     while (true) {
@@ -267,7 +269,7 @@ void MovieReader::endInput() {
 std::vector<AvPacket> MovieReader::readOthers(std::int64_t end) {
     std::vector<AvPacket> others = std::exchange(mOthers, {});
     const std::int64_t enough = av_rescale_q(end, mForm.timeBase, kAvMicroseconds) + mStart +
-                                AV_TIME_BASE; // streams run so far ahead of each other
+                                AV_TIME_BASE; // the most that streams run ahead of each other
     int errors = 0;
     while (!mInputEnded && errors < kMostErrorsInARow) {
         AvPacket packet = NewPacket();
@@ -296,12 +298,12 @@ bool MovieReader::isSeekable() const {
     return mMovie->pb != nullptr && (mMovie->pb->seekable & AVIO_SEEKABLE_NORMAL) != 0;
 }
 
-/// Goes to a key frame at or before `time`, early enough for the sound beside it too.
+/// Seeks to a key frame at least a second before `time`, so that the sound there is read too.
 void MovieReader::restartAt(std::int64_t time) {
     const std::int64_t second = av_rescale_q(AV_TIME_BASE, kAvMicroseconds, mForm.timeBase);
     const std::int64_t target = fileTime(time) - second;
     if (avformat_seek_file(mMovie.get(), mStream, INT64_MIN, target, target, 0) < 0) {
-        return; // where it is, which is before
+        return; // stays at the current position, which is earlier
     }
     avcodec_flush_buffers(mDecoder.get());
     mOthers.clear();
@@ -310,7 +312,7 @@ void MovieReader::restartAt(std::int64_t time) {
     mHasEnded = false;
 }
 
-/// `time` of the movie as the file's stream counts it.
+/// Converts a time of the movie to the time base and origin of the file's stream.
 std::int64_t MovieReader::fileTime(std::int64_t time) const {
     return time + av_rescale_q(mStart, kAvMicroseconds, stream().time_base);
 }
@@ -324,19 +326,20 @@ void MovieReader::noteDamage(std::int64_t from, std::int64_t to) {
     mErrors = LogWatch::errors();
 }
 
-/// Decoders on several threads are ahead of the frame that they give.
+/// Records errors logged since the last frame. The damage may lie anywhere up to the packet last
+/// sent, because multithreaded decoders run ahead of the frames that they return.
 void MovieReader::noteLoggedDamage(const MovieFrame& frame) {
     if (LogWatch::errors() != mErrors) {
         noteDamage(std::min(mEnd, frame.time), std::max(mLastSent, frame.time + frame.duration));
     }
 }
 
-/// A file that breaks off lacks what is between its last frame and the length that it tells.
+/// Records as damage what a truncated file lacks between its last frame and its stated length.
 void MovieReader::noteMissingEnd() {
     if (LogWatch::errors() != mErrors) {
         noteDamage(mEnd, mLastSent);
     }
-    constexpr double kTolerance = 0.5; // seconds
+    constexpr double kTolerance = 0.5; // in seconds
     const double end = seconds(mEnd);
     const bool breaksOff = !mDamage.isEmpty() && mDamage.stretches().back().to + kTolerance > end;
     double length = 0;

@@ -15,18 +15,19 @@
 
 namespace Kerovane::Host {
 
-/** A decoded frame, and what a movie has between it and the one before. */
+/** A decoded frame, and the packets of other streams since the previous frame. */
 struct MovieFrame {
-    std::int64_t number = 0;   ///< from 0 at the movie's first
+    std::int64_t number = 0;   ///< counted from 0
     std::int64_t time = 0;     ///< from the movie's start, in MovieForm::timeBase
-    std::int64_t duration = 0; ///< in the same
+    std::int64_t duration = 0; ///< in MovieForm::timeBase
     AvFrame frame{};
-    std::vector<AvPacket> others{}; ///< of sound and the like, as they stand in the file
+    std::vector<AvPacket> others{}; ///< of other streams, such as sound, as read from the file
 };
 
 /**
- * Decodes a movie frame by frame. What is damaged is skipped or shown as far as it goes, and noted;
- * a movie whose pictures change their size ends there, which counts as damage.
+ * Decodes a movie frame by frame. Damaged frames are skipped or shown as far as they can be
+ * decoded, and recorded in damage(). If the picture size changes, reading ends there, and
+ * endedEarly() says so.
  *
  *     MovieReader reader("clip.mp4");
  *     while (std::optional<MovieFrame> frame = reader.read()) {
@@ -35,42 +36,44 @@ struct MovieFrame {
  */
 class MovieReader {
 public:
-    /// "-" is standard input. Throws Error if no picture can be decoded.
+    /// Opens a movie; "-" is standard input. Throws Error if no picture can be decoded.
     explicit MovieReader(const std::filesystem::path& file);
 
     const MovieForm& form() const { return mForm; }
 
-    /// Whether frames consist of two fields.
+    /// Returns whether frames consist of two interlaced fields.
     bool isInterlaced() const { return mInterlaced; }
 
-    /// How many frames the file says that it has, or its length suggests; 0 if it is silent.
+    /// Returns the number of frames stated in the file or estimated from its length; 0 if unknown.
     std::int64_t framesExpected() const;
 
-    /// Goes to frame `number`, before anything is read. Throws Error if the movie ends before it.
+    /// Skips to frame `number`. Call before the first read(). Throws Error if the movie ends
+    /// earlier.
     void seek(std::int64_t number);
 
-    /// The next frame; nothing after the last.
+    /// Returns the next frame, or nothing after the last.
     std::optional<MovieFrame> read();
 
-    /// What follows the last frame that was read, up to `end`, a time as in MovieFrame.
+    /// Returns the packets of other streams after the last frame, up to `end`, which is a time as
+    /// in MovieFrame.
     std::vector<AvPacket> readOthers(std::int64_t end);
 
-    /// Fills `out`, of an effect's own form, the movie's upright size and any depth. May be called
-    /// from several threads at a time, beside `read`.
+    /// Fills `out`, which has a layer's channel order and alpha, any depth, and the size of the
+    /// upright picture. Thread-safe, also during `read`.
     void unpack(const MovieFrame& frame, const PixelView& out) {
         mUnpacker->unpack(*frame.frame, out);
     }
 
     const MovieDamage& damage() const { return mDamage; }
 
-    /// Why reading ended before the movie did; empty if it didn't.
+    /// The reason why reading ended before the movie's end; empty if it did not.
     const std::string& endedEarly() const { return mEndedEarly; }
 
-    /// What stands in the file beside the pictures: streams, chapters, metadata.
+    /// The file's streams, chapters and metadata.
     const AVFormatContext& source() const { return *mMovie; }
     int videoStream() const { return mStream; }
 
-    /// The file's time, in microseconds, at which the movie starts.
+    /// The file time at which the movie starts, in microseconds.
     std::int64_t startTime() const { return mStart; }
 
 private:
@@ -99,13 +102,13 @@ private:
     bool mInterlaced = false;
     std::optional<FrameUnpacker> mUnpacker;
     AvPacket mPacket = NewPacket();
-    std::optional<MovieFrame> mFirst; ///< decoded to learn the form, not read yet
+    std::optional<MovieFrame> mFirst; ///< decoded but not returned by read() yet
     std::int64_t mNumber = 0;         ///< of the next frame
-    std::int64_t mEnd = 0;            ///< of the last frame, in the movie's time
-    std::int64_t mLastSent = 0;       ///< the time of the packet that was decoded last
+    std::int64_t mEnd = 0;            ///< end of the last frame, in the movie's time
+    std::int64_t mLastSent = 0;       ///< time of the packet last sent to the decoder
     std::vector<AvPacket> mOthers;
     MovieDamage mDamage;
-    std::size_t mErrors = 0; ///< of LogWatch
+    std::size_t mErrors = 0; ///< LogWatch::errors() already accounted for
     std::string mEndedEarly;
     bool mInputEnded = false;
     bool mHasEnded = false;

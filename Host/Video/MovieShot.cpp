@@ -34,7 +34,6 @@ OIIO::TypeDesc TypeOf(Depth depth) {
     }
 }
 
-/// Appends `from` to `to`.
 void Append(std::vector<AvPacket>& to, std::vector<AvPacket> from) {
     std::ranges::move(from, std::back_inserter(to));
 }
@@ -93,7 +92,7 @@ std::unique_ptr<SourceFrame> MovieSource::next() {
     return nullptr;
 }
 
-/// Many more than can be in flight.
+/// Remembers a frame's time. The limit is far above the number of frames in flight.
 void MovieSource::keepTime(const MovieFrame& frame) {
     constexpr std::size_t kKept = 4096;
     const std::lock_guard lock(mTimesMutex);

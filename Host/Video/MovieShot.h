@@ -18,7 +18,7 @@
 
 namespace Kerovane::Host {
 
-/** A frame of a movie that has been decoded. */
+/** A decoded frame of a movie. */
 class MovieSourceFrame : public SourceFrame {
 public:
     MovieSourceFrame(ShotFrame frame, MovieFrame movie, MovieReader& reader)
@@ -26,13 +26,13 @@ public:
 
     Picture read(const ReadSetting& setting) override;
 
-    /// Before it is read.
+    /// The decoded frame, in the movie's pixel format. Call before read(), which frees it.
     const AVFrame& stored() const { return *mMovie.frame; }
 
     std::int64_t time() const { return mMovie.time; }
     std::int64_t duration() const { return mMovie.duration; }
 
-    /// What the movie has before this frame and behind the one before. Asked once.
+    /// Returns the packets of other streams since the previous frame. Call at most once.
     std::vector<AvPacket> takeOthers() { return std::move(mMovie.others); }
 
 private:
@@ -40,30 +40,31 @@ private:
     MovieReader& mReader;
 };
 
-/** The frames of a movie: all, or some. */
+/** All or some frames of a movie. */
 class MovieSource : public FrameSource {
 public:
-    /// The file that a frame, by its number, goes to.
+    /// Returns the output file of a frame, given its number.
     using OutputOf = std::function<std::filesystem::path(A_long)>;
 
-    /// `frames`, if given, is not empty. `reader` has read nothing and outlives the source. Throws
-    /// Error if the movie ends before the first frame.
+    /// `frames`, if given, must not be empty. `reader` must be at its start and outlive the source.
+    /// Throws Error if the movie ends before the first of the frames.
     MovieSource(MovieReader& reader, std::filesystem::path name, std::optional<FrameList> frames,
                 OutputOf outputOf);
 
     std::unique_ptr<SourceFrame> next() override;
 
-    /// Whether there are frames that were not begun, as far as one knows without reading on.
+    /// Returns false once all frames have begun. May still be true at the movie's end, which is
+    /// known only after the next read.
     bool hasMore() const { return mFrames ? mNext < mFrames->size() && !mHasEnded : !mHasEnded; }
 
-    /// The frames that are asked for and behind the movie's end.
+    /// Returns the requested frames that lie beyond the movie's end.
     FrameList lacking() const;
 
-    /// The seconds at which a frame is shown: exactly of those that were begun last, else by the
-    /// movie's rate. May be called from any thread.
+    /// Returns the time in seconds at which a frame is shown: the exact time of frames that began
+    /// recently, and otherwise an estimate from the frame rate. Thread-safe.
     double secondsOf(double frame) const;
 
-    /// Where the last frame ends, in MovieForm::timeBase.
+    /// The end of the last frame, in MovieForm::timeBase.
     std::int64_t end() const { return mEnd; }
 
 private:
@@ -73,23 +74,25 @@ private:
     std::filesystem::path mName;
     std::optional<FrameList> mFrames;
     OutputOf mOutputOf;
-    std::size_t mNext = 0;  ///< of mFrames
-    std::int64_t mStep = 1; ///< frames from one that is shown to the next
+    std::size_t mNext = 0;  ///< index into mFrames
+    std::int64_t mStep = 1; ///< distance between the requested frames
     std::int64_t mEnd = 0;
-    bool mHasEnded = false; ///< before all frames that are asked for
+    bool mHasEnded = false; ///< the movie ended before all requested frames
     mutable std::mutex mTimesMutex;
-    std::map<double, double> mTimes; ///< seconds by frame
+    std::map<double, double> mTimes; ///< in seconds, by frame number
 };
 
 /** Writes frames to a movie. */
 class MovieSink : public FrameSink {
 public:
-    /// `writer`, which is for pictures of `width` by `height`, outlives the sink. Frames that come
-    /// from pictures start with number `first` and last as long as the unit of the movie's time.
+    /// `writer` takes pictures of `width` by `height` pixels and must outlive the sink. Frames from
+    /// picture files are shown in the order of their numbers, one unit of the movie's time base
+    /// each, beginning with number `first`.
     MovieSink(MovieWriter& writer, A_long width, A_long height, A_long first)
         : mWriter(writer), mWidth(width), mHeight(height), mFirst(first) {}
 
-    /// Has frames of movies drawn as they are stored; `mosaic` is for such as the encoder takes.
+    /// Draws frames of movies in their stored pixel format from now on. `mosaic` must produce the
+    /// encoder's format.
     void drawWith(PlanarMosaic mosaic) { mMosaic.emplace(std::move(mosaic)); }
 
     bool has(const ShotFrame&, std::vector<std::string>&) const override { return false; }
@@ -103,7 +106,7 @@ private:
     A_long mHeight;
     A_long mFirst;
     std::optional<PlanarMosaic> mMosaic;
-    std::vector<AvPacket> mOthers; ///< of frames that failed
+    std::vector<AvPacket> mOthers; ///< packets that arrived with failed frames
 };
 
 } // namespace Kerovane::Host

@@ -40,7 +40,8 @@ const AVOutputFormat& ContainerFor(const std::filesystem::path& target, const st
     return *found;
 }
 
-/// The extension that a container's files have, for the codec that goes with it.
+/// Returns the extension that decides on the default codec: the target's, or the container's usual
+/// one if the target has none or the container was named.
 std::string ExtensionFor(const std::filesystem::path& target, const AVOutputFormat& container,
                          bool isNamed) {
     if (!isNamed && target != kStandardStream) {
@@ -50,7 +51,7 @@ std::string ExtensionFor(const std::filesystem::path& target, const AVOutputForm
     return fmt::format(".{}", names.substr(0, names.find(',')));
 }
 
-/// Metadata that tells of the encoded pictures and not of what they show.
+/// Removes metadata that describes the source's encoding rather than its content.
 void RemoveStale(AVDictionary*& metadata) {
     for (const char* name :
          {"rotate", "encoder", "DURATION", "BPS", "NUMBER_OF_FRAMES", "NUMBER_OF_BYTES",
@@ -59,7 +60,7 @@ void RemoveStale(AVDictionary*& metadata) {
     }
 }
 
-/// The time code `text`, `frames` later.
+/// Returns the time code `text` advanced by `frames`.
 std::string Advanced(const char* text, AVRational rate, std::int64_t frames) {
     AVTimecode code;
     if (av_timecode_init_from_string(&code, rate, text, nullptr) < 0) {
@@ -167,7 +168,7 @@ void MovieWriter::openEncoder(const MovieSettings& settings) {
     encoder.color_primaries = mCoding.color.primaries;
     encoder.color_trc = mCoding.color.transfer;
     encoder.chroma_sample_location = mCoding.color.chroma;
-    encoder.thread_count = 0; // as many as processors
+    encoder.thread_count = 0; // one for each processor
     if ((mMovie->oformat->flags & AVFMT_GLOBALHEADER) != 0) {
         encoder.flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     }
@@ -184,7 +185,7 @@ void MovieWriter::openEncoder(const MovieSettings& settings) {
         }
     }
     if ((settings.quality || settings.bitRate) && mCodec->setQuality == nullptr) {
-        mNotes.push_back(fmt::format("{} has one quality", mCodec->name));
+        mNotes.push_back(fmt::format("{} has no choice of quality", mCodec->name));
     }
     if (av_dict_parse_string(options.address(), settings.codecOptions.c_str(), "=", ":,", 0) < 0) {
         throw Error(fmt::format("--codec-options takes NAME=VALUE:NAME=VALUE, not '{}'",
@@ -273,10 +274,11 @@ void MovieWriter::encode(const AVFrame* frame) {
     }
 }
 
-/// Gives a packet, whose times are counts of frames, the times of those frames.
+/// Replaces a packet's timestamps, which count frames, by the times of those frames.
 void MovieWriter::setTimes(AVPacket& packet) {
     const FrameSpan shown = mTimes.at(packet.pts);
-    if (packet.dts < 0) { // frames before the first, for the decoder to get ready
+    if (packet.dts < 0) { // the encoder's negative timestamps precede the first frame, for decoding
+                          // in another order
         const AVRational frame = mEncoder->time_base;
         packet.dts = mTimes.begin()->second.time + av_rescale_q(packet.dts, frame, mForm.timeBase);
     } else {

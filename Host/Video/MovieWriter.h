@@ -18,20 +18,21 @@
 
 namespace Kerovane::Host {
 
-/// What users choose of a movie that is written. Empty: as the container usually has it.
+/// The user's choices for a movie. Those left empty follow the container's defaults.
 struct MovieSettings {
-    std::string codec{};          ///< as CodecNamed takes it
-    std::string container{};      ///< FFmpeg's name: "matroska"; else as the extension says
-    std::optional<int> quality{}; ///< 1 to 100, the best
-    std::optional<std::int64_t> bitRate{}; ///< bits a second
-    std::optional<int> bits{};             ///< of a channel
-    std::string codecOptions{};            ///< of the encoder's own: "preset=ultrafast:tune=grain"
-    bool alpha = false;                    ///< whether there can be holes
+    std::string codec{};          ///< a name for CodecNamed
+    std::string container{};      ///< FFmpeg's name, such as "matroska"; empty: by extension
+    std::optional<int> quality{}; ///< 1 to 100 (best)
+    std::optional<std::int64_t> bitRate{}; ///< bits per second
+    std::optional<int> bits{};             ///< per channel
+    std::string codecOptions{};            ///< for the encoder: "preset=ultrafast:tune=grain"
+    bool alpha = false;                    ///< whether frames can be transparent
 };
 
 /**
- * Encodes frames to a movie, with all that another movie has beside its pictures. The file is
- * written beside the target and takes its place when it is whole.
+ * Encodes frames to a movie, with the sound, subtitles, chapters and metadata of a source movie.
+ * The movie is written to a temporary file beside the target, which replaces the target when it is
+ * complete.
  *
  *     MovieWriter writer("cells.mp4", reader.form(), settings);
  *     writer.carryFrom(reader, std::nullopt);
@@ -40,43 +41,45 @@ struct MovieSettings {
  */
 class MovieWriter {
 public:
-    /// "-" as `target` is written to the descriptor `standardOutput`. Throws Error if there can be
-    /// no such movie; its text names the option that asks for what there isn't.
+    /// Opens the movie; "-" as `target` means the file descriptor `standardOutput`. Throws Error if
+    /// the movie cannot be created; the text names the option that asks for something unsupported.
     MovieWriter(const std::filesystem::path& target, const MovieForm& form,
                 const MovieSettings& settings, int standardOutput = 1);
     ~MovieWriter();
     MovieWriter(const MovieWriter&) = delete;
     MovieWriter& operator=(const MovieWriter&) = delete;
 
-    /// Before the first frame: has the movie take from `reader`, which outlives the writing, what
-    /// it has beside its pictures. A cut, of so many frames of the source's, starts with its first
-    /// frame.
+    /// Carries the other streams and metadata of `reader`, which must outlive the writer. Call
+    /// before the first frame. If `cutFrames` is given, the movie is a cut of that many frames of
+    /// the source, and starts with the first frame written.
     void carryFrom(const MovieReader& reader, std::optional<std::int64_t> cutFrames);
 
-    /// What the encoder takes.
+    /// The encoder's pixel format and colour tags.
     const PixelCoding& coding() const { return mCoding; }
 
-    /// May be called from several threads at a time, beside `write`.
+    /// Converts a picture for write(). Thread-safe, also during `write`.
     AvFrame pack(const ConstPixelView& view) { return mPacker->pack(view); }
 
-    /// Writes the next frame. Throws Error if it can't be written.
+    /// Writes the next frame; times are in MovieForm::timeBase. Throws Error if writing fails.
     void write(AvFrame frame, std::int64_t time, std::int64_t duration,
                std::vector<AvPacket> others = {});
 
-    /// Ends the movie, which takes the target's place. `others` is what followed the last frame; of
-    /// a cut, or if the pictures end early, what lies behind them is left out. Throws Error if it
-    /// can't be written.
+    /// Completes the movie and replaces the target. `others` are the packets after the last frame.
+    /// If the movie is a cut or `endsEarly` is true, packets beyond the last frame are dropped.
+    /// Throws Error if writing fails.
     void finish(std::vector<AvPacket> others = {}, bool endsEarly = false);
 
-    /// Ends the movie with the frames so far as NAME.partial.EXT and returns that name; empty if
-    /// there is no frame. Throws Error if it can't be written.
+    /// Completes the movie with the frames written so far, renames it to NAME.partial.EXT and
+    /// returns that name. Returns an empty path if there are no frames, and the target if it is a
+    /// pipe. Throws Error if writing fails.
     std::filesystem::path finishPartial();
 
-    /// What became other than asked for or than it was, a line each; more once the movie has ended.
+    /// Descriptions of what differs from the source or the settings, one line each. Finishing the
+    /// movie may add some.
     const std::vector<std::string>& notes() const { return mNotes; }
 
 private:
-    /// When a frame is shown in the new movie, and for how long.
+    /// When a frame is shown in the new movie, and for how long, in MovieForm::timeBase.
     struct FrameSpan {
         std::int64_t time = 0;
         std::int64_t duration = 0;
@@ -96,7 +99,7 @@ private:
 
     std::filesystem::path mTarget;
     MovieForm mForm;
-    std::optional<FileBeside> mFile; ///< nothing on a pipe
+    std::optional<FileBeside> mFile; ///< nothing if the target is a pipe
     AvOutput mMovie;
     const VideoCodec* mCodec = nullptr;
     PixelCoding mCoding;
@@ -108,10 +111,10 @@ private:
     std::int64_t mCutFrames = 0;
     std::optional<CarriedStreams> mCarried;
     std::optional<std::int64_t> mStart;       ///< the source's time at which the movie starts
-    std::int64_t mWritten = 0;                ///< frames; what the encoder takes for their times
-    std::map<std::int64_t, FrameSpan> mTimes; ///< of frames in the encoder, by their counts
+    std::int64_t mWritten = 0;                ///< number of frames, also the encoder's timestamp
+    std::map<std::int64_t, FrameSpan> mTimes; ///< frames in the encoder, by their timestamp
     std::int64_t mLast = 0;                   ///< time of the last frame
-    std::int64_t mEnd = 0;                    ///< where that ends
+    std::int64_t mEnd = 0;                    ///< end of the last frame
     std::vector<std::string> mNotes;
 };
 

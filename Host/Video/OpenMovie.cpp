@@ -11,7 +11,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Text and single pictures are movies to FFmpeg, too.
+/// Returns false for text and still pictures, which FFmpeg reads as movies too.
 bool HoldsMovies(const AVInputFormat& format) {
     constexpr std::array<std::string_view, 6> kOthers{"tty", "bin", "xbin", "adf", "idf", "image2"};
     constexpr std::string_view kPicture = "_pipe";
@@ -22,7 +22,7 @@ bool HoldsMovies(const AVInputFormat& format) {
 } // namespace
 
 AvInput OpenMovie(const std::filesystem::path& file) {
-    // The protocol is said, so that no name is taken for an address on the net.
+    // The explicit protocol keeps FFmpeg from taking a name for a network address.
     const std::string address = file == kStandardStream ? "pipe:0" : "file:" + file.string();
     const std::string failure = fmt::format("cannot read '{}' as a movie", file.string());
     AVFormatContext* opened = nullptr;
@@ -31,7 +31,7 @@ AvInput OpenMovie(const std::filesystem::path& file) {
     CheckAv(avformat_open_input(&opened, address.c_str(), nullptr, options.address()), failure);
     AvInput movie(opened);
     if (!HoldsMovies(*movie->iformat)) {
-        throw Error(failure + ": it is none");
+        throw Error(failure + ": it is not one");
     }
     CheckAv(avformat_find_stream_info(movie.get(), nullptr), failure);
     return movie;

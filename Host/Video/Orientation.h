@@ -7,9 +7,9 @@
 namespace Kerovane::Host {
 
 /**
- * A turn by a multiple of 90 degrees, mirrored or not, from a stored picture to an upright one:
- * pixel (x, y) moves to (xx * x + xy * y, yx * x + yy * y), up to a shift. Each number is 0, 1 or
- * -1.
+ * A rotation by a multiple of 90 degrees, with or without mirroring, from a stored picture to the
+ * upright one. Pixel (x, y) moves to (xx * x + xy * y, yx * x + yy * y) plus a translation. Each
+ * coefficient is -1, 0 or 1.
  */
 struct Orientation {
     int xx = 1;
@@ -17,7 +17,7 @@ struct Orientation {
     int yx = 0;
     int yy = 1;
 
-    /// Of a display matrix of FFmpeg's; nothing if its angle is no multiple of 90 degrees.
+    /// Reads FFmpeg's display matrix. Returns nothing if its angle is not a multiple of 90 degrees.
     static std::optional<Orientation> of(std::span<const std::int32_t, 9> matrix);
 
     bool swapsSides() const { return xx == 0; }

@@ -14,14 +14,14 @@ namespace Kerovane::Host {
 namespace {
 
 constexpr std::size_t kColors = 255;
-constexpr std::uint8_t kTransparent = 255; ///< its place in the palette
+constexpr std::uint8_t kTransparent = 255; ///< its index in the palette
 constexpr std::size_t kChannels = 3;
 constexpr int kOpaque = 128;
 constexpr std::uint32_t kFullAlpha = 0xFF000000;
 
 using Rgb = std::array<std::uint8_t, kChannels>;
 
-/// How often colours that are the same in their upper five bits occur, and the sum of each channel.
+/// A set of similar colours: how many pixels they have, and the sum of each channel.
 struct Shade {
     std::uint32_t key = 0;
     std::uint64_t count = 0;
@@ -79,11 +79,11 @@ std::vector<Shade> Histogram(const AVFrame& rgba, const Key& keyOf) {
     return list;
 }
 
-/// Shades that get one colour.
+/// A set of shades that share one palette colour.
 struct Box {
     std::span<Shade> shades;
-    std::size_t widest = 0; ///< channel
-    double weight = 0;      ///< how much is gained by splitting it
+    std::size_t widest = 0; ///< the channel with the greatest range
+    double weight = 0;      ///< the benefit of splitting the box
 
     explicit Box(std::span<Shade> of) : shades(of) {
         std::uint64_t count = 0;
@@ -101,8 +101,8 @@ struct Box {
         }
     }
 
-    /// The number of shades on the near side of the median of the widest channel, which are
-    /// brought to the front; at least 1 and not all.
+    /// Splits the shades at the median of the widest channel: sorts them and returns how many
+    /// belong to the first half, at least 1 and not all.
     std::size_t divide() {
         std::ranges::sort(shades, {}, [this](const Shade& shade) { return shade.mean(widest); });
         std::uint64_t all = 0;

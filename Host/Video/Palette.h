@@ -5,9 +5,9 @@
 namespace Kerovane::Host {
 
 /**
- * The frame, of RGBA of 8 bits, in at most 255 colours and one that is transparent, for what is
- * less than half opaque. The colours are the frame's own if they are few enough, else means of
- * similar ones (median cut).
+ * Returns an 8-bit RGBA frame reduced to a palette of at most 255 colours and a transparent one,
+ * which pixels with less than half opacity get. Keeps the frame's own colours if there are few
+ * enough; otherwise each palette colour is the mean of similar colours (median cut).
  */
 AvFrame Palettized(const AVFrame& rgba);
 

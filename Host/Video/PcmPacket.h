@@ -7,8 +7,8 @@
 
 namespace Kerovane::Host {
 
-/// Bytes of a moment of sound that isn't compressed, so that packets can be cut to the sample; 0 if
-/// it is.
+/// Returns the bytes of one PCM sample of all channels, at which packets can be cut. Returns 0 if
+/// the sound is compressed.
 inline int PcmBlockSize(const AVCodecParameters& sound) {
     constexpr int kByte = 8;
     const int bits = av_get_exact_bits_per_sample(sound.codec_id);
@@ -16,7 +16,7 @@ inline int PcmBlockSize(const AVCodecParameters& sound) {
     return isPcm && bits % kByte == 0 ? bits / kByte * sound.ch_layout.nb_channels : 0;
 }
 
-/// Leaves of a packet of such sound what lies from `from` to `to`, in `unit`.
+/// Cuts a PCM packet to the time from `from` to `to`, in `unit`.
 inline void CutPcm(AVPacket& packet, const AVCodecParameters& sound, AVRational unit,
                    std::int64_t from, std::int64_t to) {
     const int block = PcmBlockSize(sound);

@@ -10,11 +10,12 @@ namespace {
 
 constexpr int kPlanes = 3;
 
-/// Samples of one plane. `shiftX` and `shiftY` halve the frame's sides so many times.
+/// The samples of one plane, whose sides are the frame's divided by 2 to the power of `shiftX` and
+/// `shiftY`.
 template <typename Sample>
 struct Plane {
     Sample* samples;
-    std::ptrdiff_t step; ///< samples from row to row
+    std::ptrdiff_t step; ///< from row to row, in samples
     std::ptrdiff_t width;
     std::ptrdiff_t height;
     int shiftX;
@@ -37,19 +38,19 @@ Plane<Sample> PlaneOf(const AVFrame& frame, int index) {
             .shiftY = shiftY};
 }
 
-/// Of a value that is not negative.
+/// Rounds a value that is not negative.
 std::int32_t Nearest(float value) {
-    const float raised = value + 0.5F; // so that cutting it off rounds
+    const float raised = value + 0.5F; // rounds when truncated
     return static_cast<std::int32_t>(raised);
 }
 
-/// Two neighbours on an axis, and how much the second one counts.
+/// Two neighbouring samples on an axis, with the weight of the second one.
 struct Neighbours {
     std::ptrdiff_t first;
     std::ptrdiff_t second;
     float share;
 
-    /// At `place` of the frame's axis, on that of a plane of `size` samples.
+    /// `place` is on the frame's axis; `size` is the number of samples on the plane's axis.
     Neighbours(float place, int shift, std::ptrdiff_t size) {
         const float inPlane = (place + 0.5F) / static_cast<float>(1 << shift) - 0.5F;
         const float kept = std::clamp(inPlane, 0.0F, static_cast<float>(size - 1));
@@ -59,7 +60,7 @@ struct Neighbours {
     }
 };
 
-/// Between the four samples around the place.
+/// Interpolates between the four samples around a place.
 template <typename Sample>
 Sample SampleAt(const Plane<Sample>& plane, CellMap::Place place) {
     const Neighbours x(place.x, plane.shiftX, plane.width);
@@ -83,8 +84,8 @@ std::vector<Sample> SamplesOf(const CellMap& map, const Plane<Sample>& plane) {
     return samples;
 }
 
-/// Adds each pixel's sample, `times` over, to the sum of the column that it lies in; 2 to the power
-/// of `shift` pixels share one.
+/// Adds each pixel's sample, times `times`, to its column's sum. A column covers 2 to the power of
+/// `shift` pixels.
 template <typename Sample>
 void AddRow(const std::vector<CellMap::Run>& runs, const std::vector<Sample>& samples, int shift,
             std::uint32_t times, std::uint32_t* sums) {
@@ -116,13 +117,13 @@ void FillRow(const std::vector<CellMap::Run>& runs, const std::vector<Sample>& s
     }
 }
 
-/// The frame's rows that a plane's row stands for: up to `end`.
+/// The frame's rows that one row of a plane covers, up to before `end`.
 struct FrameRows {
     std::ptrdiff_t begin;
     std::ptrdiff_t end;
 };
 
-/// The mean of the pixels that lie in each column.
+/// Fills a row of a plane with the mean of the pixels that each sample covers.
 template <typename Sample>
 void MeanRow(const CellMap& map, FrameRows rows, const std::vector<Sample>& samples,
              const Plane<Sample>& plane, Sample* row) {
@@ -137,13 +138,13 @@ void MeanRow(const CellMap& map, FrameRows rows, const std::vector<Sample>& samp
     }
     const auto divide = [&](std::ptrdiff_t begin, std::ptrdiff_t end, std::ptrdiff_t columns) {
         const std::uint32_t count = height * static_cast<std::uint32_t>(columns);
-        const float share = 1 / static_cast<float>(count); // sums are far below the float's digits
+        const float share = 1 / static_cast<float>(count); // exact enough: sums are below 2^24
         for (std::ptrdiff_t x = begin; x < end; ++x) {
             const auto sum = static_cast<std::int32_t>(sums[static_cast<std::size_t>(x)]);
             row[x] = static_cast<Sample>(Nearest(static_cast<float>(sum) * share));
         }
     };
-    const std::ptrdiff_t last = plane.width - 1; // may be cut off
+    const std::ptrdiff_t last = plane.width - 1; // covers fewer pixels if the width is odd
     divide(0, last, std::ptrdiff_t{1} << plane.shiftX);
     divide(last, plane.width, map.width() - (last << plane.shiftX));
 }

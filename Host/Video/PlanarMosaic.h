@@ -7,20 +7,19 @@
 namespace Kerovane::Host {
 
 /**
- * Draws frames of luma and chroma as they are stored, plane by plane: without the ways to pixels of
- * red, green and blue and back, which take longer than the drawing, and which lose a little of the
- * colours. A sample of chroma that lies on several cells is their mean.
+ * Draws the mosaic plane by plane on frames of luma and chroma. This avoids the conversions to and
+ * from RGB, which take longer than the drawing and lose a little colour. A chroma sample that
+ * covers several cells gets their mean.
  */
 class PlanarMosaic {
 public:
-    /// `coding` is one that can be drawn.
+    /// `coding` must be one that canDraw() accepts.
     PlanarMosaic(CellMap map, const PixelCoding& coding);
 
-    /// Whether frames of that format are planes of luma and chroma without alpha.
+    /// Returns whether the format consists of planes of luma and chroma without alpha.
     static bool canDraw(AVPixelFormat format);
 
-    /// Returns a new frame; `in` is of the map's size and of the format. May be called from several
-    /// threads at a time.
+    /// Returns a new frame. `in` must have the map's size and the coding's format. Thread-safe.
     AvFrame draw(const AVFrame& in);
 
 private:

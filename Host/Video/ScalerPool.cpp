@@ -16,13 +16,14 @@ const AVPixFmtDescriptor& Descriptor(AVPixelFormat format) {
     return *descriptor;
 }
 
-/// The fast ways of 8 bits are those that FFmpeg's own tools go; what is deeper is kept exact.
+/// Selects FFmpeg's fast conversions for 8 bits, as its own tools do, and exact ones for deeper
+/// formats.
 int FlagsFor(AVPixelFormat from, AVPixelFormat to) {
     constexpr int kExact = SWS_ACCURATE_RND | SWS_FULL_CHR_H_INT | SWS_FULL_CHR_H_INP;
     return std::max(BitsOf(from), BitsOf(to)) > 8 ? SWS_BICUBIC | kExact : SWS_BICUBIC;
 }
 
-/// Returns the coefficients of `matrix`; unknown ones are read as FFmpeg's tools read them.
+/// Returns the coefficients of `matrix`. An unspecified matrix is read as FFmpeg's tools read it.
 const int* Coefficients(AVColorSpace matrix) {
     return sws_getCoefficients(matrix == AVCOL_SPC_RGB ? int{SWS_CS_DEFAULT} : int{matrix});
 }

@@ -8,25 +8,25 @@
 
 namespace Kerovane::Host {
 
-/// A pixel format and what its numbers mean.
+/// A pixel format and the meaning of its numbers.
 struct PixelCoding {
     AVPixelFormat format = AV_PIX_FMT_NONE;
     ColorTags color;
 };
 
-/// Whether numbers mean the same colours.
+/// Returns whether both encode colours in the same way.
 bool HaveSameMeaning(const PixelCoding& one, const PixelCoding& other);
 
 /**
- * Converts frames of one size from one pixel format to another. May be used from several threads at
- * a time: each borrows a converter of its own.
+ * Converts frames of one size between two pixel formats. Thread-safe: each thread borrows a
+ * converter of its own.
  */
 class ScalerPool {
 public:
-    /// Throws Error if FFmpeg can't convert between the two.
+    /// Throws Error if FFmpeg cannot convert between the formats.
     ScalerPool(int width, int height, const PixelCoding& from, const PixelCoding& to);
 
-    /// Fills `to`, whose memory there is.
+    /// Fills `to`, whose pixels are allocated already.
     void convert(const AVFrame& from, AVFrame& to);
 
 private:
@@ -41,21 +41,22 @@ private:
     std::vector<AvScaler> mFree;
 };
 
-/// The same without what the name of the pixel format says of the range: YUVJ420P is YUV420P.
+/// Moves the range that some pixel formats imply into the tags: YUVJ420P becomes full-range
+/// YUV420P.
 PixelCoding Plain(PixelCoding coding);
 
-/// Some encoders look there for what others are told when they are opened.
+/// Sets a frame's tags, because some encoders read them there rather than in their settings.
 void SetTags(AVFrame& frame, const ColorTags& color);
 
-/// An empty frame with memory for its pixels.
+/// Returns a frame with uninitialized pixels.
 AvFrame NewFrame(AVPixelFormat format, int width, int height);
 
-/// The bits of the format's widest channel.
+/// Returns the bits of the format's widest channel.
 int BitsOf(AVPixelFormat format);
 
 bool HasAlpha(AVPixelFormat format);
 
-/// Whether the channels are red, green and blue rather than luma and chroma.
+/// Returns whether the format is RGB rather than luma and chroma.
 bool IsRgb(AVPixelFormat format);
 
 } // namespace Kerovane::Host

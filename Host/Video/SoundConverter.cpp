@@ -56,7 +56,7 @@ void SoundConverter::openDecoder(const AVStream& from) {
 }
 
 void SoundConverter::openEncoder(AVCodecID id, bool globalHeader) {
-    constexpr std::int64_t kBitsPerChannel = 64000; // a second
+    constexpr std::int64_t kBitsPerChannel = 64000; // per second
     const AVCodec* codec = avcodec_find_encoder(id);
     if (codec == nullptr) {
         throw Error("there is no encoder for the sound");
@@ -83,7 +83,7 @@ void SoundConverter::finish() {
     encode(nullptr);
 }
 
-/// Sound that can't be decoded is left out.
+/// Decodes a packet, or the rest if it is null. Sound that cannot be decoded is dropped.
 void SoundConverter::decode(const AVPacket* packet) {
     avcodec_send_packet(mDecoder.get(), packet);
     const AvFrame sound = NewFrame();

@@ -6,11 +6,11 @@
 
 namespace Kerovane::Host {
 
-/** Decodes sound and encodes it anew, for containers that don't hold it as it is. */
+/** Decodes and re-encodes sound for containers that do not hold its codec. */
 class SoundConverter : public StreamCarrier {
 public:
-    /// Describes the sound in `to`, a new stream of a movie that hasn't begun. Throws Error if it
-    /// can't be converted.
+    /// Sets up `to`, a new stream of a movie whose header is not written yet. Throws Error if the
+    /// sound cannot be converted.
     SoundConverter(const AVStream& from, AVStream& to, AVCodecID codec, bool globalHeader,
                    PacketSink sink);
 
@@ -32,7 +32,7 @@ private:
     AVStream& mTo;
     PacketSink mSink;
     bool mHasBegun = false;
-    std::int64_t mTime = 0; ///< of the next sample to encode, in samples
+    std::int64_t mTime = 0; ///< time of the next sample to encode, in samples
 };
 
 } // namespace Kerovane::Host

@@ -6,12 +6,12 @@
 
 namespace Kerovane::Host {
 
-/// Takes a packet of a stream of the movie that is written, in that stream's unit of time.
+/// Writes a packet of a target stream, whose times are in that stream's time base.
 using PacketSink = std::function<void(AVPacket&)>;
 
 /**
- * Brings the packets of one stream, such as sound, from a movie to another. Their times count from
- * the new movie's start, in the old stream's unit.
+ * Carries the packets of one stream, such as sound, to another movie. Their times count from the
+ * new movie's start, in the source stream's time base.
  */
 class StreamCarrier {
 public:
@@ -22,7 +22,7 @@ public:
 
     virtual void carry(AVPacket& packet) = 0;
 
-    /// After the last packet.
+    /// Called after the last packet.
     virtual void finish() {}
 };
 

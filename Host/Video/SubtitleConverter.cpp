@@ -10,7 +10,7 @@ namespace {
 constexpr const char* kFailure = "the subtitles can't be converted";
 constexpr AVRational kMilliseconds{1, 1000};
 
-/// A decoded subtitle, which frees what it holds.
+/// A decoded subtitle that frees its content.
 struct Subtitle : AVSubtitle {
     Subtitle() : AVSubtitle() {}
     ~Subtitle() { avsubtitle_free(this); }

@@ -4,14 +4,14 @@
 
 namespace Kerovane::Host {
 
-/// Whether a codec's subtitles are text, so that one such codec's can be made of another's.
+/// Returns whether a codec's subtitles are text. Text subtitles can be converted between codecs.
 bool IsTextSubtitle(AVCodecID codec);
 
-/** Writes subtitles of text anew, for containers that don't hold them as they are. */
+/** Converts text subtitles for containers that do not hold their codec. */
 class SubtitleConverter : public StreamCarrier {
 public:
-    /// Describes the subtitles in `to`, a new stream of a movie that hasn't begun. Throws Error if
-    /// they can't be converted.
+    /// Sets up `to`, a new stream of a movie whose header is not written yet. Throws Error if the
+    /// subtitles cannot be converted.
     SubtitleConverter(const AVStream& from, AVStream& to, AVCodecID codec, PacketSink sink);
 
     void carry(AVPacket& packet) override;

@@ -15,14 +15,14 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// From 1 to 100 on the scale of a codec, whose best and worst these are.
+/// Maps a quality from 1 to 100 to the codec's scale from `worst` to `best`.
 int Scaled(int quality, double best, double worst) {
     constexpr double kSteps = 99;
     return static_cast<int>(worst + (best - worst) * (quality - 1) / kSteps + 0.5);
 }
 
-/// 66 is the encoders' 18, which the eye takes for the original. 0, which is lossless, would make
-/// a profile that few players know.
+/// Quality 66 becomes the encoders' CRF 18, which looks like the original. The scale excludes CRF
+/// 0, lossless, because it needs a profile that few players support.
 void SetH26xQuality(AVCodecContext&, AvOptions& options, int quality) {
     options.set("crf", fmt::format("{}", Scaled(quality, 1, 51)));
 }

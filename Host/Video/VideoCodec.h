@@ -9,7 +9,7 @@
 
 namespace Kerovane::Host {
 
-/// The pixel formats that a codec is given. AV_PIX_FMT_NONE if there is none of the kind.
+/// A codec's pixel formats; AV_PIX_FMT_NONE for kinds that it lacks.
 struct CodecFormats {
     AVPixelFormat opaque8 = AV_PIX_FMT_NONE;
     AVPixelFormat opaqueDeep = AV_PIX_FMT_NONE;
@@ -17,49 +17,50 @@ struct CodecFormats {
     AVPixelFormat alphaDeep = AV_PIX_FMT_NONE;
 };
 
-/// Which of them a movie needs.
+/// What a movie requires of a pixel format.
 struct CodecDemand {
-    bool deep = false;  ///< more than 8 bits
-    bool alpha = false; ///< holes
+    bool deep = false;  ///< more than 8 bits per channel
+    bool alpha = false; ///< transparency
 };
 
-/** A way to encode moving pictures, as users name it. */
+/** A video codec as users choose it. */
 struct VideoCodec {
-    std::string_view name;    ///< as --codec takes it
+    std::string_view name;    ///< for --codec
     const char* encoder = ""; ///< FFmpeg's name
     CodecFormats formats;
-    std::span<const std::string_view> extensions{}; ///< whose movies have it unless told otherwise
+    std::span<const std::string_view> extensions{}; ///< of the movies that have it by default
     bool isLossless = false;
-    bool needsEvenSides = false; ///< for colour at half the size
-    bool needsQuality = true;    ///< else the codec has a rate of its own
-    unsigned tag = 0;            ///< of its own in .mp4 and .mov; 0: as FFmpeg has it
+    bool needsEvenSides = false; ///< because chroma is subsampled
+    bool needsQuality = true;    ///< else the codec chooses its own bit rate
+    unsigned tag = 0;            ///< in MP4 and MOV; 0: FFmpeg's default
 
-    /// Sets what the codec always has, by pixel format.
+    /// Sets the codec's fixed options, depending on the pixel format. May be null.
     void (*prepare)(AVCodecContext&, AvOptions&) = nullptr;
 
-    /// Sets the quality, 1 to 100; null if it has no scale.
+    /// Sets the quality, 1 to 100. Null if the codec has no such scale.
     void (*setQuality)(AVCodecContext&, AvOptions&, int) = nullptr;
 
-    /// Null if this build of FFmpeg lacks it.
+    /// Returns null if this build of FFmpeg lacks the encoder.
     const AVCodec* find() const { return avcodec_find_encoder_by_name(encoder); }
 
-    /// The format for a demand, else the nearest that the codec has: holes come before bits.
+    /// Returns the format that meets the demand, or else the nearest one. Alpha takes precedence
+    /// over bits.
     AVPixelFormat formatFor(CodecDemand demand) const;
 };
 
-/// The codec of that name. Throws Error, which names those that there are, if there is none or this
-/// build lacks it.
+/// Returns the codec with that name. Throws Error, which lists the available names, if there is
+/// none or this build lacks its encoder.
 const VideoCodec& CodecNamed(std::string_view name);
 
-/// The codec that movies with that extension, such as ".mp4", have unless told otherwise; null if
-/// none has.
+/// Returns the default codec for movies with that extension, such as ".mp4", or null if there is
+/// none.
 const VideoCodec* CodecForExtension(std::string_view extension);
 
-/// Names of all codecs, and of those that this build has.
+/// Return the names of all codecs, and of those that this build has.
 std::vector<std::string> AllCodecNames();
 std::vector<std::string> CodecNames();
 
-/// Extensions of the movies that this build writes.
+/// Returns the extensions of the movies that this build can write.
 std::vector<std::string> MovieExtensions();
 
 } // namespace Kerovane::Host

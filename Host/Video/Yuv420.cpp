@@ -12,7 +12,8 @@ extern "C" {
 
 namespace Kerovane::Host {
 
-/// Red, green and blue of a row's pixels, in 256ths: loops over such arrays become vectors.
+/// The red, green and blue of a row's pixels in separate arrays, in 256ths of a level, so that the
+/// compiler vectorizes the loops.
 struct Yuv420::Row {
     explicit Row(std::ptrdiff_t size) : width(size), values(static_cast<std::size_t>(3 * size)) {}
 
@@ -30,8 +31,8 @@ struct Yuv420::Row {
 namespace {
 
 constexpr std::uint16_t kHighByte = 0xff00;
-constexpr std::uint16_t kHalf = 128;              // of a level, in 256ths: rounds
-constexpr std::uint16_t kGrey = (128 << 8) + 127; // of chroma; a little less, to stay below 256
+constexpr std::uint16_t kHalf = 128;              // half a level, for rounding
+constexpr std::uint16_t kGrey = (128 << 8) + 127; // zero chroma; 127 rounds and cannot overflow
 
 std::uint16_t Weight(double part) {
     constexpr double kOne = 65536;
@@ -39,7 +40,7 @@ std::uint16_t Weight(double part) {
     return static_cast<std::uint16_t>(std::min(part * kOne + 0.5, kMost));
 }
 
-/// The product's upper half.
+/// Returns the upper half of the product.
 std::uint16_t Times(std::uint16_t value, std::uint16_t weight) {
     return static_cast<std::uint16_t>(std::uint32_t{value} * weight >> 16U);
 }
@@ -60,7 +61,7 @@ void Split(const std::byte* argb, std::ptrdiff_t width, std::uint16_t* red, std:
     }
 }
 
-/// The mean of each two pixels of two rows, one above the other.
+/// Averages blocks of 2 by 2 pixels from two rows.
 void Halve(const std::uint16_t* upper, const std::uint16_t* lower, std::ptrdiff_t width,
            std::uint16_t* half) {
     for (std::ptrdiff_t x = 0; x < width; ++x) {
@@ -83,7 +84,7 @@ std::optional<Yuv420> Yuv420::of(const ColorTags& color) {
     const double blue = av_q2d(luma->cb);
     const bool isFull = color.range == AVCOL_RANGE_JPEG;
     const double white = isFull ? 1 : 219.0 / 255;
-    const double most = isFull ? 0.5 : 112.0 / 255; // of chroma, to either side
+    const double most = isFull ? 0.5 : 112.0 / 255; // greatest chroma in either direction
     const double toBlue = most / (1 - blue);
     const double toRed = most / (1 - red);
     constexpr std::uint16_t kBlack = 16 << 8;

@@ -1,4 +1,4 @@
-// What the server answers. Addresses are relative: the page's own holds the token.
+// Requests to the server. Addresses are relative, because the page's address contains the token.
 
 async function check(response) {
     if (!response.ok) {
@@ -21,7 +21,7 @@ export async function postFile(path, query, file) {
     return (await check(await fetch(withQuery(path, query), {method: "POST", body: file}))).json();
 }
 
-/// A picture as it is drawn, and what the server tells of it.
+/// Returns a rendered picture with the renderer's name and time.
 export async function getPicture(path, query, signal) {
     const response = await check(await fetch(withQuery(path, query), {signal}));
     const blob = await response.blob();

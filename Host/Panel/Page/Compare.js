@@ -1,4 +1,4 @@
-// Two looks beside each other: the one that is worked on, A, and one that was kept, B.
+// Compares two looks: A, which is being edited, and B, which was kept.
 
 import {byId} from "./Dom.js";
 import {store} from "./Store.js";

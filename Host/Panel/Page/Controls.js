@@ -1,4 +1,4 @@
-// The parameters: one row each, made from what the server tells of them.
+// The parameters' controls: one row each, built from the parameters' description by the server.
 
 import {byId, clamp, make, makeSvg, shortNumber} from "./Dom.js";
 import {store} from "./Store.js";
@@ -10,7 +10,7 @@ const isPopup = (parameter) => parameter.type === "popup";
 const isAngle = (parameter) => parameter.type === "angle";
 const takesWhole = (parameter) => parameter.type === "slider";
 
-/// A parameter's row. `tryValue` is called while a value changes.
+/// A parameter's row of controls. `tryValue` is called while the user drags.
 class Row {
     constructor(parameter, tryValue) {
         this.parameter = parameter;
@@ -24,7 +24,7 @@ class Row {
         return this.parameter.option;
     }
 
-    /// As the command takes it.
+    /// Returns the value's text as the command takes it.
     text(value) {
         if (isSwitch(this.parameter)) {
             return value ? "true" : "false";
@@ -106,7 +106,7 @@ class Row {
         return input;
     }
 
-    /// Over the whole range.
+    /// Makes an input for the whole valid range.
     #makeNumber(id) {
         const {parameter} = this;
         const {min, max} = parameter.valid;
@@ -123,7 +123,8 @@ class Row {
         return [input, make("span", {class: "unit", "aria-hidden": "true"}, sign)];
     }
 
-    /// Arrow keys go on by a unit of the last decimal shown, with Shift by ten.
+    /// Changes the value by one unit with the arrow keys, or by ten with Shift. The unit is 1 for
+    /// wide ranges and the last decimal shown for others.
     #stepByKey(event, input, decimals) {
         const direction = {ArrowUp: 1, ArrowDown: -1}[event.key];
         if (direction) {
@@ -134,7 +135,7 @@ class Row {
         }
     }
 
-    /// Over the range that is useful most of the time.
+    /// Makes a slider for the range that is useful in most cases.
     #makeSlider() {
         const {min, max} = this.parameter.slider;
         const step = takesWhole(this.parameter) ? 1 : max - min > 50 ? 0.1 : 0.01;
@@ -158,7 +159,8 @@ class Row {
                                      "aria-valuemin": this.parameter.valid.min,
                                      "aria-valuemax": this.parameter.valid.max},
             makeSvg("circle", {cx: 12, cy: 12, r: 10.5}), hand);
-        // Keeps the turns that the angle has beyond one.
+        // Returns the angle under the pointer, with the same number of full turns as the current
+        // value.
         const angleAt = (event) => {
             const box = dial.getBoundingClientRect();
             const angle = Math.atan2(event.clientY - box.top - box.height / 2,
@@ -198,7 +200,7 @@ class Row {
         this.inputs.forEach((input) => input(value));
     }
 
-    /// The key at the frame that is looked at; -1 if there is none.
+    /// Returns the index of the key at the current frame, or -1.
     keyIndex() {
         const keys = store.state.parameters[this.option].keys ?? [];
         return keys.findIndex(({frame}) => Math.abs(frame - store.frame) < 0.5);

@@ -1,9 +1,9 @@
-// Small helpers for making elements.
+// Small helpers for creating elements.
 
 export const byId = (id) => document.getElementById(id);
 
-/// An element with attributes and children. `on...` attributes are listeners; false and null leave
-/// an attribute out.
+/// Creates an element with attributes and children. Attributes that begin with "on" are listeners;
+/// those that are false, null or undefined are left out.
 export function make(tag, attributes = {}, ...children) {
     const element = document.createElement(tag);
     apply(element, attributes);
@@ -11,7 +11,7 @@ export function make(tag, attributes = {}, ...children) {
     return element;
 }
 
-/// The same in SVG.
+/// Creates an SVG element in the same way.
 export function makeSvg(tag, attributes = {}, ...children) {
     const element = document.createElementNS("http://www.w3.org/2000/svg", tag);
     apply(element, attributes);
@@ -31,12 +31,12 @@ function apply(element, attributes) {
 
 export const clamp = (value, least, most) => Math.min(Math.max(value, least), most);
 
-/// A number with at most so many decimals, and no more than it needs.
+/// Formats a number with at most `decimals` decimals, without trailing zeros.
 export const shortNumber = (value, decimals) => String(Number(value.toFixed(decimals)));
 
 let hideTimer = 0;
 
-/// Tells something at the lower edge for a while, and to screen readers.
+/// Shows a message at the bottom edge for a while; screen readers announce it.
 export function tell(text, isProblem = false) {
     const line = byId("message");
     line.textContent = text;

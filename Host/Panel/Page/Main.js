@@ -1,4 +1,4 @@
-// The page: puts the parts together, and knows the keys.
+// The page: connects its parts and handles the keyboard.
 
 import {postFile} from "./Api.js";
 import {makeCompare} from "./Compare.js";
@@ -33,7 +33,8 @@ function showPicture({picture}) {
     byId("stage").dataset.shows = Number(byId("stage").dataset.shows ?? 0) + 1;
 }
 
-/// At rest the values and lines come too, and presets as they look here.
+/// Once the frame or the look stops changing, the values, the lines and the preset thumbnails are
+/// updated too.
 let settling = 0;
 
 function showState() {
@@ -100,7 +101,7 @@ function listenToDrops() {
                                   async () => store.take(await postFile("drop", {name: ""}, "")));
 }
 
-// Keys.
+// Keyboard.
 
 const cycle = (select) => {
     select.selectedIndex = (select.selectedIndex + 1) % select.options.length;
@@ -131,7 +132,7 @@ const keys = {
 
 const panKeys = {ArrowLeft: [1, 0], ArrowRight: [-1, 0], ArrowUp: [0, 1], ArrowDown: [0, -1]};
 
-/// Whether a key belongs to what has the focus.
+/// Returns whether the focused element handles the key itself.
 function takesKey(element, key) {
     if (element.closest("dialog")) {
         return true;

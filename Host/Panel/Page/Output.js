@@ -1,4 +1,4 @@
-// What comes out: lines for a shell, files, renderings.
+// Output: shell lines, files and rendering.
 
 import {addressOf, getJson} from "./Api.js";
 import {byId, make, tell} from "./Dom.js";
@@ -25,7 +25,7 @@ function note(name) {
         ? " (it knows no keys: the values of this frame)" : "";
 }
 
-/// Lines break between words, not at the hyphens within them.
+/// Lets lines break between words only, not at hyphens within them.
 const wordsOf = (line) => line.split(" ").flatMap(
     (word) => [make("span", {}, word), " "]).slice(0, -1);
 

@@ -1,5 +1,5 @@
-// Which pictures are asked for, and when: while something moves, small ones of the newest state and
-// one at a time; at rest, those that the command would write.
+// Decides which pictures to request and when: during changes small previews of the newest state,
+// one request at a time, and afterwards the pictures that the command would write.
 
 import {getPicture} from "./Api.js";
 import {tell} from "./Dom.js";
@@ -7,7 +7,7 @@ import {store} from "./Store.js";
 
 const manyPixels = 4e6;
 
-/// Sends one request at a time. Of those that come meanwhile the last one is sent.
+/// Runs one request at a time. Of the requests that arrive meanwhile only the last is run.
 class Newest {
     #isBusy = false;
     #waiting = null;
@@ -37,7 +37,7 @@ class Newest {
     }
 }
 
-/// One of the pictures that lie over each other: the effect's, the source, or that of the other
+/// One of the pictures that the viewer composes: the result, the source, or the result of the other
 /// look.
 class Layer {
     shown = null;  // {bitmap, view, isStill}
@@ -51,7 +51,7 @@ class Layer {
         this.changed = changed;
     }
 
-    /// A picture of `view` with `tried` values.
+    /// Requests a preview of `view`. `tried` are values that are not set yet.
     preview(frame, view, tried = {}) {
         this.#key = "";
         this.#abort?.abort();
@@ -69,8 +69,8 @@ class Layer {
         });
     }
 
-    /// The whole frame without a loss, if it isn't here. One that takes long is preceded by a
-    /// picture of `view`.
+    /// Requests the whole frame without loss, unless it is shown already. If the frame is large, a
+    /// preview of `view` is shown first.
     async rest(frame, revision, view) {
         const key = `${frame} ${revision}`;
         if (key === this.#key) {
@@ -99,7 +99,7 @@ class Layer {
         }
     }
 
-    /// Whether a preview is under way.
+    /// Whether a preview is being loaded.
     get isBusy() {
         return this.#previews.isBusy;
     }
@@ -126,5 +126,5 @@ export function makeLayers(changed) {
     };
 }
 
-/// What a source's picture depends on, beside the frame.
+/// Returns a key that changes if the source pictures change.
 export const footageKey = () => `${store.state.footage.name} ${store.state.footage.dropped}`;

@@ -1,4 +1,4 @@
-// Presets as pictures of this very picture.
+// Presets, shown as thumbnails of the current picture.
 
 import {addressOf} from "./Api.js";
 import {byId, make, tell} from "./Dom.js";

@@ -1,4 +1,4 @@
-// What all parts of the page share: the server's state, and the frame that is looked at.
+// State shared by all parts of the page: the server's state and the current frame.
 
 import {getJson, postJson} from "./Api.js";
 import {tell} from "./Dom.js";
@@ -19,7 +19,7 @@ class Store extends EventTarget {
         this.take(state);
     }
 
-    /// Takes a state that the server sent.
+    /// Takes over a state sent by the server.
     take(state) {
         const footage = JSON.stringify(state.footage);
         const isNew = !this.state || JSON.stringify(this.state.footage) !== footage;
@@ -40,7 +40,7 @@ class Store extends EventTarget {
         }
     }
 
-    /// Has the server do something, after what it was asked before.
+    /// Sends an order to the server after all earlier ones were answered.
     send(path, order) {
         const sent = this.#orders.then(async () => {
             try {
@@ -51,7 +51,7 @@ class Store extends EventTarget {
                 return answer;
             } catch (error) {
                 tell(error.message, true);
-                this.take(this.state); // controls go back to what holds
+                this.take(this.state); // resets the controls
                 return null;
             }
         });
@@ -63,7 +63,8 @@ class Store extends EventTarget {
         return this.send("edit", {frame: this.frame, ...order});
     }
 
-    /// A name for changes that follow each other closely, which undo takes back as one.
+    /// Returns a name for the current gesture: changes with the same `name` within a second of each
+    /// other share it, and undo takes them back together.
     gesture(name) {
         const now = performance.now();
         if (name !== this.#gesture.name || now - this.#gesture.time > 1000) {
@@ -85,13 +86,13 @@ class Store extends EventTarget {
         }
     }
 
-    /// Goes so many frames on, or back.
+    /// Moves by `count` frames, back if negative.
     step(count) {
         const index = this.frames.indexOf(this.frame) + count;
         this.setFrame(this.frames[Math.min(Math.max(index, 0), this.frames.length - 1)]);
     }
 
-    /// Asks for the values at the frame, and the lines that render it.
+    /// Loads the values and shell lines of the current frame.
     async loadFrame() {
         const frame = this.frame;
         const answer = await getJson("frame", {frame});

@@ -1,17 +1,17 @@
-// Frames and keys over time.
+// The timeline: frames, and keys over time.
 
 import {getJson} from "./Api.js";
 import {byId, clamp, make, makeSvg, shortNumber, tell} from "./Dom.js";
 import {store} from "./Store.js";
 
-const margin = 14; // pixels before the first frame
-const labels = 44;  // and behind the last one, for values
+const margin = 14; // left of the first frame, in pixels
+const labels = 44;  // right of the last frame, for the values
 
 export class Timeline {
     #option = "";
     #isPlaying = false;
     #copied = null;
-    #dragged = null; // {index, frame}: where a key would come to lie
+    #dragged = null; // {index, frame}: the key that is being dragged, and its new frame
     #curve = "";
     #curveQuery = 0;
 
@@ -77,7 +77,7 @@ export class Timeline {
         }
     }
 
-    // Places.
+    // Positions.
 
     #x(frame) {
         const width = this.svg.clientWidth - margin - labels;
@@ -90,7 +90,7 @@ export class Timeline {
         return Math.round(this.first + clamp(share, 0, 1) * (this.last - this.first));
     }
 
-    /// The nearest frame that there is.
+    /// Returns the first existing frame at or after the one under the pointer, or the last frame.
     #frameAt(clientX) {
         const wanted = this.#frameNumberAt(clientX);
         const {frames} = store;
@@ -156,7 +156,7 @@ export class Timeline {
         });
     }
 
-    /// The mark itself is made anew as it moves, so the curve listens.
+    /// The key's mark is recreated as it moves, so the listeners are on the whole curve.
     #dragKey(event, index) {
         const key = this.#keys[index];
         const option = this.#option;
@@ -211,7 +211,7 @@ export class Timeline {
         this.svg.querySelectorAll(".key-mark")[index]?.focus();
     }
 
-    // Playing.
+    // Playback.
 
     togglePlaying() {
         this.#isPlaying ? this.stop() : this.play();
@@ -233,7 +233,8 @@ export class Timeline {
         button.setAttribute("aria-label", this.#isPlaying ? "Pause" : "Play");
     }
 
-    /// At the shot's rate, over and over. What doesn't come in time is left out, and counted.
+    /// Plays in a loop at the shot's frame rate. Frames that arrive too late are skipped and
+    /// counted.
     play() {
         if (!store.isMoving) {
             return;
@@ -261,7 +262,7 @@ export class Timeline {
         tick();
     }
 
-    // Showing.
+    // Drawing.
 
     update() {
         byId("timeline").hidden = !store.isMoving;
@@ -300,7 +301,7 @@ export class Timeline {
             make("option", {value: name, selected: here?.way === name}, name)));
     }
 
-    /// The curve's values come from the server.
+    /// Loads the curve's values from the server if they changed, and draws them.
     async #draw() {
         const width = this.svg.clientWidth;
         const height = this.svg.clientHeight;

@@ -1,4 +1,4 @@
-// The picture: how large it is shown, what lies beside it, and what lies under the pointer.
+// The viewer: zoom and position of the picture, comparison, and what lies under the pointer.
 
 import {getJson} from "./Api.js";
 import {byId, clamp, shortNumber} from "./Dom.js";
@@ -14,7 +14,7 @@ export class Viewer extends EventTarget {
     #context = this.#canvas.getContext("2d");
     #layers = makeLayers((layer) => this.#layerChanged(layer));
     #isFitted = true;
-    #scale = 1;           // screen pixels to one of the picture's
+    #scale = 1;           // screen pixels per picture pixel
     #offset = {x: 0, y: 0};
     #compare = "off";     // "split", "other" or "sides"
     #split = 0.5;
@@ -37,16 +37,16 @@ export class Viewer extends EventTarget {
         });
     }
 
-    // What is shown.
+    // Loading.
 
-    /// Asks for what there is to see at rest.
+    /// Shows the final picture.
     rest() {
         this.#tried = {};
         this.#isMoving = false;
         this.#ask();
     }
 
-    /// Shows the newest state quickly, with values that aren't set yet.
+    /// Shows a quick preview. `tried` are values that are not set yet.
     move(tried = {}) {
         this.#tried = Object.fromEntries(
             Object.entries(tried).map(([option, value]) => [`set.${option}`, value]));
@@ -89,19 +89,19 @@ export class Viewer extends EventTarget {
         }
     }
 
-    // Where it lies.
+    // Geometry.
 
     get #size() {
         return store.state.footage;
     }
 
-    /// Of one picture, in screen pixels.
+    /// The area for one picture, in screen pixels.
     get #stage() {
         const {width, height} = this.#canvas;
         return {width: this.#compare === "sides" ? Math.floor(width / 2) - 1 : width, height};
     }
 
-    /// The part of the picture that can be seen, and how large that is.
+    /// Returns the visible part of the picture, and its size on the screen.
     #visible() {
         const {width, height} = this.#size;
         const stage = this.#stage;
@@ -148,7 +148,7 @@ export class Viewer extends EventTarget {
         this.#viewChanged();
     }
 
-    /// Around a point of the canvas, else its middle.
+    /// Zooms around a point of the canvas, which is its centre by default.
     zoom(factor, point = {x: this.#stage.width / 2, y: this.#stage.height / 2}) {
         const scale = clamp(this.#scale * factor, leastScale, mostScale);
         const share = scale / this.#scale;
@@ -173,7 +173,7 @@ export class Viewer extends EventTarget {
         this.#paint();
     }
 
-    // What lies beside and behind it.
+    // Background and comparison.
 
     setGround(ground) {
         this.#ground = ground;
@@ -240,7 +240,7 @@ export class Viewer extends EventTarget {
         this.#paintCell();
     }
 
-    /// Moved `shift` to the right, between `left` and `right`.
+    /// Paints a layer, moved to the right by `shift` and clipped to `left` and `right`.
     #paintLayer(layer, shift, left, right) {
         const picture = layer.shown;
         if (!picture || right <= left) {
@@ -310,7 +310,7 @@ export class Viewer extends EventTarget {
         context.restore();
     }
 
-    // The pointer.
+    // Pointer.
 
     #listen() {
         const stage = byId("stage");
@@ -354,7 +354,7 @@ export class Viewer extends EventTarget {
         });
     }
 
-    /// Tells what lies at a point of the canvas.
+    /// Shows information about the pixel at a point of the canvas.
     #look(point) {
         const {width, height} = store.state?.footage ?? {width: 0, height: 0};
         const x = point ? Math.floor((point.x - this.#offset.x) / this.#scale) : -1;
@@ -367,7 +367,8 @@ export class Viewer extends EventTarget {
         this.#queryCell({x, y});
     }
 
-    /// One question at a time, the newest next.
+    /// Requests the cell at a place. Of the places that come up during a request only the last is
+    /// requested next.
     async #queryCell(place) {
         const query = this.#cellQuery;
         query.next = place;
@@ -411,7 +412,7 @@ export class Viewer extends EventTarget {
     }
 }
 
-/// The border of an area that is given row by row.
+/// Traces the outline of an area that is given as runs of pixels.
 function outline(context, runs) {
     const rows = [...runs].sort((one, other) => one[0] - other[0]);
     const corner = rows[0];

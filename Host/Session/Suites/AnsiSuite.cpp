@@ -9,11 +9,11 @@ namespace Kerovane::Host {
 
 namespace {
 
-// NOLINTNEXTLINE(cert-dcl50-cpp): the contract asks for it
+// NOLINTNEXTLINE(cert-dcl50-cpp): the interface requires a variadic function
 A_long Sprintf(A_char* text, const A_char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    // The contract gives no size: the caller's buffer is as large as its text needs.
+    // The interface passes no buffer size; the caller provides enough room.
     const int length = std::vsnprintf(text, std::numeric_limits<int>::max(), format, arguments);
     va_end(arguments);
     return length;

@@ -13,7 +13,8 @@ PF_Handle HandlePool::make(A_HandleSize size) {
     if (size > kLargest) {
         return nullptr;
     }
-    // At least a byte, so that an empty block has an address too. Not cleared: the effect fills it.
+    // At least one byte, so that an empty block has an address too. Not zeroed, because the effect
+    // fills the block.
     std::unique_ptr<std::byte[]> memory(new (std::nothrow) std::byte[size > 0 ? size : 1]);
     if (memory == nullptr) {
         return nullptr;

@@ -10,29 +10,29 @@
 namespace Kerovane::Host {
 
 /**
- * Blocks of memory that the effect holds by handle. A handle that the pool didn't give out, or took
- * back already, is refused, never touched. Safe to use from several threads at once.
+ * Memory blocks that the effect holds by handle. Handles that are unknown or already disposed of
+ * are detected without being dereferenced. Thread-safe.
  */
 class HandlePool {
 public:
-    /// A new block, its bytes undefined; null if there is no memory or `size` is beyond the
-    /// pixels of the largest world.
+    /// Returns a new block with undefined content. Returns null if memory is exhausted or `size`
+    /// exceeds the pixel bytes of the largest world.
     PF_Handle make(A_HandleSize size);
 
-    /// The block; null for a handle that isn't alive.
+    /// Returns the block's address, or null for an unknown handle.
     void* lock(PF_Handle handle);
 
-    /// False for a handle that isn't alive.
+    /// Frees the block. Returns false for an unknown handle.
     bool dispose(PF_Handle handle);
 
-    /// Bytes; 0 for a handle that isn't alive.
+    /// Returns the block's size in bytes, or 0 for an unknown handle.
     A_HandleSize size(PF_Handle handle);
 
     int live();
 
 private:
     struct Block {
-        void* data; ///< a handle is the address of this
+        void* data; ///< the handle is the address of this pointer
         A_HandleSize size;
         std::unique_ptr<std::byte[]> memory;
     };

@@ -15,7 +15,7 @@ void* Lock(PF_Handle handle) {
     return mHandles.lock(handle);
 }
 
-/// Blocks never move, so a lock has nothing to undo.
+/// Blocks never move, so unlocking does nothing.
 void Unlock(PF_Handle) {}
 
 void Dispose(PF_Handle handle) {

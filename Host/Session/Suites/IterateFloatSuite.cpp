@@ -12,7 +12,8 @@ bool IsFloatWorld(const PF_EffectWorld* world) {
     return world != nullptr && DepthOf(*world) == Depth::Float32;
 }
 
-/// What of `area` lies within both worlds; `source` as a whole if `area` is null.
+/// Returns the part of `area` that lies within both worlds, or all that they have in common if
+/// `area` is null.
 PF_Rect CommonArea(const PF_Rect* area, const PF_EffectWorld& source,
                    const PF_EffectWorld& destination) {
     const PF_Rect common{.left = 0,

@@ -7,7 +7,7 @@ namespace {
 
 HandlePool mMemoryHandles;
 
-/// The two kinds of handle differ in name only.
+/// Converts between the two handle types, which differ only in name.
 PF_Handle Untyped(AEGP_MemHandle handle) {
     return reinterpret_cast<PF_Handle>(handle);
 }
@@ -32,7 +32,7 @@ A_Err Lock(AEGP_MemHandle handle, void** data) {
     return *data != nullptr ? PF_Err_NONE : PF_Err_BAD_CALLBACK_PARAM;
 }
 
-/// Blocks never move, so a lock has nothing to undo.
+/// Blocks never move, so unlocking only checks the handle.
 A_Err Unlock(AEGP_MemHandle handle) {
     return mMemoryHandles.lock(Untyped(handle)) != nullptr ? PF_Err_NONE
                                                            : PF_Err_BAD_CALLBACK_PARAM;

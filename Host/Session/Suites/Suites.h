@@ -6,13 +6,13 @@
 
 namespace Kerovane::Host {
 
-/// The suite from which an effect acquires all others. The same for every session.
+/// Returns the suite through which an effect acquires all others. It is the same for all sessions.
 SPBasicSuite& BasicSuite();
 
-/// References to suites that were acquired and not released.
+/// Returns the number of suite references acquired and not yet released.
 int LiveSuiteReferences();
 
-// The tables behind the names, each defined in the file that is named after it.
+// The function tables of the suites, each defined in the file named after it.
 extern const PF_ANSICallbacksSuite1 kAnsiSuite;
 extern const PF_HandleSuite1 kHandleSuite;
 extern const PF_iterateFloatSuite1 kIterateFloatSuite;
@@ -21,7 +21,7 @@ extern const AEGP_MemorySuite1 kMemorySuite;
 extern const AEGP_UtilitySuite5 kUtilitySuite5;
 extern const AEGP_UtilitySuite6 kUtilitySuite6;
 
-/// What the tables gave out and has not come back.
+/// Return the number of handles and worlds that the suites gave out and that were not returned.
 int LiveHandles();
 int LiveMemoryHandles();
 int LiveWorlds();

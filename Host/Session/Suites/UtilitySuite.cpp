@@ -18,7 +18,8 @@ A_Err Register(AEGP_GlobalRefcon, const A_char* name, AEGP_PluginID* id) {
     return PF_Err_NONE;
 }
 
-/// A memory handle that holds `text` with its terminator; null if there is no memory.
+/// Returns a memory handle with a copy of `text`, including its terminator, or null if memory is
+/// exhausted.
 AEGP_MemHandle TextHandle(AEGP_PluginID id, const char* text) {
     const auto size = static_cast<A_u_long>(std::strlen(text) + 1);
     AEGP_MemHandle handle = nullptr;

@@ -10,7 +10,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// The worlds that effects made, by the address of their pixels.
+/// The worlds that effects created, by the address of their pixels.
 std::map<const void*, World> mWorlds;
 std::mutex mWorldsMutex;
 
@@ -21,7 +21,7 @@ PF_Err New(PF_ProgPtr, A_long width, A_long height, PF_Boolean, PF_PixelFormat f
         return PF_Err_BAD_CALLBACK_PARAM;
     }
     try {
-        World world(*depth, width, height); // clear whether that is asked for or not
+        World world(*depth, width, height); // always zeroed, even if the effect does not ask for it
         *record = world.layer();
         const std::lock_guard lock(mWorldsMutex);
         mWorlds.emplace(record->data, std::move(world));
