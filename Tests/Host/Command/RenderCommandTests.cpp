@@ -129,14 +129,14 @@ TEST_F(RenderCommand, FailsOnlyTheFramesThatAFullDiskDoesNotHold) {
     if (!disk.isThere()) {
         GTEST_SKIP() << "no right to mount a small disk";
     }
-    shell("ffmpeg -v error -f lavfi -i 'nullsrc=80x60,geq=random(1)*255:128:128' -frames:v 8 "
+    shell("ffmpeg -v error -f lavfi -i 'nullsrc=160x120,geq=random(1)*255:128:128' -frames:v 8 "
           "in.%d.png");
     const Outcome outcome = runFake({"render", "in.@.png", "small/out.@.png"});
     EXPECT_EQ(outcome.status, 2);
     ExpectIn("No space left on device", outcome.error);
     std::size_t files = 0;
     for (const auto& entry : std::filesystem::directory_iterator(mFolder / "small")) {
-        EXPECT_EQ(RawPicture::read(entry.path()).spec.width, 80) << entry.path();
+        EXPECT_EQ(RawPicture::read(entry.path()).spec.width, 160) << entry.path();
         ++files;
     }
     EXPECT_GT(files, 0U);
