@@ -23,6 +23,15 @@ noise() {
     oiiotool "${words[@]}"
 }
 
+# Prints the form of each of some pictures, and its mean colour.
+forms() {
+    local file words=()
+    for file; do
+        words+=("$file" --echo '    mean colour: {TOP.AVGCOLOR}')
+    done
+    oiiotool --info -v "${words[@]}" | grep -e ' x ' -e channel -e compression -e Bits -e colour:
+}
+
 # Prints the mean colour of each of some areas of a picture: colours out.png 4x4+16+16
 colours() {
     local area words=()
