@@ -1,4 +1,4 @@
-// What takes signals, a terminal or a disk of its own; Transcripts have the rest.
+// Tests with signals, a terminal or a disk of their own. Transcripts have the rest.
 #include "Tests/Host/Command/CommandFixture.h"
 
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ protected:
         }
     }
 
-    /// The contents of the files whose names begin so, by the rest of their names.
+    /// Returns the contents of the files whose names begin so, by the rest of their names.
     std::map<std::string, std::string> filesNamed(const std::string& beginning) const {
         std::map<std::string, std::string> files;
         for (const std::string& name : mFolder.files()) {
@@ -147,7 +147,7 @@ TEST_F(RenderCommand, RefusesAReadOnlyDiskBeforeItBegins) {
     makeShot(2);
     const MountedDisk disk(mFolder / "fixed", MS_RDONLY, "size=64k");
     if (!disk.isThere()) {
-        ASSERT_NE(geteuid(), 0U) << "root writes where it has no right to";
+        ASSERT_NE(geteuid(), 0U) << "root may write to it";
         chmod((mFolder / "fixed").c_str(), 0555);
     }
     ExpectOneLine(runFake({"render", "in.@.png", "fixed/out.@.png"}),

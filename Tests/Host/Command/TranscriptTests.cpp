@@ -1,15 +1,16 @@
-// Runs the files in Transcripts. Each begins in a folder of its own with in.png and in.exr, and
-// consists of steps:
+// Follows the transcripts, files like this one:
 //
 //     # a comment
-//     $ words for bash, which may go on
+//     $ a command line, which may go on
 //     > in lines like this
-//     what they print on both streams, with "..." for anything
+//     what it prints to both streams, with "..." for anything
 //     ? 2
+//     ! a command line that is refused
+//     tesselune: the reason
 //
-// The words have to print those lines, no others, and end with the status in the last one, 0 if
-// there is none. "! words" instead of "$ words" asks for a refusal, which is status 1. Every step
-// has a shell of its own, which knows the functions of Transcripts/functions.sh.
+// The last line is the status, if that isn't 0; "!" stands for status 1. Each transcript has a
+// folder of its own, with in.png and in.exr. Each step has a bash of its own, which knows the
+// functions in functions.sh.
 #include "Tests/Host/Command/CommandFixture.h"
 
 #include <gtest/gtest.h>
@@ -44,7 +45,7 @@ std::vector<Step> ReadTranscript(const std::filesystem::path& file) {
     return steps;
 }
 
-/// Whether `text` is `pattern` with anything in the place of each "...".
+/// Returns whether `text` is `pattern`, with anything in the place of each "...".
 bool Matches(std::string_view text, std::string_view pattern) {
     constexpr std::string_view kAnything = "...";
     const std::size_t gap = pattern.find(kAnything);
@@ -70,7 +71,7 @@ protected:
         makePicture("in.exr", {0.5F, 0.25F, 0, 1}, OIIO::TypeDesc::FLOAT);
     }
 
-    /// Returns what the step prints and its status, in the form of a transcript.
+    /// Runs a step, and returns what it prints and its status in the form of a transcript.
     std::string resultOf(const Step& step) {
         const Outcome outcome =
             run({"-c", "exec 2>&1; . " TRANSCRIPTS "/functions.sh\n" + step.words},
