@@ -15,12 +15,12 @@
 #include <vector>
 
 struct Outcome {
-    int status; ///< -1 where a signal ended it
+    int status; ///< -1 if a signal ended it
     std::string output;
     std::string error;
 };
 
-/// Runs the command in a folder of the test's own, where its pictures stand too.
+/// Runs the command in a folder of the test's own.
 class Command : public testing::Test {
 protected:
     using Words = std::vector<std::string>;
@@ -29,7 +29,7 @@ protected:
         return finish(start(std::move(arguments), std::move(environment), command));
     }
 
-    /// With the fake effect, which shows `fault`.
+    /// Runs the command with the fake effect, which shows `fault`.
     Outcome runFake(Words arguments, const std::string& fault = "", Words environment = {}) {
         return finish(startFake(std::move(arguments), fault, std::move(environment)));
     }
@@ -83,10 +83,10 @@ protected:
 
     TemporaryFolder mFolder;
     TemporaryFolder mStreams;
-    std::string mErrorFile = mStreams / "err"; ///< where standard error goes
+    std::string mErrorFile = mStreams / "err"; ///< takes standard error
 };
 
-/// What every failure has: one line on standard error that names the command, and status 1.
+/// Expects a refusal: one line on standard error that names the command, and status 1.
 inline void ExpectOneLine(const Outcome& outcome, const std::string& text) {
     EXPECT_EQ(outcome.status, 1) << text;
     EXPECT_EQ(outcome.output, "") << text;

@@ -17,7 +17,7 @@ class PanelCommand : public Command {
 protected:
     PanelCommand() { makePicture("photo.png", {0.2F, 0.4F, 0.6F}, OIIO::TypeDesc::UINT8); }
 
-    /// What `read` gives once that isn't empty.
+    /// Calls `read` until it returns some text, for 10 s at most.
     template <typename Read>
     static std::string await(Read read) {
         constexpr int kPatience = 1000;
@@ -37,7 +37,7 @@ protected:
     }
 };
 
-TEST_F(PanelCommand, PrintsOneAddressAndEndsWithCtrlC) {
+TEST_F(PanelCommand, PrintsItsAddressAndEndsOnCtrlC) {
     const pid_t child = startFake({"panel", "photo.png", "--no-open"});
     const std::string address = awaitAddress();
     constexpr std::string_view kStart = "http://127.0.0.1:";
@@ -56,7 +56,7 @@ TEST_F(PanelCommand, PrintsOneAddressAndEndsWithCtrlC) {
     EXPECT_EQ(mFolder.files(), files);
 }
 
-TEST_F(PanelCommand, OpensItsAddressWithoutShowingItToOthers) {
+TEST_F(PanelCommand, OpensTheBrowserWithoutShowingItsToken) {
     std::filesystem::create_directory(mFolder / "temporary");
     std::ofstream(mFolder / "xdg-open")
         << "#!/bin/sh\ncp -p \"$1\" " << (mFolder / "page") << "\necho \"$@\" > "

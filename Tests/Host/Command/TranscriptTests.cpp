@@ -1,11 +1,21 @@
-// Runs the files in Transcripts. Each begins in a folder with pictures of its own; a line "$ words"
-// is given to the shell, where tesselune has the fake effect, and what it prints has to be the
-// lines up to the next one, with "..." for anything. A status other than 0 stands in a last line "?
-// 1"; after a line that begins with "tesselune: " it may be left out.
+// Follows the transcripts, files like this one:
+//
+//     # a comment
+//     $ a command line, which may go on
+//     > in lines like this
+//     what it prints to both streams, with "..." for anything
+//     ? 2
+//     ! a command line that is refused
+//     tesselune: the reason
+//
+// The last line is the status, if that isn't 0; "!" stands for status 1. Each transcript has a
+// folder of its own, with in.png and in.exr. Each step has a bash of its own, which knows the
+// functions in functions.sh.
 #include "Tests/Host/Command/CommandFixture.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -16,15 +26,18 @@ namespace {
 
 struct Step {
     std::string words;
+    int usualStatus = 0;
     std::string expected; ///< lines, each with its end
 };
 
-std::vector<Step> Read(const std::filesystem::path& file) {
+std::vector<Step> ReadTranscript(const std::filesystem::path& file) {
     std::vector<Step> steps;
     std::ifstream lines(file);
     for (std::string line; std::getline(lines, line);) {
-        if (line.starts_with("$ ")) {
-            steps.push_back({.words = line.substr(2), .expected = {}});
+        if (line.starts_with("$ ") || line.starts_with("! ")) {
+            steps.push_back({line.substr(2), line.starts_with('!') ? 1 : 0, ""});
+        } else if (line.starts_with("> ")) {
+            steps.back().words += '\n' + line.substr(2);
         } else if (!line.empty() && !line.starts_with('#')) {
             steps.back().expected += line + '\n';
         }
@@ -32,7 +45,7 @@ std::vector<Step> Read(const std::filesystem::path& file) {
     return steps;
 }
 
-/// Whether `text` is `pattern` with anything in the place of each "...".
+/// Returns whether `text` is `pattern`, with anything in the place of each "...".
 bool Matches(std::string_view text, std::string_view pattern) {
     constexpr std::string_view kAnything = "...";
     const std::size_t gap = pattern.find(kAnything);
@@ -58,32 +71,43 @@ protected:
         makePicture("in.exr", {0.5F, 0.25F, 0, 1}, OIIO::TypeDesc::FLOAT);
     }
 
-    /// What the words print and end with, in the form of a transcript.
-    std::string printed(const std::string& words) {
-        const std::string script = std::string("tesselune() { ") + TESSELUNE_COMMAND +
-                                   " --effect " + FAKE_EFFECT + " \"$@\"; }\n" + words + " 2>&1";
-        const Outcome outcome = run({"-c", script}, {}, "/bin/sh");
-        const bool isComplaint = outcome.status == 1 && outcome.output.starts_with("tesselune: ");
-        return outcome.output + (outcome.status == 0 || isComplaint
+    /// Runs a step, and returns what it prints and its status in the form of a transcript.
+    std::string resultOf(const Step& step) {
+        const Outcome outcome =
+            run({"-c", "exec 2>&1; . " TRANSCRIPTS "/functions.sh\n" + step.words},
+                {"TESSELUNE=" TESSELUNE_COMMAND, "FAKE_MODULE=" FAKE_EFFECT,
+                 "MODULE_PATH=" TESSELUNE_MODULE_PATH},
+                "/bin/bash");
+        return outcome.output + (outcome.status == step.usualStatus
                                      ? ""
                                      : "? " + std::to_string(outcome.status) + '\n');
     }
 };
 
-TEST_P(Transcript, IsWhatTheCommandDoes) {
+TEST_P(Transcript, IsFollowed) {
     const std::vector<Step> steps =
-        Read(std::filesystem::path(TRANSCRIPTS) / (GetParam() + ".txt"));
+        ReadTranscript(std::filesystem::path(TRANSCRIPTS) / (GetParam() + ".txt"));
     ASSERT_FALSE(steps.empty());
     for (const Step& step : steps) {
-        const std::string text = printed(step.words);
-        EXPECT_TRUE(Matches(text, step.expected)) << "$ " << step.words << '\n'
-                                                  << text << "instead of\n"
-                                                  << step.expected;
+        const std::string result = resultOf(step);
+        EXPECT_TRUE(Matches(result, step.expected)) << "$ " << step.words << '\n'
+                                                    << result << "instead of\n"
+                                                    << step.expected;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Of, Transcript,
-                         testing::Values("Movies", "Pictures", "Refusals", "Sheets"),
+std::vector<std::string> TranscriptNames() {
+    std::vector<std::string> names;
+    for (const auto& entry : std::filesystem::directory_iterator(TRANSCRIPTS)) {
+        if (entry.path().extension() == ".txt") {
+            names.push_back(entry.path().stem());
+        }
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+INSTANTIATE_TEST_SUITE_P(, Transcript, testing::ValuesIn(TranscriptNames()),
                          [](const auto& named) { return named.param; });
 
 } // namespace

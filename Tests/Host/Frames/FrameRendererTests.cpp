@@ -9,7 +9,6 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
-#include <iostream>
 #include <limits>
 #include <optional>
 #include <string>
@@ -22,7 +21,8 @@ constexpr std::ptrdiff_t kRowBytes = 32;
 constexpr std::ptrdiff_t kWidth = 5;
 constexpr std::ptrdiff_t kHeight = 4;
 
-/// On the fake effect, which copies the picture and shows the fault that the environment names.
+/// Renders with the fake effect, which copies the picture and shows the fault that FAKE_EFFECT
+/// names.
 class FrameRendererTest : public testing::Test {
 protected:
     using Bytes = std::array<std::byte, kRowBytes * kHeight>;
@@ -49,7 +49,7 @@ protected:
     Bytes mOut{};
 };
 
-TEST_F(FrameRendererTest, DrawsViewsOfAnyFormAndNothingBesideThem) {
+TEST_F(FrameRendererTest, DrawsViewsInEachLayoutAndNothingBesideThem) {
     const struct {
         const char* name;
         PixelView in;
@@ -75,7 +75,7 @@ TEST_F(FrameRendererTest, DrawsViewsOfAnyFormAndNothingBesideThem) {
     }
 }
 
-TEST_F(FrameRendererTest, CountsWhatIsNotFiniteAs0ChannelByChannel) {
+TEST_F(FrameRendererTest, ReplacesNonFiniteChannelsByZero) {
     constexpr float kNan = std::numeric_limits<float>::quiet_NaN();
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
     const std::array<float, 12> in{1, kNan, -3, 2e38F, -kInfinity, 0.5F, kInfinity, 1, 1, 2, 3, 4};
@@ -97,7 +97,7 @@ TEST_F(FrameRendererTest, CountsWhatIsNotFiniteAs0ChannelByChannel) {
     EXPECT_EQ(renderer.render({}, {}, from, to), 0U);
 }
 
-TEST_F(FrameRendererTest, LeavesAnOutputThatNeedsConvertingAloneIfTheFrameFails) {
+TEST_F(FrameRendererTest, LeavesAConvertedOutputUntouchedIfTheFrameFails) {
     FrameRenderer renderer(FAKE_EFFECT);
     const auto render = [&](const PixelView& out) {
         return ErrorOf([&] { renderer.render({}, {}, viewOf(mIn), out); });
@@ -117,18 +117,7 @@ TEST_F(FrameRendererTest, LeavesAnOutputThatNeedsConvertingAloneIfTheFrameFails)
     EXPECT_THROW(renderer.render({}, {}, {.width = 1 << 20}, {.width = 1 << 20}), Error);
 }
 
-TEST_F(FrameRendererTest, TellsOfTheEffectOrWhyItCannotBeSetUp) {
-    show("setup error");
-    EXPECT_EQ(ErrorOf([] { FrameRenderer renderer(FAKE_EFFECT); }),
-              "the effect failed at set-up: error 4 (out of memory)");
-    show("");
-    FrameRenderer renderer(FAKE_EFFECT);
-    EXPECT_EQ(renderer.parameters().size(), 9U);
-    EXPECT_EQ(renderer.version(), PF_VERSION(2, 3, 4, PF_Stage_BETA, 5));
-    EXPECT_EQ(renderer.about(), "Fake\nAn effect for tests");
-}
-
-TEST_F(FrameRendererTest, WaitsForTheOneBeforeToSetDown) {
+TEST_F(FrameRendererTest, WaitsForThePreviousRendererToSetDown) {
     const TemporaryFolder folder;
     setenv("FAKE_EFFECT_TRACE", (folder / "trace").c_str(), 1);
     std::optional<FrameRenderer> first(FAKE_EFFECT);
@@ -138,19 +127,6 @@ TEST_F(FrameRendererTest, WaitsForTheOneBeforeToSetDown) {
     second.join();
     unsetenv("FAKE_EFFECT_TRACE");
     EXPECT_EQ(folder.contentOf("trace"), "1 4 3 1 4 3 ");
-}
-
-TEST_F(FrameRendererTest, DropsWhatTheEffectPrintsUnlessItIsToBeShown) {
-    show("chatty");
-    const auto printed = [](EffectOutput output) {
-        testing::internal::CaptureStdout();
-        { const FrameRenderer renderer(FAKE_EFFECT, output); }
-        std::cout << std::flush;
-        return testing::internal::GetCapturedStdout();
-    };
-    EXPECT_EQ(printed(EffectOutput::Dropped), "");
-    EXPECT_EQ(printed(EffectOutput::Shown), "fake effect on stdout, flushed\n"
-                                            "fake effect on stdout, left to exit");
 }
 
 } // namespace

@@ -15,8 +15,7 @@ namespace {
 constexpr A_long kWidth = 192;
 constexpr A_long kHeight = 128;
 
-/// A picture whose every place has its own colour, and which reduction leaves as it is: red and
-/// green are the place across and down.
+/// Returns a picture whose red and green are the place across and down, at any reduction.
 World Ramp(A_long reduced) {
     World world(Depth::Float32, kWidth / reduced, kHeight / reduced);
     const auto place = [reduced](A_long pixel, A_long side) {
@@ -48,7 +47,7 @@ World Rendered(FrameRenderer& renderer, const Look& look, A_long reduced) {
     return output;
 }
 
-/// The greatest difference of a channel between the preview's pixels and those that they stand for.
+/// Returns the greatest difference between the preview and each `reduced`-th pixel of `full`.
 float Difference(const World& full, const World& preview, A_long reduced) {
     float greatest = 0;
     const auto step = static_cast<std::size_t>(reduced);
@@ -66,7 +65,7 @@ float Difference(const World& full, const World& preview, A_long reduced) {
     return greatest;
 }
 
-TEST(Preview, ShowsTheCellsOfTheFullPictureWhereTheirSizeDividesEvenly) {
+TEST(Preview, ShowsTheCellsOfTheFullPictureIfTheirSizeDividesEvenly) {
     const Look looks[] = {
         {{"Size", "16"}},
         {{"Size", "32"}, {"Ratio", "0.5"}},
@@ -80,8 +79,8 @@ TEST(Preview, ShowsTheCellsOfTheFullPictureWhereTheirSizeDividesEvenly) {
          {"Feather", "0"}},
     };
     FrameRenderer renderer(TESSELUNE_MODULE);
-    // Colours are read between pixels, at the picture's border from fewer of them, and so agree to
-    // within a pixel of the preview; those of neighbouring cells are further apart.
+    // Colours are interpolated between pixels, so they agree to within a pixel of the preview.
+    // Those of neighbouring cells are further apart.
     for (const Look& look : looks) {
         const World full = Rendered(renderer, look, 1);
         for (const A_long reduced : {2, 4}) {

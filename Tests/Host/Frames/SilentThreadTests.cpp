@@ -9,7 +9,7 @@
 namespace Kerovane::Host {
 namespace {
 
-TEST(SilentThread, IsAloneInBeingSilent) {
+TEST(SilentThread, SilencesItselfAlone) {
     testing::internal::CaptureStdout();
     std::thread([] {
         std::cout << "before, ";

@@ -11,7 +11,7 @@
 namespace Kerovane::Host {
 namespace {
 
-TEST(Frei0rLines, HaveKeysAsMeltReadsThem) {
+TEST(Frei0rLines, WriteKeysInMeltsSyntax) {
     const TemporaryFolder folder;
     RawPicture::of({0, 0, 0}, OIIO::TypeDesc::UINT8, -1, 8, 8).write(folder / "a b.png");
     const auto footage =
@@ -46,7 +46,7 @@ TEST(Frei0rLines, HaveKeysAsMeltReadsThem) {
     }
 }
 
-TEST(Frei0rLines, NameSequencesAsFfmpegDoes) {
+TEST(Frei0rLines, NameSequencesInFfmpegsSyntax) {
     struct Row {
         const char* pattern;
         const char* name;

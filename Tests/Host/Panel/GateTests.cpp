@@ -5,7 +5,7 @@
 namespace Kerovane::Host {
 namespace {
 
-TEST(Gate, LetsInWhatItsOwnPageSends) {
+TEST(Gate, AdmitsOnlyRequestsOfItsOwnPage) {
     const AccessToken token;
     const Gate gate(token);
     const std::string path = '/' + token.text() + "/still?frame=1";
@@ -42,7 +42,7 @@ TEST(Gate, LetsInWhatItsOwnPageSends) {
     }
 }
 
-TEST(Gate, TakesTargetsApart) {
+TEST(ParseTarget, SplitsPathAndQuery) {
     const auto target = ParseTarget("a/b?x=1&name=a%20b%2F%C3%A4+c&empty");
     ASSERT_TRUE(target);
     EXPECT_EQ(target->path, "a/b");

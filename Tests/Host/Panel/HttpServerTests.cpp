@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Answers with the body, and with what was asked for.
+/// Answers with the target and the body of the request.
 class Echo : public HttpService {
 public:
     std::optional<std::size_t> mostBody(const HttpHead& head) override {
@@ -61,7 +61,7 @@ protected:
     std::thread mThread{[this] { mServer.run(mStop); }};
 };
 
-TEST_F(HttpServerTest, RefusesWhatIsTooLargeOrMalformed) {
+TEST_F(HttpServerTest, RefusesOversizedAndMalformedRequests) {
     struct Row {
         std::string request;
         int status; ///< 0: the connection just ends
@@ -87,7 +87,7 @@ TEST_F(HttpServerTest, RefusesWhatIsTooLargeOrMalformed) {
     expectAlive();
 }
 
-TEST_F(HttpServerTest, SendsHeadersThatKeepThePageToItself) {
+TEST_F(HttpServerTest, SendsSecurityHeaders) {
     const RawClient client(mServer.port());
     client.send(get("/secret"));
     const std::string answer = client.receive();
@@ -97,7 +97,7 @@ TEST_F(HttpServerTest, SendsHeadersThatKeepThePageToItself) {
     }
 }
 
-TEST_F(HttpServerTest, AnswersAHundredClientsAtATime) {
+TEST_F(HttpServerTest, ServesAHundredClientsAtOnce) {
     std::vector<std::unique_ptr<RawClient>> clients;
     for (int i = 0; i < 100; ++i) {
         clients.push_back(std::make_unique<RawClient>(mServer.port()));
@@ -108,7 +108,7 @@ TEST_F(HttpServerTest, AnswersAHundredClientsAtATime) {
     }
 }
 
-TEST_F(HttpServerTest, EndsConnectionsBeyondItsNumberAndThoseThatStall) {
+TEST_F(HttpServerTest, ClosesExcessAndStalledConnections) {
     std::vector<std::unique_ptr<RawClient>> stalling;
     for (int i = 0; i < 150; ++i) {
         stalling.push_back(std::make_unique<RawClient>(mServer.port()));
@@ -120,7 +120,7 @@ TEST_F(HttpServerTest, EndsConnectionsBeyondItsNumberAndThoseThatStall) {
     expectAlive();
 }
 
-TEST_F(HttpServerTest, BoundsTheBodiesOfAllRequestsTogether) {
+TEST_F(HttpServerTest, LimitsTheBodiesOfAllRequestsTogether) {
     const RawClient first(mServer.port());
     first.send(post("100", "some"));
     std::this_thread::sleep_for(100ms);
@@ -130,7 +130,7 @@ TEST_F(HttpServerTest, BoundsTheBodiesOfAllRequestsTogether) {
     EXPECT_EQ(RawClient::statusOf(mServer.port(), post("60", std::string(60, 'x'))), 200);
 }
 
-TEST_F(HttpServerTest, GoesOnIfClientsGoInTheMiddle) {
+TEST_F(HttpServerTest, SurvivesClientsThatDisconnect) {
     for (const char* target : {"/large", "/slow"}) {
         for (int i = 0; i < 10; ++i) {
             const RawClient client(mServer.port());
@@ -141,7 +141,7 @@ TEST_F(HttpServerTest, GoesOnIfClientsGoInTheMiddle) {
     expectAlive();
 }
 
-TEST_F(HttpServerTest, DropsAClientThatDoesNotTakeItsAnswer) {
+TEST_F(HttpServerTest, DropsClientsThatDoNotReadTheirAnswer) {
     const RawClient client(mServer.port());
     client.send(get("/large"));
     std::this_thread::sleep_for(900ms);
@@ -149,7 +149,7 @@ TEST_F(HttpServerTest, DropsAClientThatDoesNotTakeItsAnswer) {
     expectAlive();
 }
 
-TEST(RateLimit, LetsSoManyPassInASecond) {
+TEST(RateLimit, PassesItsNumberPerSecond) {
     RateLimit limit(10);
     const RateLimit::Clock::time_point now = RateLimit::Clock::now();
     int passed = 0;

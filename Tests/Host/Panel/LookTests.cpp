@@ -11,12 +11,12 @@
 namespace Kerovane::Host {
 namespace {
 
-/// 25 frames a second.
+/// Converts frames to seconds at 25 frames a second.
 double Place(double frame, KeyUnit unit) {
     return unit == KeyUnit::Frames ? frame : frame / 25;
 }
 
-TEST(Look, ChangesKeysAsToldAndKeepsTheirUnit) {
+TEST(LookEditor, EditsKeysInTheirUnit) {
     const Parameter parameter = FloatSlider();
     const PlaceOfFrame placeOf = Place;
     struct Row {
@@ -49,7 +49,7 @@ TEST(Look, ChangesKeysAsToldAndKeepsTheirUnit) {
     }
 }
 
-TEST(Look, HasASingleKeyUntilThatIsRemoved) {
+TEST(LookEditor, KeepsASingleKeyUntilItIsRemoved) {
     const Parameter parameter = FloatSlider();
     const PlaceOfFrame placeOf = Place;
     Look look;
@@ -66,7 +66,7 @@ TEST(Look, HasASingleKeyUntilThatIsRemoved) {
     EXPECT_NE(ErrorOf([&] { editor.putKey(0, "1", "sideways"); }), "");
 }
 
-TEST(History, TakesAGestureBackAsOne) {
+TEST(History, UndoesAGestureInOneStep) {
     const auto lookOf = [](double value) {
         return LookOf({{1, Keyframes(value)}}, Renderer::Software);
     };

@@ -47,7 +47,7 @@ protected:
     std::optional<PanelService> mService;
 };
 
-TEST_F(PanelServiceTest, AnswersWhatIsThereAndRefusesTheRest) {
+TEST_F(PanelServiceTest, RefusesUnknownPathsAndInvalidRequests) {
     struct Row {
         const char* method;
         std::string path;
@@ -104,7 +104,7 @@ TEST_F(PanelServiceTest, AnswersWhatIsThereAndRefusesTheRest) {
     }
 }
 
-TEST_F(PanelServiceTest, WritesIntoItsFolderAlone) {
+TEST_F(PanelServiceTest, WritesOnlyIntoItsFolder) {
     for (const char* name : {"", "../x", "/tmp/x", "a/b", ".hidden", "-rf", "a\\u0000b", "a\\nb"}) {
         const std::string order = std::string(R"({"name":")") + name + "\"}";
         EXPECT_EQ(ask("POST", "save-preset", order).status, 400) << name;
@@ -124,7 +124,7 @@ TEST_F(PanelServiceTest, WritesIntoItsFolderAlone) {
     EXPECT_EQ(mFolder.files().size(), 2U);
 }
 
-TEST_F(PanelServiceTest, ShrinksToTheMeanOverTheGround) {
+TEST_F(PanelServiceTest, ScalesPreviewsToTheMeanOverTheGround) {
     World world(Depth::Bits8, 4, 2);
     for (A_long y = 0; y < 2; ++y) {
         for (A_long x = 0; x < 4; ++x) {

@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-/** A connection that sends whatever bytes a test likes. */
+/** A connection that sends any bytes. */
 class RawClient {
 public:
     explicit RawClient(std::uint16_t port)
@@ -32,7 +32,7 @@ public:
         static_cast<void>(::send(mSocket, text.data(), text.size(), MSG_NOSIGNAL));
     }
 
-    /// What comes until the server closes the connection, or nothing comes for a while.
+    /// Receives until the server closes the connection or nothing comes for so long.
     std::string receive(int milliseconds = 5000) const {
         std::string all;
         std::array<char, 4096> piece{};
@@ -47,8 +47,8 @@ public:
         return all;
     }
 
-    /// The status of the answer to `request`, which asks for the connection's end; 0 if there is
-    /// none.
+    /// Returns the status of the answer, 0 if there is none. `request` asks to close the
+    /// connection.
     static int statusOf(std::uint16_t port, const std::string& request) {
         const RawClient client(port);
         client.send(request);

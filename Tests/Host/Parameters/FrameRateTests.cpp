@@ -7,7 +7,7 @@
 namespace Kerovane::Host {
 namespace {
 
-TEST(FrameRate, ReadsWhatPeopleWrite) {
+TEST(FrameRate, ParsesDecimalsAndFractions) {
     struct Row {
         const char* text;
         A_u_long timeScale;
@@ -27,7 +27,7 @@ TEST(FrameRate, ReadsWhatPeopleWrite) {
     }
 }
 
-TEST(FrameRate, RefusesWhatIsNone) {
+TEST(FrameRate, RefusesMalformedText) {
     for (const char* text :
          {"", "0", "-24", "nan", "inf", "1e9", "24fps", "24/0", "24/", "/1", "-24/-1", "24/1/1"}) {
         EXPECT_NE(ErrorOf([&] { ParseFrameRate(text); }).find("takes frames a second"),
@@ -36,7 +36,7 @@ TEST(FrameRate, RefusesWhatIsNone) {
     }
 }
 
-TEST(FrameRate, FindsEachFrameAgainInTime) {
+TEST(FrameRate, RoundTripsFramesThroughTime) {
     for (const FrameRate rate : {FrameRate(), FrameRate(24000, 1001), FrameRate(1, 3)}) {
         for (const A_long frame : {-100, 0, 1, 1001, 86399, 500000}) {
             EXPECT_EQ(rate.frameAt(rate.timeOf(frame)), frame);
@@ -45,7 +45,7 @@ TEST(FrameRate, FindsEachFrameAgainInTime) {
     EXPECT_EQ(FrameRate().frameAt({.ticks = 3, .scale = 48}), 1.5) << "also between frames";
 }
 
-TEST(FrameRate, RefusesFramesBeyondAHostsTime) {
+TEST(FrameRate, RefusesFramesThatOverflowTheHostsTime) {
     EXPECT_NO_THROW(FrameRate(24000, 1001).timeOf(2'000'000));
     EXPECT_THROW(FrameRate(24000, 1001).timeOf(3'000'000), Error);
     EXPECT_THROW(FrameRate().timeOf(2147483647), Error) << "the frame's end is beyond it";

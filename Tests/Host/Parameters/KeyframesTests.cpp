@@ -17,7 +17,7 @@ struct ValueRow {
     double value;
 };
 
-TEST(Keyframes, GoFromKeyToKey) {
+TEST(Keyframes, InterpolateBetweenKeys) {
     constexpr ValueRow kRows[] = {
         {Percentage, "40", -1e9, 40},
         {Percentage, "1001:0 1051:100", 1000, 0},
@@ -55,7 +55,7 @@ Parameter Constant() {
     return parameter;
 }
 
-TEST(Keyframes, RefuseMalformedTextInOneClearLine) {
+TEST(Keyframes, RefuseMalformedText) {
     struct Row {
         Parameter (*parameter)();
         const char* text;
@@ -91,7 +91,7 @@ TEST(Keyframes, RefuseMalformedTextInOneClearLine) {
     EXPECT_THROW(Keyframes(std::vector<Keyframe>{}), Error);
 }
 
-TEST(Keyframes, AreWrittenAsTheyAreRead) {
+TEST(Keyframes, RoundTripAsText) {
     constexpr ValueRow kRows[] = {
         {Percentage, "33.333333333333336", 0, 0}, {Percentage, "1001:0.1:smooth 1050.5:100", 0, 0},
         {Popup, "1:linear 5:radial-in", 0, 0},    {Checkbox, "-3:true 2:false", 0, 0},
@@ -103,11 +103,11 @@ TEST(Keyframes, AreWrittenAsTheyAreRead) {
     }
 }
 
-TEST(Keyframes, OfOneKeyAreItsValueAlone) {
+TEST(Keyframes, OfOneKeyAreConstant) {
     EXPECT_EQ(ParseKeyframes(Percentage(), "1001:40:smooth"), Keyframes(40));
 }
 
-TEST(Keyframes, AnswerInTimeAtTheFrameRate) {
+TEST(Keyframes, AreEvaluatedAtTheFrameRate) {
     const FrameRate rate(24000, 1001);
     const ParameterSettings settings{{7, ParseKeyframes(Percentage(), "1001:0 1101:100")}};
     const ParameterValues values = ValuesOverTime(settings, rate);

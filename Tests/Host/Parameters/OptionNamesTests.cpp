@@ -22,7 +22,7 @@ std::vector<Parameter> Parameters() {
             Named("Depth 2", 7)};
 }
 
-TEST(OptionNames, AreTypedNamesThatNothingElseHas) {
+TEST(OptionNames, AreUnique) {
     const std::vector<std::string> names{"amount-px",   "depth-2",   "",         "amount-px-4",
                                          "parameter-5", "use-alpha", "depth-2-7"};
     EXPECT_EQ(OptionNames(Parameters(), {"depth"}), names);

@@ -13,7 +13,7 @@
 namespace Kerovane::Host {
 namespace {
 
-TEST(Parameter, IsReadInTheUsersUnits) {
+TEST(Parameter, ConvertsItsDefinitionToUserUnits) {
     EXPECT_EQ(Slider().defaultValue, 10);
     EXPECT_EQ(Slider().slider.max, 500);
     EXPECT_EQ(FloatSlider().valid.min, 0.1) << "the number that was written, not the float's";
@@ -24,14 +24,14 @@ TEST(Parameter, IsReadInTheUsersUnits) {
     EXPECT_EQ(Popup().choices, (std::vector<std::string>{"Linear", "Radial In", "Radial Out"}));
 }
 
-TEST(Parameter, HoldsAnUnterminatedName) {
+TEST(Parameter, AcceptsAnUnterminatedName) {
     PF_ParamDef def{};
     def.param_type = PF_Param_GROUP_START;
     std::fill(std::begin(def.name), std::end(def.name), 'n');
     EXPECT_EQ(MakeParameter(def).name, std::string(32, 'n'));
 }
 
-TEST(ParameterValue, IsRoundedToItsTypeAndKeptValid) {
+TEST(ParameterValue, IsRoundedAndClampedToItsType) {
     constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
     EXPECT_EQ(DefinitionWithValue(Slider(), 12.5).u.sd.value, 13);
     EXPECT_EQ(DefinitionWithValue(Slider(), 1e300).u.sd.value, 3000);
@@ -45,7 +45,7 @@ TEST(ParameterValue, IsRoundedToItsTypeAndKeptValid) {
     EXPECT_EQ(DefinitionWithValue(Popup(), 3).u.pd.value, 3);
 }
 
-TEST(ParameterValues, AnswerAtTheTimeAskedFor) {
+TEST(ParameterValues, DependOnTime) {
     ParameterValues values;
     values.set(4, 7.5);
     values.set(5, [](Time time) { return 10 * time.seconds(); });
@@ -90,7 +90,7 @@ TEST(ParseValue, ReadsNumbersChoicesAndSwitches) {
     }
 }
 
-TEST(ParseValue, RefusesWhatCannotBeSet) {
+TEST(ParseValue, RefusesInvalidValues) {
     constexpr TextRow kRows[] = {
         {Slider, "3001", 0},    {Slider, "-6", 0},       {Slider, "1.5", 0},
         {Slider, "", 0},        {Slider, "12px", 0},     {Slider, " 12", 0},
@@ -106,7 +106,7 @@ TEST(ParseValue, RefusesWhatCannotBeSet) {
     }
 }
 
-TEST(ParseValue, TellsWhatItTakes) {
+TEST(ParseValue, NamesTheAcceptedValues) {
     try {
         ParseValue(Popup(), "circle");
         FAIL();
@@ -117,7 +117,7 @@ TEST(ParseValue, TellsWhatItTakes) {
     EXPECT_EQ(AcceptedValues(Percentage()), "a percentage from 0 to 100");
 }
 
-TEST(FormatValue, GivesWhatParseValueReads) {
+TEST(FormatValue, RoundTripsThroughParseValue) {
     for (const auto& [make, text, value] :
          {TextRow{Slider, "1234567", 1234567}, TextRow{FloatSlider, "0.7", 0.7},
           TextRow{Checkbox, "false", 0}, TextRow{Popup, "radial-in", 2}}) {

@@ -22,7 +22,7 @@ std::vector<Parameter> Parameters() {
             Named(Popup(), "Transition", 5), Named(Checkbox(), "", 6)};
 }
 
-TEST(Preset, KeepsEverythingThatIsSet) {
+TEST(Preset, RoundTripsSettingsAndRenderer) {
     const std::vector<Parameter> parameters = Parameters();
     const ParameterSettings settings{
         {2, Keyframes(24)},
@@ -39,7 +39,7 @@ TEST(Preset, KeepsEverythingThatIsSet) {
     EXPECT_NE(preset.find(R"("value": false)"), std::string::npos) << preset;
 }
 
-TEST(Preset, KeepsDefaultsToo) {
+TEST(Preset, StoresDefaults) {
     const std::vector<Parameter> parameters = Parameters();
     const Preset preset = ParsePreset(parameters, FormatPreset(parameters, 0, {}));
     EXPECT_EQ(preset.settings.size(), 4U);
@@ -57,7 +57,7 @@ TEST(Preset, FindsParametersByIdOrByName) {
     EXPECT_EQ(settings.at(6).at(0), 0);
 }
 
-TEST(Preset, NamesWhatIsWrongAndWhere) {
+TEST(Preset, NamesFaultsAndTheirPlaces) {
     struct Row {
         const char* json;
         const char* error;
@@ -102,7 +102,7 @@ TEST(Preset, NamesWhatIsWrongAndWhere) {
     }
 }
 
-TEST(Preset, IsRefusedWhereItIsNestedTooDeeplyToFollow) {
+TEST(Preset, IsRefusedIfNestedTooDeeply) {
     const std::string deep = R"({"parameters": [{"id": 2, "name": )" + std::string(1'000'000, '[') +
                              std::string(1'000'000, ']') + "}]}";
     EXPECT_EQ(ErrorOf([&] { ParsePreset(Parameters(), deep); }), "is nested more than 16 deep");

@@ -23,7 +23,7 @@ using OIIO::TypeDesc;
 constexpr int kWidth = 12;
 constexpr int kHeight = 10;
 
-/// Part of a file, with another value in each channel of each pixel.
+/// Part of a file, whose channels and pixels differ in value.
 struct RawPart {
     ImageSpec layout;
     std::vector<float> values;
@@ -70,7 +70,7 @@ std::vector<RawPart> Read(const std::filesystem::path& file) {
     return parts;
 }
 
-/// What stands in for the effect: each layer that is worked on becomes grey.
+/// Stands in for the effect: blackens each layer that is worked on.
 void Work(Picture& picture) {
     for (PicturePart& part : picture.parts) {
         for (PictureLayer& layer : part.layers) {
@@ -85,7 +85,7 @@ void Work(Picture& picture) {
     }
 }
 
-/// The names of the channels that were changed, each behind the number of its part.
+/// Returns the changed channels, each as its part's number and its name.
 std::vector<std::string> Changed(const std::vector<RawPart>& before,
                                  const std::vector<RawPart>& after) {
     std::vector<std::string> changed;
@@ -111,9 +111,9 @@ std::vector<std::string> Changed(const std::vector<RawPart>& before,
     return changed;
 }
 
-class Parts : public testing::Test {
+class PictureParts : public testing::Test {
 protected:
-    Parts() {
+    PictureParts() {
         RawPart beauty = RawPart::of({"R", "G", "B", "Z", "glow.red", "glow.green", "glow.blue"},
                                      TypeDesc::HALF, "beauty");
         beauty.layout.channelformats = {TypeDesc::HALF,  TypeDesc::HALF,  TypeDesc::HALF,
@@ -139,7 +139,7 @@ protected:
     TemporaryFolder mFolder;
 };
 
-TEST_F(Parts, PassUnchangedButForTheLayersToWorkOn) {
+TEST_F(PictureParts, PassUnchangedExceptForTheChosenLayers) {
     struct Row {
         const char* extension;
         LayerChoice choice;
@@ -162,7 +162,7 @@ TEST_F(Parts, PassUnchangedButForTheLayersToWorkOn) {
     }
 }
 
-TEST_F(Parts, AreNamedIfNothingCanBeWorkedOn) {
+TEST_F(PictureParts, AreListedIfTheChosenLayerIsMissing) {
     Write(mFolder / "depth.exr",
           {RawPart::of({"Z", "glow.R", "glow.G", "glow.B"}, TypeDesc::HALF)});
     const struct {
@@ -183,7 +183,7 @@ TEST_F(Parts, AreNamedIfNothingCanBeWorkedOn) {
     }
 }
 
-TEST_F(Parts, ThatAFormatCannotHoldAreTold) {
+TEST_F(PictureParts, AreReportedIfTheFormatCannotHoldThem) {
     const Picture picture = ReadPicture(mFolder / "in.exr");
     EXPECT_EQ(
         PictureWriter(mFolder / "out.tif", {.bits = ChannelBits::Bits16}).write(picture),
@@ -191,7 +191,7 @@ TEST_F(Parts, ThatAFormatCannotHoldAreTold) {
                                   "2 of the file's 3 parts are left out"}));
 }
 
-TEST_F(Parts, KeepTheirOverscanIfAskedFor) {
+TEST_F(PictureParts, KeepOverscanIfAskedFor) {
     RawPart in = RawPart::of({"R", "G", "B", "A", "Z"}, TypeDesc::HALF);
     in.layout.x = -2; // columns -2 to 10 of a frame from 0 to 12
     in.layout.y = 1;

@@ -18,7 +18,7 @@ namespace {
 using namespace std::string_literals;
 using OIIO::TypeDesc;
 
-/// The pixel as four numbers: alpha, red, green, blue, on the layer's own scale.
+/// Returns alpha, red, green and blue of a pixel, on the layer's own scale.
 std::vector<float> Argb(const World& world, A_long x, A_long y) {
     return withPixelType(world.depth(), [&]<typename Pixel>(std::type_identity<Pixel>) {
         const Pixel pixel = world.row<Pixel>(y)[static_cast<std::size_t>(x)];
@@ -32,7 +32,7 @@ protected:
     TemporaryFolder mFolder;
 };
 
-TEST_F(PictureReader, GivesStraightArgbAtTheFilesDepth) {
+TEST_F(PictureReader, ReadsStraightArgbAtTheFilesDepth) {
     constexpr float k8 = 1.0F / 255;
     constexpr float k16 = 1.0F / 65535;
     constexpr float kThird = 1.0F / 3; // a level of 16 bits
@@ -77,7 +77,7 @@ TEST_F(PictureReader, GivesStraightArgbAtTheFilesDepth) {
     }
 }
 
-TEST_F(PictureReader, DividesAssociatedAlphaBeforeItRounds) {
+TEST_F(PictureReader, UnpremultipliesBeforeRounding) {
     RawPicture file = RawPicture::of({0.2F, 0.1F, 0.04F, 0.2F}, TypeDesc::UINT8, 3);
     file.spec.erase_attribute("oiio:UnassociatedAlpha");
     file.write(mFolder / "associated.tif");
@@ -89,7 +89,7 @@ TEST_F(PictureReader, DividesAssociatedAlphaBeforeItRounds) {
               (std::vector<float>{51, 128, 64, 0}));
 }
 
-TEST_F(PictureReader, ConvertsToTheDepthAskedFor) {
+TEST_F(PictureReader, ConvertsToARequestedDepth) {
     RawPicture::of({1, 128.0F / 255, 0, 1}, TypeDesc::UINT8, 3).write(mFolder / "a.png");
     EXPECT_EQ(Argb(ReadPicture(mFolder / "a.png", {.depth = Depth::Bits16}).first().world, 0, 0),
               (std::vector<float>{32768, 32768, 16448, 0}));
@@ -121,7 +121,7 @@ TEST_F(PictureReader, FindsColourAmongOtherChannels) {
     EXPECT_EQ(picture.parts.front().stored.passing(), (std::vector<int>{4}));
 }
 
-TEST_F(PictureReader, TakesTheDisplayWindowForTheFrame) {
+TEST_F(PictureReader, UsesTheDisplayWindowAsFrame) {
     struct Row {
         std::vector<float> pixel; ///< of a data window of 4 x 4
         int x;
@@ -161,7 +161,7 @@ TEST_F(PictureReader, TakesTheDisplayWindowForTheFrame) {
     }
 }
 
-TEST_F(PictureReader, TurnsPicturesUpright) {
+TEST_F(PictureReader, AppliesTheOrientationTag) {
     RawPicture lying{{2, 1, 1, TypeDesc::UINT8}, {1, 0}};
     lying.spec.attribute("Orientation", 6); // a quarter turn clockwise brings it upright
     lying.write(mFolder / "lying.tif");
@@ -172,7 +172,7 @@ TEST_F(PictureReader, TurnsPicturesUpright) {
     EXPECT_EQ(upright.origin().get_int_attribute("Orientation", 1), 1);
 }
 
-TEST_F(PictureReader, LeavesPicturesOfNoKnownOrientationAsTheyAreStored) {
+TEST_F(PictureReader, IgnoresUnknownOrientations) {
     for (const int orientation : {-1, 0, 9}) {
         RawPicture file{{2, 1, 1, TypeDesc::HALF}, {1, 0}};
         file.spec.attribute("Orientation", orientation);
@@ -185,7 +185,7 @@ TEST_F(PictureReader, LeavesPicturesOfNoKnownOrientationAsTheyAreStored) {
     }
 }
 
-TEST_F(PictureReader, HandsThePixelAspectRatioOn) {
+TEST_F(PictureReader, KeepsThePixelAspectRatio) {
     RawPicture wide = RawPicture::of({0, 0, 0}, TypeDesc::HALF, -1);
     wide.spec.attribute("PixelAspectRatio", 2.0F);
     wide.write(mFolder / "wide.exr");
@@ -194,7 +194,7 @@ TEST_F(PictureReader, HandsThePixelAspectRatioOn) {
     EXPECT_EQ(static_cast<A_u_long>(ratio.num), 2 * ratio.den);
 }
 
-/// The library's limit on pictures, as it was afterwards.
+/// Limits the library to pictures of so many megabytes, until destroyed.
 class PictureLimit {
 public:
     explicit PictureLimit(int megabytes) { OIIO::attribute(kName, megabytes); }
@@ -208,7 +208,7 @@ private:
     int mBefore = OIIO::get_int_attribute(kName);
 };
 
-TEST_F(PictureReader, KeepsToTheLibrarysLimitInEveryFormat) {
+TEST_F(PictureReader, RefusesPicturesBeyondTheSizeLimit) {
     const PictureLimit limit(1);
     for (const char* name : {"a.png", "a.jpg", "a.bmp", "a.exr", "a.tga", "a.webp", "a.dpx"}) {
         RawPicture::of({0, 0, 0}, TypeDesc::UINT8, -1, 300, 291).write(mFolder / name);
@@ -220,7 +220,7 @@ TEST_F(PictureReader, KeepsToTheLibrarysLimitInEveryFormat) {
     }
 }
 
-/// A GIF picture that says so of its size and has one pixel.
+/// Returns a GIF file that claims this size and holds one pixel.
 std::string GifOf(std::uint16_t width, std::uint16_t height) {
     std::string size;
     for (const std::uint16_t side : {width, height}) {
@@ -230,7 +230,7 @@ std::string GifOf(std::uint16_t width, std::uint16_t height) {
     return "GIF89a" + size + "\x80\0\0\0\0\0\xff\xff\xff,\0\0\0\0\1\0\1\0\0\2\2D\1\0;"s;
 }
 
-TEST_F(PictureReader, RefusesGifPicturesThatTheirReaderWouldWriteBeyond) {
+TEST_F(PictureReader, RefusesGifPicturesTooLargeForTheirReader) {
     const std::pair<int, int> refused[] = {{32768, 32768}, {46341, 46341}, {30000, 17896}};
     for (const char* name : {"a.gif", "a.png"}) {
         std::ofstream(mFolder / name) << GifOf(2, 3);
@@ -245,7 +245,7 @@ TEST_F(PictureReader, RefusesGifPicturesThatTheirReaderWouldWriteBeyond) {
     }
 }
 
-TEST_F(PictureReader, KnowsAFormatByItsContent) {
+TEST_F(PictureReader, DetectsFormatsByContent) {
     for (const char* format :
          {"png", "jpg", "tif", "exr", "dpx", "bmp", "gif", "hdr", "ppm", "webp"}) {
         const auto file = mFolder / "a."s += format;
@@ -258,7 +258,7 @@ TEST_F(PictureReader, KnowsAFormatByItsContent) {
     }
 }
 
-TEST_F(PictureReader, KnowsTgaByItsExtensionAlone) {
+TEST_F(PictureReader, DetectsTgaByItsExtension) {
     RawPicture::of({0.5F, 0.25F, 1}, TypeDesc::UINT8, -1, 4, 3).write(mFolder / "a.tga");
     std::filesystem::copy_file(mFolder / "a.tga", mFolder / "A.TGA");
     std::filesystem::copy_file(mFolder / "a.tga", mFolder / "a.png");
@@ -266,7 +266,7 @@ TEST_F(PictureReader, KnowsTgaByItsExtensionAlone) {
     EXPECT_NE(ErrorOf([&] { ReadPicture(mFolder / "a.png"); }), "");
 }
 
-TEST_F(PictureReader, RefusesOtherFormatsByTheirNames) {
+TEST_F(PictureReader, NamesTheFormatsThatItRefuses) {
     struct Row {
         std::string content;
         std::string reason;
@@ -300,13 +300,13 @@ TEST_F(PictureReader, RefusesOtherFormatsByTheirNames) {
                   " read");
 }
 
-/// A flat PSD picture of one RGB pixel that says so of its number of channels.
+/// Returns a PSD file that claims so many channels and holds one RGB pixel.
 std::string PsdOf(char channels) {
     return "8BPS\0\1\0\0\0\0\0\0\0"s + std::string(1, channels) + "\0\0\0\1\0\0\0\1\0\x08\0\3"s +
            std::string(3 * 4, '\0') + "\0\0\xff\x80\0"s;
 }
 
-TEST_F(PictureReader, RefusesPsdPicturesThatLackChannels) {
+TEST_F(PictureReader, RefusesPsdPicturesWithTooFewChannels) {
     std::ofstream(mFolder / "a.psd") << PsdOf(3);
     EXPECT_EQ(Argb(ReadPicture(mFolder / "a.psd").first().world, 0, 0),
               (std::vector<float>{255, 255, 128, 0}));
@@ -316,7 +316,7 @@ TEST_F(PictureReader, RefusesPsdPicturesThatLackChannels) {
                   "': it has fewer channels than its colour mode needs");
 }
 
-TEST_F(PictureReader, RefusesDpxPicturesThatNameMoreThanTheyHold) {
+TEST_F(PictureReader, RefusesDpxHeadersThatExceedTheFile) {
     constexpr int kUserSizePlace = 32;
     RawPicture::of({0.5F, 0.25F, 1}, OIIO::TypeDesc::UINT8, -1, 4, 3).write(mFolder / "a.dpx");
     EXPECT_EQ(ReadPicture(mFolder / "a.dpx").first().world.height(), 3);
@@ -328,7 +328,7 @@ TEST_F(PictureReader, RefusesDpxPicturesThatNameMoreThanTheyHold) {
                   "': its header names more than the file holds");
 }
 
-TEST_F(PictureReader, RefusesWhatIsNoPicture) {
+TEST_F(PictureReader, RefusesDamagedFiles) {
     struct Row {
         const char* name;
         std::optional<std::string> content;

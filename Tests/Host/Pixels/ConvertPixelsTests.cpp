@@ -50,7 +50,7 @@ struct Picture {
                .order = form.order,
                .alpha = form.alpha} {}
 
-    /// Takes the pixel out, or swaps it in.
+    /// Writes a pixel, and returns the one before.
     Argb<Channel> exchange(std::ptrdiff_t x, std::ptrdiff_t y, const Argb<Channel>& pixel) {
         std::byte* place = view.row(y) + x * static_cast<std::ptrdiff_t>(sizeof pixel);
         const bool alphaLast = view.order == ChannelOrder::Rgba;
@@ -68,7 +68,7 @@ struct Picture {
     PixelView view;
 };
 
-/// What becomes of a pixel, in exact terms.
+/// Converts a pixel by the exact formula.
 template <typename Channel>
 Argb<Channel> Converted(Argb<Channel> pixel, Alpha from, Alpha to, double white) {
     const double alpha = pixel[0];
@@ -84,7 +84,7 @@ Argb<Channel> Converted(Argb<Channel> pixel, Alpha from, Alpha to, double white)
     return pixel;
 }
 
-/// Exactly, or up to the last bit of a float, which the two formulas may round differently.
+/// Compares exactly, floats up to the last bit, which the two formulas may round differently.
 template <typename Channel>
 bool AreSame(const Argb<Channel>& one, const Argb<Channel>& other) {
     constexpr double kTolerance = std::numeric_limits<Channel>::epsilon(); // 0 of whole numbers
@@ -92,7 +92,7 @@ bool AreSame(const Argb<Channel>& one, const Argb<Channel>& other) {
         one, other, [](double a, double b) { return std::abs(a - b) <= kTolerance * std::abs(b); });
 }
 
-/// Pixel `i` of a row: all pairs of colour and alpha that there are at 8 bits in 65536 of them.
+/// Returns pixel `i` of a row: 65536 of them have all pairs of colour and alpha at 8 bits.
 template <typename Channel>
 Argb<Channel> Sample(std::ptrdiff_t i, double white) {
     const auto part = [white](std::ptrdiff_t of255) {
@@ -103,7 +103,7 @@ Argb<Channel> Sample(std::ptrdiff_t i, double white) {
 
 template <typename Channel>
 void CheckAllForms(Depth depth, double white) {
-    // Short rows, as the last pixels behind the vectors are done one by one.
+    // Rows end in pixels that are converted one by one, without vectors.
     for (const std::ptrdiff_t width : {0, 1, 15, 65536}) {
         for (const Form& fromForm : kForms) {
             for (const Form& toForm : kForms) {
@@ -130,13 +130,13 @@ void CheckAllForms(Depth depth, double white) {
     }
 }
 
-TEST(ConvertPixels, GivesEachPixelTheOtherFormAndTouchesNothingElse) {
+TEST(ConvertPixels, ConvertsEachPixelAndTouchesNothingElse) {
     CheckAllForms<std::uint8_t>(Depth::Bits8, 255);
     CheckAllForms<std::uint16_t>(Depth::Bits16, 32768);
     CheckAllForms<float>(Depth::Float32, 1);
 }
 
-TEST(ConvertPixels, RefusesPicturesOfDifferentShape) {
+TEST(ConvertPixels, RefusesPicturesOfAnotherDepthOrSize) {
     const Picture<std::uint8_t> eight(Depth::Bits8, 4, kForms[0]);
     const Picture<std::uint8_t> wider(Depth::Bits8, 5, kForms[0]);
     const Picture<std::uint16_t> sixteen(Depth::Bits16, 4, kForms[0]);

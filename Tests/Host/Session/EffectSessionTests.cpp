@@ -8,9 +8,9 @@
 namespace Kerovane::Host {
 namespace {
 
-class Session : public testing::Test {
+class EffectSessionTest : public testing::Test {
 protected:
-    Session() { mSession.call(PF_Cmd_PARAMS_SETUP); }
+    EffectSessionTest() { mSession.call(PF_Cmd_PARAMS_SETUP); }
 
     PF_Err add(A_long id, PF_ParamIndex index = -1) const {
         PF_ParamDef definition{};
@@ -27,7 +27,7 @@ protected:
     PF_InData& mIn = mSession.inData();
 };
 
-TEST_F(Session, HoldsTheParametersInTheOrderOfAdding) {
+TEST_F(EffectSessionTest, KeepsParametersInTheOrderOfAdding) {
     const std::vector<Parameter>& parameters = mSession.parameters();
     ASSERT_EQ(parameters.size(), 9U);
     EXPECT_EQ(parameters.front().type(), PF_Param_LAYER);
@@ -41,7 +41,7 @@ TEST_F(Session, HoldsTheParametersInTheOrderOfAdding) {
     EXPECT_EQ(parameters.size(), 9U) << "the list starts anew with each set-up";
 }
 
-TEST_F(Session, InsertsAtAnIndexAndRefusesTwins) {
+TEST_F(EffectSessionTest, InsertsAtAnIndexAndRefusesDuplicates) {
     EXPECT_EQ(add(50, 2), PF_Err_NONE);
     EXPECT_EQ(mSession.parameters()[2].id(), 50);
     EXPECT_EQ(add(50), PF_Err_BAD_CALLBACK_PARAM);
@@ -51,10 +51,10 @@ TEST_F(Session, InsertsAtAnIndexAndRefusesTwins) {
     EXPECT_EQ(add(51, 10), PF_Err_NONE);
 }
 
-TEST_F(Session, ChecksParametersOutAtTheTimeAskedFor) {
+TEST_F(EffectSessionTest, ChecksOutValuesAtATime) {
     PF_ParamDef param{};
     ASSERT_EQ(checkout(1, 0, &param), PF_Err_NONE);
-    EXPECT_EQ(param.u.sd.value, 3) << "the default where nothing is set";
+    EXPECT_EQ(param.u.sd.value, 3) << "the default if nothing is set";
     mSession.values().set(1, [](Time time) { return 10 * time.seconds(); });
     checkout(1, 48, &param);
     EXPECT_EQ(param.u.sd.value, 20);
@@ -62,7 +62,7 @@ TEST_F(Session, ChecksParametersOutAtTheTimeAskedFor) {
     EXPECT_EQ(param.u.sd.value, 15);
 }
 
-TEST_F(Session, CountsCheckoutsButNotWhatWasNeverOut) {
+TEST_F(EffectSessionTest, CountsCheckoutsAndIgnoresUnmatchedCheckins) {
     PF_ParamDef never{};
     PF_ParamDef out{};
     EXPECT_EQ(mIn.inter.checkin_param(mIn.effect_ref, &never), PF_Err_NONE);
@@ -74,7 +74,7 @@ TEST_F(Session, CountsCheckoutsButNotWhatWasNeverOut) {
     EXPECT_EQ(mSession.liveCounts().checkouts, 0);
 }
 
-TEST_F(Session, RefusesCheckoutsItCannotAnswer) {
+TEST_F(EffectSessionTest, RefusesInvalidCheckouts) {
     PF_ParamDef param{};
     EXPECT_EQ(checkout(9, 0, &param), PF_Err_INVALID_INDEX);
     EXPECT_EQ(checkout(-1, 0, &param), PF_Err_INVALID_INDEX);
@@ -85,7 +85,7 @@ TEST_F(Session, RefusesCheckoutsItCannotAnswer) {
     EXPECT_EQ(mSession.liveCounts().checkouts, 0);
 }
 
-TEST_F(Session, PassesACommandAndItsRecordsAsTheyAre) {
+TEST_F(EffectSessionTest, PassesCommandsAndRecordsUnchanged) {
     mSession.outData().out_flags = 0x5a5a;
     EXPECT_EQ(mSession.call(PF_Cmd_SEQUENCE_SETUP), PF_Err_NONE);
     EXPECT_EQ(mSession.outData().out_flags, 0x5a5a);
@@ -93,7 +93,7 @@ TEST_F(Session, PassesACommandAndItsRecordsAsTheyAre) {
     EXPECT_STREQ(mSession.outData().return_msg, "Fake\rAn effect for tests");
 }
 
-TEST(EffectModule, IsAFileWithAnEffectsEntry) {
+TEST(EffectModule, RefusesFilesWithoutTheEntryPoint) {
     EXPECT_THROW(EffectSession(""), Error) << "which the loader takes for the program itself";
     EXPECT_THROW(EffectSession("/"), Error);
     EXPECT_THROW(EffectSession("/nowhere/Effect.so"), Error);

@@ -11,18 +11,18 @@
 namespace Kerovane::Host {
 namespace {
 
-/// The fake effect, which shows the fault that the environment names.
-class FakeEffectTest : public testing::Test {
+/// Runs the fake effect, which shows the fault that FAKE_EFFECT names.
+class EffectTest : public testing::Test {
 protected:
-    FakeEffectTest() { setenv("FAKE_EFFECT_TRACE", (mFolder / "trace").c_str(), 1); }
-    ~FakeEffectTest() override {
+    EffectTest() { setenv("FAKE_EFFECT_TRACE", (mFolder / "trace").c_str(), 1); }
+    ~EffectTest() override {
         unsetenv("FAKE_EFFECT");
         unsetenv("FAKE_EFFECT_TRACE");
     }
 
     static void show(const char* fault) { setenv("FAKE_EFFECT", fault, 1); }
 
-    /// The codes of the commands that the effect got, in order.
+    /// Returns the codes of the commands that the effect got, in order.
     std::string commands() const { return mFolder.contentOf("trace"); }
 
     TemporaryFolder mFolder;
@@ -30,7 +30,7 @@ protected:
     World mOutput{Depth::Bits8, 4, 3, 20};
 };
 
-TEST_F(FakeEffectTest, IsSetUpRendersAndIsSetDown) {
+TEST_F(EffectTest, SetsUpRendersAndSetsDown) {
     int handles = 0;
     {
         Effect effect(FAKE_EFFECT);
@@ -45,7 +45,7 @@ TEST_F(FakeEffectTest, IsSetUpRendersAndIsSetDown) {
     EXPECT_EQ(EffectSession(FAKE_EFFECT).liveCounts(), LiveCounts{});
 }
 
-TEST_F(FakeEffectTest, RendersWithTheValuesOfTheCall) {
+TEST_F(EffectTest, RendersWithTheValuesOfEachCall) {
     mInput.row<PF_Pixel8>(2)[3] = {.alpha = 9, .red = 10, .green = 0, .blue = 255};
     mOutput.bytes().back() = std::byte{77};
     Effect effect(FAKE_EFFECT);
@@ -61,7 +61,7 @@ TEST_F(FakeEffectTest, RendersWithTheValuesOfTheCall) {
     EXPECT_EQ(mOutput.row<PF_Pixel8>(2)[3].red, 10) << "values don't outlive the call";
 }
 
-TEST_F(FakeEffectTest, LearnsTheFrame) {
+TEST_F(EffectTest, PassesTheFrameToTheModule) {
     Effect effect(FAKE_EFFECT);
     show("report frame");
     mInput.layer().pix_aspect_ratio = {.num = 2, .den = 1};
@@ -71,7 +71,7 @@ TEST_F(FakeEffectTest, LearnsTheFrame) {
               "time 50/25 step 2 downsample 1/4 size 16x12 aspect 2/1");
 }
 
-TEST_F(FakeEffectTest, FailsToRenderWithOneClearText) {
+TEST_F(EffectTest, ReportsWhyRenderingFailed) {
     struct Row {
         const char* fault;
         const char* text;
@@ -91,7 +91,7 @@ TEST_F(FakeEffectTest, FailsToRenderWithOneClearText) {
     EXPECT_NO_THROW(effect.render({}, {}, mInput, mOutput)) << "a failed frame is not the end";
 }
 
-TEST_F(FakeEffectTest, FailsToSetUpAndIsSetDown) {
+TEST_F(EffectTest, ReportsWhySetUpFailedAndSetsDown) {
     struct Row {
         const char* fault;
         const char* text;
@@ -125,7 +125,7 @@ TEST_F(FakeEffectTest, FailsToSetUpAndIsSetDown) {
     }
 }
 
-TEST_F(FakeEffectTest, RefusesAnOutputUnlikeItsInput) {
+TEST_F(EffectTest, RefusesAnOutputOfAnotherDepthOrSize) {
     Effect effect(FAKE_EFFECT);
     World deeper(Depth::Bits16, 4, 3);
     World smaller(Depth::Bits8, 3, 3);

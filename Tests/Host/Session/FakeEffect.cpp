@@ -1,7 +1,6 @@
-// An effect for tests of hosts. It copies the picture, inverted if asked. The environment variable
-// FAKE_EFFECT names one fault that it shows; FAKE_EFFECT_TRACE a file that it writes each command
-// to; FAKE_EFFECT_SWITCHES adds a
-// checkbox for each of the names in it.
+// An effect for tests of hosts. It copies the picture, and inverts it if asked. The environment
+// sets FAKE_EFFECT: the one fault that it shows FAKE_EFFECT_TRACE: a file to write the code of each
+// command to FAKE_EFFECT_SWITCHES: names, of which each adds a checkbox
 
 #include "AE_Effect.h"
 #include "AE_EffectCBSuites.h"

@@ -13,7 +13,7 @@
 namespace Kerovane::Host {
 namespace {
 
-/// Plays the effect: what it can reach is what a session hands over.
+/// Plays the effect, which reaches only what the session gives it.
 class Suites : public testing::Test {
 protected:
     EffectSession mSession{FAKE_EFFECT};
@@ -59,7 +59,7 @@ TEST_F(Suites, AreRefusedUnderAnotherNameOrVersion) {
     EXPECT_EQ(mSession.liveCounts().suites, 0);
 }
 
-TEST_F(Suites, HandlesLiveUntilDisposed) {
+TEST_F(Suites, CountHandlesUntilDisposed) {
     const auto& suite = acquire<PF_HandleSuite1>("PF Handle Suite", 2);
     PF_Handle handle = suite.host_new_handle(1000);
     ASSERT_NE(handle, nullptr);
@@ -73,13 +73,13 @@ TEST_F(Suites, HandlesLiveUntilDisposed) {
     EXPECT_EQ(mSession.liveCounts().handles, 0);
 }
 
-TEST_F(Suites, HandleIsNullWithoutMemory) {
+TEST_F(Suites, ReturnANullHandleIfMemoryRunsOut) {
     const auto& suite = acquire<PF_HandleSuite1>("PF Handle Suite", 2);
     EXPECT_EQ(suite.host_new_handle(A_HandleSize{1} << 62), nullptr);
     EXPECT_EQ(mSession.liveCounts().handles, 0);
 }
 
-TEST_F(Suites, ScriptsGiveAnEmptyResultAndAnError) {
+TEST_F(Suites, AnswerScriptsWithAnEmptyResultAndAnError) {
     const auto& memory = acquire<AEGP_MemorySuite1>("AEGP Memory Suite", 1);
     const auto& utility = acquire<AEGP_UtilitySuite5>("AEGP Utility Suite", 11);
     AEGP_MemHandle handles[2] = {};
@@ -98,7 +98,7 @@ TEST_F(Suites, ScriptsGiveAnEmptyResultAndAnError) {
     EXPECT_EQ(mSession.liveCounts().memoryHandles, 0);
 }
 
-TEST_F(Suites, RegistrationGivesEachItsId) {
+TEST_F(Suites, RegisterEachPlugInUnderItsOwnId) {
     const auto& utility = acquire<AEGP_UtilitySuite6>("AEGP Utility Suite", 13);
     AEGP_PluginID first = 0;
     AEGP_PluginID second = 0;
@@ -108,7 +108,7 @@ TEST_F(Suites, RegistrationGivesEachItsId) {
     EXPECT_NE(first, second);
 }
 
-TEST_F(Suites, WorldsOfTheEffectLiveUntilDisposed) {
+TEST_F(Suites, CountWorldsUntilDisposed) {
     const auto& suite = acquire<PF_WorldSuite2>("PF World Suite", 2);
     PF_EffectWorld world{};
     ASSERT_EQ(suite.PF_NewWorld(nullptr, 4, 3, 1, PF_PixelFormat_ARGB64, &world), PF_Err_NONE);
@@ -124,7 +124,7 @@ TEST_F(Suites, WorldsOfTheEffectLiveUntilDisposed) {
               PF_Err_OUT_OF_MEMORY);
 }
 
-TEST_F(Suites, PixelsAreHandedOutInTheirOwnDepthOnly) {
+TEST_F(Suites, HandOutPixelsInTheirOwnDepthOnly) {
     World world8(Depth::Bits8, 2, 2);
     World world16(Depth::Bits16, 2, 2);
     PF_UtilCallbacks& utils = *mSession.inData().utils;
@@ -145,14 +145,14 @@ struct Visit {
     bool operator==(const Visit&) const = default;
 };
 
-/// Records where it is called, copies in to out, and fails at (2, 0).
+/// Records its places, copies `in` to `out`, and fails at (2, 0).
 PF_Err CopyUntilTwo(void* refcon, A_long x, A_long y, PF_PixelFloat* in, PF_PixelFloat* out) {
     static_cast<std::vector<Visit>*>(refcon)->push_back({x, y});
     *out = *in;
     return x == 2 ? PF_Err_OUT_OF_MEMORY : PF_Err_NONE;
 }
 
-TEST_F(Suites, IterationVisitsEachPixelOnceWithinBothWorlds) {
+TEST_F(Suites, IterateOnceOverPixelsThatBothWorldsHave) {
     const auto& suite = acquire<PF_iterateFloatSuite1>("PF iterateFloat Suite", 1);
     World source(Depth::Float32, 2, 3);
     World destination(Depth::Float32, 4, 2, 80);
@@ -171,7 +171,7 @@ TEST_F(Suites, IterationVisitsEachPixelOnceWithinBothWorlds) {
     EXPECT_EQ(visits, (std::vector<Visit>{{1, 0}}));
 }
 
-TEST_F(Suites, IterationStopsAtTheFirstErrorAndRefusesOtherDepths) {
+TEST_F(Suites, StopIterationAtTheFirstErrorAndRefuseOtherDepths) {
     const auto& suite = acquire<PF_iterateFloatSuite1>("PF iterateFloat Suite", 1);
     World floats(Depth::Float32, 4, 4);
     World bytes(Depth::Bits8, 4, 4);
@@ -185,7 +185,7 @@ TEST_F(Suites, IterationStopsAtTheFirstErrorAndRefusesOtherDepths) {
               PF_Err_BAD_CALLBACK_PARAM);
 }
 
-TEST_F(Suites, AnsiFormatsLikeTheCLibrary) {
+TEST_F(Suites, FormatTextLikeTheCLibrary) {
     const auto& suite = acquire<PF_ANSICallbacksSuite1>("PF ANSI Suite", 1);
     char text[32];
     EXPECT_EQ(suite.sprintf(text, "%s v%d", "name", 3), 7);

@@ -22,7 +22,7 @@ TEST(World, StartsTransparentWithPaddedRows) {
     }
 }
 
-TEST(World, TellsItsDepthFromACopyOfItsRecord) {
+TEST(World, KeepsItsDepthInCopiesOfItsRecord) {
     for (const Depth depth : kAllDepths) {
         World world(depth, 2, 2);
         const World moved = std::move(world);
@@ -34,14 +34,14 @@ TEST(World, TellsItsDepthFromACopyOfItsRecord) {
     EXPECT_EQ(DepthOf(PF_PixelFormat{0}), std::nullopt);
 }
 
-TEST(World, HasRowsWhereItsRecordSays) {
+TEST(World, PlacesRowsAsItsRecordSays) {
     World world(Depth::Bits16, 3, 2, 26);
     world.row<PF_Pixel16>(1)[2].blue = 7;
     EXPECT_EQ(std::to_integer<int>(world.bytes()[26 + 2 * 8 + 6]), 7);
     EXPECT_EQ(reinterpret_cast<std::byte*>(world.layer().data), world.bytes().data());
 }
 
-TEST(World, RefusesSizesBeforeItAllocates) {
+TEST(World, RefusesInvalidSizesBeforeAllocating) {
     struct Row {
         std::ptrdiff_t width, height, rowBytes;
     };

@@ -9,7 +9,7 @@
 namespace Kerovane::Host {
 namespace {
 
-TEST(FrameList, ReadsRangesStepsAndLists) {
+TEST(FrameList, ParsesRangesStepsAndLists) {
     struct Row {
         const char* text;
         FrameList frames;
@@ -30,7 +30,7 @@ TEST(FrameList, ReadsRangesStepsAndLists) {
     }
 }
 
-TEST(FrameList, RefusesWhatIsNone) {
+TEST(FrameList, RefusesMalformedText) {
     for (const char* text : {"", ",", "1,", "a", "1-", "-", "1-2-3", "2-1", "1-5x0", "1-5x-1",
                              "1-5x", "1x2", "1..5", " 1", "1.5", "2147483648", "1-5y2"}) {
         EXPECT_NE(ErrorOf([&] { ParseFrames(text); }).find("takes frames like"), std::string::npos)
@@ -42,12 +42,12 @@ TEST(FrameList, RefusesWhatIsNone) {
               "names more than 1000000 frames");
 }
 
-TEST(FrameList, IsShortForPeople) {
+TEST(FrameList, FormatsRunsAsRanges) {
     EXPECT_EQ(FormatFrames(FrameList{1, 2, 3, 7, 9, 10}), "1-3, 7, 9-10");
     EXPECT_EQ(FormatFrames(FrameList{}), "");
 }
 
-TEST(Chunk, IsReadOrRefused) {
+TEST(Chunk, ParsesNumberAndCount) {
     EXPECT_EQ(ParseChunk("3/10").number, 3);
     EXPECT_EQ(ParseChunk("3/10").count, 10);
     for (const char* text : {"", "3", "0/10", "11/10", "/10", "3/", "-1/10", "1/-1", "1/2/3"}) {
@@ -55,7 +55,7 @@ TEST(Chunk, IsReadOrRefused) {
     }
 }
 
-TEST(Chunk, AreTogetherAllFramesAndAlikeInSize) {
+TEST(Chunk, DividesAllFramesEvenly) {
     for (const A_long frameCount : {0, 1, 9, 10, 100}) {
         for (const A_long count : {1, 3, 10, 17}) {
             const FrameList all =

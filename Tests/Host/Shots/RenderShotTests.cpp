@@ -55,7 +55,7 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(FramesInFlight, RenderShotTest, testing::Values(1, 2, 7, 100));
 
-TEST_P(RenderShotTest, GoesOnAndReportsInOrderIfFramesFail) {
+TEST_P(RenderShotTest, ContinuesPastFailedFramesAndReportsInOrder) {
     render(false);
     ASSERT_EQ(mReported.size(), mShot.size());
     for (const ShotFrame& frame : mShot) {
@@ -66,7 +66,7 @@ TEST_P(RenderShotTest, GoesOnAndReportsInOrderIfFramesFail) {
     EXPECT_EQ(mFailed, (FrameList{kMissing, kUnwritable}));
 }
 
-TEST_P(RenderShotTest, EndsTheFramesThatBeganOnceItIsStopped) {
+TEST_P(RenderShotTest, FinishesStartedFramesIfStopped) {
     std::atomic<bool> stop = false;
     const auto ended = mEnded;
     mEnded = [&](const ShotFrame& frame, const FrameReport& report) {

@@ -7,7 +7,7 @@
 namespace Kerovane::Host {
 namespace {
 
-TEST(Suggestion, NamesWhatWasMeant) {
+TEST(Suggestion, NamesTheNearestNames) {
     const std::vector<std::string> names{"size",
                                          "size-level",
                                          "size-random",

@@ -12,7 +12,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// The sample at `x`, `y` of a plane.
+/// Returns the sample at `x`, `y` of a plane.
 int SampleOf(const AVFrame& frame, int plane, std::ptrdiff_t x, std::ptrdiff_t y) {
     const std::uint8_t* row = frame.data[plane] + y * frame.linesize[plane];
     return BitsOf(static_cast<AVPixelFormat>(frame.format)) > 8
@@ -20,7 +20,7 @@ int SampleOf(const AVFrame& frame, int plane, std::ptrdiff_t x, std::ptrdiff_t y
                : row[x];
 }
 
-TEST(Yuv420, GivesColoursTheNumbersOfTheirMatrixAndRange) {
+TEST(Yuv420, ConvertsByMatrixAndRange) {
     struct Row {
         ColorTags color;
         std::array<std::uint8_t, 3> rgb;
@@ -55,12 +55,12 @@ TEST(Yuv420, GivesColoursTheNumbersOfTheirMatrixAndRange) {
     EXPECT_FALSE(Yuv420::of({.matrix = AVCOL_SPC_YCGCO}));
 }
 
-/// Goes up and down evenly, so that it is the same between samples as at them.
+/// Is linear in each plane, so that interpolation between samples is exact.
 double Ramp(int plane, double x, double y) {
     return plane == 0 ? 20 + 1.5 * x + 0.5 * y : plane == 1 ? 200 - x - 0.5 * y : 30 + 0.5 * x + y;
 }
 
-/// What the renderer makes of a picture that has the plane's values as its red.
+/// Renders a picture that has the plane's values as its red.
 World MosaicOfRamp(const Software::MosaicParameters& parameters, int plane, A_long width,
                    A_long height) {
     World world(Depth::Float32, width, height);
@@ -90,7 +90,7 @@ double MeanOf(const World& world, std::ptrdiff_t x, std::ptrdiff_t y, std::ptrdi
     return sum / count;
 }
 
-TEST(PlanarMosaic, DrawsEachPlaneAsTheRendererDrawsAPicture) {
+TEST(PlanarMosaic, DrawsPlanesLikeTheRenderer) {
     constexpr int kWidth = 67;
     constexpr int kHeight = 45;
     using enum Software::Shape;
@@ -152,7 +152,7 @@ TEST(PlanarMosaic, DrawsEachPlaneAsTheRendererDrawsAPicture) {
     }
 }
 
-TEST(CellMap, IsThereOnlyIfAllPixelsAreOpaqueAndLieInCells) {
+TEST(CellMap, ExistsOnlyIfAllPixelsAreOpaqueAndLieInCells) {
     const auto isThere = [](const Software::MosaicParameters& parameters) {
         return CellMap::of(64, 48,
                            [&](const ConstPixelView& from, const PixelView& to) {

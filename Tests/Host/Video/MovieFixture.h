@@ -24,7 +24,7 @@ class Movies : public testing::Test {
 protected:
     std::string path(const std::string& name) const { return mFolder / name; }
 
-    /// What a command prints, run in the folder.
+    /// Runs a command in the folder, and returns what it prints.
     std::string outputOf(const std::string& command) const {
         const std::string line = "cd '" + path("") + "' && " + command;
         const std::unique_ptr<FILE, int (*)(FILE*)> pipe(popen(line.c_str(), "r"), pclose);
@@ -42,21 +42,21 @@ protected:
         ASSERT_EQ(std::system(line.c_str()), 0) << line;
     }
 
-    /// A line for each packet or frame of a stream, as ffprobe tells `entries` of it.
+    /// Returns what ffprobe prints for `entries` of a stream.
     std::string probe(const std::string& name, const std::string& stream,
                       const std::string& entries) const {
         return outputOf("ffprobe -v error -select_streams " + stream +
                         " -of compact=p=0:nk=1 -show_entries " + entries + " " + name);
     }
 
-    /// The sum over what a stream decodes to.
+    /// Returns the checksum of the decoded stream.
     std::string sumOf(const std::string& name, const std::string& map,
                       const std::string& options = "") const {
         return outputOf("ffmpeg -nostdin -v error -i " + name + " -map " + map + " " + options +
                         " -f md5 -");
     }
 
-    /// When a movie's frames are shown, in seconds.
+    /// Returns the presentation times of a movie's frames, in seconds.
     std::vector<double> timesOf(const std::string& name) const {
         std::istringstream lines(probe(name, "v", "frame=best_effort_timestamp_time"));
         std::vector<double> times;
@@ -68,7 +68,7 @@ protected:
         return times;
     }
 
-    /// The least signal-to-noise ratio of two movies' planes, in dB.
+    /// Returns the least signal-to-noise ratio of any frame of two movies, in dB.
     double likeness(const std::string& one, const std::string& other,
                     const std::string& format) const {
         const std::string lines =

@@ -59,7 +59,7 @@ struct Encoding {
     double leastLikeness; ///< dB; 0: the same to the bit
 };
 
-TEST_F(Movies, ShowThePicturesThatWentIn) {
+TEST_F(Movies, KeepPicturesInEachCodec) {
     const std::vector<Encoding> encodings{
         {"bgr0", "a.mkv", {.codec = "ffv1"}, "rgb24", 0},
         {"bgra", "b.mkv", {.codec = "ffv1", .alpha = true}, "rgba", 0},
@@ -89,7 +89,7 @@ TEST_F(Movies, ShowThePicturesThatWentIn) {
     }
 }
 
-TEST_F(Movies, KeepTheirColoursInEachMatrixAndRange) {
+TEST_F(Movies, KeepColoursInEachMatrixAndRange) {
     for (const std::string matrix : {"bt709", "smpte170m", "bt2020nc"}) {
         for (const std::string range : {"tv", "pc"}) {
             ffmpeg("-f lavfi -i \"testsrc2=size=96x64:rate=25:duration=0.4,gblur=sigma=4,"
@@ -105,7 +105,7 @@ TEST_F(Movies, KeepTheirColoursInEachMatrixAndRange) {
     }
 }
 
-TEST_F(Movies, StandUpright) {
+TEST_F(Movies, AreTurnedByTheirRotationTag) {
     ffmpeg(kPictures + "-c:v libx264 -frames:v 5 flat.mp4");
     for (const char* angle : {"90", "180", "270"}) {
         ffmpeg(std::string("-i flat.mp4 -c copy -metadata:s:v rotate=") + angle + " turned.mp4");
@@ -130,7 +130,7 @@ TEST_F(Movies, AreCutToTheFrameAndTheSample) {
     EXPECT_THROW(copy("in.mov", "none.mov", {}, {50, 1}), Error);
 }
 
-TEST_F(Movies, CarrySubtitlesChaptersAndMetadataAlongACut) {
+TEST_F(Movies, KeepSubtitlesChaptersAndMetadataIfCut) {
     std::ofstream(path("in.srt")) << "1\n00:00:01,000 --> 00:00:01,500\nHello\n";
     std::ofstream(path("in.txt"))
         << ";FFMETADATA1\ntitle=A title\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=500\ntitle=One\n"
@@ -153,7 +153,7 @@ TEST_F(Movies, CarrySubtitlesChaptersAndMetadataAlongACut) {
     }
 }
 
-TEST_F(Movies, TellWhereTheyAreDamaged) {
+TEST_F(Movies, ReportWhereTheyAreDamaged) {
     const std::vector<Journey> movies{
         {"-c:v libx264 -g 10", "a.mp4", "-movflags +faststart"},
         {"-c:v libx264 -g 10", "b.mkv", ""},
@@ -178,7 +178,7 @@ TEST_F(Movies, TellWhereTheyAreDamaged) {
     }
 }
 
-TEST_F(Movies, EndWherePicturesChangeTheirSize) {
+TEST_F(Movies, EndIfPicturesChangeSize) {
     ffmpeg(kPictures + "-c:v libx264 a.ts");
     ffmpeg("-f lavfi -i testsrc2=size=64x64:rate=25:duration=1 -c:v libx264 -output_ts_offset 2 "
            "b.ts");
@@ -188,7 +188,7 @@ TEST_F(Movies, EndWherePicturesChangeTheirSize) {
     EXPECT_NE(mEndedEarly.find("64 x 64"), std::string::npos) << mEndedEarly;
 }
 
-TEST_F(Movies, HaveAFewColoursAndAHoleAsGif) {
+TEST_F(Movies, KeepAFewColoursAndHolesAsGif) {
     ffmpeg("-f lavfi -i \"color=red:size=32x32:rate=10:duration=0.5,format=rgba,"
            "geq=r='if(lt(X,16),200,30)':g=90:b=7:a='255*gte(Y,16)'\" -c:v png in.mov");
     copy("in.mov", "out.gif");
@@ -199,7 +199,7 @@ TEST_F(Movies, HaveAFewColoursAndAHoleAsGif) {
     EXPECT_EQ(timesOf("out.gif"), timesOf("in.mov"));
 }
 
-TEST_F(Movies, RefuseWhatCantBeWritten) {
+TEST_F(Movies, RefuseUnsupportedSettings) {
     ffmpeg(kPictures + "-frames:v 2 -c:v libx264 in.mp4");
     struct Refusal {
         std::string to;

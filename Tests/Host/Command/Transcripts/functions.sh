@@ -1,0 +1,62 @@
+# What the steps of transcripts may call, beside what is installed.
+
+# The command with the fake effect, which copies a picture, inverted with --invert true, and shows
+# the fault that FAKE_EFFECT names.
+tesselune() { "$TESSELUNE" --effect "$FAKE_MODULE" "$@"; }
+
+# The command with the effects that are installed.
+real() { "$TESSELUNE" "$@"; }
+
+# Says nothing if two pictures are alike; takes the options of idiff.
+alike() {
+    local said
+    said=$(idiff "$@") || { echo "$said"; return 1; }
+}
+
+# Makes noise for each of some frames: noise 48x32 1 2 makes in.0001.png and in.0002.png.
+noise() {
+    local size=$1 frame words=()
+    for frame in "${@:2}"; do
+        words+=(--pattern "noise:type=uniform:min=0:max=1:seed=$frame" "$size" 3 -d uint8
+                -o "in.000$frame.png")
+    done
+    oiiotool "${words[@]}"
+}
+
+# Prints the form of each of some pictures, and its mean colour.
+forms() {
+    local file words=()
+    for file; do
+        words+=("$file" --echo '    mean colour: {TOP.AVGCOLOR}')
+    done
+    oiiotool --info -v "${words[@]}" | grep -e ' x ' -e channel -e compression -e Bits -e colour:
+}
+
+# Prints the mean colour of each of some areas of a picture: colours out.png 4x4+16+16
+colours() {
+    local area words=()
+    for area in "${@:2}"; do
+        words+=("$1" --cut "$area" --echo '{TOP.AVGCOLOR}')
+    done
+    oiiotool "${words[@]}"
+}
+
+# Prints the sum over what a movie's pictures, or its sound, decode to.
+sum() {
+    local options=(-map 0:v -pix_fmt rgba -c:v rawvideo)
+    if [ "${2-}" = sound ]; then
+        options=(-map 0:a -c copy)
+    fi
+    ffmpeg -nostdin -v error -i "$1" "${options[@]}" -vsync passthrough -f md5 -
+}
+
+# Makes a movie of 50 pictures and a tone: movie in.mp4 -c:v libx264
+movie() {
+    ffmpeg -nostdin -v error -f lavfi -i testsrc2=size=96x64:rate=25:duration=2 \
+        -f lavfi -i sine=duration=2 "${@:2}" "$1"
+}
+
+frames_of() {
+    ffprobe -v error -count_frames -select_streams v -show_entries stream=nb_read_frames \
+        -of csv=p=0 "$1"
+}
