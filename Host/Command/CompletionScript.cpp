@@ -74,8 +74,8 @@ std::string BashCommand(const std::string& pattern, const CommandOutline& comman
     return BashBranch(kIndent, pattern, ' ' + Joined(words), files);
 }
 
-/// Returns the first line of `text`, a parameter's meaning, escaped for the specifications of
-/// `_arguments`, in which brackets and colons are special.
+/// Returns the first line of `text`, a parameter's meaning, escaped for `_arguments`, to which
+/// brackets and colons are special.
 std::string ZshDescription(std::string_view text) {
     std::string escaped;
     for (const char character : text.substr(0, text.find(";\n"))) {
@@ -92,7 +92,7 @@ std::string ZshValue(const OutlineOption& option) {
     if (!option.takesFile || words.empty()) {
         return option.takesFile ? "_files" : words;
     }
-    // The colons are escaped because a plain one would end the specification.
+    // The colons are escaped because a plain one would end the description.
     return R"({_alternative "names\:name\:)" + words + R"(" "files\:file\:_files"})";
 }
 
