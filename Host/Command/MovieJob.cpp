@@ -16,7 +16,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Pictures as a movie of them is: that of the first, which stands for all.
+/// Returns the form of a movie made of pictures, which is taken from the first one.
 MovieForm FormOf(const Shot& shot, FrameRate rate) {
     const Picture picture = ReadPicture(shot.frames.front().input);
     const PictureLayer& first = picture.first();
@@ -30,7 +30,8 @@ MovieForm FormOf(const Shot& shot, FrameRate rate) {
             .frameRate = {static_cast<int>(rate.timeScale()), rate.timeStep()}};
 }
 
-/// Those of a cut stand at equal distances, so that what lies between is left out and no more.
+/// Throws Error if the frames are not evenly spaced. Each frame is shown for the same number of the
+/// source's frames, so that the sound stays in sync.
 void CheckOneCut(const FrameList& frames) {
     for (std::size_t i = 2; i < frames.size(); ++i) {
         if (frames[i] - frames[i - 1] != frames[1] - frames[0]) {
@@ -40,7 +41,7 @@ void CheckOneCut(const FrameList& frames) {
     }
 }
 
-/// How many frames of the source a cut covers; nothing if there is none.
+/// Returns how many of the source's frames a cut spans, or nothing if there is no cut.
 std::optional<std::int64_t> FramesCut(const std::optional<FrameList>& frames) {
     return frames ? std::optional<std::int64_t>(frames->back() - frames->front() + 1)
                   : std::nullopt;
@@ -98,7 +99,7 @@ void MovieJob::openMovie(const MovieRequest& request) {
     const std::optional<SequencePattern> pattern =
         request.toMovie ? std::nullopt : SequencePattern::parse(mOutput);
     if (!request.toMovie) {
-        PictureWriter(pattern ? pattern->pathOf(0) : mOutput); // throws if there is no such format
+        PictureWriter(pattern ? pattern->pathOf(0) : mOutput); // throws for unknown formats
     }
     if (!request.toMovie && !pattern && (!frames || frames->size() != 1)) {
         throw Error(fmt::format("'{}' has no place for the frame's number, like # or %04d; "

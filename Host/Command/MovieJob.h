@@ -18,51 +18,53 @@
 
 namespace Kerovane::Host {
 
-/// What is to be rendered from or to a movie.
+/// What to render from or to a movie.
 struct MovieRequest {
     ShotRequest shot;
     bool fromMovie = false;
     bool toMovie = false;
-    std::optional<FrameRate> rate; ///< of pictures; 24 a second if it isn't given
-    MovieSettings settings;        ///< of a movie that is written
-    PictureSinkSetting pictures;   ///< of pictures that are written
+    std::optional<FrameRate> rate; ///< of picture files; FrameRate's default if not given
+    MovieSettings settings;        ///< for writing a movie
+    PictureSinkSetting pictures;   ///< for writing picture files
 };
 
-/** A rendering from a movie, to a movie, or both: where its frames come from and where they go. */
+/**
+ * A rendering from a movie, to a movie, or both. Provides the source and the sink of the frames.
+ */
 class MovieJob {
 public:
-    /// Opens both ends. Throws Error if the request can't be carried out.
+    /// Opens the source and the sink. Throws Error if the request cannot be fulfilled.
     MovieJob(const MovieRequest& request, StandardStreams& streams);
 
-    /// Has frames drawn as they are stored if they are encoded so too. `drawing` is the same for
-    /// all frames.
+    /// Draws frames without converting their pixel format, if source and target have the same.
+    /// `drawing` must be the same for all frames.
     void drawAsStored(const ShotDrawing& drawing);
 
     FrameSource& source();
     FrameSink& sink();
 
-    /// How many frames there seem to be; 0 if nobody knows.
+    /// The expected number of frames, or 0 if unknown.
     std::size_t framesExpected() const { return mExpected; }
 
     FrameRate rate() const { return mRate; }
 
-    /// When frames are shown; empty if they come at that rate.
+    /// Returns the function for the frames' times, or an empty function if they follow rate().
     SecondsOfFrame secondsOf() const;
 
-    /// The pictures that the movie is made of.
+    /// The picture files that the movie is made of.
     const Shot& shot() const { return mShot; }
 
-    /// What is other than a user might think, a line each; before the first frame.
+    /// Remarks for the user before the first frame, one line each.
     std::vector<std::string> notes() const;
 
-    /// Whether there are frames that were not begun.
+    /// Returns whether there are frames left to begin.
     bool hasMore() const;
 
-    /// Ends the movie that is written. Returns what a user has to know of it, a line each. Throws
-    /// Error if the movie can't be written.
+    /// Completes the movie that is written. Returns remarks for the user, one line each. Throws
+    /// Error if the movie cannot be written.
     std::vector<std::string> finish(bool isInterrupted);
 
-    /// What of the source could not be had, a line each; after the last frame.
+    /// Returns what could not be read of the source, one line each. Call after the last frame.
     std::vector<std::string> losses() const;
 
 private:
@@ -72,7 +74,7 @@ private:
 
     std::filesystem::path mInput;
     std::filesystem::path mOutput;
-    Shot mShot; ///< of pictures
+    Shot mShot; ///< of picture files
     FrameRate mRate;
     std::size_t mExpected = 0;
     MovieForm mForm;

@@ -17,13 +17,14 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// In the order of grey before colour, without alpha before with it.
+/// In the order of isGrey, then hasAlpha.
 const std::vector<std::string>& ChannelNames() {
     static const std::vector<std::string> kNames{"grey", "grey-alpha", "rgb", "rgba"};
     return kNames;
 }
 
-/// The place of an option's text among `names`.
+/// Returns the index of an option's text in `names`. Throws Error, which names the option, if it is
+/// not there.
 std::size_t ReadChoice(const char* option, const std::string& text,
                        const std::vector<std::string>& names) {
     return ReadOption(option, text,
@@ -51,21 +52,20 @@ void OutputOptions::addTo(CLI::App& command) {
     };
     constexpr int kBest = 100;
     add("Output", "--bits", mBits, ChoiceType(ChannelBitsNames()),
-        "of a channel; movies have 8 or 10 [as IN, 8 in .mp4]");
-    add("Output", "--quality", mQuality, "N",
-        "1 to 100, the best; for what is written with loss [66 of movies]")
+        "bits per channel; movies have 8 or 10 [as IN, 8 in .mp4]");
+    add("Output", "--quality", mQuality, "N", "1 to 100 (best), for lossy formats [66 for movies]")
         ->check(CLI::Range(1, kBest).description(""));
     add("Output", "--channels", mChannels, ChoiceType(ChannelNames()),
-        "of pictures [as IN, with alpha if there can be holes]");
+        "channels of pictures [as IN, with alpha if there can be holes]");
     add("Output", "--compression", mCompression, "NAME[:LEVEL]",
-        "of pictures: zip:9, dwaa:45, lossless [as IN]");
+        "compression of pictures: zip:9, dwaa:45, lossless [as IN]");
     add("Movies", "--codec", mCodec, ChoiceType(AllCodecNames()),
-        "of the pictures [as OUT usually has]");
-    add("Movies", "--bitrate", mBitRate, "BITS", "a second, instead of a quality: 8M, 800k");
+        "video codec [the usual one of OUT]");
+    add("Movies", "--bitrate", mBitRate, "BITS", "bits per second instead of a quality: 8M, 800k");
     add("Movies", "--container", mContainer, "NAME",
-        "FFmpeg's name of OUT's format: matroska, nut");
+        "format of OUT by FFmpeg's name: matroska, nut");
     add("Movies", "--codec-options", mCodecOptions, "LIST",
-        "the encoder's own: preset=ultrafast:tune=grain");
+        "options of the encoder: preset=ultrafast:tune=grain");
 }
 
 MovieSettings OutputOptions::movie() const {

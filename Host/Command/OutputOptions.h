@@ -9,19 +9,19 @@
 
 namespace Kerovane::Host {
 
-/** Options of the command line that say how movies and pictures are written. */
+/** The command-line options for writing movies and pictures. */
 class OutputOptions {
 public:
     void addTo(CLI::App& command);
 
-    /// Each throws Error if an option's value is none.
+    /// Throw Error if an option's value is not valid.
     MovieSettings movie() const;
     PictureSettings pictures() const;
 
-    /// Whether a container is named, so that the output is a movie.
+    /// Returns whether a container is named, which makes the output a movie.
     bool namesContainer() const { return !mContainer.empty(); }
 
-    /// One that was given and is for movies alone, or for pictures alone; empty if there is none.
+    /// Return a given option that applies to movies or pictures only, or an empty text.
     std::string givenForMovies() const;
     std::string givenForPictures() const;
 
@@ -33,10 +33,10 @@ private:
     std::string mChannels;
     std::string mCompression;
     std::string mBits;
-    int mQuality = 0; ///< 0: the usual
+    int mQuality = 0; ///< 0: the default
 };
 
-/// Reads bits a second: "8M", "1.5M", "800k", "8000000". Throws Error for other text.
+/// Reads bits per second: "8M", "1.5M", "800k", "8000000". Throws Error for other text.
 std::int64_t ParseBitRate(const std::string& text);
 
 } // namespace Kerovane::Host

@@ -55,7 +55,7 @@ void PanelOptions::addTo(CLI::App& command) {
     command.add_flag("--no-open", noOpen, "print the address, and do not open a browser");
     command
         .add_option("--output-folder", outputFolder,
-                    "where the page may save and render; without it the page writes no files")
+                    "folder that the page may write to; without it the page writes no files")
         ->type_name(kFileType);
     shot.addFootageTo(command);
     picture.addTo(command);

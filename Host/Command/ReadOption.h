@@ -8,7 +8,7 @@
 
 namespace Kerovane::Host {
 
-/// What `parse` makes of an option's text; its errors name the option.
+/// Parses an option's text. Errors start with the option's name.
 template <typename Parse>
 auto ReadOption(const char* option, const std::string& text, Parse parse) {
     try {

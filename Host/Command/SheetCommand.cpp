@@ -51,7 +51,7 @@ void SheetOptions::addTo(CLI::App& command) {
     command.add_option("IN", in, "picture to read, or a sequence: shot.#.png")
         ->required()
         ->type_name(kFileType);
-    command.add_option("OUT", out, "sheet to write, its format as its extension says")
+    command.add_option("OUT", out, "sheet to write, in the format of its extension")
         ->required()
         ->type_name(kFileType);
     command

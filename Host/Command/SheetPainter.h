@@ -12,16 +12,16 @@
 
 namespace Kerovane::Host {
 
-/** Draws the cells of a sheet one by one. */
+/** Renders the cells of a sheet one by one. */
 class SheetPainter {
 public:
-    /// What a cell sets wins over `settings`. `renderer` outlives the painter.
+    /// A cell's settings override `settings`. `renderer` must outlive the painter.
     SheetPainter(FrameRenderer& renderer, Renderer with, const ParameterSettings& settings,
                  FrameRate rate, std::optional<ColourConversion> conversion);
 
     World paint(const SheetCell& cell, const World& input);
 
-    /// Of the input that was painted last, whose NaN and infinities counted as 0.
+    /// The number of pixels with NaN or infinite channels in the last input.
     std::size_t nonFinitePixels() const { return mNonFinitePixels; }
 
 private:

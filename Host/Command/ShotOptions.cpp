@@ -17,11 +17,11 @@ namespace {
 constexpr std::size_t kMostThreads = 256;
 
 std::size_t DefaultThreads() {
-    constexpr std::size_t kEnough = 16; // for one thread that renders
+    constexpr std::size_t kEnough = 16; // enough to keep one rendering thread busy
     return std::clamp<std::size_t>(std::thread::hardware_concurrency(), 1, kEnough);
 }
 
-/// In the order of MissingFrames.
+/// The names of MissingFrames, in the enum's order.
 const std::vector<std::string>& MissingNames() {
     static const std::vector<std::string> kNames{"error", "skip", "hold"};
     return kNames;
@@ -47,7 +47,7 @@ void ShotOptions::addFootageTo(CLI::App& command) {
     Add(command, "--fps", mRate, "RATE",
         "frames a second of pictures: 25, 23.976 or 24000/1001 [24]");
     Add(command, "--missing", mMissing, ChoiceType(MissingNames()),
-        "what becomes of frames that aren't there [error]");
+        "what to do with missing frames [error]");
 }
 
 void ShotOptions::addTo(CLI::App& command) {
@@ -55,19 +55,18 @@ void ShotOptions::addTo(CLI::App& command) {
     Add(command, "--chunk", mChunk, "K/N", "the K-th of N parts of the frames: 3/10 [1/1]");
     command
         .add_flag("--resume", mResume,
-                  "keep the outputs that are whole and made with the same settings")
+                  "keep outputs that are complete and made with the same settings")
         ->group("Sequences");
-    command.add_flag("--no-clobber", mNoClobber, "keep outputs that are there, whatever they are")
+    command.add_flag("--no-clobber", mNoClobber, "keep all existing outputs, without reading them")
         ->group("Sequences");
     Add(command, "--threads", mThreads, "N",
-        fmt::format("that read and write files [{}]", mThreads))
+        fmt::format("threads that read and write files [{}]", mThreads))
         ->check(CLI::Range(std::size_t{1}, kMostThreads).description(""));
     Add(command, "--max-frames-in-flight", mInFlight, "N",
         "frames in memory at a time [threads + 1]")
         ->check(CLI::Range(std::size_t{1}, std::size_t{4} * kMostThreads).description(""));
     command
-        .add_option("--depth", mDepth,
-                    "bits of a channel to work at [8 if IN has no more, else 32]")
+        .add_option("--depth", mDepth, "bits per channel to work at [8 if IN has no more, else 32]")
         ->check(CLI::IsMember({8, 16, 32}).description(""))
         ->type_name(ChoiceType({"8", "16", "32"}));
 }
@@ -97,7 +96,7 @@ ShotRequest ShotOptions::request(const std::filesystem::path& input,
 }
 
 ShotSetting ShotOptions::setting() const {
-    const std::size_t most = mThreads + 1; // one frame is rendered while the others' files are busy
+    const std::size_t most = mThreads + 1; // one renders while the others read and write files
     return {.framesInFlight = mInFlight != 0 ? std::min(mInFlight, most) : most,
             .reading = {.depth =
                             mDepth != 0 ? std::optional(static_cast<Depth>(mDepth)) : std::nullopt},

@@ -12,42 +12,42 @@
 
 namespace Kerovane::Host {
 
-/** Options of the command line that say which frames are rendered, and how. */
+/** The command-line options that select a shot's frames and how they are rendered. */
 class ShotOptions {
 public:
     ShotOptions();
 
-    /// Adds those that say what footage there is: frames, their rate, and what lacks.
+    /// Adds the options that describe the input: frames, frame rate, and missing frames.
     void addFootageTo(CLI::App& command);
 
-    /// Adds all of them.
+    /// Adds all options.
     void addTo(CLI::App& command);
 
-    /// Each throws Error if an option's value is none.
+    /// Throw Error if an option's value is not valid.
     ShotRequest request(const std::filesystem::path& input,
                         const std::filesystem::path& output) const;
     ShotSetting setting() const;
     FrameRate rate() const;
 
-    /// Whether outputs that are there stay, whatever they are.
+    /// Returns whether all existing outputs are kept.
     bool keepsExisting() const { return mNoClobber; }
 
-    /// Those of the footage that were given, as a line has them, but for the frames.
+    /// Returns the given options of addFootageTo() as words of a line, except --frames.
     std::vector<std::string> footageWords() const;
 
-    /// As it was given; empty: all.
+    /// The text of --frames; empty: all frames.
     const std::string& frames() const { return mFrames; }
 
     bool hasRate() const { return !mRate.empty(); }
 
 private:
     std::string mFrames;
-    std::string mRate; ///< empty: FrameRate's own
+    std::string mRate; ///< empty: FrameRate's default
     std::string mMissing = "error";
     std::string mChunk = "1/1";
-    int mDepth = 0; ///< 0: that of the file
+    int mDepth = 0; ///< 0: the file's depth
     std::size_t mThreads;
-    std::size_t mInFlight = 0; ///< 0: as many as keep the threads busy
+    std::size_t mInFlight = 0; ///< 0: one more than threads
     bool mResume = false;
     bool mNoClobber = false;
 };

@@ -27,7 +27,7 @@ SharedPicture Share(Picture picture) {
     throw Error(fmt::format("there is no frame {}", number));
 }
 
-/// The files of a shot, or one for all frames.
+/// The files of a shot, or one file for all frames.
 class FileFootage : public Footage {
 public:
     FileFootage(const FootageRequest& request, FootageKind kind, const Shot& shot)
@@ -67,7 +67,7 @@ private:
     ReadSetting mReading;
     std::mutex mMutex;
     FrameCache mCache;
-    SharedPicture mLast; ///< which may be one for all
+    SharedPicture mLast; ///< reused, because all frames may share one file
     std::filesystem::path mLastFile;
 };
 
@@ -120,7 +120,7 @@ private:
     }
 
     SharedPicture decode(A_long number) {
-        constexpr A_long kNear = 48; // frames that are decoded rather than sought
+        constexpr A_long kNear = 48; // in frames; farther ones are reached by seeking
         if (number < mNext || number > mNext + kNear) {
             openAt(number);
         }
@@ -143,10 +143,10 @@ private:
     std::optional<MovieSource> mSource;
     A_long mNext = 0;
     FrameCache mCache;
-    std::map<A_long, double> mTimes; ///< seconds of frames that were read
+    std::map<A_long, double> mTimes; ///< in seconds, of the frames that were read
 };
 
-/** A picture that came over the network. */
+/** A picture received over the network. */
 class MemoryFootage : public Footage {
 public:
     MemoryFootage(const std::string& content, const std::string& name)
@@ -186,7 +186,7 @@ private:
     int mDescriptor = -1;
 };
 
-/// One picture is frame 0.
+/// Plans the shot, or returns one picture as frame 0.
 Shot ShotOf(const FootageRequest& request, const ShotRequest& shot) {
     if (AsksForShot(shot)) {
         return PlanShot(shot);

@@ -13,12 +13,12 @@
 
 namespace Kerovane::Host {
 
-/// A frame, with layers of 8 bits unless its colour is to be converted.
+/// A frame's picture. Its layers have 8 bits unless its colour is to be converted.
 using SharedPicture = std::shared_ptr<const Picture>;
 
 enum class FootageKind { Picture, Sequence, Movie };
 
-/** What a panel shows the effect on. May be used on several threads. */
+/** The input that a panel shows the effect on. Thread-safe. */
 class Footage {
 public:
     virtual ~Footage() = default;
@@ -29,34 +29,34 @@ public:
     const FrameList& frames() const { return mFrames; }
     FrameRate rate() const { return mRate; }
 
-    /// As the command takes it.
+    /// The input as the command takes it.
     const std::filesystem::path& input() const { return mInput; }
 
-    /// Of the first frame, in pixels.
+    /// The first frame's width and height, in pixels.
     A_long width() const { return mWidth; }
     A_long height() const { return mHeight; }
 
-    /// Of what was rendered, before it is shown; null if colour stays as it is.
+    /// The conversion to apply to rendered pictures before they are shown, or null.
     const ColourConversion* conversion() const { return mConversion ? &*mConversion : nullptr; }
 
-    /// Whether its own files have more than 8 bits a channel.
+    /// Whether the input's files have more than 8 bits per channel.
     bool isDeep() const { return mIsDeep; }
 
-    /// Throws Error if there is no such frame, or it can't be read.
+    /// Returns a frame. Throws Error if it does not exist or cannot be read.
     virtual SharedPicture frame(A_long number) = 0;
 
-    /// When a frame is shown; exactly of those that were read.
+    /// Returns the time in seconds at which a frame is shown. It is exact for frames that were
+    /// read, and otherwise estimated from the frame rate.
     virtual double secondsOf(double frame) const;
 
-    /// The picture for other programs of this process's making, if it is no file of its own; else
-    /// -1.
+    /// The file descriptor of a picture that is only in memory, for child processes; otherwise -1.
     virtual int descriptor() const { return -1; }
 
 protected:
     Footage(FootageKind kind, std::filesystem::path input)
         : mKind(kind), mInput(std::move(input)) {}
 
-    /// Takes over what the first frame tells of all.
+    /// Sets the members that the first frame determines.
     void learnFrom(const Picture& first);
 
     FrameList mFrames;
@@ -73,7 +73,7 @@ private:
 
 struct FootageRequest {
     std::filesystem::path input;
-    std::optional<FrameList> frames{}; ///< else all that there are
+    std::optional<FrameList> frames{}; ///< default: all frames
     std::optional<FrameRate> rate{};   ///< of pictures
     MissingFrames missing = MissingFrames::Error;
     ReadSetting reading{.depth = Depth::Bits8};
@@ -83,7 +83,8 @@ struct FootageRequest {
 /// Throws Error if there is nothing to show.
 std::unique_ptr<Footage> OpenFootage(const FootageRequest& request);
 
-/// A picture from memory, under the name that it had. Throws Error if it is none.
+/// Returns a picture received as bytes; `name` is its file name. Throws Error if it is not a
+/// picture.
 std::unique_ptr<Footage> FootageFrom(const std::string& content, const std::string& name);
 
 } // namespace Kerovane::Host

@@ -39,7 +39,7 @@ std::string KindName(FootageKind kind) {
     }
 }
 
-/// Neighbours together: [[0, 99], [200, 250]].
+/// Returns consecutive frames as ranges: [[0, 99], [200, 250]].
 Json FrameRanges(const FrameList& frames) {
     Json ranges = Json::array();
     for (const A_long frame : frames) {
@@ -92,7 +92,7 @@ PlaceOfFrame PanelSession::placeOf() const {
     };
 }
 
-/// What was said of the footage that the panel started with isn't said of another.
+/// Leaves out the options that describe the input the panel started with, if another one is shown.
 LineSetting PanelSession::lineSetting() const {
     LineSetting line = mSetup.line;
     if (footage() != mFirstFootage) {
@@ -375,7 +375,7 @@ void PanelSession::saveStill(const std::string& name, bool replace, A_long frame
     outputs().write(name + ".png", still(frame, LookSide::Current, milliseconds), replace);
 }
 
-/// What else lies there is left alone.
+/// Other JSON files in the folder are ignored.
 void PanelSession::loadPresetsOfFolder() {
     constexpr std::size_t kMost = 100;
     mSaved.clear();
@@ -390,7 +390,7 @@ void PanelSession::loadPresetsOfFolder() {
                 mSaved.push_back({.name = path.stem().string(), .preset = std::move(preset)});
             }
         } catch (const Error&) {
-            continue; // not one of ours
+            continue; // not a preset
         }
     }
 }

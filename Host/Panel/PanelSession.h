@@ -32,19 +32,19 @@ struct PanelSetup {
     LineSetting line;
     std::shared_ptr<Footage> footage;
     Look look;
-    std::vector<NamedPreset> presets;   ///< to choose from
-    std::string program;                ///< that renders, by its path
+    std::vector<NamedPreset> presets;   ///< offered on the page
+    std::string program;                ///< path of the program that renders
     std::string programVersion;         ///< "tesselune 1.0.0"
-    Words programWords;                 ///< before its command: "--effect", "other.so"
-    std::filesystem::path outputFolder; ///< empty: nothing is written
+    Words programWords;                 ///< options before the subcommand: "--effect", "other.so"
+    std::filesystem::path outputFolder; ///< empty: nothing can be written
 };
 
-/// Which of the two looks that a panel compares.
+/// The two looks that a panel compares.
 enum class LookSide { Current, Other };
 
 /**
- * The work on a panel, which all its pages share. Operations may be called from any thread; they
- * throw Error if they can't do what they are asked for, and nothing has changed then.
+ * The state of a panel, shared by all its pages. Thread-safe. Operations throw Error if they are
+ * not possible, and then change nothing.
  */
 class PanelSession {
 public:
@@ -52,33 +52,34 @@ public:
 
     explicit PanelSession(PanelSetup setup);
 
-    /// What pages show, but for pictures.
+    /// Returns the state that pages show, except pictures.
     Json state() const;
 
-    /// What changes from frame to frame: values, and the lines for other programs.
+    /// Returns what depends on the frame: the parameters' values, and the lines for other programs.
     Json frameState(A_long frame) const;
 
-    /// Values of a parameter at `count` frames from `first` to `last`.
+    /// Returns a parameter's values at `count` evenly spaced places from frame `first` to `last`.
     Json curve(const std::string& option, double first, double last, std::size_t count) const;
 
-    /// Does what "do" names.
+    /// Executes the order named by its entry "do".
     void edit(const Json& order);
 
-    /// `values`, by option, are tried without a change of the look.
+    /// Renders a frame. `values`, by option, replace those of the look for this frame only.
     PaintedFrame paint(A_long frame, LookSide side,
                        const std::map<std::string, std::string>& values = {}) const;
 
-    /// The same with a preset.
+    /// Renders a frame with a preset.
     PaintedFrame paintPreset(A_long frame, const std::string& name) const;
 
-    /// The picture without the effect: a JPEG of a part of it, and a PNG of it all.
+    /// Return the picture without the effect: a part of it as JPEG, and all of it as PNG.
     std::string sourcePreview(A_long frame, const PreviewView& view) const;
     std::string sourceStill(A_long frame) const;
 
-    /// As the command writes it.
+    /// Returns the rendered frame as the PNG that the command writes. Sets `milliseconds` to the
+    /// rendering time.
     std::string still(A_long frame, LookSide side, double& milliseconds) const;
 
-    /// The colour of a pixel, and the cell that it lies in.
+    /// Returns a pixel's colour and the cell that contains it.
     Json cell(A_long frame, A_long x, A_long y);
 
     std::string presetFile() const;
@@ -86,11 +87,11 @@ public:
     void savePreset(const std::string& name, bool replace);
     void saveStill(const std::string& name, bool replace, A_long frame);
 
-    /// Shows another picture, from memory, or with an empty name the footage that the panel
-    /// started with.
+    /// Shows a picture given as bytes. An empty `name` returns to the input that the panel started
+    /// with.
     void drop(const std::string& content, const std::string& name);
 
-    /// Renders all of the footage into the output folder.
+    /// Starts rendering all frames into the output folder.
     void startRendering(const std::string& name, bool replace);
     void stopRendering();
     Json rendering() const;
@@ -123,7 +124,7 @@ private:
     std::optional<OutputFolder> mOutputs;
     mutable std::recursive_mutex mMutex;
     History mHistory;
-    std::optional<Look> mOther; ///< to compare with
+    std::optional<Look> mOther; ///< the look to compare with
     std::vector<NamedPreset> mSaved;
     std::uint64_t mRevision = 1;
     std::mutex mCellMutex;

@@ -77,7 +77,7 @@ private:
     std::unique_ptr<void, Free> mMemory;
 };
 
-/// Copies all bytes, padding included.
+/// Returns a copy of all bytes, padding included.
 World CopyOf(const World& world);
 
 /**

@@ -44,7 +44,8 @@ public:
     void put(SourceFrame&, std::unique_ptr<PackedFrame>) override {}
 
 private:
-    /// Whether the output is whole and made with the same settings, as far as it tells.
+    /// Returns whether the output is complete and, if it records its settings, was made with the
+    /// same ones. Adds a remark if it was not, or if it records none.
     bool isFinished(const ShotFrame& frame, std::vector<std::string>& remarks) const;
 
     PictureSinkSetting mSetting;
