@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <iostream>
 #include <limits>
 #include <optional>
 #include <string>
@@ -127,6 +128,19 @@ TEST_F(FrameRendererTest, WaitsForThePreviousRendererToSetDown) {
     second.join();
     unsetenv("FAKE_EFFECT_TRACE");
     EXPECT_EQ(folder.contentOf("trace"), "1 4 3 1 4 3 ");
+}
+
+TEST_F(FrameRendererTest, DropsOrShowsWhatTheEffectPrints) {
+    show("chatty");
+    const auto printed = [](EffectOutput output) {
+        testing::internal::CaptureStdout();
+        { const FrameRenderer renderer(FAKE_EFFECT, output); }
+        std::cout << std::flush;
+        return testing::internal::GetCapturedStdout();
+    };
+    EXPECT_EQ(printed(EffectOutput::Dropped), "");
+    EXPECT_EQ(printed(EffectOutput::Shown), "fake effect on stdout, flushed\n"
+                                            "fake effect on stdout, left to exit");
 }
 
 } // namespace

@@ -28,21 +28,5 @@ TEST(OptionNames, AreUnique) {
     EXPECT_EQ(OptionNames(Parameters(), {"depth"}), names);
 }
 
-TEST(OptionNames, FindTheirParameters) {
-    const std::vector<Parameter> parameters = Parameters();
-    const std::vector<std::string> options = OptionNames(parameters, {"depth"});
-    struct Row {
-        const char* name;
-        std::size_t index;
-    };
-    constexpr Row kRows[] = {{"amount-px-4", 3}, {"Depth", 1}, {"6", 5}, {"use-alpha", 5}};
-    for (const Row& row : kRows) {
-        EXPECT_EQ(IndexOfParameter(parameters, options, row.name), row.index) << row.name;
-    }
-    for (const char* name : {"Group", "3", "", "8"}) {
-        EXPECT_NE(ErrorOf([&] { IndexOfParameter(parameters, options, name); }), "") << name;
-    }
-}
-
 } // namespace
 } // namespace Kerovane::Host

@@ -1,6 +1,5 @@
 #include "Host/Parameters/Parameter.h"
 #include "Host/Parameters/ParameterText.h"
-#include "Host/Parameters/ParameterValues.h"
 #include "Host/Text/Error.h"
 
 #include "Tests/Host/Parameters/SampleParameters.h"
@@ -43,15 +42,6 @@ TEST(ParameterValue, IsRoundedAndClampedToItsType) {
     EXPECT_EQ(DefinitionWithValue(Angle(), 40000).u.ad.value, 32767 * 65536);
     EXPECT_EQ(DefinitionWithValue(Checkbox(), 0).u.bd.value, 0);
     EXPECT_EQ(DefinitionWithValue(Popup(), 3).u.pd.value, 3);
-}
-
-TEST(ParameterValues, DependOnTime) {
-    ParameterValues values;
-    values.set(4, 7.5);
-    values.set(5, [](Time time) { return 10 * time.seconds(); });
-    EXPECT_EQ(values.at(4, {.ticks = 99, .scale = 24}), 7.5);
-    EXPECT_EQ(values.at(5, {.ticks = 12, .scale = 24}), 5);
-    EXPECT_EQ(values.at(6, {}), std::nullopt);
 }
 
 TEST(TypedName, IsLowerCaseWithHyphens) {
@@ -103,25 +93,6 @@ TEST(ParseValue, RefusesInvalidValues) {
     };
     for (const TextRow& row : kRows) {
         EXPECT_THROW(ParseValue(row.parameter(), row.text), Error) << row.text;
-    }
-}
-
-TEST(ParseValue, NamesTheAcceptedValues) {
-    try {
-        ParseValue(Popup(), "circle");
-        FAIL();
-    } catch (const Error& error) {
-        EXPECT_STREQ(error.what(), "takes linear, radial-in or radial-out, not 'circle'");
-    }
-    EXPECT_EQ(AcceptedValues(Slider()), "a whole number from -5 to 3000");
-    EXPECT_EQ(AcceptedValues(Percentage()), "a percentage from 0 to 100");
-}
-
-TEST(FormatValue, RoundTripsThroughParseValue) {
-    for (const auto& [make, text, value] :
-         {TextRow{Slider, "1234567", 1234567}, TextRow{FloatSlider, "0.7", 0.7},
-          TextRow{Checkbox, "false", 0}, TextRow{Popup, "radial-in", 2}}) {
-        EXPECT_EQ(FormatValue(make(), value), text);
     }
 }
 
