@@ -71,7 +71,7 @@ PicturePart ReadPart(PictureFile& file, const std::vector<ColourLayer>& layers,
                      const ReadSetting& setting, std::vector<std::string>& losses) {
     ImageSpec layout = file.layout();
     const std::vector<int> others = OtherPlaces(layout, layers);
-    constexpr int kSeparated = 5; // the value for CMYK
+    constexpr int kSeparated = 5; // CMYK, by TIFF 6.0
     if (layout.get_int_attribute("tiff:PhotometricInterpretation") == kSeparated) {
         losses.emplace_back("CMYK was converted to RGB without a profile");
     }

@@ -14,7 +14,8 @@ namespace Kerovane::Host {
  */
 class Yuv420 {
 public:
-    /// Returns nothing if the colour matrix is not defined by luma coefficients.
+    /// Returns nothing if the colour matrix is not defined by luma coefficients (ITU-T H.273, table
+    /// 4).
     static std::optional<Yuv420> of(const ColorTags& color);
 
     /// Fills `to`, which is AV_PIX_FMT_YUV420P of the view's size; both sides must be even. `from`
