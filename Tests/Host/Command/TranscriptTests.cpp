@@ -74,7 +74,7 @@ protected:
     /// Runs a step, and returns what it prints and its status in the form of a transcript.
     std::string resultOf(const Step& step) {
         const Outcome outcome =
-            run({"-c", "exec 2>&1; . " TRANSCRIPTS "/functions.sh\n" + step.words},
+            run({"-c", "exec 2>&1; . '" TRANSCRIPTS "/functions.sh'\n" + step.words},
                 {"TESSELUNE=" TESSELUNE_COMMAND, "FAKE_MODULE=" FAKE_EFFECT,
                  "MODULE_PATH=" TESSELUNE_MODULE_PATH},
                 "/bin/bash");

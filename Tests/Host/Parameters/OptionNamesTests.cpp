@@ -1,7 +1,6 @@
 #include "Host/Parameters/OptionNames.h"
 
 #include "Tests/Host/Parameters/SampleParameters.h"
-#include "Tests/Support/ErrorText.h"
 
 #include <gtest/gtest.h>
 

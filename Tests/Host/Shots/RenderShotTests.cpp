@@ -1,6 +1,5 @@
 #include "Host/Shots/ShotRenderer.h"
 
-#include "Host/Text/Error.h"
 #include "Tests/Support/RawPicture.h"
 #include "Tests/Support/TemporaryFolder.h"
 

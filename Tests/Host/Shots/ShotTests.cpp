@@ -1,7 +1,7 @@
 #include "Host/Shots/SequencePattern.h"
 #include "Host/Shots/Shot.h"
 
-#include "Tests/Support/ErrorText.h"
+#include "Host/Text/Error.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -199,29 +199,10 @@ TEST_F(Movies, KeepAFewColoursAndHolesAsGif) {
     EXPECT_EQ(timesOf("out.gif"), timesOf("in.mov"));
 }
 
-TEST_F(Movies, RefuseUnsupportedSettings) {
+TEST_F(Movies, RefuseUnknownExtensions) {
     ffmpeg(kPictures + "-frames:v 2 -c:v libx264 in.mp4");
-    struct Refusal {
-        std::string to;
-        MovieSettings settings;
-        std::string reason;
-    };
-    const std::vector<Refusal> refusals{
-        {"out.xyz", {}, "no movie has the extension '.xyz'"},
-        {"out.mp4", {.codec = "prores"}, "--codec prores: mp4 files don't hold it"},
-        {"out.mp4", {.codec = "h265"}, "--codec takes h264, hevc,"},
-        {"out.mp4", {.container = "nothing"}, "--container: this build of FFmpeg can't write"},
-        {"out.mov", {.codec = "qtrle", .bits = 10}, "--bits 10: qtrle has 8 bits"},
-        {"out.mp4", {.codecOptions = "nonsense=1"}, "--codec-options: h264 has no option"},
-        {"out.mp4", {.codecOptions = "nonsense"}, "--codec-options takes NAME=VALUE"},
-        {"no/out.mp4", {}, "cannot write"},
-    };
-    for (const auto& [to, settings, reason] : refusals) {
-        const std::string error =
-            ErrorOf([&, &to = to, &settings = settings] { copy("in.mp4", to, settings); });
-        EXPECT_NE(error.find(reason), std::string::npos) << to << ": " << error;
-    }
-    EXPECT_EQ(mFolder.files(), std::vector<std::string>{"in.mp4"});
+    const std::string error = ErrorOf([this] { copy("in.mp4", "out.xyz"); });
+    EXPECT_NE(error.find("no movie has the extension '.xyz'"), std::string::npos) << error;
 }
 
 } // namespace
