@@ -1,13 +1,13 @@
-# What the steps of transcripts may call, beside what is installed.
+# Functions for the steps of transcripts.
 
-# The command with the fake effect, which copies a picture, inverted with --invert true, and shows
-# the fault that FAKE_EFFECT names.
+# Runs the command with the fake effect, which copies a picture, inverts it with --invert true, and
+# shows the fault that FAKE_EFFECT names.
 tesselune() { "$TESSELUNE" --effect "$FAKE_MODULE" "$@"; }
 
-# The command with the effects that are installed.
+# Runs the command with the effects that are installed.
 real() { "$TESSELUNE" "$@"; }
 
-# Says nothing if two pictures are alike; takes the options of idiff.
+# Prints how two pictures differ, if they do. Takes the options of idiff.
 alike() {
     local said
     said=$(idiff "$@") || { echo "$said"; return 1; }
@@ -41,8 +41,8 @@ colours() {
     oiiotool "${words[@]}"
 }
 
-# Prints the sum over what a movie's pictures, or its sound, decode to.
-sum() {
+# Prints a checksum of the pictures of a movie, or of its sound: checksum in.mkv sound
+checksum() {
     local options=(-map 0:v -pix_fmt rgba -c:v rawvideo)
     if [ "${2-}" = sound ]; then
         options=(-map 0:a -c copy)
@@ -56,6 +56,7 @@ movie() {
         -f lavfi -i sine=duration=2 "${@:2}" "$1"
 }
 
+# Prints the number of a movie's frames.
 frames_of() {
     ffprobe -v error -count_frames -select_streams v -show_entries stream=nb_read_frames \
         -of csv=p=0 "$1"
