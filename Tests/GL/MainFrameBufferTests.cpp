@@ -91,6 +91,10 @@ TEST_F(MainFrameBuffer, DropsTheTargetsOfAnAbandonedFrameAndThenAllObjects) {
     mFrameBuffer.clearStack();
     EXPECT_EQ(live.counts(), prepared);
     EXPECT_EQ(mFrameBuffer.popRenderContext(), 0U);
+    mFrameBuffer.pushRenderContext(false, true);
+    GLTexture(mFrameBuffer.popRenderContext());
+    EXPECT_EQ(live.counts(), prepared) << "the stencil buffer is deleted";
+    mFrameBuffer.pushRenderContext(false, true);
     mFrameBuffer.unprepare();
     EXPECT_EQ(live.counts(), (std::map<std::string, int>{}));
 }

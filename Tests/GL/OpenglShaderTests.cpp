@@ -169,6 +169,11 @@ TEST_F(OpenglShaderTest, BindsATextureToItsUnit) {
     glGetIntegerv(GL_TEXTURE_BINDING_2D, &bound);
     EXPECT_EQ(active, static_cast<int>(GL_TEXTURE2));
     EXPECT_EQ(bound, static_cast<int>(texture.name()));
+    int program = 0;
+    int unit = 0;
+    glGetIntegerv(GL_CURRENT_PROGRAM, &program);
+    glGetUniformiv(static_cast<GLuint>(program), shader.getUniformLocation("picture"), &unit);
+    EXPECT_EQ(unit, 2);
 }
 
 TEST_F(OpenglShaderTest, KeepsTheFirstBindingOfAnAttribute) {

@@ -120,6 +120,17 @@ TEST_F(Slicing, ChangesNothingWhateverTheOrder) {
     }
 }
 
+TEST_F(Slicing, EndsWhenAParameterChanges) {
+    Frei0rInstance instance(mHost, kWidth, kHeight / 2);
+    Set(instance, kSettings);
+    Frame frame(mInput);
+    std::thread([&] { frame.updateSlice(instance, 0, 2); }).join();
+    const Pixels first = frame.out;
+    Set(instance, {0, 20});
+    std::thread([&] { frame.updateSlice(instance, 1, 2); }).join();
+    EXPECT_TRUE(std::equal(first.begin(), first.begin() + kWidth * kHeight / 2, frame.out.begin()));
+}
+
 TEST_F(Slicing, ChangesNothingIfSlicesComeConcurrently) {
     constexpr std::size_t kCount = 4;
     Frei0rInstance instance(mHost, kWidth, kHeight / kCount);

@@ -21,7 +21,6 @@ public:
         std::filesystem::create_directory(mPlace);
         mIsMounted = mount("tmpfs", mPlace.c_str(), "tmpfs", MS_RDONLY, nullptr) == 0;
         if (!mIsMounted) {
-            EXPECT_NE(geteuid(), 0U) << "root may write to it";
             std::filesystem::permissions(mPlace, std::filesystem::perms(0555));
         }
     }
@@ -32,6 +31,8 @@ public:
     }
     ReadOnlyFolder(const ReadOnlyFolder&) = delete;
     ReadOnlyFolder& operator=(const ReadOnlyFolder&) = delete;
+
+    bool isWritable() const { return access(mPlace.c_str(), W_OK) == 0; }
 
 private:
     std::filesystem::path mPlace;
@@ -127,6 +128,9 @@ TEST_F(RenderCommand, FinishesAnInterruptedMovieWithTheFramesDone) {
 TEST_F(RenderCommand, RefusesAReadOnlyFolderBeforeItBegins) {
     makeShot(2);
     const ReadOnlyFolder folder(mFolder / "fixed");
+    if (folder.isWritable()) {
+        GTEST_SKIP() << "root may write to it, and may not mount here";
+    }
     ExpectOneLine(runFake({"render", "in.@.png", "fixed/out.@.png"}),
                   "cannot write 'fixed/out.1.png': ");
 }

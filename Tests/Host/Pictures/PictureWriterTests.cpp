@@ -100,7 +100,8 @@ TEST_F(PictureWriterTest, WritesTheChannelsBitsAndTilesOfTheOrigin) {
         {"rgb.png", {false, false}, "png", 3},     {"rgba.png", {false, true}, "png", 4},
         {"grey.exr", {true, false}, "openexr", 1}, {"greyalpha.tif", {true, true}, "tiff", 2},
         {"grey.jpg", {true, true}, "jpeg", 1},     {"rgb.tif", {false, false}, "tiff", 3},
-        {"rgb.dpx", {false, false}, "dpx", 3},     {"grey.webp", {true, false}, "png", 3},
+        {"grey.tif", {true, false}, "tiff", 1},    {"rgb.dpx", {false, false}, "dpx", 3},
+        {"grey.webp", {true, false}, "png", 3},
     };
     ImageSpec origin(16, 16, 4, TypeDesc::UINT16);
     origin.attribute("oiio:BitsPerSample", 10);

@@ -106,6 +106,7 @@ TEST_F(Suites, RegisterEachPlugInUnderItsOwnId) {
     EXPECT_EQ(utility.AEGP_RegisterWithAEGP(nullptr, "two", &second), PF_Err_NONE);
     EXPECT_NE(first, 0);
     EXPECT_NE(first, second);
+    EXPECT_EQ(utility.AEGP_RegisterWithAEGP(nullptr, nullptr, &first), PF_Err_BAD_CALLBACK_PARAM);
 }
 
 TEST_F(Suites, CountWorldsUntilDisposed) {
