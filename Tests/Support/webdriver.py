@@ -94,6 +94,11 @@ class Browser:
         self.wait("document.body && document.body.dataset.ready && "
                   "document.getElementById('stage').dataset.rests === 'true'")
 
+    def leave(self):
+        """Goes to an empty page, and drops what the console holds by then."""
+        self.call("POST", "/url", {"url": "about:blank"})
+        self.complaints()
+
     def run(self, script, *arguments):
         return self.call("POST", "/execute/sync", {"script": script, "args": list(arguments)})
 
@@ -103,7 +108,7 @@ class Browser:
             "script": "const done = arguments[arguments.length - 1];" + script,
             "args": list(arguments)})
 
-    def wait(self, condition, seconds=20):
+    def wait(self, condition, seconds=60):
         end = time.monotonic() + seconds
         while time.monotonic() < end:
             if self.run(f"return Boolean({condition})"):
