@@ -28,7 +28,8 @@ public:
     void decideRow(int rung, float row, std::span<std::int32_t> whole) const;
     void searchRow(float row, std::span<std::int32_t> searched) const;
 
-    /// Returns the rung of the cell that contains a normal rectangle.
+    /// Returns the rung of the cell that covers the rectangle of normal size at `column` and `row`.
+    /// Rung 0 is the normal size.
     int rungAt(float column, float row) const;
 
 private:

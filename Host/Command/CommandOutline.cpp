@@ -34,7 +34,8 @@ std::vector<std::string> ParameterWords(const CLI::App& command, std::string_vie
     return words;
 }
 
-/// Returns the same for the first of the program's subcommands that has parameter options.
+/// Returns ParameterWords() of the program's first subcommand that has parameter options; an empty
+/// list if none has.
 std::vector<std::string> AllParameterWords(const CLI::App& command, std::string_view behindOthers) {
     const CLI::App* program = command.get_parent() != nullptr ? command.get_parent() : &command;
     for (const CLI::App* other : CommandsOf(*program)) {

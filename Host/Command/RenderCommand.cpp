@@ -293,7 +293,7 @@ void CheckOptions(const RenderOptions& options, const MovieRequest& request) {
 int Render(const RenderOptions& options, CommandContext& context) {
     MovieRequest request;
     request.shot = options.shot.request(options.in, options.out);
-    const bool isGif = options.out.extension() == ".gif"; // which pictures can be, too
+    const bool isGif = options.out.extension() == ".gif"; // may be one picture or a movie
     const bool isOnePicture = !AsksForShot(request.shot) && !IsMovieFile(options.in, !isGif);
     request.toMovie =
         options.output.namesContainer() || (IsMovieName(options.out) && !(isGif && isOnePicture));

@@ -16,7 +16,8 @@ namespace Kerovane::Host {
 namespace {
 
 constexpr std::size_t kMostKeys = 10000;
-constexpr double kSamePlace = 1e-6; // in frames or seconds
+/// Keys closer than this count as one. In the keys' unit, frames or seconds.
+constexpr double kSamePlace = 1e-6;
 
 Interpolation InterpolationNamed(const Parameter& parameter, std::string_view name) {
     for (const Interpolation interpolation : Interpolations(parameter)) {

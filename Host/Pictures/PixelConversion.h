@@ -36,8 +36,9 @@ struct ChannelPlaces {
     int alpha = -1; ///< -1: none, so the pixel is opaque
 };
 
-/// Converts `value` from the scale on which `fromWhite` is 1.0 to the one of `toWhite`. Integers
-/// are rounded to nearest and limited to 0 to white.
+/// Converts `value` from a scale whose white is `fromWhite` to one whose white is `toWhite`.
+/// Returns it unchanged if neither the type nor the white changes. Otherwise integer results are
+/// rounded to nearest and limited to 0 to `toWhite`; NaN becomes 0 in them.
 template <typename To, typename From>
 To Rescale(From value, double fromWhite, double toWhite) {
     if constexpr (std::same_as<To, From>) {

@@ -6,9 +6,10 @@ namespace Kerovane::Host {
 
 /**
  * Copies the pixels of `from` to `to` and converts them to the channel order and form of alpha of
- * `to`. Integer channels are rounded to nearest and limited to white. Pixels whose alpha is 0 keep
- * their colour when it would be divided by alpha. Bytes between the rows of `to` are not written.
- * The two views must not overlap. Throws Error if they differ in size or depth.
+ * `to`. Integer channels that are multiplied or divided by alpha are rounded to nearest and limited
+ * to white. Conversion to straight alpha leaves the colour unchanged if alpha is 0. Bytes between
+ * the rows of `to` are not written. The two views must not overlap. Throws Error if they differ in
+ * size or depth.
  */
 void ConvertPixels(const ConstPixelView& from, const PixelView& to);
 

@@ -17,7 +17,7 @@ struct ShotFrame {
 /// What to do with frames that have no input file.
 enum class MissingFrames {
     Error, ///< refuse to render the shot
-    Skip,  ///< leave those frames out
+    Skip,  ///< leave out the frames that have no input file
     Hold   ///< use the nearest earlier frame's picture, or the first one's if there is none earlier
 };
 

@@ -268,8 +268,10 @@ void MovieReader::endInput() {
 
 std::vector<AvPacket> MovieReader::readOthers(std::int64_t end) {
     std::vector<AvPacket> others = std::exchange(mOthers, {});
-    const std::int64_t enough = av_rescale_q(end, mForm.timeBase, kAvMicroseconds) + mStart +
-                                AV_TIME_BASE; // the most that streams run ahead of each other
+    // Reads one second past `end`. This assumes that no stream runs further ahead of another in the
+    // file.
+    const std::int64_t enough =
+        av_rescale_q(end, mForm.timeBase, kAvMicroseconds) + mStart + AV_TIME_BASE;
     int errors = 0;
     while (!mInputEnded && errors < kMostErrorsInARow) {
         AvPacket packet = NewPacket();

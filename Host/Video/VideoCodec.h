@@ -19,8 +19,8 @@ struct CodecFormats {
 
 /// What a movie requires of a pixel format.
 struct CodecDemand {
-    bool deep = false;  ///< more than 8 bits per channel
-    bool alpha = false; ///< transparency
+    bool deep = false; ///< more than 8 bits per channel
+    bool alpha = false;
 };
 
 /** A video codec as users choose it. */

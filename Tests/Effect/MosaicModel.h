@@ -38,7 +38,9 @@ inline Cell CellOf(Shape shape, int x, int y, const Point& size) {
     const Point sheared = {x + shear * y, static_cast<double>(y)};
     const Point offset = {Folded(sheared.x, size.x) / size.x, Folded(sheared.y, size.y) / size.y};
     Point reference = {0.5, 0.5};
-    double border = BorderDistance(offset.x); // cell heights are whole numbers
+    // Leaves out horizontal borders: rounding cannot move them, because cell heights are whole
+    // numbers.
+    double border = BorderDistance(offset.x);
     if (shape == Shape::Triangle) {
         const bool smallYSide = offset.y == 0 || offset.x >= offset.y;
         reference = smallYSide ? Point{0.675, 0.375} : Point{0.32, 0.625};

@@ -39,7 +39,8 @@ protected:
 
     /// Returns the fragment shader's source, as passed to GL.
     static std::string fragmentSource(const MosaicRenderParam& key) {
-        // Watch the call: the object deletes its shaders after linking.
+        // Copies the source during glShaderSource, because OpenglShader deletes its shaders after
+        // linking.
         const std::unique_ptr<OpenglShader> shader(MosaicShaderManager::CreateShader(key));
         std::string source;
         const TestSupport::GLObserver texts(glbinding::Binding::ShaderSource,

@@ -101,9 +101,9 @@ TEST(Mosaic, MatchesTheFormulaToTheBit) {
     }
 }
 
-/// Tolerates one level at 8 bits, where the product with alpha is rounded, and only rounding at 16
-/// bits.
-TEST(Mosaic, AgreesAcrossDepthsWithinOneLevel) {
+/// Compares 8 and 16 bits with 32-bit floats. Allows 3 levels at 16 bits. Allows half a level at 8
+/// bits, and about one level divided by alpha, because the product of colour and alpha is rounded.
+TEST(Mosaic, AgreesAcrossDepthsWithinTheirRounding) {
     std::minstd_rand random(11); // NOLINT(cert-msc*): the same cases in every run
     for (int round = 0; round < 60; ++round) {
         MosaicParameters parameters = RandomParameters(random);

@@ -1,5 +1,6 @@
-// Decides which pictures to request and when: during changes small previews of the newest state,
-// one request at a time, and afterwards the pictures that the command would write.
+// Decides which pictures to request and when. While something changes, requests small previews of
+// the newest state, one at a time for each layer. Afterwards requests the pictures that the command
+// would write.
 
 import {getPicture} from "./Api.js";
 import {tell} from "./Dom.js";

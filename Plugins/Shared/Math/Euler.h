@@ -45,10 +45,10 @@ public:
      * angle is within a quarter turn either way; near a quarter turn, where the two outer angles
      * turn about the same axis, one of them is set to 0.
      *
-     * The middle angle takes the sign of the matrix element. For OrderXYZ, OrderYZX and OrderZXY
-     * the angles therefore reproduce the matrix; for OrderXZY and OrderZYX the middle angle comes
-     * out negated; for OrderYXZ all three do. An unknown order is stored and the angles stay
-     * unchanged.
+     * The middle angle is the arcsine of one matrix element. The element's sign is not corrected
+     * for the order. For OrderXYZ, OrderYZX and OrderZXY the angles therefore reproduce the matrix;
+     * for OrderXZY and OrderZYX the middle angle comes out negated; for OrderYXZ all three do. An
+     * unknown order is stored and the angles stay unchanged. OrderUnset keeps the present order.
      */
     void setWithMat4(const Mat4& m, RotationOrder newOrder) noexcept;
     /// The same from a quaternion of length 1.

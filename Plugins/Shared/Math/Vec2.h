@@ -51,10 +51,10 @@ public:
     constexpr bool negligible() const noexcept { return negligible(x) && negligible(y); }
     constexpr bool nonNegligible() const noexcept { return !negligible(); }
 
-    // Return whether the magnitude of the cross product (isCollinear) or of the dot product (at a
-    // right angle) is at most 1e-12 times the product of the lengths, inclusive. True for a zero
-    // vector and any other vector. Meaningless if a square of a length, or the product of the two
-    // squares, overflows or underflows.
+    // Return whether two vectors are parallel (isCollinear) or at a right angle (isOrthogonal). The
+    // magnitude of their cross or dot product may be at most 1e-12 times the product of their
+    // lengths. Both functions return true if one of the vectors is zero. The result is meaningless
+    // if a squared length, or the product of the two squared lengths, overflows or underflows.
 
     bool isCollinear(const Vec2& other) const noexcept;
     bool isOrthogonal(const Vec2& other) const noexcept;

@@ -77,10 +77,10 @@ public:
     constexpr int largestAbsComponent() const noexcept;
 
     /**
-     * Becomes a unit vector perpendicular to `other`: the direction of its cross product with an
-     * axis. The axis is the one before largestAbsComponent() of the present value, cyclically.
-     * Becomes (1, 0, 0), which need not be perpendicular, if `other` is zero or parallel to the
-     * axis.
+     * Becomes a unit vector perpendicular to `other`: the normalised cross product of `other` and
+     * an axis. largestAbsComponent() of this vector's old value selects the axis: z if it is x, x
+     * if it is y, y if it is z. Becomes (1, 0, 0), which need not be perpendicular, if `other` is
+     * zero or parallel to the axis.
      */
     void ortho(const Vec3& other) noexcept;
 
