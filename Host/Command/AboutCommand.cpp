@@ -23,10 +23,10 @@ std::string OpenGLText() {
                        driver->vendor, driver->renderer, driver->version);
 }
 
-/// Returns where the OpenFX bundle of this installation is.
+/// Returns the line that names this installation's OpenFX bundle, or says that there is none.
 std::string BundleText() {
     const std::filesystem::path bundle = InstalledFile(TESSELUNE_BUNDLE_PATH);
-    std::error_code error; // counts as absent
+    std::error_code error; // a file that cannot be examined counts as absent
     return fmt::format("OpenFX bundle: {}\n",
                        std::filesystem::exists(bundle, error) ? bundle.string() : "none");
 }

@@ -34,7 +34,7 @@ public:
     /// Returns whether another effect than the installed one was requested.
     bool hasForeignEffect() const { return mHasForeignEffect; }
 
-    /// Returns the words of the line that requested it; empty for the installed effect.
+    /// Returns the words of the line that request another effect; empty for the installed one.
     std::vector<std::string> effectWords() const;
 
     bool isVerbose() const { return mVerbose; }
@@ -42,14 +42,14 @@ public:
     /// Loads the effect on the first call. Throws Error if it cannot be loaded or set up.
     FrameRenderer& renderer();
 
-    /// Adds the effect's parameters to `command`, as `options`, before the parser reaches its
-    /// options. Both arguments must outlive the context's last use.
+    /// Makes the effect's parameters options of `command` once the parser reaches that subcommand.
+    /// `options` receives them. Both arguments must outlive the context's last use.
     void addParametersTo(CLI::App& command, ParameterOptions& options);
 
-    /// Adds the parameters to all subcommands at once.
+    /// Adds the parameters at once to all commands that were passed to addParametersTo().
     void addAllParameters();
 
-    int exitStatus = 0; ///< the process's, unless the subcommand throws
+    int exitStatus = 0; ///< the process's exit status, unless the subcommand throws
 
 private:
     StandardStreams& mStreams;

@@ -21,8 +21,8 @@ std::vector<std::string> ChoicesOf(std::string_view type) {
     return {choices.begin(), choices.end()};
 }
 
-/// Returns the parameter options of a command. Those that do not have a fixed list of values are
-/// followed by `behindOthers`.
+/// Returns the parameter options of a command. Appends `behindOthers` to each option that has no
+/// fixed list of values.
 std::vector<std::string> ParameterWords(const CLI::App& command, std::string_view behindOthers) {
     std::vector<std::string> words;
     for (const CLI::Option* option : command.get_options()) {

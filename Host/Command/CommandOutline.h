@@ -13,14 +13,14 @@ struct OutlineOption {
     std::string description;
     bool takesValue = false;
     bool takesFile = false;
-    std::vector<std::string> words; ///< possible values, if they can be listed
+    std::vector<std::string> words; ///< possible values; empty if they cannot be listed
 };
 
 /** The options, arguments and subcommands of a command, from which completion scripts are made. */
 struct CommandOutline {
     std::string name;
     std::string description;
-    std::vector<OutlineOption> options{}; ///< without the global options
+    std::vector<OutlineOption> options{}; ///< of a subcommand: without the program's own
     std::vector<OutlineOption> arguments{};
     std::vector<CommandOutline> commands{};
 };

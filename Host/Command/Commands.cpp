@@ -8,7 +8,8 @@ namespace Kerovane::Host {
 namespace {
 
 std::vector<Command>& Registry() {
-    static std::vector<Command> registry; // constructed by the first registration
+    // A local variable, because other files may register before this file's globals exist.
+    static std::vector<Command> registry;
     return registry;
 }
 

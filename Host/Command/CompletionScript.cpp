@@ -55,8 +55,8 @@ std::string BashBranch(std::string_view indent, const std::string& pattern,
                        words.empty() ? "" : " words=" + Quoted(words), files ? " files=yes" : "");
 }
 
-/// Returns the case branch with the words that can follow a command, unless an option's value is
-/// expected.
+/// Returns the case branch with the words that can follow a command if no option's value is
+/// expected. `general` are the program's own options.
 std::string BashCommand(const std::string& pattern, const CommandOutline& command,
                         const std::vector<OutlineOption>& general) {
     constexpr std::string_view kIndent = "                ";
@@ -74,8 +74,8 @@ std::string BashCommand(const std::string& pattern, const CommandOutline& comman
     return BashBranch(kIndent, pattern, ' ' + Joined(words), files);
 }
 
-/// Returns the first line of `text`, a parameter's meaning, escaped for `_arguments`, to which
-/// brackets and colons are special.
+/// Returns an option's description for `_arguments`, in which brackets and colons must be escaped.
+/// Leaves out a parameter's accepted values, which follow ";\n".
 std::string ZshDescription(std::string_view text) {
     std::string escaped;
     for (const char character : text.substr(0, text.find(";\n"))) {

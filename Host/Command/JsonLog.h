@@ -12,8 +12,8 @@ namespace Kerovane::Host {
 /** A log for programs: one line of JSON for each frame, written as soon as the frame ends. */
 class JsonLog {
 public:
-    /// Creates or truncates the file; "-" is standard output. `streams` must outlive the log.
-    /// Throws Error if the file cannot be created.
+    /// Creates or truncates `file`, or writes to standard output if `file` is "-". `streams` must
+    /// outlive the log. Throws Error if the file cannot be created.
     JsonLog(const std::filesystem::path& file, Renderer renderer, StandardStreams& streams);
 
     /// Writes a frame's line. Reports the first failed write on standard error.

@@ -16,7 +16,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Returns the form of a movie made of pictures, which is taken from the first one.
+/// Returns the form of a movie made of pictures. The first picture determines it.
 MovieForm FormOf(const Shot& shot, FrameRate rate) {
     const Picture picture = ReadPicture(shot.frames.front().input);
     const PictureLayer& first = picture.first();
@@ -30,8 +30,8 @@ MovieForm FormOf(const Shot& shot, FrameRate rate) {
             .frameRate = {static_cast<int>(rate.timeScale()), rate.timeStep()}};
 }
 
-/// Throws Error if the frames are not evenly spaced. Each frame is shown for the same number of the
-/// source's frames, so that the sound stays in sync.
+/// Throws Error if the frames are not evenly spaced. With even spacing each frame stands for the
+/// same number of the source's frames, so the sound stays in sync.
 void CheckOneCut(const FrameList& frames) {
     for (std::size_t i = 2; i < frames.size(); ++i) {
         if (frames[i] - frames[i - 1] != frames[1] - frames[0]) {
@@ -41,7 +41,8 @@ void CheckOneCut(const FrameList& frames) {
     }
 }
 
-/// Returns how many of the source's frames a cut spans, or nothing if there is no cut.
+/// Returns how many of the source's frames the cut, the range of --frames, spans. Returns nothing
+/// if the movie is not cut.
 std::optional<std::int64_t> FramesCut(const std::optional<FrameList>& frames) {
     return frames ? std::optional<std::int64_t>(frames->back() - frames->front() + 1)
                   : std::nullopt;
@@ -99,7 +100,7 @@ void MovieJob::openMovie(const MovieRequest& request) {
     const std::optional<SequencePattern> pattern =
         request.toMovie ? std::nullopt : SequencePattern::parse(mOutput);
     if (!request.toMovie) {
-        PictureWriter(pattern ? pattern->pathOf(0) : mOutput); // throws for unknown formats
+        PictureWriter(pattern ? pattern->pathOf(0) : mOutput); // throws Error for unknown formats
     }
     if (!request.toMovie && !pattern && (!frames || frames->size() != 1)) {
         throw Error(fmt::format("'{}' has no place for the frame's number, like # or %04d; "

@@ -23,7 +23,7 @@ struct MovieRequest {
     ShotRequest shot;
     bool fromMovie = false;
     bool toMovie = false;
-    std::optional<FrameRate> rate; ///< of picture files; FrameRate's default if not given
+    std::optional<FrameRate> rate; ///< frame rate of picture files; FrameRate's default if absent
     MovieSettings settings;        ///< for writing a movie
     PictureSinkSetting pictures;   ///< for writing picture files
 };
@@ -36,7 +36,8 @@ public:
     /// Opens the source and the sink. Throws Error if the request cannot be fulfilled.
     MovieJob(const MovieRequest& request, StandardStreams& streams);
 
-    /// Draws frames without converting their pixel format, if source and target have the same.
+    /// Lets the sink draw frames in the format they are stored in, which is faster. Does nothing if
+    /// source and target differ in format, or if the format cannot be drawn directly. The values of
     /// `drawing` must be the same for all frames.
     void drawAsStored(const ShotDrawing& drawing);
 
@@ -51,7 +52,7 @@ public:
     /// Returns the function for the frames' times, or an empty function if they follow rate().
     SecondsOfFrame secondsOf() const;
 
-    /// The picture files that the movie is made of.
+    /// The picture files that the movie is made of; without frames if the input is a movie.
     const Shot& shot() const { return mShot; }
 
     /// Remarks for the user before the first frame, one line each.
@@ -60,8 +61,9 @@ public:
     /// Returns whether there are frames left to begin.
     bool hasMore() const;
 
-    /// Completes the movie that is written. Returns remarks for the user, one line each. Throws
-    /// Error if the movie cannot be written.
+    /// Completes the movie that is written, if any. After an interruption, completes it under
+    /// another name. Returns remarks for the user, one line each. Throws Error if the movie cannot
+    /// be written.
     std::vector<std::string> finish(bool isInterrupted);
 
     /// Returns what could not be read of the source, one line each. Call after the last frame.
@@ -74,7 +76,7 @@ private:
 
     std::filesystem::path mInput;
     std::filesystem::path mOutput;
-    Shot mShot; ///< of picture files
+    Shot mShot; ///< the input's picture files; without frames if it is a movie
     FrameRate mRate;
     std::size_t mExpected = 0;
     MovieForm mForm;

@@ -17,21 +17,22 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// In the order of isGrey, then hasAlpha.
+/// Lists the grey channels first, and each name without alpha before the name with alpha.
+/// pictures() relies on this order.
 const std::vector<std::string>& ChannelNames() {
     static const std::vector<std::string> kNames{"grey", "grey-alpha", "rgb", "rgba"};
     return kNames;
 }
 
-/// Returns the index of an option's text in `names`. Throws Error, which names the option, if it is
-/// not there.
+/// Returns the index of an option's text in `names`. Throws Error, which names the option, if
+/// `names` lacks the text.
 std::size_t ReadChoice(const char* option, const std::string& text,
                        const std::vector<std::string>& names) {
     return ReadOption(option, text,
                       [&names](const std::string& word) { return PlaceAmong(names, word); });
 }
 
-/// Reads "zip" or "zip:4".
+/// Reads a compression, such as "zip", and its level if one is given, such as "zip:4".
 void ParseCompression(std::string_view text, PictureSettings& settings) {
     const std::size_t colon = text.find(':');
     settings.compression = text.substr(0, colon);

@@ -14,14 +14,16 @@ class OutputOptions {
 public:
     void addTo(CLI::App& command);
 
-    /// Throw Error if an option's value is not valid.
+    /// Return the settings for a movie or for pictures. Throw Error if an option's value is not
+    /// valid.
     MovieSettings movie() const;
     PictureSettings pictures() const;
 
-    /// Returns whether a container is named, which makes the output a movie.
+    /// Returns whether --container was given, which makes the output a movie.
     bool namesContainer() const { return !mContainer.empty(); }
 
-    /// Return a given option that applies to movies or pictures only, or an empty text.
+    /// Return the name of an option that was given and applies to movies or pictures only. Return
+    /// an empty text if there is none.
     std::string givenForMovies() const;
     std::string givenForPictures() const;
 
@@ -33,7 +35,7 @@ private:
     std::string mChannels;
     std::string mCompression;
     std::string mBits;
-    int mQuality = 0; ///< 0: the default
+    int mQuality = 0; ///< 0: not given
 };
 
 /// Reads bits per second: "8M", "1.5M", "800k", "8000000". Throws Error for other text.

@@ -83,7 +83,7 @@ FootageRequest FootageOf(const PanelOptions& options) {
                            .conversion = options.picture.conversion()};
     options.picture.set(request.reading);
     if (request.conversion) {
-        request.reading.depth = Depth::Float32; // as the command line does
+        request.reading.depth = Depth::Float32; // converting 8-bit colour would lose levels
     }
     if (options.shot.hasRate()) {
         request.rate = options.shot.rate();
@@ -122,7 +122,7 @@ PanelSetup SetupOf(const PanelOptions& options, CommandContext& context) {
             .outputFolder = options.outputFolder};
 }
 
-/// Returns null if the address cannot be opened.
+/// Opens `address` in the browser. Prints the reason and returns null if that fails.
 std::unique_ptr<Invitation> Invite(const std::string& address, StandardStreams& streams) {
     try {
         return std::make_unique<Invitation>(address);

@@ -22,7 +22,7 @@ std::string TableDefault(const Parameter& parameter) {
     return parameter.hasValue() ? FormatValue(parameter, parameter.defaultValue) : "";
 }
 
-/// Returns the accepted values, and the slider's range if it is smaller.
+/// Returns the accepted values and, if the slider's range differs from them, that range.
 std::string TableValues(const Parameter& parameter) {
     if (!parameter.hasValue()) {
         return "";
@@ -50,7 +50,7 @@ std::string AnimationText(const Parameter& parameter) {
     return names.empty() ? "none" : fmt::format("{}", fmt::join(names, ", "));
 }
 
-/// Returns the columns' widths, with two spaces between columns.
+/// Returns each column's width, including two spaces before the next column.
 Widths WidthsOf(const std::vector<Row>& rows) {
     Widths widths{};
     for (const Row& row : rows) {

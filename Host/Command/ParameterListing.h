@@ -13,7 +13,7 @@ namespace Kerovane::Host {
 std::string ParameterTable(const std::vector<Parameter>& parameters,
                            const std::vector<std::string>& options);
 
-/// Returns everything known about one parameter, for people.
+/// Returns a description of one parameter for people, a line for each property.
 std::string ParameterDescription(const std::vector<Parameter>& parameters,
                                  const std::vector<std::string>& options, std::size_t index);
 

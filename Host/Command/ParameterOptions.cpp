@@ -35,8 +35,8 @@ std::string ValueType(const Parameter& parameter) {
     return choices.empty() ? "VALUE" : ChoiceType(choices);
 }
 
-/// Returns a parameter's meaning, if known, and its accepted values, unless they are listed as the
-/// option's type.
+/// Returns the help of a parameter's option: its meaning if known, its accepted values unless the
+/// option's type lists them, and its default in brackets.
 std::string HelpOf(const Parameter& parameter) {
     std::string help(MeaningOf(parameter));
     if (TypedChoices(parameter).empty()) {
@@ -46,7 +46,8 @@ std::string HelpOf(const Parameter& parameter) {
                        FormatValue(parameter, parameter.defaultValue));
 }
 
-/// Rejects a single key, because it is likely a mistake, such as a ratio written as 1:2.
+/// Parses an option's text. Throws Error for a single key, which is likely a mistake, such as a
+/// ratio written as 1:2.
 Keyframes ParseTyped(const Parameter& parameter, const std::string& text) {
     Keyframes keyframes = ParseKeyframes(parameter, text);
     if (keyframes.keys().size() == 1 && text.find(':') != std::string::npos) {

@@ -14,8 +14,8 @@ namespace Kerovane::Host {
 inline constexpr const char* kParameterGroup = "Parameters of the effect";
 
 /**
- * Returns the option of each parameter, by index. It is the same for all subcommands of the program
- * that `command` belongs to, and differs from all other options of the program.
+ * Returns the name of each parameter's option, by index. A name is the same in all subcommands of
+ * the program that `command` belongs to, and differs from all other options of the program.
  */
 std::vector<std::string> OptionNamesIn(const CLI::App& command,
                                        const std::vector<Parameter>& parameters);
@@ -27,11 +27,11 @@ public:
     /// other options of the program must have been added before.
     void addTo(CLI::App& command, const std::vector<Parameter>& parameters);
 
-    /// The options by index, without hyphens, as OptionNamesIn returns them.
+    /// The options' names by parameter index, as OptionNamesIn returns them: "size-level".
     const std::vector<std::string>& names() const { return mNames; }
 
-    /// Returns the values and keys given on the line. Call after parsing. Throws Error if one is
-    /// not accepted.
+    /// Returns the values and keys given on the line. Call after parsing. Throws Error if a
+    /// value is not accepted.
     ParameterSettings settings() const;
 
 private:

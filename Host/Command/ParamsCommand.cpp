@@ -14,7 +14,7 @@ namespace Kerovane::Host {
 namespace {
 
 struct ParamsOptions {
-    std::string name; ///< empty: all parameters
+    std::string name; ///< the parameter to list; empty: all parameters
     bool asJson = false;
 };
 

@@ -18,26 +18,29 @@ public:
     /// Adds the options for layers and for colour conversion.
     void addTo(CLI::App& command);
 
-    /// Adds the option for overscan.
+    /// Adds the option for overscan, the pixels outside the display window.
     void addOverscanTo(CLI::App& command);
 
     /// Applies the options to `setting`.
     void set(ReadSetting& setting) const;
 
-    /// Returns nothing if no conversion was requested. Throws Error if it does not exist.
+    /// Returns the requested colour conversion, or nothing if none was requested. Throws Error if
+    /// the conversion does not exist.
     std::optional<ColourConversion> conversion() const;
 
     /// Returns the given options as words for a command line.
     std::vector<std::string> words() const;
 
-    /// Returns a given option that applies to picture files only, or an empty text.
+    /// Returns the name of an option that was given and applies to picture files only. Returns an
+    /// empty text if there is none.
     std::string givenForPictures() const;
 
 private:
     std::string mLayer;
     std::optional<int> mPart;
     std::string mOverscan;
-    std::pair<std::string, std::string> mConvert; ///< from, to; both empty if not given
+    /// The colour spaces of input and output; both empty if not given.
+    std::pair<std::string, std::string> mConvert;
 };
 
 } // namespace Kerovane::Host

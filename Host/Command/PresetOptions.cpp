@@ -24,7 +24,7 @@ namespace Kerovane::Host {
 namespace {
 
 std::string ContentOf(const std::filesystem::path& path) {
-    constexpr std::size_t kMegabytes = 4; // enough for some hundred thousand keys
+    constexpr std::size_t kMegabytes = 4; // the largest file; holds some hundred thousand keys
     constexpr std::size_t kMost = kMegabytes << 20U;
     std::ifstream file(path, std::ios::binary);
     std::string content(kMost + 1, '\0');
@@ -51,9 +51,10 @@ std::string SettingsIn(const std::filesystem::path& picture) {
     return *settings;
 }
 
-/// Returns the file with that name, or else the shipped preset's file.
+/// Returns `name` if such a file exists, or else the file of the shipped preset with that name.
+/// Throws Error if there is neither.
 std::filesystem::path PresetFile(const std::filesystem::path& name) {
-    std::error_code error; // counts as absent
+    std::error_code error; // a file that cannot be examined counts as absent
     if (std::filesystem::exists(name, error)) {
         return name;
     }
@@ -99,7 +100,7 @@ void PresetOptions::addTo(CLI::App& command) {
 Preset PresetOptions::load(const FrameRenderer& renderer, const ParameterSettings& onLine) const {
     Preset preset = mToLoad.empty() ? Preset() : ReadPreset(PresetFile(mToLoad), renderer);
     ParameterSettings settings = onLine;
-    settings.merge(preset.settings); // adds only what is missing
+    settings.merge(preset.settings); // adds only settings that the command line lacks
     preset.settings = std::move(settings);
     return preset;
 }

@@ -22,12 +22,13 @@ public:
     /// Adds the options that load and save a preset.
     void addTo(CLI::App& command);
 
-    /// Returns `onLine` completed by the preset's settings, if a preset was given. The preset is a
-    /// file with the given name, or else a shipped preset. Throws Error if there is none or it
-    /// cannot be used.
+    /// Returns the preset that was named, or an empty one. Settings in `onLine` override those of
+    /// the preset. The name is that of a file, or else of a shipped preset. Throws Error if neither
+    /// exists, or if the preset cannot be used.
     Preset load(const FrameRenderer& renderer, const ParameterSettings& onLine) const;
 
-    /// Writes a preset completely or not at all, if requested. Throws Error if it fails.
+    /// Writes `preset` to the file of --save-preset, completely or not at all. Does nothing without
+    /// that option. Throws Error if writing fails.
     void save(const FrameRenderer& renderer, const Preset& preset) const;
 
 private:

@@ -8,7 +8,7 @@
 
 namespace Kerovane::Host {
 
-/// Parses an option's text. Errors start with the option's name.
+/// Returns `parse(text)`. Puts the option's name in front of the text of an Error.
 template <typename Parse>
 auto ReadOption(const char* option, const std::string& text, Parse parse) {
     try {

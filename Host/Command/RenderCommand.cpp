@@ -99,17 +99,19 @@ void TellMissing(const Shot& shot, MissingFrames missing, StandardStreams& strea
     }
 }
 
-/// Throws Error if the target cannot be written, before anything is rendered.
+/// Throws Error if the format of the outputs, or their settings, are not supported. Called before
+/// anything is rendered.
 void CheckTarget(const Shot& shot, const PictureSettings& settings) {
     if (!shot.frames.empty()) {
         PictureWriter(shot.frames.front().output, settings);
     }
 }
 
-/// Throws Error if the folder of `file` does not exist, or creates it if `make` is true.
+/// Creates the folder of `file` if it does not exist and `make` is true. Throws Error if there is
+/// no folder in the end.
 void CheckFolderOf(const std::filesystem::path& file, bool make) {
     const std::filesystem::path folder = file.parent_path();
-    std::error_code error; // counts as absent
+    std::error_code error; // a folder that cannot be examined counts as absent
     if (folder.empty() || std::filesystem::is_directory(folder, error)) {
         return;
     }
@@ -123,15 +125,15 @@ void CheckFolderOf(const std::filesystem::path& file, bool make) {
     }
 }
 
-/// Throws Error if the only output exists already and must be kept.
+/// Throws Error if `file`, the only output, exists already. Called if --no-clobber was given.
 void CheckNew(const std::filesystem::path& file) {
-    std::error_code error; // counts as absent
+    std::error_code error; // a file that cannot be examined counts as absent
     if (std::filesystem::exists(file, error)) {
         throw Error(fmt::format("'{}' is there already, and --no-clobber keeps it", file.string()));
     }
 }
 
-/// Calls CheckFolderOf for each folder of the frames.
+/// Calls CheckFolderOf for each folder that frames are written to.
 void CheckFolders(const Shot& shot, bool make) {
     std::filesystem::path last;
     for (const ShotFrame& frame : shot.frames) {
@@ -173,7 +175,7 @@ ShotDrawing DrawingOf(const RenderOptions& options, FrameRenderer& renderer, con
 
 constexpr const char* kProgram = "tesselune " TESSELUNE_VERSION;
 
-/// Returns the settings that do not depend on the look.
+/// Returns the settings that do not depend on the look: on the parameters and the renderer.
 ShotSetting SettingOf(const RenderOptions& options) {
     ShotSetting setting = options.shot.setting();
     options.picture.set(setting.reading);

@@ -17,16 +17,16 @@ public:
     void addTo(CLI::App& command);
 
     /**
-     * Sets up the context's renderer and returns what draws: the option's choice, or else `preset`,
-     * or else the configured renderer. Prints the remark of ChooseRenderer. Throws Error if the
-     * option requests OpenGL and it cannot be used, or if the software renderer is to draw another
-     * effect than the installed one.
+     * Returns the renderer to use: the option's, or else `preset`, or else the default of
+     * ChooseRenderer(). Prints the remark of ChooseRenderer(). Sets the number of threads of the
+     * context's renderer. Throws Error if the option requests OpenGL but OpenGL cannot be used, or
+     * if the software renderer is to draw another effect than the installed one.
      */
     Renderer choose(CommandContext& context, std::optional<Renderer> preset = std::nullopt) const;
 
 private:
-    std::string mRenderer; ///< empty: as configured
-    int mThreads = 0;
+    std::string mRenderer; ///< empty: not given
+    int mThreads = 0;      ///< of the software renderer; 0: one for each core
 };
 
 } // namespace Kerovane::Host

@@ -110,7 +110,7 @@ ContactSheet Layout(const SheetPlan& plan, const World& input, A_long width) {
     return {std::move(labels), pictureWidth, std::max(1, static_cast<int>(std::lround(height)))};
 }
 
-/// Returns the picture's metadata with the sheet's size.
+/// Returns `origin`, the input's metadata, with the sheet's size and without an offset.
 OIIO::ImageSpec OriginOfSheet(OIIO::ImageSpec origin, const World& sheet) {
     origin.x = origin.y = origin.full_x = origin.full_y = 0;
     origin.width = origin.full_width = sheet.width();

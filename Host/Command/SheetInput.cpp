@@ -19,7 +19,7 @@ const Picture& SheetInput::of(const SheetCell& cell) {
 }
 
 void SheetInput::read(A_long frame) {
-    mPicture = Picture(); // frees the previous picture before reading
+    mPicture = Picture(); // frees its memory before the next picture is read
     mPicture = ReadPicture(mPattern ? mPattern->pathOf(frame) : mPath, mSetting);
     mFrame = frame;
 }

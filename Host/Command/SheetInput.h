@@ -13,7 +13,7 @@ namespace Kerovane::Host {
 class SheetInput {
 public:
     /// Reads `path` as a sequence if `firstFrame` is given and no file of that name exists. Throws
-    /// Error if it cannot be read.
+    /// Error if the first picture cannot be read.
     SheetInput(const std::filesystem::path& path, const ReadSetting& setting,
                std::optional<A_long> firstFrame);
 

@@ -21,7 +21,7 @@ public:
 
     World paint(const SheetCell& cell, const World& input);
 
-    /// The number of pixels with NaN or infinite channels in the last input.
+    /// The number of pixels with NaN or infinite channels in the input that was rendered last.
     std::size_t nonFinitePixels() const { return mNonFinitePixels; }
 
 private:

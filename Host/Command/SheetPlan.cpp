@@ -18,7 +18,7 @@ namespace {
 /// The cells along a row or a column: the values of one parameter, or frames.
 using Axis = std::vector<SheetCell>;
 
-/// An effect's parameters and their options, both by index.
+/// An effect's parameters and the names of their options, both by index.
 struct Options {
     const std::vector<Parameter>& parameters;
     const std::vector<std::string>& names;
@@ -62,7 +62,8 @@ struct RangeText {
     }
 };
 
-/// Returns evenly spaced values. Whole numbers are rounded, without duplicates.
+/// Returns the evenly spaced values of a range. Rounds them if the parameter takes whole numbers
+/// only, and then leaves out repeated values.
 std::vector<double> ValuesBetween(const Parameter& parameter, const RangeText& range) {
     constexpr A_long kMost = 1000;
     if (!TypedChoices(parameter).empty()) {

@@ -38,7 +38,7 @@ SheetPlan Overview(const std::vector<Parameter>& parameters,
 struct SheetRequest {
     std::vector<std::string> vary; ///< texts of --vary
     FrameList frames;              ///< empty: frames do not vary
-    std::size_t columns = 1;       ///< if only one thing varies
+    std::size_t columns = 1;       ///< cells in a row, if only one thing varies
 };
 
 /**

@@ -10,7 +10,7 @@ namespace Kerovane::Host {
 
 std::vector<ShippedPreset> ShippedPresets() {
     std::vector<ShippedPreset> presets;
-    std::error_code error; // ends the loop
+    std::error_code error; // ends the loop; the presets found before it are returned
     std::filesystem::directory_iterator entry(InstalledFile(TESSELUNE_PRESET_PATH), error);
     for (; !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         const std::filesystem::path& file = entry->path();

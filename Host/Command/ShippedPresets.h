@@ -12,8 +12,8 @@ struct ShippedPreset {
     std::filesystem::path file;
 };
 
-/// Return the shipped presets and their names, sorted by name. Empty if their folder cannot be
-/// read.
+/// Return the shipped presets, or their names, sorted by name. Return none if their folder cannot
+/// be read.
 std::vector<ShippedPreset> ShippedPresets();
 
 std::vector<std::string> ShippedPresetNames();

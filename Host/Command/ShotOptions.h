@@ -23,13 +23,13 @@ public:
     /// Adds all options.
     void addTo(CLI::App& command);
 
-    /// Throw Error if an option's value is not valid.
+    /// Return what the options say. Throw Error if an option's value is not valid.
     ShotRequest request(const std::filesystem::path& input,
                         const std::filesystem::path& output) const;
     ShotSetting setting() const;
     FrameRate rate() const;
 
-    /// Returns whether all existing outputs are kept.
+    /// Returns whether --no-clobber was given, which keeps all existing outputs.
     bool keepsExisting() const { return mNoClobber; }
 
     /// Returns the given options of addFootageTo() as words of a line, except --frames.
@@ -45,9 +45,9 @@ private:
     std::string mRate; ///< empty: FrameRate's default
     std::string mMissing = "error";
     std::string mChunk = "1/1";
-    int mDepth = 0; ///< 0: the file's depth
+    int mDepth = 0; ///< bits per channel; 0: 8 if the file has no more, or else 32
     std::size_t mThreads;
-    std::size_t mInFlight = 0; ///< 0: one more than threads
+    std::size_t mInFlight = 0; ///< most frames in memory at a time; 0: one more than mThreads
     bool mResume = false;
     bool mNoClobber = false;
 };

@@ -13,7 +13,8 @@
 
 namespace Kerovane::Host {
 
-/// What is rendered. Of a single picture only a failure is reported, as the command's error.
+/// What is rendered. A single picture has no progress display, and its failure becomes the
+/// command's error.
 enum class Rendering { Picture, Shot };
 
 /** Reports frames as they end, and a summary after the last. */
@@ -26,12 +27,12 @@ public:
 
     void frameEnded(const ShotFrame& frame, const FrameReport& report);
 
-    /// Corrects the number of frames, which may have been an estimate, to those that ended.
+    /// Sets the number of frames, which may have been an estimate, to the number that ended.
     void endHere() { mTally.endHere(); }
 
-    /// Reports the summary and returns the process's exit status: 0 if all frames were rendered, 2
-    /// if some failed, 130 if interrupted. `onward` tells how to continue after an interruption.
-    /// Throws Error if a single picture failed.
+    /// Reports the summary and returns the process's exit status: 0 if all frames were rendered or
+    /// kept, 2 if some failed, 130 if interrupted. `onward` tells how to continue after an
+    /// interruption. Throws Error if a single picture failed.
     int finish(std::string_view onward);
 
 private:
@@ -43,7 +44,7 @@ private:
     ShotTally mTally;
     ShotProgress mProgress;
     std::optional<JsonLog> mLog;
-    std::string mFailure; ///< of a single picture
+    std::string mFailure; ///< why the single picture failed; otherwise empty
 };
 
 } // namespace Kerovane::Host

@@ -22,14 +22,14 @@ public:
 
     void add(const ShotFrame& frame, const FrameReport& report);
 
-    /// Corrects the number of frames, which may have been an estimate, to those that ended.
+    /// Sets the number of frames, which may have been an estimate, to the number that ended.
     void endHere() { mFrames = ended(); }
 
     std::size_t frames() const { return mFrames; }
     std::size_t ended() const { return mRendered + mKept + mFailed.size(); }
     bool hasFailures() const { return !mFailed.empty(); }
 
-    /// Frames rendered per second since the start.
+    /// The mean number of frames rendered per second since the start.
     double rate() const;
 
     /// The estimated seconds left, or 0 if unknown.
@@ -38,7 +38,7 @@ public:
     /// Returns "12 of 14 frames rendered in 3.4 s, 3.50 a second; 2 kept".
     std::string summary() const;
 
-    /// Returns the total seconds of each stage, and the mean of a frame.
+    /// Returns the total seconds of each stage, and its mean for a rendered frame.
     std::string stages() const;
 
     /// Returns "2 of 14 frames failed: 1003, 1010".
@@ -51,7 +51,7 @@ public:
     /// Remarks on the frames without duplicates, such as what the outputs lack.
     const std::set<std::string>& remarks() const { return mRemarks; }
 
-    /// NonFiniteText for all frames.
+    /// Returns NonFiniteText() of the pixels of all frames.
     std::string nonFinite() const { return NonFiniteText(mNonFinitePixels); }
 
 private:
@@ -63,7 +63,7 @@ private:
     FrameList mFailed;
     std::size_t mNonFinitePixels = 0;
     std::set<std::string> mRemarks;
-    StageSeconds mSeconds; ///< of rendered frames
+    StageSeconds mSeconds; ///< summed over the rendered frames
     std::map<std::pair<A_long, A_long>, A_long> mFirstOfSize;
     std::chrono::steady_clock::time_point mStart = std::chrono::steady_clock::now();
 };

@@ -6,8 +6,8 @@
 
 namespace Kerovane::Host {
 
-/// Replaces each "@NAME@" in `skeleton` by the text of that name without its final line break,
-/// because a placeholder alone on a line is already followed by one.
+/// Replaces each placeholder "@NAME@" in `skeleton` by the text of that name. Leaves out the text's
+/// final line break, because the line of the placeholder has one already.
 inline std::string Fill(std::string skeleton, const std::map<std::string, std::string>& texts) {
     for (const auto& [name, text] : texts) {
         const std::string place = '@' + name + '@';

@@ -64,7 +64,7 @@ std::optional<int> StandardStreams::terminalColumns() const {
 }
 
 StandardStreams::File StandardStreams::keep(int descriptor) {
-    // Keeps clear of the standard descriptors, even if some of them are closed.
+    // Takes a number above the standard descriptors, because a closed one's number is free to take.
     const int own = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     return File(own >= 0 ? fdopen(own, "w") : nullptr);
 }

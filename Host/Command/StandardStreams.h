@@ -43,8 +43,8 @@ private:
 
     static File keep(int descriptor);
 
-    File mOutput; ///< null if the process was started without it; mError too
-    File mError;
+    File mOutput; ///< null if the process was started without standard output
+    File mError;  ///< null if the process was started without standard error
 };
 
 } // namespace Kerovane::Host

@@ -17,14 +17,14 @@ namespace {
 
 using namespace Kerovane::Host;
 
-/// Returns the exit status.
+/// Runs the command line. Returns the process's exit status.
 int Run(std::span<const char* const> line, StandardStreams& streams) {
     CommandContext context(line, streams);
     if (context.isVerbose()) {
         streams.showOthers();
     }
     CLI::App app("Breaks pictures into cells.", "tesselune");
-    app.option_defaults()->take_last(); // the last one counts if an option is repeated
+    app.option_defaults()->take_last(); // the last value counts if an option is repeated
     app.set_version_flag("--version", "tesselune " TESSELUNE_VERSION);
     app.fallthrough();
     app.get_formatter()->label("REQUIRED", "");
