@@ -61,9 +61,9 @@ public:
     /// Returns whether there are frames left to begin.
     bool hasMore() const;
 
-    /// Completes the movie that is written, if any. After an interruption, completes it under
-    /// another name. Returns remarks for the user, one line each. Throws Error if the movie cannot
-    /// be written.
+    /// Completes the movie that is written, if any. After an interruption, completes it with
+    /// the frames written so far. Returns remarks for the user, one line each. Throws Error if the
+    /// movie cannot be written.
     std::vector<std::string> finish(bool isInterrupted);
 
     /// Returns what could not be read of the source, one line each. Call after the last frame.
