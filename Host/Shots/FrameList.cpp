@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t kMostFrames = 1'000'000;
 
-/// FIRST, FIRST-LAST or FIRST-LASTxSTEP.
+/// Frames that are written as FIRST, FIRST-LAST or FIRST-LASTxSTEP.
 struct Range {
     std::int64_t first = 0;
     std::int64_t last = 0;
@@ -24,7 +24,7 @@ struct Range {
 };
 
 std::optional<Range> ParseRange(std::string_view text) {
-    const std::size_t hyphen = text.find('-', 1); // a first one is the number's sign
+    const std::size_t hyphen = text.find('-', 1); // from 1: a hyphen at 0 is the number's sign
     const std::optional<A_long> first = ParseWhole(text.substr(0, hyphen));
     if (!first || hyphen == std::string_view::npos) {
         return first ? std::optional(Range{.first = *first, .last = *first}) : std::nullopt;

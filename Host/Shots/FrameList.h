@@ -13,8 +13,8 @@ namespace Kerovane::Host {
 using FrameList = std::vector<A_long>;
 
 /**
- * Reads ranges such as "1001-1100", "1001-1100x2" (every second frame) and "1,5,9", separated by
- * commas, in any order. Throws Error for other text, or if it names more than a million frames.
+ * Reads frames and ranges separated by commas, in any order: "1,5,9", "1001-1100", "1001-1100x2"
+ * (every second frame). Throws Error for other text, or if it names more than a million frames.
  */
 FrameList ParseFrames(std::string_view text);
 
@@ -25,13 +25,13 @@ FrameList FramesBetween(A_long first, A_long last);
 /// are removed.
 std::string FormatFrames(std::span<const A_long> frames);
 
-/// Part `number` of `count`, counted from 1.
+/// A part of a list of frames: part `number` of `count`, counted from 1.
 struct Chunk {
     A_long number = 1;
     A_long count = 1;
 };
 
-/// Reads "3/10". Throws Error for other text.
+/// Reads a chunk such as "3/10". Throws Error for other text.
 Chunk ParseChunk(std::string_view text);
 
 /**

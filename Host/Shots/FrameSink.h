@@ -33,12 +33,12 @@ public:
     FrameSink(const FrameSink&) = delete;
     FrameSink& operator=(const FrameSink&) = delete;
 
-    /// Returns whether the frame exists already and is to be kept. Adds remarks for the user to
-    /// `remarks`, one line each. Called for several frames concurrently.
+    /// Returns whether the frame's output exists already and is to be kept. Adds remarks for the
+    /// user to `remarks`, one line each. Called for several frames concurrently.
     virtual bool has(const ShotFrame& frame, std::vector<std::string>& remarks) const = 0;
 
-    /// Renders the frame without making a Picture, if the sink has a faster way. Returns null if it
-    /// has none. Called for several frames concurrently. Throws Error if this frame fails.
+    /// Renders the frame without making a Picture, if the sink has a faster way. Returns null if
+    /// the sink has none. Called for several frames concurrently. Throws Error if this frame fails.
     virtual std::unique_ptr<PackedFrame> draw(SourceFrame&) { return nullptr; }
 
     /// Prepares a rendered picture for put(), for example converts or writes it. Called for several
@@ -47,7 +47,8 @@ public:
     virtual std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, Picture& picture) = 0;
 
     /// Called for every frame that began, in order, until the source or the sink fails. `packed` is
-    /// also null if the frame failed. Throws Error if no further frame can be stored.
+    /// null if the frame failed or was kept, or if pack() returned null. Throws Error if no further
+    /// frame can be stored.
     virtual void put(SourceFrame& frame, std::unique_ptr<PackedFrame> packed) = 0;
 };
 

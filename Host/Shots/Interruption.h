@@ -7,9 +7,9 @@
 namespace Kerovane::Host {
 
 /**
- * Turns the first SIGINT (Ctrl-C), SIGTERM and SIGHUP into requested() while it exists; a second
- * one of the same kind ends the process as usual. Signals that the process inherited as ignored
- * stay ignored. At most one may exist in a process.
+ * While an object exists, the first SIGINT (Ctrl-C), SIGTERM or SIGHUP makes requested() true. A
+ * second signal of the same kind ends the process as usual. Signals that the process inherited as
+ * ignored stay ignored. At most one object may exist in a process.
  */
 class Interruption {
 public:

@@ -30,7 +30,7 @@ std::unique_ptr<SourceFrame> PictureSource::next() {
 }
 
 bool PictureSink::has(const ShotFrame& frame, std::vector<std::string>& remarks) const {
-    std::error_code error; // counts as absent
+    std::error_code error; // a file that cannot be examined counts as absent
     if (mSetting.keepExisting && std::filesystem::exists(frame.output, error)) {
         return true;
     }

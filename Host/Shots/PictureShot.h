@@ -44,8 +44,9 @@ public:
     void put(SourceFrame&, std::unique_ptr<PackedFrame>) override {}
 
 private:
-    /// Returns whether the output is complete and, if it records its settings, was made with the
-    /// same ones. Adds a remark if it was not, or if it records none.
+    /// Returns whether the output is complete and was made with the present settings, if it records
+    /// its settings. Adds a remark if it records other settings, or if it is complete but records
+    /// none.
     bool isFinished(const ShotFrame& frame, std::vector<std::string>& remarks) const;
 
     PictureSinkSetting mSetting;

@@ -23,7 +23,7 @@ bool IsDigit(char byte) {
     return byte >= '0' && byte <= '9';
 }
 
-/// Returns the run of # and @ at `start`.
+/// Returns the placeholder at `start` if it consists of # and @.
 std::optional<Place> MarksAt(std::string_view name, std::size_t start) {
     constexpr int kDigitsOfOneHash = 4;
     const std::string_view text = name.substr(start);
@@ -38,7 +38,7 @@ std::optional<Place> MarksAt(std::string_view name, std::size_t start) {
                  .digits = others + (hashes == 1 ? kDigitsOfOneHash : hashes)};
 }
 
-/// Returns the $F or $F4 at `start`.
+/// Returns the placeholder at `start` if it has the form $F or $F4.
 std::optional<Place> VariableAt(std::string_view name, std::size_t start) {
     constexpr std::string_view kName = "$F";
     const std::string_view text = name.substr(start);
@@ -51,7 +51,7 @@ std::optional<Place> VariableAt(std::string_view name, std::size_t start) {
                  .digits = hasDigits ? text[kName.size()] - '0' : 1};
 }
 
-/// Returns the %d or %04d at `start`.
+/// Returns the placeholder at `start` if it has the form %d or %04d.
 std::optional<Place> ConversionAt(std::string_view name, std::size_t start) {
     const std::string_view text = name.substr(start);
     if (!text.starts_with('%')) {

@@ -15,7 +15,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// An existing file's name may look like a pattern: "photo@2x.png".
+/// Returns the pattern of a sequence, or nothing if `input` is one picture. An existing file is a
+/// picture even if its name looks like a pattern: "photo@2x.png".
 std::optional<SequencePattern> InputPattern(const std::filesystem::path& input) {
     return std::filesystem::exists(input) ? std::nullopt : SequencePattern::parse(input);
 }

@@ -18,7 +18,7 @@ struct ShotFrame {
 enum class MissingFrames {
     Error, ///< refuse to render the shot
     Skip,  ///< leave out the frames that have no input file
-    Hold   ///< use the nearest earlier frame's picture, or the first one's if there is none earlier
+    Hold   ///< use the nearest earlier file, or the first file if none is earlier
 };
 
 struct ShotRequest {
@@ -46,7 +46,8 @@ void CheckNotInPlace(const std::vector<ShotFrame>& frames);
 
 /**
  * Finds the input files on disk. Each frame's input depends on the sequence alone, not on the chunk
- * or the other frames requested. Throws Error if the request as a whole cannot be fulfilled.
+ * or the other frames requested. Throws Error if the shot cannot be planned, for example because
+ * frames are missing and `missing` is Error.
  */
 Shot PlanShot(const ShotRequest& request);
 

@@ -55,16 +55,16 @@ private:
 
 /// A frame on its way through the stages.
 struct FrameJob {
-    std::size_t index = 0; ///< among the frames that began
+    std::size_t index = 0; ///< counts the frames in the order in which they began
     std::unique_ptr<SourceFrame> source{};
     std::optional<Picture> picture{}; ///< first as read, then as rendered
     std::unique_ptr<PackedFrame> packed{};
     FrameReport report{};
-    bool hasEnded = false; ///< skips the remaining stages
+    bool hasEnded = false; ///< whether the frame skips the remaining stages
 };
 
-/// Ends the frame. Frees its pixels at once, because its report may have
-/// to wait for earlier frames.
+/// Ends the frame. Frees its pixels at once, because its report may have to wait for earlier
+/// frames.
 void End(FrameJob& job, FrameEnding ending, std::string reason = "") {
     job.picture.reset();
     job.report.ending = ending;
@@ -79,7 +79,7 @@ void Look(FrameJob& job, const FrameSink& sink) {
     }
 }
 
-/// Leaves the job unchanged if the sink cannot draw frames itself.
+/// Lets the sink draw the frame. Does not end the frame if the sink cannot draw itself.
 void Draw(FrameJob& job, FrameSink& sink) {
     const Stopwatch stopwatch(job.report.seconds.render);
     job.packed = sink.draw(*job.source);
@@ -97,7 +97,7 @@ void Read(FrameJob& job, const ShotSetting& setting) {
     job.report.height = world.height();
 }
 
-/// Replaces a layer that was read by the rendered one.
+/// Renders `world`, a layer as it was read, and replaces it by the result.
 void Render(FrameJob& job, World& world, const ShotDrawing& drawing) {
     World output(world.depth(), world.width(), world.height());
     job.report.nonFinitePixels +=
@@ -178,8 +178,8 @@ public:
           mEnded(ended),
           mStop(stop) {}
 
-    /// Run by several threads. A frame that began passes every stage, even if it failed, because
-    /// later frames wait for it.
+    /// Renders frames until none is left. Run by several threads. A frame that began passes every
+    /// turnstile, even if it failed, because later frames wait for it.
     void renderFrames() {
         while (std::optional<FrameJob> job = begin()) {
             renderFrame(*job);

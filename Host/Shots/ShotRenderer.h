@@ -42,7 +42,7 @@ struct FrameReport {
 };
 
 struct ShotSetting {
-    std::size_t framesInFlight = 1; ///< each on a thread of its own
+    std::size_t framesInFlight = 1; ///< frames in memory at a time, each on a thread of its own
     ReadSetting reading;
     std::optional<ColourConversion> conversion; ///< applied to the rendered picture
     PictureSinkSetting pictures;                ///< used by RenderShot only
