@@ -10,8 +10,9 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Returns whether the effect can use the pixels in place: OpenGL requires the row distance to be a
-/// multiple of the pixel size, and naturally aligned channels.
+/// Returns whether the effect can use the pixels in place. The effect has one channel order and
+/// straight alpha. OpenGL requires the row distance to be a multiple of the pixel size, and
+/// naturally aligned channels.
 bool IsLayer(const ConstPixelView& view) {
     return view.order == ChannelOrder::Argb && view.alpha == Alpha::Straight &&
            withPixelType(view.depth, [&view](auto type) {
@@ -22,7 +23,8 @@ bool IsLayer(const ConstPixelView& view) {
            });
 }
 
-/// The cast is safe because effects do not write to an input layer.
+/// Returns the pixels as an input layer. The cast is safe because effects do not write to an input
+/// layer.
 PF_LayerDef LayerOver(const ConstPixelView& view) {
     return LayerOver(const_cast<std::byte*>(view.top), view.depth, view.width, view.height,
                      view.rowBytes);

@@ -32,7 +32,8 @@ private:
     EffectModules mModules;
     Effect mEffect;
     std::optional<Effect> mDeeperEffect; ///< only if deeper frames have a module of their own
-    std::optional<World> mInput;         ///< reused from frame to frame
+    // Used if the caller's pixels cannot be used in place. Kept for the next frame.
+    std::optional<World> mInput;
     std::optional<World> mOutput;
 };
 

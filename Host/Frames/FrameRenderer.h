@@ -23,12 +23,13 @@ namespace Kerovane::Host {
  *     renderer.checkDrawable();
  *     renderer.render(frame, values, ViewOf(input), ViewOf(output));
  *
- * One at a time in a process: the constructor waits until an earlier one is destroyed.
+ * Only one may exist in a process at a time: the constructor waits until an earlier object is
+ * destroyed.
  */
 class FrameRenderer {
 public:
     /// Loads the effect and sets it up, which does not need OpenGL. Throws Error if either fails.
-    /// The module for deeper frames is loaded with the first of them.
+    /// The module for frames of more than 8 bits is loaded when the first such frame is rendered.
     explicit FrameRenderer(const EffectModules& modules,
                            EffectOutput output = EffectOutput::Dropped);
 
@@ -56,8 +57,7 @@ public:
 
     /**
      * Draws `in` into `out`, which has the same size and depth. NaN and infinite channels count as
-     * 0. Returns the number of pixels with such channels. Throws Error also if the frame is larger
-     * than OpenGL can draw.
+     * 0. Returns the number of pixels with such channels.
      *
      * The software renderer draws on the calling thread and on threads of its own, directly between
      * the views.
@@ -65,7 +65,8 @@ public:
      * The effect reads and writes a view in place if the view has PixelView's default channel order
      * and alpha, rows top down and whole pixels apart, and naturally aligned channels. Other views
      * are copied to or from layers that are reused for the next frame. If rendering fails, a copied
-     * output is unchanged, and an output written in place may be partly written.
+     * output is unchanged, and an output written in place may be partly written. Throws Error if
+     * the frame is larger than OpenGL can draw.
      */
     std::size_t render(const Frame& frame, const ParameterValues& values, const ConstPixelView& in,
                        const PixelView& out, Renderer with = Renderer::OpenGL);

@@ -41,19 +41,20 @@ public:
     void run(const Task& task);
 
 private:
+    /// A queued task, with the future that run() waits for.
     using Order = std::packaged_task<void()>;
 
     // Called on the thread.
     void work(const EffectModules& modules, EffectOutput output);
-    std::optional<Order> nextOrder(); ///< nothing when the thread has to end
-    EffectRenderer& renderer();       ///< rethrows the set-up's exception
+    std::optional<Order> nextOrder(); ///< waits for an order; nothing if the thread has to end
+    EffectRenderer& renderer();       ///< throws what the effect's set-up threw
 
     std::mutex mMutex;
     std::condition_variable mChanged;
     std::deque<Order> mOrders;
     bool mEnding = false;
     std::optional<EffectRenderer> mRenderer;
-    std::exception_ptr mProblem; ///< set if there is no renderer
+    std::exception_ptr mProblem; ///< what the effect's set-up threw, if it failed
     std::thread mThread;
 };
 

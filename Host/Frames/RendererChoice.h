@@ -18,7 +18,7 @@ struct RendererChoice {
 /**
  * Returns the renderer to use: `wanted`, else the one named by the environment variable, else
  * OpenGL. If OpenGL cannot be used, returns the software renderer, with a remark that says so. If
- * neither names a renderer and OpenGL is drawn by the processor, the remark recommends the software
+ * OpenGL was only the default and is drawn by the processor, the remark recommends the software
  * renderer. Throws Error if the environment variable's value is not a renderer's name.
  */
 RendererChoice ChooseRenderer(std::optional<Renderer> wanted);

@@ -10,8 +10,9 @@ namespace {
 /// The number of SilentThread objects on this thread.
 thread_local int mSilent = 0;
 
-/// An unbuffered filter in front of std::cout's own buffer. Never removed or destroyed, because
-/// other threads may be writing and std::cout is flushed at the very end of the process.
+/// An unbuffered filter in front of std::cout's own buffer. Drops the text of threads that have a
+/// SilentThread. Never removed or destroyed, because other threads may be writing and std::cout is
+/// flushed at the very end of the process.
 class ThreadFilter : public std::streambuf {
 public:
     explicit ThreadFilter(std::streambuf& next) : mNext(next) {}

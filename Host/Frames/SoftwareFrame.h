@@ -15,8 +15,9 @@ namespace Kerovane::Host {
 Software::MosaicParameters MosaicParametersOf(const std::vector<Parameter>& parameters,
                                               const ParameterValues& values, const Frame& frame);
 
-/// Draws `in` into `out` with the software renderer; they may share memory. `threads` is as for
-/// DrawMosaic. Throws Error if they differ in size or depth.
+/// Draws `in` into `out` with the software renderer. Both may share memory. Uses up to `threads`
+/// threads, or one for each core if that is 0. Throws Error if `in` and `out` differ in size or
+/// depth.
 void DrawSoftwareFrame(const Software::MosaicParameters& parameters, const ConstPixelView& in,
                        const PixelView& out, int threads);
 
