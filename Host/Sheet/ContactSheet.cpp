@@ -59,7 +59,8 @@ int LabelHeight(const std::vector<Label>& row) {
     return kAboveLabel + static_cast<int>(lines) * Font::kLineHeight;
 }
 
-/// Throws Error if a side of the page is too long.
+/// Returns the length of a side of the page as an int. Throws Error if it is more than
+/// World::kMaxSide.
 int PageSide(std::int64_t side) {
     if (side > World::kMaxSide) {
         throw Error(fmt::format("the sheet would be {} pixels wide or high, more than {}", side,

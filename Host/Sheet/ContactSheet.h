@@ -39,7 +39,7 @@ private:
     int mPictureHeight;
     int mColumnWidth; ///< distance from one column's left edge to the next
     std::vector<int> mRowTops;
-    std::vector<float> mPixels; ///< red, green, blue, alpha
+    std::vector<float> mPixels; ///< the page's pixels: red, green, blue, alpha
     OIIO::ImageBuf mPage;       ///< a view of mPixels
 };
 

@@ -16,7 +16,7 @@ namespace {
 namespace Algo = OIIO::ImageBufAlgo;
 
 constexpr int kSize = 17;     ///< font size in pixels
-constexpr int kBaseline = 17; ///< below the top of a line, which leaves room for descenders
+constexpr int kBaseline = 17; ///< from a line's top to its baseline; descenders lie below
 
 } // namespace
 
@@ -28,7 +28,7 @@ Font::Font(std::string file) : mFile(std::move(file)) {
 }
 
 int Font::widthOf(std::string_view text) const {
-    // An empty text gives an inverted region.
+    // The region of an empty text ends before it begins, so its end may be negative.
     return std::max(0, Algo::text_size(std::string(text), kSize, mFile).xend);
 }
 
