@@ -13,7 +13,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Returns the Damerau-Levenshtein distance.
+/// Returns the restricted Damerau-Levenshtein distance: how many letters must be inserted, removed,
+/// replaced or swapped with a neighbour. No letter is edited twice.
 std::size_t EditDistance(std::string_view from, std::string_view to) {
     std::vector<std::size_t> beforeLast(to.size() + 1);
     std::vector<std::size_t> last(to.size() + 1);

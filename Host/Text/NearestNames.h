@@ -7,8 +7,9 @@
 namespace Kerovane::Host {
 
 /**
- * Returns "; did you mean size or size-level?" with those of `names` that come nearest to a
- * mistyped `word`: at most three, the nearest first. Returns an empty text if none is near.
+ * Returns "; did you mean size or size-level?" with the names that come nearest to a mistyped
+ * `word` or begin with it: at most three, the nearest first. Returns an empty text if no name is
+ * near.
  */
 std::string Suggestion(std::string_view word, std::span<const std::string> names);
 
