@@ -10,7 +10,7 @@ const isPopup = (parameter) => parameter.type === "popup";
 const isAngle = (parameter) => parameter.type === "angle";
 const takesWhole = (parameter) => parameter.type === "slider";
 
-/// A parameter's row of controls. `tryValue` is called while the user drags.
+/// A parameter's row of controls. Calls `tryValue` with values that the user passes while dragging.
 class Row {
     constructor(parameter, tryValue) {
         this.parameter = parameter;

@@ -2,8 +2,8 @@
 
 export const byId = (id) => document.getElementById(id);
 
-/// Creates an element with attributes and children. Attributes that begin with "on" are listeners;
-/// those that are false, null or undefined are left out.
+/// Creates an element with attributes and children. Attributes that begin with "on" are listeners.
+/// Attributes that are false, null or undefined are left out.
 export function make(tag, attributes = {}, ...children) {
     const element = document.createElement(tag);
     apply(element, attributes);
@@ -11,7 +11,7 @@ export function make(tag, attributes = {}, ...children) {
     return element;
 }
 
-/// Creates an SVG element in the same way.
+/// Creates an SVG element, with attributes and children as in make().
 export function makeSvg(tag, attributes = {}, ...children) {
     const element = document.createElementNS("http://www.w3.org/2000/svg", tag);
     apply(element, attributes);

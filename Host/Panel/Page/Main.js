@@ -33,8 +33,8 @@ function showPicture({picture}) {
     byId("stage").dataset.shows = Number(byId("stage").dataset.shows ?? 0) + 1;
 }
 
-/// Once the frame or the look stops changing, the values, the lines and the preset thumbnails are
-/// updated too.
+/// The timer that ends once the frame has stopped changing. Then the final picture, the values, the
+/// lines and the preset thumbnails are updated.
 let settling = 0;
 
 function showState() {

@@ -41,7 +41,7 @@ class Newest {
 /// One of the pictures that the viewer composes: the result, the source, or the result of the other
 /// look.
 class Layer {
-    shown = null;  // {bitmap, view, isStill}
+    shown = null;  // the last picture: {bitmap, milliseconds, renderer, frame, view, isStill, key}
     #key = "";
     #previews = new Newest();
     #abort = null;
@@ -52,7 +52,7 @@ class Layer {
         this.changed = changed;
     }
 
-    /// Requests a preview of `view`. `tried` are values that are not set yet.
+    /// Requests a preview of `view`. `tried` has values that the user tries but has not set.
     preview(frame, view, tried = {}) {
         this.#key = "";
         this.#abort?.abort();
@@ -70,8 +70,8 @@ class Layer {
         });
     }
 
-    /// Requests the whole frame without loss, unless it is shown already. If the frame is large, a
-    /// preview of `view` is shown first.
+    /// Requests the whole frame without loss, unless it was requested already. If the frame is
+    /// large, requests a preview of `view` first.
     async rest(frame, revision, view) {
         const key = `${frame} ${revision}`;
         if (key === this.#key) {

@@ -40,7 +40,7 @@ class Store extends EventTarget {
         }
     }
 
-    /// Sends an order to the server after all earlier ones were answered.
+    /// Sends an order to the server after all earlier orders were answered.
     send(path, order) {
         const sent = this.#orders.then(async () => {
             try {
@@ -51,7 +51,7 @@ class Store extends EventTarget {
                 return answer;
             } catch (error) {
                 tell(error.message, true);
-                this.take(this.state); // resets the controls
+                this.take(this.state); // shows the unchanged values in the controls again
                 return null;
             }
         });
@@ -63,8 +63,8 @@ class Store extends EventTarget {
         return this.send("edit", {frame: this.frame, ...order});
     }
 
-    /// Returns a name for the current gesture: changes with the same `name` within a second of each
-    /// other share it, and undo takes them back together.
+    /// Returns a name for the current gesture. Calls with the same `name` within a second of each
+    /// other return the same gesture. Undo takes back all changes of a gesture together.
     gesture(name) {
         const now = performance.now();
         if (name !== this.#gesture.name || now - this.#gesture.time > 1000) {

@@ -4,8 +4,8 @@ import {getJson} from "./Api.js";
 import {byId, clamp, make, makeSvg, shortNumber, tell} from "./Dom.js";
 import {store} from "./Store.js";
 
-const margin = 14; // left of the first frame, in pixels
-const labels = 44;  // right of the last frame, for the values
+const margin = 14; // space left of the first frame, in pixels
+const labels = 44;  // space right of the last frame, for the labels of values; in pixels
 
 export class Timeline {
     #option = "";
@@ -156,7 +156,8 @@ export class Timeline {
         });
     }
 
-    /// The key's mark is recreated as it moves, so the listeners are on the whole curve.
+    /// Moves a key with the pointer. Listens on the whole curve, because the key's mark is created
+    /// anew whenever it moves.
     #dragKey(event, index) {
         const key = this.#keys[index];
         const option = this.#option;

@@ -16,7 +16,7 @@ export class Viewer extends EventTarget {
     #isFitted = true;
     #scale = 1;           // screen pixels per picture pixel
     #offset = {x: 0, y: 0};
-    #compare = "off";     // "split", "other" or "sides"
+    #compare = "off";     // how to compare: "off", "split", "other" or "sides"
     #split = 0.5;
     #ground = "checker";
     #isBeforeHeld = false;
@@ -39,14 +39,15 @@ export class Viewer extends EventTarget {
 
     // Loading.
 
-    /// Shows the final picture.
+    /// Requests the final picture, and shows it when it arrives.
     rest() {
         this.#tried = {};
         this.#isMoving = false;
         this.#ask();
     }
 
-    /// Shows a quick preview. `tried` are values that are not set yet.
+    /// Requests a quick preview, and shows it when it arrives. `tried` has values that the user
+    /// tries but has not set.
     move(tried = {}) {
         this.#tried = Object.fromEntries(
             Object.entries(tried).map(([option, value]) => [`set.${option}`, value]));
@@ -148,7 +149,7 @@ export class Viewer extends EventTarget {
         this.#viewChanged();
     }
 
-    /// Zooms around a point of the canvas, which is its centre by default.
+    /// Zooms around a point of the canvas. The default is the centre of the area for one picture.
     zoom(factor, point = {x: this.#stage.width / 2, y: this.#stage.height / 2}) {
         const scale = clamp(this.#scale * factor, leastScale, mostScale);
         const share = scale / this.#scale;
@@ -354,7 +355,7 @@ export class Viewer extends EventTarget {
         });
     }
 
-    /// Shows information about the pixel at a point of the canvas.
+    /// Shows information about the pixel at a point of the canvas, or none if there is no pixel.
     #look(point) {
         const {width, height} = store.state?.footage ?? {width: 0, height: 0};
         const x = point ? Math.floor((point.x - this.#offset.x) / this.#scale) : -1;
@@ -367,8 +368,8 @@ export class Viewer extends EventTarget {
         this.#queryCell({x, y});
     }
 
-    /// Requests the cell at a place. Of the places that come up during a request only the last is
-    /// requested next.
+    /// Requests the cell at a place. If more places come up during the request, requests only the
+    /// last of them next.
     async #queryCell(place) {
         const query = this.#cellQuery;
         query.next = place;
