@@ -8,7 +8,7 @@ namespace Kerovane::Host {
 /** The secret in the panel's address, which only those who were given the address know. */
 class AccessToken {
 public:
-    /// Takes 160 random bits from the system. Throws Error if there are none.
+    /// Takes 160 random bits from the system. Throws Error if the system gives none.
     AccessToken();
 
     /// The secret as hexadecimal digits.

@@ -16,7 +16,7 @@ struct Cell {
         A_long end = 0;
     };
 
-    double referenceX = 0; ///< the place the cell takes its colour from, in pixels
+    double referenceX = 0; ///< the place that the cell takes its colour from, in pixels
     double referenceY = 0;
     std::vector<Run> runs;
 };
@@ -24,18 +24,20 @@ struct Cell {
 /** Finds the cell at a pixel of a frame. */
 class CellFinder {
 public:
-    /// Draws a picture whose colours encode their own coordinates. Throws Error if that fails.
+    /// Renders a picture whose colours are their own coordinates, so that each cell shows those of
+    /// its reference point. `shape` gives the size. Throws Error if rendering fails.
     CellFinder(FrameRenderer& renderer, const Footage& footage, const Look& look, A_long frame,
                const World& shape);
 
-    /// Returns nothing if the pixel lies outside the picture, in a hole or on a cell's border.
+    /// Returns the cell at a pixel. Returns nothing if the pixel lies outside the picture, in a
+    /// hole or on a cell's border.
     std::optional<Cell> cellAt(A_long x, A_long y) const;
 
 private:
     bool isSame(const PF_PixelFloat& pixel, const PF_PixelFloat& other) const;
     Cell::Run runAt(A_long x, A_long y, const PF_PixelFloat& wanted) const;
 
-    World mPlaces;
+    World mPlaces; ///< each pixel's colour is the place that its cell takes its colour from
 };
 
 } // namespace Kerovane::Host

@@ -39,7 +39,7 @@ private:
 };
 
 /**
- * The attributes of a child process. It gets a process group of its own, so that Ctrl-C in the
+ * The attributes of a child process. The child gets a process group of its own. So Ctrl-C in the
  * terminal reaches only this process, which decides when its children end.
  */
 class SpawnAttributes {

@@ -11,9 +11,9 @@ namespace Kerovane::Host {
 struct ChildSetting {
     std::string program; ///< searched for in $PATH
     std::vector<std::string> words;
-    int output = -1;  ///< descriptor for its standard output; -1: /dev/null
-    int error = -1;   ///< descriptor for its standard error; -1: /dev/null
-    int picture = -1; ///< descriptor that becomes its descriptor 3; -1: none
+    int output = -1;  ///< descriptor that becomes the child's standard output; -1: /dev/null
+    int error = -1;   ///< descriptor that becomes the child's standard error; -1: /dev/null
+    int picture = -1; ///< descriptor that becomes the child's descriptor 3; -1: none
 };
 
 /** A child process. It inherits no open files except those given to it. */
@@ -35,7 +35,7 @@ public:
     int wait();
 
 private:
-    pid_t mId = -1; ///< -1 after wait()
+    pid_t mId = -1; ///< the child's process id; -1 after wait()
 };
 
 } // namespace Kerovane::Host

@@ -11,16 +11,16 @@ namespace Kerovane::Host {
 
 using Words = std::vector<std::string>;
 
-/** Options that all lines have besides those of the look. */
+/** What the lines need besides the look: the names of options, and the words about the input. */
 struct LineSetting {
     const std::vector<Parameter>& parameters;
-    std::vector<std::string> options; ///< of the parameters, from OptionNames
+    std::vector<std::string> options; ///< names of the parameters' options, from OptionNames
     Words footageWords{};             ///< options about the input: "--fps", "25"
-    std::string frames{};             ///< for --frames; empty: all
+    std::string frames{};             ///< the value of --frames; empty: all frames
 };
 
-/// Returns the options of all parameters that are not at their default, and of the renderer:
-/// "--size", "40".
+/// Returns the option of the renderer, and the options of all parameters that are not at their
+/// default: "--renderer", "software", "--size", "40".
 Words LookWords(const LineSetting& setting, const Look& look);
 
 /// Returns the arguments that render one frame to an 8-bit PNG.
@@ -32,10 +32,10 @@ Words StillWords(const LineSetting& setting, const Look& look, const Footage& fo
 Words ShotWords(const LineSetting& setting, const Look& look, const Footage& footage,
                 const std::string& input, const std::string& output);
 
-/// Returns a word quoted for a shell, if it needs quotes.
+/// Returns a word for a shell, in quotes if it needs them.
 std::string Quoted(std::string_view word);
 
-/// Returns a line for a shell.
+/// Returns a line for a shell: `program`, followed by the quoted `words`.
 std::string ShellLine(const std::string& program, const Words& words);
 
 /// Returns whether the parameter has its default at all times.

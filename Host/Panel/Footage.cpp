@@ -67,7 +67,7 @@ private:
     ReadSetting mReading;
     std::mutex mMutex;
     FrameCache mCache;
-    SharedPicture mLast; ///< reused, because all frames may share one file
+    SharedPicture mLast; ///< the picture in mLastFile; reused, because frames may share a file
     std::filesystem::path mLastFile;
 };
 
@@ -120,7 +120,7 @@ private:
     }
 
     SharedPicture decode(A_long number) {
-        constexpr A_long kNear = 48; // in frames; farther ones are reached by seeking
+        constexpr A_long kNear = 48; // frames to decode on the way; seeks if there are more
         if (number < mNext || number > mNext + kNear) {
             openAt(number);
         }
@@ -143,7 +143,7 @@ private:
     std::optional<MovieSource> mSource;
     A_long mNext = 0;
     FrameCache mCache;
-    std::map<A_long, double> mTimes; ///< in seconds, of the frames that were read
+    std::map<A_long, double> mTimes; ///< in seconds, by number of the frames that were read
 };
 
 /** A picture received over the network. */
@@ -175,7 +175,8 @@ private:
         try {
             return ReadPicture(path, {.depth = Depth::Bits8});
         } catch (const Error& error) {
-            std::string text = error.what(); // names the file in memory
+            // Replaces the path of the file in memory, which means nothing to the user.
+            std::string text = error.what();
             const std::size_t place = text.find(path);
             throw Error(place == std::string::npos ? text : text.replace(place, path.size(), name));
         }
@@ -186,7 +187,7 @@ private:
     int mDescriptor = -1;
 };
 
-/// Plans the shot, or returns one picture as frame 0.
+/// Returns the input files of `shot`. If it is not for a sequence, returns one picture as frame 0.
 Shot ShotOf(const FootageRequest& request, const ShotRequest& shot) {
     if (AsksForShot(shot)) {
         return PlanShot(shot);

@@ -29,7 +29,7 @@ public:
     const FrameList& frames() const { return mFrames; }
     FrameRate rate() const { return mRate; }
 
-    /// The input as the command takes it.
+    /// The input as given on the command line. If it was received as bytes, its file name.
     const std::filesystem::path& input() const { return mInput; }
 
     /// The first frame's width and height, in pixels.
@@ -45,8 +45,8 @@ public:
     /// Returns a frame. Throws Error if it does not exist or cannot be read.
     virtual SharedPicture frame(A_long number) = 0;
 
-    /// Returns the time in seconds at which a frame is shown. It is exact for frames that were
-    /// read, and otherwise estimated from the frame rate.
+    /// Returns the time in seconds at which a frame is shown. A movie's times are exact for frames
+    /// that were read, and otherwise estimated from the frame rate.
     virtual double secondsOf(double frame) const;
 
     /// The file descriptor of a picture that is only in memory, for child processes; otherwise -1.
@@ -74,13 +74,13 @@ private:
 struct FootageRequest {
     std::filesystem::path input;
     std::optional<FrameList> frames{}; ///< default: all frames
-    std::optional<FrameRate> rate{};   ///< of pictures
+    std::optional<FrameRate> rate{};   ///< frame rate of pictures; FrameRate's default if absent
     MissingFrames missing = MissingFrames::Error;
     ReadSetting reading{.depth = Depth::Bits8};
     std::optional<ColourConversion> conversion{};
 };
 
-/// Throws Error if there is nothing to show.
+/// Opens the requested input. Throws Error if it has no frame to show or cannot be read.
 std::unique_ptr<Footage> OpenFootage(const FootageRequest& request);
 
 /// Returns a picture received as bytes; `name` is its file name. Throws Error if it is not a

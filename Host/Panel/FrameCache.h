@@ -8,7 +8,7 @@
 
 namespace Kerovane::Host {
 
-/** The frames that were read last, up to a limit of memory. */
+/** The frames that were read last, as many as fit into a fixed amount of memory. */
 class FrameCache {
 public:
     /// Returns null if the frame is not cached.

@@ -9,7 +9,7 @@ namespace Kerovane::Host {
 /** A rendered frame. */
 struct PaintedFrame {
     SharedPicture source;
-    World world;             ///< has the source's depth
+    World world;             ///< the rendered picture, in the source's depth
     double milliseconds = 0; ///< rendering time
 };
 

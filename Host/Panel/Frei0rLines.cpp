@@ -15,9 +15,10 @@ namespace {
 
 /// Which numbers a program passes to frei0r.
 enum class Frei0rReach {
-    All,      ///< numbers from 2 on too, which are values in the parameter's unit
-    Positions ///< only 0 to 1, the position on the slider; values beyond the slider are limited to
-              ///< it
+    /// From 0 to 1 positions on the slider, and from 2 on values in the parameter's unit.
+    All,
+    /// Only positions on the slider, from 0 to 1. Values beyond the slider are moved to its end.
+    Positions
 };
 
 constexpr double kTurn = 360;
@@ -60,8 +61,8 @@ std::string Frei0rValue(const Parameter& parameter, double value, const SwitchWo
 }
 
 /**
- * Writes a parameter's keys for hosts that interpolate between the numbers, so that all keys have
- * to be either positions or values.
+ * Writes a parameter's keys for hosts that interpolate between the numbers. Then all keys must be
+ * positions on the slider, or all must be values.
  */
 class Frei0rKeys {
 public:
@@ -76,7 +77,7 @@ public:
             range.contains(low.value + mShift) && range.contains(high.value + mShift);
         mReach = isWithin ? Frei0rReach::Positions : Frei0rReach::All;
         if (IsAngle(parameter) && !isWithin) {
-            mShift += kTurn; // beyond the numbers that would be read as positions
+            mShift += kTurn; // one more, so that no number is read as a position
         }
     }
 

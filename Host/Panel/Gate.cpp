@@ -46,7 +46,8 @@ bool ReadField(std::string_view field, PanelTarget& target) {
     return name && value && target.query.emplace(*name, *value).second;
 }
 
-/// The port may differ, because a tunnel may lead here from another one.
+/// Returns whether a Host header names this machine. Accepts any port, because a tunnel may lead
+/// here from another port.
 bool IsThisMachine(std::string_view host) {
     static constexpr std::array<std::string_view, 3> kNames{"127.0.0.1", "localhost", "[::1]"};
     return std::ranges::any_of(kNames, [host](std::string_view name) {

@@ -17,8 +17,8 @@ struct PanelTarget {
     std::map<std::string, std::string, std::less<>> query{};
 };
 
-/// Splits a target into path and query, and decodes percent-encoding. Returns nothing if it is
-/// malformed or exceeds what the panel's page sends.
+/// Splits a target into path and query, and decodes percent-encoding. Returns nothing if the target
+/// is malformed, too long or has too many fields.
 std::optional<PanelTarget> ParseTarget(std::string_view target);
 
 /** Admits only requests from the panel's own page. */
@@ -26,9 +26,9 @@ class Gate {
 public:
     explicit Gate(const AccessToken& token) : mToken(token) {}
 
-    /// Returns nothing if the request must not be answered: its token is wrong, a page of another
-    /// origin sent it, or its Host is not a name of this machine, which happens if a foreign page's
-    /// name is made to resolve to it (DNS rebinding).
+    /// Returns the request's target. Returns nothing if the request must not be answered: its token
+    /// is wrong, a page of another origin sent it, or its Host is not a name of this machine. A
+    /// wrong Host is a sign of DNS rebinding: a foreign page's name resolves to this machine.
     std::optional<PanelTarget> admit(const HttpHead& head) const;
 
 private:

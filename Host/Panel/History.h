@@ -32,7 +32,7 @@ public:
         mGesture = gesture;
     }
 
-    /// Do nothing if there is nothing to undo or redo.
+    /// Take back the last change, or make it again. Do nothing if there is none.
     void undo() { step(mPast, mUndone); }
     void redo() { step(mUndone, mPast); }
 
@@ -48,7 +48,7 @@ private:
     Look mLook;
     std::vector<Look> mPast;
     std::vector<Look> mUndone;
-    std::string mGesture; ///< the last change's
+    std::string mGesture; ///< gesture of the last change; empty after undo() or redo()
 };
 
 } // namespace Kerovane::Host

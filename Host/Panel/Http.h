@@ -6,7 +6,7 @@
 
 namespace Kerovane::Host {
 
-/** The parts of a request's header that matter here. */
+/** The parts of a request's header that the panel uses. */
 struct HttpHead {
     std::string method;
     std::string target; ///< path and query as sent
@@ -23,7 +23,7 @@ struct HttpReply {
     int status = 200;
     std::string type = "text/plain; charset=utf-8";
     std::string body{};
-    std::vector<std::pair<std::string, std::string>> headers{}; ///< additional ones
+    std::vector<std::pair<std::string, std::string>> headers{}; ///< besides those the server sets
 };
 
 } // namespace Kerovane::Host

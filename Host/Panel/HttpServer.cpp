@@ -118,7 +118,7 @@ private:
     ServerLimits mLimits;
     RateLimit mRate;
     std::size_t mConnections = 0;
-    std::size_t mBodyBytes = 0; ///< reserved by all connections together
+    std::size_t mBodyBytes = 0; ///< bytes that all connections have reserved for bodies
     asio::io_context mContext{1};
     Tcp::acceptor mAcceptor;
     asio::thread_pool mWorkers;
@@ -151,7 +151,7 @@ private:
     void readHead() {
         mParser.emplace();
         mParser->header_limit(mServer.mLimits.headBytes);
-        mParser->body_limit(std::numeric_limits<std::uint64_t>::max()); // set in readBody()
+        mParser->body_limit(std::numeric_limits<std::uint64_t>::max()); // readBody() sets it
         mStream.expires_after(mServer.mLimits.idle);
         http::async_read_header(mStream, mBuffer, *mParser,
                                 [self = shared_from_this()](beast::error_code error, std::size_t) {

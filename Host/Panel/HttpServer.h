@@ -11,13 +11,13 @@
 
 namespace Kerovane::Host {
 
-/// The limits of a server. Connections beyond the limit are closed, requests beyond it are refused.
+/// The limits of a server. It closes connections and refuses requests that exceed them.
 struct ServerLimits {
     std::size_t connections = 128;
     std::uint32_t headBytes = 16U << 10U;
-    std::size_t bodyBytes = 512U << 20U;   ///< of all requests that are being received or answered
-    std::chrono::milliseconds idle{30000}; ///< between requests, and for a header
-    std::chrono::milliseconds transfer{120000}; ///< for receiving a body or sending a reply
+    std::size_t bodyBytes = 512U << 20U;   ///< of all requests being received or answered together
+    std::chrono::milliseconds idle{30000}; ///< longest wait for a request's header
+    std::chrono::milliseconds transfer{120000}; ///< longest time to receive a body or send a reply
     double requestsPerSecond = 1000;
 };
 

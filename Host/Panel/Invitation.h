@@ -18,7 +18,8 @@ bool HasDesktop();
  */
 class Invitation {
 public:
-    /// Throws Error if the file cannot be created.
+    /// Throws Error if the file cannot be created, or if the program that opens it cannot be
+    /// started.
     explicit Invitation(const std::string& address);
     ~Invitation();
     Invitation(const Invitation&) = delete;

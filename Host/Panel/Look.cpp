@@ -28,7 +28,8 @@ Interpolation InterpolationNamed(const Parameter& parameter, std::string_view na
     throw Error(fmt::format("can't go '{}' from key to key", name));
 }
 
-/// Rounds values between keys if the parameter takes whole numbers only.
+/// Returns `value`, rounded if the parameter takes whole numbers only. Values between keys may be
+/// fractions.
 double Settable(const Parameter& parameter, double value) {
     return parameter.takesWholeNumbers() ? std::round(value) : value;
 }

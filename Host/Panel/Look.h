@@ -15,7 +15,7 @@ namespace Kerovane::Host {
 /** The settings that a frame is drawn with: everything that can be undone. */
 struct Look {
     ParameterSettings settings; ///< parameters that are absent have their defaults
-    std::set<A_long> animated;  ///< parameters with keys, even if there is only one key
+    std::set<A_long> animated;  ///< disk ids of parameters with keys, even if with only one
     Renderer renderer = Renderer::OpenGL;
 
     bool operator==(const Look&) const = default;
@@ -46,8 +46,8 @@ public:
     void setValue(double frame, std::string_view text);
 
     /// Adds or changes the key at `frame`. An empty `text` keeps the value at that time.
-    /// `interpolation` names the interpolation to the next key; if it is empty, the interpolation
-    /// is kept.
+    /// `interpolation` names the interpolation to the next key. If it is empty, an existing key
+    /// keeps its interpolation.
     void putKey(double frame, std::string_view text, std::string_view interpolation);
 
     /// Removes a key. When the only key is removed, its value stays as a constant.

@@ -19,7 +19,7 @@ namespace Kerovane::Host {
 /// A page's request to change something, as a JSON object.
 using Order = nlohmann::ordered_json;
 
-/// Throws Error if `text` is not a JSON object or is nested too deeply.
+/// Parses an order. Throws Error if `text` is not a JSON object or is nested too deeply.
 Order ParseOrder(std::string_view text);
 
 /// Returns whether `json` has the type `Value` and, if that is an integer type, fits into it.
@@ -36,7 +36,7 @@ bool Holds(const Order& json) {
     }
 }
 
-/// Returns an entry. Throws Error if it is missing or has another type.
+/// Returns the entry `name`. Throws Error if the entry is missing or has another type.
 template <typename Value>
 Value Entry(const Order& order, const char* name) {
     const auto found = order.find(name);
@@ -49,13 +49,14 @@ Value Entry(const Order& order, const char* name) {
     return found->get<Value>();
 }
 
-/// Returns an entry, or `otherwise` if it is missing. Throws Error if it has another type.
+/// Returns the entry `name`, or `otherwise` if the entry is missing. Throws Error if it has another
+/// type.
 template <typename Value>
 Value EntryOr(const Order& order, const char* name, Value otherwise) {
     return order.contains(name) ? Entry<Value>(order, name) : otherwise;
 }
 
-/// Returns the index of the parameter with that option. Throws Error if there is none.
+/// Returns the index of the parameter whose option is `option`. Throws Error if there is none.
 std::size_t IndexOfOption(const std::vector<std::string>& options, std::string_view option);
 
 /// Changes the parameter whose option is named in the order. Throws Error, which names the

@@ -40,7 +40,7 @@ std::filesystem::path OutputFolder::fileFor(const std::string& name, bool replac
                     "with a dot");
     }
     std::filesystem::path file = mFolder / name;
-    std::error_code error; // counts as absent
+    std::error_code error; // a file that cannot be examined counts as absent
     if (std::filesystem::is_symlink(file, error)) {
         throw Error(fmt::format("'{}' is a link, which is not followed", name));
     }
@@ -56,7 +56,7 @@ void OutputFolder::write(const std::string& name, const std::string& content, bo
 
 std::vector<std::filesystem::path> OutputFolder::files(const std::string& extension) const {
     std::vector<std::filesystem::path> found;
-    std::error_code error; // ends the loop
+    std::error_code error; // ends the loop; the files found before it are returned
     for (std::filesystem::directory_iterator entry(mFolder, error);
          !error && entry != std::filesystem::directory_iterator(); entry.increment(error)) {
         if (entry->path().extension() == extension && entry->is_regular_file(error)) {

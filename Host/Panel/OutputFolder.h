@@ -20,7 +20,7 @@ public:
 
     void write(const std::string& name, const std::string& content, bool replace) const;
 
-    /// Returns the files with that extension, sorted.
+    /// Returns the paths of the regular files with `extension`, sorted.
     std::vector<std::filesystem::path> files(const std::string& extension) const;
 
 private:

@@ -6,12 +6,12 @@ namespace Kerovane::Host {
 
 /** A file of the panel's page. */
 struct PageFile {
-    std::string_view path; ///< after the token; "" is the page itself
+    std::string_view path; ///< what follows the token in the address; empty: the page itself
     std::string_view type;
     std::string_view content;
 };
 
-/// Returns null if there is no such file.
+/// Returns the file at `path`, or null if there is none.
 const PageFile* FindPageFile(std::string_view path);
 
 } // namespace Kerovane::Host

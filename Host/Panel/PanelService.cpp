@@ -22,7 +22,7 @@ using Json = PanelSession::Json;
 constexpr std::size_t kMostOrder = 8U << 20U;     ///< in bytes; an order may contain a preset file
 constexpr std::size_t kMostPicture = 256U << 20U; ///< in bytes
 
-/** A request and the objects it is about. */
+/** A request, and the session and schema that answer it. */
 struct Call {
     PanelSession& session;
     const std::string& schema;

@@ -92,7 +92,7 @@ PlaceOfFrame PanelSession::placeOf() const {
     };
 }
 
-/// Leaves out the options that describe the input the panel started with, if another one is shown.
+/// Leaves out the options about the first input if another input is shown.
 LineSetting PanelSession::lineSetting() const {
     LineSetting line = mSetup.line;
     if (footage() != mFirstFootage) {
@@ -319,7 +319,8 @@ Json PanelSession::cell(A_long frame, A_long x, A_long y) {
         revision = mRevision;
     }
     if (!mCells || mCells->revision != revision || mCells->frame != frame) {
-        constexpr std::int64_t kMostPixels = 16'000'000; // four floats each are kept
+        // Finds no cells in larger pictures: CellFinder keeps four floats a pixel in memory.
+        constexpr std::int64_t kMostPixels = 16'000'000;
         PaintedFrame painted = paint(frame, LookSide::Current);
         World world = In8Bits(painted.world);
         mCells.reset();
@@ -375,7 +376,7 @@ void PanelSession::saveStill(const std::string& name, bool replace, A_long frame
     outputs().write(name + ".png", still(frame, LookSide::Current, milliseconds), replace);
 }
 
-/// Other JSON files in the folder are ignored.
+/// Loads the presets in the output folder. Ignores other JSON files.
 void PanelSession::loadPresetsOfFolder() {
     constexpr std::size_t kMost = 100;
     mSaved.clear();

@@ -39,12 +39,12 @@ struct PanelSetup {
     std::filesystem::path outputFolder; ///< empty: nothing can be written
 };
 
-/// The two looks that a panel compares.
+/// The two looks that a panel compares: the current one, and another one that was kept.
 enum class LookSide { Current, Other };
 
 /**
  * The state of a panel, shared by all its pages. Thread-safe. Operations throw Error if they are
- * not possible, and then change nothing.
+ * not possible, and then leave the look unchanged.
  */
 class PanelSession {
 public:
@@ -52,10 +52,10 @@ public:
 
     explicit PanelSession(PanelSetup setup);
 
-    /// Returns the state that pages show, except pictures.
+    /// Returns what pages show, except pictures and what depends on the frame.
     Json state() const;
 
-    /// Returns what depends on the frame: the parameters' values, and the lines for other programs.
+    /// Returns what depends on the frame: the parameters' values, and the shell lines.
     Json frameState(A_long frame) const;
 
     /// Returns a parameter's values at `count` evenly spaced places from frame `first` to `last`.
@@ -64,11 +64,12 @@ public:
     /// Executes the order named by its entry "do".
     void edit(const Json& order);
 
-    /// Renders a frame. `values`, by option, replace those of the look for this frame only.
+    /// Renders a frame. `values` replace values of the look for this frame only; their keys are the
+    /// parameters' options.
     PaintedFrame paint(A_long frame, LookSide side,
                        const std::map<std::string, std::string>& values = {}) const;
 
-    /// Renders a frame with a preset.
+    /// Renders a frame with the preset `name`.
     PaintedFrame paintPreset(A_long frame, const std::string& name) const;
 
     /// Return the picture without the effect: a part of it as JPEG, and all of it as PNG.
@@ -124,7 +125,7 @@ private:
     std::optional<OutputFolder> mOutputs;
     mutable std::recursive_mutex mMutex;
     History mHistory;
-    std::optional<Look> mOther; ///< the look to compare with
+    std::optional<Look> mOther; ///< the look that was kept to compare with
     std::vector<NamedPreset> mSaved;
     std::uint64_t mRevision = 1;
     std::mutex mCellMutex;

@@ -48,7 +48,8 @@ std::string EncodePreview(const World& world, const PreviewView& view) {
     const std::unique_ptr<OIIO::ImageOutput> output = OIIO::ImageOutput::create("jpeg");
     OIIO::ImageSpec layout(view.shownWidth, view.shownHeight, kChannels, OIIO::TypeDesc::UINT8);
     layout.attribute("Compression", "jpeg:85");
-    layout.attribute("jpeg:subsampling", "4:4:4"); // cells have hard borders
+    // Keeps colour at full resolution, because cells have hard borders.
+    layout.attribute("jpeg:subsampling", "4:4:4");
     MemoryFile file;
     if (output == nullptr || !output->open(file.path().string(), layout) ||
         !output->write_image(OIIO::TypeDesc::UINT8, pixels.data()) || !output->close()) {

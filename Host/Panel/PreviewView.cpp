@@ -33,8 +33,9 @@ std::uint32_t GroundAt(Ground ground, A_long x, A_long y) {
     }
 }
 
-/// The columns or rows of the picture that are averaged for one screen pixel: `count` of them,
-/// every `step`-th. At most kMost, so that the sum over a square fits into 16 bits.
+/// The columns or rows of the picture that are averaged for one screen pixel: every `step`-th from
+/// `begin` to before `end`. `count` of them are used, at most kMost: then the sum of kMost rows and
+/// columns fits into 16 bits.
 struct Span {
     static constexpr A_long kMost = 16;
 
@@ -63,7 +64,10 @@ std::vector<Span> SpansOf(A_long start, A_long size, A_long shown) {
 /// A pixel's channels, 16 bits each: alpha in the lowest bits, then red, green and blue.
 using Lanes = std::uint64_t;
 
-/** Sums of rows of premultiplied pixels. The loops are written for the compiler to vectorize. */
+/**
+ * Sums rows of pixels, premultiplied by their alpha. The loops are written for the compiler to
+ * vectorize.
+ */
 class RowSums {
 public:
     explicit RowSums(std::size_t width) : mSums(width), mWeights(width) {}
@@ -95,8 +99,8 @@ public:
     }
 
 private:
-    /// Sets the factors of each pixel's channels: white for alpha and alpha for colour. Returns
-    /// false if the whole row is opaque.
+    /// Sets the factors of each pixel's channels: 255 for alpha, and the pixel's alpha for colour.
+    /// Returns false if the whole row is opaque.
     bool weigh(std::span<const PF_Pixel8> row) {
         std::uint32_t all = kOpaque;
         for (std::size_t i = 0; i < row.size(); ++i) {
@@ -120,15 +124,15 @@ private:
 /** The factors that turn sums of pixels into means. */
 class Shares {
 public:
-    /// For sums over `rows` rows.
+    /// Computes the factors for sums over `rows` rows.
     explicit Shares(std::uint32_t rows) {
         for (std::uint32_t count = 1; count < mShares.size(); ++count) {
             mShares[count] = kWhole / (rows * count);
         }
     }
 
-    /// Returns the means of lanes 0 and 2 of a sum over `columns` columns, in bits 24 to 31 and 56
-    /// to 63.
+    /// Returns the means of two channels of a sum over `columns` columns. Takes the channels from
+    /// bits 0 to 15 and 32 to 47, and leaves their means in bits 24 to 31 and 56 to 63.
     Lanes mean(Lanes sum, std::uint32_t columns) const {
         constexpr Lanes kTwo = 0x0000FFFF0000FFFFU;
         constexpr Lanes kHalves = 0x0080000000800000U;
@@ -191,7 +195,7 @@ private:
         }
     }
 
-    /// Returns the ground's contribution to a pixel with that alpha.
+    /// Returns what the ground adds to a pixel's channel if the pixel has `alpha`.
     std::uint32_t behindAt(std::size_t x, std::size_t y, std::uint32_t alpha) const {
         return (kOpaque - alpha) *
                GroundAt(mView.ground, static_cast<A_long>(x), static_cast<A_long>(y)) / kOpaque;

@@ -32,7 +32,7 @@ public:
 
     Progress progress() const;
 
-    /// Lets the command finish the frames in flight and then end, as Ctrl-C does.
+    /// Lets the command finish the frames that it has begun and then end, as Ctrl-C does.
     void stop();
 
 private:

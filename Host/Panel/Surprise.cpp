@@ -10,12 +10,12 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Limits that keep the picture recognizable.
+/// The limits of a parameter's random values that keep the picture recognizable.
 struct Bounds {
     std::string_view name;
     double share; ///< probability that the parameter differs from its default
     Interval range;
-    bool isRatio; ///< spread evenly on a logarithmic scale
+    bool isRatio; ///< whether values are spread evenly on a logarithmic scale
 };
 
 constexpr std::array<Bounds, 6> kBounds{{
