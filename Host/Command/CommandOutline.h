@@ -20,7 +20,7 @@ struct OutlineOption {
 struct CommandOutline {
     std::string name;
     std::string description;
-    std::vector<OutlineOption> options{}; ///< of a subcommand: without the program's own
+    std::vector<OutlineOption> options{}; ///< a subcommand's list leaves out the program's options
     std::vector<OutlineOption> arguments{};
     std::vector<CommandOutline> commands{};
 };

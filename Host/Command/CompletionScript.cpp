@@ -35,7 +35,7 @@ std::vector<std::string> CommandNames(const CommandOutline& outline) {
     return names;
 }
 
-/// Returns the options with values of a command and its subcommands, without duplicates.
+/// Returns the options of a command and its subcommands that take a value, without duplicates.
 std::map<std::string, OutlineOption> OptionsWithValues(const CommandOutline& outline) {
     std::map<std::string, OutlineOption> options;
     for (const OutlineOption& option : outline.options) {
@@ -92,7 +92,7 @@ std::string ZshValue(const OutlineOption& option) {
     if (!option.takesFile || words.empty()) {
         return option.takesFile ? "_files" : words;
     }
-    // The colons are escaped because a plain one would end the description.
+    // Escapes the colons, because a plain one would end the description.
     return R"({_alternative "names\:name\:)" + words + R"(" "files\:file\:_files"})";
 }
 

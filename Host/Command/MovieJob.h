@@ -24,8 +24,8 @@ struct MovieRequest {
     bool fromMovie = false;
     bool toMovie = false;
     std::optional<FrameRate> rate; ///< frame rate of picture files; FrameRate's default if absent
-    MovieSettings settings;        ///< for writing a movie
-    PictureSinkSetting pictures;   ///< for writing picture files
+    MovieSettings settings;        ///< how the movie is written
+    PictureSinkSetting pictures;   ///< how picture files are written
 };
 
 /**
@@ -49,7 +49,8 @@ public:
 
     FrameRate rate() const { return mRate; }
 
-    /// Returns the function for the frames' times, or an empty function if they follow rate().
+    /// Returns a function that gives each frame's time. Returns an empty function if the times
+    /// follow rate().
     SecondsOfFrame secondsOf() const;
 
     /// The picture files that the movie is made of; without frames if the input is a movie.

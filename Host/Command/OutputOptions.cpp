@@ -17,8 +17,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-/// Lists the grey channels first, and each name without alpha before the name with alpha.
-/// pictures() relies on this order.
+/// Returns the names that --channels takes. pictures() relies on their order: grey before colour,
+/// and each name without alpha before the one with alpha.
 const std::vector<std::string>& ChannelNames() {
     static const std::vector<std::string> kNames{"grey", "grey-alpha", "rgb", "rgba"};
     return kNames;

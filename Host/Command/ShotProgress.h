@@ -10,7 +10,7 @@ namespace Kerovane::Host {
 enum class Verbosity {
     Quiet,  ///< failures only
     Normal, ///< a progress bar on a terminal, and otherwise a line for each frame
-    Verbose ///< lines with the time of each stage
+    Verbose ///< a line for each frame, with the time of each stage
 };
 
 /** Shows a shot's progress to people. */

@@ -64,7 +64,7 @@ std::optional<int> StandardStreams::terminalColumns() const {
 }
 
 StandardStreams::File StandardStreams::keep(int descriptor) {
-    // Takes a number above the standard descriptors, because a closed one's number is free to take.
+    // Takes a number above the standard descriptors, even if one of them is closed and so free.
     const int own = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     return File(own >= 0 ? fdopen(own, "w") : nullptr);
 }

@@ -17,7 +17,8 @@ class StandardStreams {
 public:
     StandardStreams();
 
-    /// Redirects what others print to the command's standard error instead of /dev/null.
+    /// Redirects what the effect, drivers and libraries print to the command's standard error
+    /// instead of /dev/null.
     void showOthers();
 
     /// Writes to standard output. Throws Error if that fails.
