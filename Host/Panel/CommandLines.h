@@ -11,7 +11,7 @@ namespace Kerovane::Host {
 
 using Words = std::vector<std::string>;
 
-/** What the lines need besides the look: the names of options, and the words about the input. */
+/** What a command line needs besides the look: names of options, and words about the input. */
 struct LineSetting {
     const std::vector<Parameter>& parameters;
     std::vector<std::string> options; ///< names of the parameters' options, from OptionNames

@@ -27,7 +27,7 @@ bool IsAngle(const Parameter& parameter) {
     return parameter.type() == PF_Param_ANGLE;
 }
 
-/// Returns the range that frei0r's numbers from 0 to 1 cover.
+/// Returns the range of values that frei0r's numbers from 0 to 1 cover.
 Interval Frei0rRange(const Parameter& parameter) {
     return IsAngle(parameter) ? Interval{0, kTurn} : parameter.slider;
 }
@@ -97,8 +97,8 @@ double FrameOf(double place, KeyUnit unit, FrameRate rate) {
     return unit == KeyUnit::Frames ? place : place * rate.timeScale() / rate.timeStep();
 }
 
-/// Returns keys in MLT's syntax, counted from the first frame. Interpolations that MLT does not
-/// have in the same way are written out frame by frame.
+/// Returns keys in MLT's syntax, counted from the first frame. Writes interpolations that MLT
+/// lacks frame by frame.
 std::string MeltKeys(const Parameter& parameter, const Keyframes& keyframes,
                      const Footage& footage) {
     const double first = footage.frames().front();
@@ -154,7 +154,7 @@ std::string PercentPattern(const Footage& footage) {
     std::string name = footage.input().string();
     const std::size_t start = name.find_first_of("#@$", name.rfind('/') + 1);
     if (start == std::string::npos) {
-        return name; // has that form already, or is no sequence
+        return name; // has this form already, or has no placeholder
     }
     const bool isLetter = name.compare(start, 2, "$F") == 0;
     const std::size_t end = std::min(isLetter ? name.find_first_not_of("0123456789", start + 2)

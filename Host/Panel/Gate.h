@@ -13,7 +13,7 @@ namespace Kerovane::Host {
 
 /** The path and query of an admitted request. */
 struct PanelTarget {
-    std::string path; ///< after the token: "", "page/Main.js", "still"
+    std::string path; ///< what follows the token: "", "page/Main.js", "still"
     std::map<std::string, std::string, std::less<>> query{};
 };
 

@@ -32,7 +32,7 @@ using Tcp = asio::ip::tcp;
 
 constexpr std::size_t kWorkers = 4;
 
-/// Restricts what the page may load and do to what this server sent.
+/// Adds headers with which the browser loads and runs only what this server sent.
 void SecureReply(http::response<http::string_body>& response) {
     response.set(http::field::cache_control, "no-store");
     response.set("Content-Security-Policy",

@@ -14,8 +14,8 @@ public:
 
     const std::filesystem::path& path() const { return mFolder; }
 
-    /// Returns the path of the file `name` in the folder. Throws Error if it is not a plain file
-    /// name, is a symbolic link, or exists although `replace` is false.
+    /// Returns the path of the file `name` in the folder. Throws Error if `name` is not a plain
+    /// file name, or if the file is a symbolic link or exists although `replace` is false.
     std::filesystem::path fileFor(const std::string& name, bool replace) const;
 
     void write(const std::string& name, const std::string& content, bool replace) const;

@@ -61,11 +61,11 @@ public:
     /// Returns a parameter's values at `count` evenly spaced places from frame `first` to `last`.
     Json curve(const std::string& option, double first, double last, std::size_t count) const;
 
-    /// Executes the order named by its entry "do".
+    /// Executes an order. Its entry "do" tells what to do.
     void edit(const Json& order);
 
-    /// Renders a frame. `values` replace values of the look for this frame only; their keys are the
-    /// parameters' options.
+    /// Renders a frame. `values` maps options to texts, which replace the look's values for this
+    /// frame only.
     PaintedFrame paint(A_long frame, LookSide side,
                        const std::map<std::string, std::string>& values = {}) const;
 
@@ -80,7 +80,7 @@ public:
     /// rendering time.
     std::string still(A_long frame, LookSide side, double& milliseconds) const;
 
-    /// Returns a pixel's colour and the cell that contains it.
+    /// Returns a pixel's colour, and the cell that contains the pixel if one is found.
     Json cell(A_long frame, A_long x, A_long y);
 
     std::string presetFile() const;

@@ -21,7 +21,7 @@ constexpr std::uint32_t kOpaque = 255;
 constexpr std::size_t kChannels = 3;
 
 std::uint32_t GroundAt(Ground ground, A_long x, A_long y) {
-    constexpr A_long kField = 8; // side of a square, in pixels
+    constexpr A_long kField = 8; // side of a square of the checkerboard, in pixels
     constexpr std::array<std::uint32_t, 2> kFields{102, 153};
     switch (ground) {
     case Ground::Black:

@@ -12,7 +12,7 @@ public:
 
     explicit RateLimit(double perSecond) : mPerSecond(perSecond), mLeft(perSecond) {}
 
-    /// Returns whether another event is allowed at `now`, which must not decrease.
+    /// Returns whether another event is allowed at `now`. `now` must not go back from call to call.
     bool pass(Clock::time_point now) {
         const double seconds = std::chrono::duration<double>(now - mLast).count();
         mLeft = std::min(mPerSecond, mLeft + seconds * mPerSecond);

@@ -110,7 +110,7 @@ void RenderJob::follow() {
         }
     }
     const std::lock_guard lock(mMutex);
-    constexpr int kInterrupted = 130; // reported, too, if SIGINT killed the command
+    constexpr int kInterrupted = 130; // reported also if a signal killed the stopped command
     const int status = mChild.wait();
     mProgress.lines = errors;
     mProgress.status = status < 0 && mIsStopped ? kInterrupted : status;

@@ -234,8 +234,8 @@ export class Timeline {
         button.setAttribute("aria-label", this.#isPlaying ? "Pause" : "Play");
     }
 
-    /// Plays in a loop at the shot's frame rate. Frames that arrive too late are skipped and
-    /// counted.
+    /// Plays in a loop at the shot's frame rate. Skips and counts frames that are due while an
+    /// earlier frame is still being loaded.
     play() {
         if (!store.isMoving) {
             return;
