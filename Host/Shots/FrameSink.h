@@ -43,7 +43,7 @@ public:
 
     /// Prepares a rendered picture for put(), for example converts or writes it. Called for several
     /// frames concurrently. Adds what cannot be stored to `picture.losses`. Throws Error if this
-    /// frame fails. May return null.
+    /// frame fails. May return null if put() needs nothing.
     virtual std::unique_ptr<PackedFrame> pack(const ShotFrame& frame, Picture& picture) = 0;
 
     /// Called for every frame that began, in order, until the source or the sink fails. `packed` is

@@ -16,8 +16,8 @@ namespace Kerovane::Host {
  */
 class SequencePattern {
 public:
-    /// Returns nothing if the file name has no placeholder. Throws Error if it has several,
-    /// or one of too many digits.
+    /// Returns nothing if the file name has no placeholder. Throws Error if it has several
+    /// placeholders, or one that means too many digits.
     static std::optional<SequencePattern> parse(const std::filesystem::path& pattern);
 
     std::filesystem::path pathOf(A_long frame) const;

@@ -79,7 +79,7 @@ void Look(FrameJob& job, const FrameSink& sink) {
     }
 }
 
-/// Lets the sink draw the frame. Does not end the frame if the sink cannot draw itself.
+/// Lets the sink draw the frame. Leaves it to the later stages if the sink cannot draw frames.
 void Draw(FrameJob& job, FrameSink& sink) {
     const Stopwatch stopwatch(job.report.seconds.render);
     job.packed = sink.draw(*job.source);

@@ -26,13 +26,13 @@ struct StageSeconds {
 
 enum class FrameEnding {
     Rendered,
-    Kept, ///< its output was there already
+    Kept, ///< the output existed already
     Failed
 };
 
 struct FrameReport {
     FrameEnding ending = FrameEnding::Failed;
-    std::string reason; ///< why it failed, one line
+    std::string reason; ///< why the frame failed, one line
     StageSeconds seconds;
     A_long width = 0; ///< in pixels; 0 if the input cannot be read
     A_long height = 0;
