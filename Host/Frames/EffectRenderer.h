@@ -31,8 +31,8 @@ private:
 
     EffectModules mModules;
     Effect mEffect;
-    std::optional<Effect> mDeeperEffect; ///< only if deeper frames have a module of their own
-    // Used if the caller's pixels cannot be used in place. Kept for the next frame.
+    std::optional<Effect> mDeeperEffect; ///< for deeper frames, if they have another module
+    // Layers for pixels that cannot be used in place. Kept for the next frame.
     std::optional<World> mInput;
     std::optional<World> mOutput;
 };

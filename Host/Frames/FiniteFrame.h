@@ -8,8 +8,8 @@
 namespace Kerovane::Host {
 
 /**
- * A frame in which NaN and infinite channels are replaced by 0. A frame without any is used in
- * place and must outlive this object; others are copied.
+ * A frame in which NaN and infinite channels are replaced by 0. A frame that has no such channels
+ * is used in place and must outlive this object. Other frames are copied.
  */
 class FiniteFrame {
 public:

@@ -11,8 +11,8 @@ namespace {
 
 std::mutex mEffectInUse;
 
-/// Blocks all signals on the calling thread while it exists. Threads started meanwhile inherit the
-/// mask, so signal handlers run on the application's own threads only.
+/// While an object exists, blocks all signals on the calling thread. Threads started meanwhile
+/// inherit the mask, so signal handlers run on the application's own threads only.
 class BlockedSignals {
 public:
     BlockedSignals() {

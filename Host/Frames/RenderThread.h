@@ -27,7 +27,7 @@ public:
     using Task = std::function<void(EffectRenderer&)>;
 
     /// Starts the thread. A module can be set up only once at a time in a process: if another
-    /// RenderThread exists, this one waits for its end before it sets the effect up.
+    /// RenderThread exists, the new thread waits for its end before setting the effect up.
     RenderThread(const EffectModules& modules, EffectOutput output);
     RenderThread(const RenderThread&) = delete;
     RenderThread& operator=(const RenderThread&) = delete;
@@ -36,8 +36,8 @@ public:
     /// itself.
     ~RenderThread();
 
-    /// Runs `task` on the thread after those queued before, and waits for it. Rethrows what `task`
-    /// throws, or what the effect's set-up threw.
+    /// Runs `task` on the thread after all earlier tasks, and waits for its end. Rethrows what
+    /// `task` throws, or what the effect's set-up threw.
     void run(const Task& task);
 
 private:

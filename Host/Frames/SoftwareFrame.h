@@ -10,8 +10,8 @@
 
 namespace Kerovane::Host {
 
-/// Returns the effect's parameters at `frame` for the software renderer, rounded as in the records
-/// that the effect would get.
+/// Returns the effect's parameters at `frame` for the software renderer. Rounds them as in the
+/// parameter records that the effect would get.
 Software::MosaicParameters MosaicParametersOf(const std::vector<Parameter>& parameters,
                                               const ParameterValues& values, const Frame& frame);
 
