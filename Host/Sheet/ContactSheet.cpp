@@ -24,7 +24,7 @@ namespace Algo = OIIO::ImageBufAlgo;
 
 constexpr int kMargin = 16;       ///< around the page and between columns and rows, in pixels
 constexpr int kAboveLabel = 8;    ///< between a picture and its label, in pixels
-constexpr int kCheckerSquare = 8; ///< side of a square, in pixels
+constexpr int kCheckerSquare = 8; ///< side of a square of the checkerboard, in pixels
 constexpr int kChannels = 4;
 constexpr std::array<float, kChannels> kPaper{0.12F, 0.12F, 0.12F, 1};
 constexpr std::array<float, kChannels> kDarkSquare{0.20F, 0.20F, 0.20F, 1};
