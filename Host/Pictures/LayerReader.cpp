@@ -164,7 +164,7 @@ private:
 
     PictureFile& mFile;
     const StoredPixels& mStored;
-    ImageSpec& mLayout; ///< the part's; updated when the picture is turned upright
+    ImageSpec& mLayout; ///< the part's layout; updated when the picture is turned upright
     bool mIsPremultiplied = false;
 };
 
