@@ -26,7 +26,7 @@ struct MovieForm {
     AVRational frameRate{24, 1};  ///< the average if it varies; 0/1 if unknown
     AVRational pixelAspect{0, 1}; ///< 0/1 if unknown
     ColorTags color{};
-    AVPixelFormat stored = AV_PIX_FMT_NONE; ///< the file's; none if pictures are turned
+    AVPixelFormat stored = AV_PIX_FMT_NONE; ///< the file's format; none if pictures are turned
 
     /// Returns the smallest depth that holds the channels without loss.
     Depth depth() const;

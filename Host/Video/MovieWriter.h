@@ -18,7 +18,7 @@
 
 namespace Kerovane::Host {
 
-/// The user's choices for a movie. Those left empty follow the container's defaults.
+/// The user's choices for a movie. Choices left empty follow the container's defaults.
 struct MovieSettings {
     std::string codec{};          ///< a name for CodecNamed
     std::string container{};      ///< FFmpeg's name, such as "matroska"; empty: by extension
