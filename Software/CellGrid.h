@@ -30,7 +30,7 @@ public:
     CellGrid(const MosaicParameters& parameters, std::ptrdiff_t width, std::ptrdiff_t height);
 
     Shape shape() const { return mShape; }
-    int rungs() const { return mRungs; } ///< above the normal size
+    int rungs() const { return mRungs; } ///< number of rungs above the normal size
     float cellWidth(int rung) const { return mWidths[static_cast<std::size_t>(rung)]; } ///< pixels
     float cellHeight(int rung) const {
         return mHeights[static_cast<std::size_t>(rung)];
