@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kParametersOfFakeEffect = 7; // including the renderer
+constexpr int kParametersOfFakeEffect = 7; // including the choice of the renderer
 
 /// An installation whose effect records the commands that it gets.
 class Loading : public testing::Test {

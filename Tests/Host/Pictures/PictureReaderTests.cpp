@@ -194,7 +194,7 @@ TEST_F(PictureReader, KeepsThePixelAspectRatio) {
     EXPECT_EQ(static_cast<A_u_long>(ratio.num), 2 * ratio.den);
 }
 
-/// Limits the library to pictures of so many megabytes, until destroyed.
+/// Limits OpenImageIO to pictures of `megabytes` as long as the object exists.
 class PictureLimit {
 public:
     explicit PictureLimit(int megabytes) { OIIO::attribute(kName, megabytes); }
@@ -220,7 +220,7 @@ TEST_F(PictureReader, RefusesPicturesBeyondTheSizeLimit) {
     }
 }
 
-/// Returns a GIF file that claims this size and holds one pixel.
+/// Returns a GIF file that claims `width` by `height` pixels and holds one.
 std::string GifOf(std::uint16_t width, std::uint16_t height) {
     std::string size;
     for (const std::uint16_t side : {width, height}) {
@@ -300,7 +300,7 @@ TEST_F(PictureReader, NamesTheFormatsThatItRefuses) {
                   " read");
 }
 
-/// Returns a PSD file that claims so many channels and holds one RGB pixel.
+/// Returns a PSD file that claims `channels` channels and holds one RGB pixel.
 std::string PsdOf(char channels) {
     return "8BPS\0\1\0\0\0\0\0\0\0"s + std::string(1, channels) + "\0\0\0\1\0\0\0\1\0\x08\0\3"s +
            std::string(3 * 4, '\0') + "\0\0\xff\x80\0"s;

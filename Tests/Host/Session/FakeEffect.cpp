@@ -1,6 +1,8 @@
-// An effect for tests of hosts. It copies the picture, and inverts it if asked. The environment
-// sets FAKE_EFFECT: the one fault that it shows FAKE_EFFECT_TRACE: a file to write the code of each
-// command to FAKE_EFFECT_SWITCHES: names, of which each adds a checkbox
+// An effect for tests of hosts. It copies the picture, or inverts it if Invert is on.
+//
+// Environment variables change it. FAKE_EFFECT names the one fault that it shows. FAKE_EFFECT_TRACE
+// names a file that it writes the code of each command to. FAKE_EFFECT_SWITCHES lists names and
+// adds a checkbox for each.
 
 #include "AE_Effect.h"
 #include "AE_EffectCBSuites.h"
