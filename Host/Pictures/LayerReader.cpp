@@ -71,7 +71,7 @@ void Reorient(ImageSpec& layout, std::unique_ptr<Channel[]>& pixels) {
 template <typename Channel>
 struct ChannelRows {
     std::unique_ptr<Channel[]> pixels;
-    std::size_t stride = 0; ///< in channels
+    std::size_t stride = 0; ///< distance from pixel to pixel, in channels
     ChannelPlaces places;
 };
 

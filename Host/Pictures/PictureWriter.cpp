@@ -60,7 +60,7 @@ void Arrange(Channel* row, std::ptrdiff_t width, ColourChannels channels) {
 
 /// The form of the rows given to a writer.
 struct RowForm {
-    TypeDesc type; ///< of the channels; unknown: each in the file's own type
+    TypeDesc type; ///< of the channels; unknown: each channel in its type in the file
     std::size_t pixelBytes = 0;
 };
 

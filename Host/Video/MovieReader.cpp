@@ -342,7 +342,7 @@ void MovieReader::noteMissingEnd() {
     if (LogWatch::errors() != mErrors) {
         noteDamage(mEnd, mLastSent);
     }
-    constexpr double kTolerance = 0.5; // in seconds
+    constexpr double kTolerance = 0.5; // in seconds; a shorter gap at the end is not damage
     const double end = seconds(mEnd);
     const bool breaksOff = !mDamage.isEmpty() && mDamage.stretches().back().to + kTolerance > end;
     double length = 0;

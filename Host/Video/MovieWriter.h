@@ -24,7 +24,7 @@ struct MovieSettings {
     std::string container{};      ///< FFmpeg's name, such as "matroska"; empty: by extension
     std::optional<int> quality{}; ///< 1 to 100 (best)
     std::optional<std::int64_t> bitRate{}; ///< bits per second
-    std::optional<int> bits{};             ///< per channel
+    std::optional<int> bits{};             ///< bits per channel
     std::string codecOptions{};            ///< for the encoder: "preset=ultrafast:tune=grain"
     bool alpha = false;                    ///< whether frames can be transparent
 };

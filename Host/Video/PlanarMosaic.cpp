@@ -40,7 +40,7 @@ Plane<Sample> PlaneOf(const AVFrame& frame, int index) {
 
 /// Rounds a value that is not negative.
 std::int32_t Nearest(float value) {
-    const float raised = value + 0.5F; // rounds when truncated
+    const float raised = value + 0.5F; // truncation rounds this to nearest
     return static_cast<std::int32_t>(raised);
 }
 

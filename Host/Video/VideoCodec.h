@@ -27,7 +27,7 @@ struct CodecDemand {
 /** A video codec as users choose it. */
 struct VideoCodec {
     std::string_view name;    ///< as users write it after --codec
-    const char* encoder = ""; ///< FFmpeg's name
+    const char* encoder = ""; ///< FFmpeg's name of the encoder
     CodecFormats formats;
     std::span<const std::string_view> extensions{}; ///< of the movies whose default codec it is
     bool isLossless = false;
