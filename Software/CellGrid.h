@@ -24,7 +24,7 @@ struct Location {
  */
 class CellGrid {
 public:
-    static constexpr int kMostRungs = 24; ///< above the normal size; more than any picture needs
+    static constexpr int kMostRungs = 24; ///< above the normal size; no picture needs more
 
     /// For a picture of `width` by `height` pixels, both above 0.
     CellGrid(const MosaicParameters& parameters, std::ptrdiff_t width, std::ptrdiff_t height);
@@ -80,7 +80,7 @@ private:
 
     Shape mShape;
     int mRungs;
-    std::array<float, kMostRungs + 1> mWidths{}; ///< by rung, pixels
+    std::array<float, kMostRungs + 1> mWidths{}; ///< by rung, in pixels
     std::array<float, kMostRungs + 1> mHeights{};
     float mShear;
     std::vector<float> mColumnEdges;

@@ -26,7 +26,7 @@ private:
     struct Front {
         Front(Fixed direction, float width, float height);
 
-        Location start;  ///< a corner of the picture
+        Location start;  ///< a corner of the picture that is on the line
         Location along;  ///< another point of the line
         float depth = 0; ///< how far the sweep goes, in pixels
     };

@@ -65,12 +65,12 @@ public:
 private:
     struct Rung {
         int row = -1;
-        std::vector<std::int32_t> whole; ///< by column of the rung
+        std::vector<std::int32_t> whole; ///< by column of the rung: 1 if the rectangle stays whole
     };
 
     const SizeSearch& mSearch;
     std::vector<Rung> mRungs;            ///< above the normal size, the lowest first
-    std::vector<std::int32_t> mSearched; ///< by column of the top rung
+    std::vector<std::int32_t> mSearched; ///< by column of the top rung: 1 if searched
 };
 
 } // namespace Kerovane::Software
