@@ -35,7 +35,7 @@ protected:
 TEST_F(PictureReader, ReadsStraightArgbAtTheFilesDepth) {
     constexpr float k8 = 1.0F / 255;
     constexpr float k16 = 1.0F / 65535;
-    constexpr float kThird = 1.0F / 3; // a level of 16 bits
+    constexpr float kThird = 1.0F / 3; // one of the levels of 16 bits
     struct Row {
         const char* name;
         std::vector<float> pixel;
@@ -123,11 +123,11 @@ TEST_F(PictureReader, FindsColourAmongOtherChannels) {
 
 TEST_F(PictureReader, UsesTheDisplayWindowAsFrame) {
     struct Row {
-        std::vector<float> pixel; ///< of a data window of 4 x 4
+        std::vector<float> pixel; ///< of all pixels of a data window of 4 x 4
         int x;
         int y;
         std::size_t losses;
-        std::vector<float> around; ///< alpha, red, green, blue
+        std::vector<float> around; ///< alpha, red, green, blue outside the data window
     };
     const Row rows[] = {{{1, 0.5F, 0.25F, 1}, 102, 51, 0, {0, 0, 0, 0}},
                         {{1, 0.5F, 0.25F}, 102, 51, 0, {1, 0, 0, 0}},

@@ -109,7 +109,7 @@ PF_Err ParamsSetup(PF_InData* in, PF_OutData* out) {
     level->fd.valid_max = level->fd.slider_max = 100 << 16;
     level->fd.display_flags = PF_ValueDisplayFlag_PERCENT;
     Definition turn(kTurn, PF_Param_ANGLE, "Turn");
-    Definition mode(kMode, PF_Param_POPUP, "Depth"); // the name of one of the command's options
+    Definition mode(kMode, PF_Param_POPUP, "Depth"); // the command has an option of that name
     mode->pd.num_choices = Shows("choices mismatch") ? 4 : 3;
     mode->pd.dephault = 2;
     mode->pd.u.namesptr = "One|Number Two|3rd!";

@@ -57,7 +57,7 @@ struct Encoding {
     std::string to;
     MovieSettings settings;
     std::string compared; ///< pixel format in which the movies are compared
-    double leastLikeness; ///< dB; 0: the same to the bit
+    double leastLikeness; ///< in dB; 0: the pictures must be equal to the bit
 };
 
 TEST_F(Movies, KeepPicturesInEachCodec) {
