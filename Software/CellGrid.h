@@ -24,13 +24,13 @@ struct Location {
  */
 class CellGrid {
 public:
-    static constexpr int kMostRungs = 24; ///< above the normal size; more than any picture needs
+    static constexpr int kMostRungs = 24; ///< above the normal size; no picture needs more
 
     /// For a picture of `width` by `height` pixels, both above 0.
     CellGrid(const MosaicParameters& parameters, std::ptrdiff_t width, std::ptrdiff_t height);
 
     Shape shape() const { return mShape; }
-    int rungs() const { return mRungs; } ///< above the normal size
+    int rungs() const { return mRungs; } ///< number of rungs above the normal size
     float cellWidth(int rung) const { return mWidths[static_cast<std::size_t>(rung)]; } ///< pixels
     float cellHeight(int rung) const {
         return mHeights[static_cast<std::size_t>(rung)];
@@ -80,7 +80,7 @@ private:
 
     Shape mShape;
     int mRungs;
-    std::array<float, kMostRungs + 1> mWidths{}; ///< by rung, pixels
+    std::array<float, kMostRungs + 1> mWidths{}; ///< by rung, in pixels
     std::array<float, kMostRungs + 1> mHeights{};
     float mShear;
     std::vector<float> mColumnEdges;

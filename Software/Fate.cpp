@@ -43,9 +43,9 @@ Fate::Front::Front(Fixed direction, float width, float height) {
     const Location unit{static_cast<float>(Sine(-static_cast<double>(radians))),
                         static_cast<float>(Cosine(static_cast<double>(radians)))};
 
-    // The sweep starts at the corner that it moves away from. Its depth is the sum of the distances
-    // of both ends of that corner's diagonal from a line through the origin that is parallel to the
-    // front.
+    // The sweep starts at the corner that it moves away from. To get the depth, measures how far
+    // both ends of that corner's diagonal are from the line through the origin that is parallel to
+    // the front, and adds the two distances.
     const float folded = Folded(degrees);
     const bool fromLeft = folded < 90 || folded >= 270;
     const bool fromTop = folded < 180;

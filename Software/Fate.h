@@ -26,9 +26,9 @@ private:
     struct Front {
         Front(Fixed direction, float width, float height);
 
-        Location start;  ///< a corner of the picture
+        Location start;  ///< a corner of the picture that is on the line
         Location along;  ///< another point of the line
-        float depth = 0; ///< pixels
+        float depth = 0; ///< how far the sweep goes, in pixels
     };
 
     /// `kRagged`: the transition has a feather. `kRandom`: the result depends on the cells' random
@@ -39,15 +39,17 @@ private:
     template <Transition kTransition>
     void decideSwept(std::span<const Location> points, std::span<std::int32_t> remains) const;
 
-    float mRight;     ///< the largest x of a reference point, pixels; larger ones count as this
-    float mBottom;    ///< the largest y
+    // Reference points are moved to at most this x and this y, in pixels.
+    float mRight;
+    float mBottom;
+
     float mDissolved; ///< share of the cells that drop out, 0 to 1
     RandomSource mRandom;
     Transition mTransition;
     Front mFront;
     Location mMiddle;
-    float mDepth;   ///< how far the sweep goes, pixels
-    float mFeather; ///< pixels; below 1 there is no feather
+    float mDepth;   ///< how far the transition's sweep goes, in pixels
+    float mFeather; ///< width of the ragged edge, in pixels; below 1 there is none
     float mProgress;
 };
 

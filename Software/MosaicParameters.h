@@ -17,19 +17,19 @@ constexpr float Share(Fixed percent) {
 }
 
 /// The parameters of a frame, in the units and precision of the host's records. Values outside of
-/// the declared ranges are safe, but their picture is unspecified.
+/// the declared ranges are safe, but what they draw is undefined.
 struct MosaicParameters {
     Shape shape = Shape::Square;
     std::int32_t size = 10;     ///< height of a cell, pixels at full resolution
     double ratio = 1;           ///< a cell's width over its height
-    Fixed sizeRandom = 0;       ///< percent
+    Fixed sizeRandom = 0;       ///< percent of the picture that may get larger cells
     std::int32_t sizeLevel = 3; ///< how often a cell's size may double
     std::int32_t sizeRandomSeed = 0;
-    Fixed dissolve = 0; ///< percent
+    Fixed dissolve = 0; ///< percent of the cells that drop out
     std::int32_t dissolveRandomSeed = 0;
     Transition transition = Transition::Linear;
-    Fixed transitionProgress = 0; ///< percent
-    std::int32_t feather = 0;     ///< pixels at full resolution
+    Fixed transitionProgress = 0; ///< percent of the sweep that is done
+    std::int32_t feather = 0;     ///< width of the ragged edge, pixels at full resolution
     Fixed direction = 0;          ///< degrees; 0 sweeps from left to right, 90 down
     bool useAlpha = true;
     std::uint32_t downsample = 1; ///< the picture is at 1 / downsample of the full resolution

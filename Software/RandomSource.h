@@ -29,7 +29,7 @@ public:
 
     float at(float x, float y) const { return hash(Sine(angle(x, y))); }
 
-    /// The same for near positions (see isNear), in a form that loops can vectorise.
+    /// Returns at() of a near position (see isNear), in a form that lets loops be vectorised.
     float atNear(float x, float y) const { return hash(SineOfNear(angle(x, y))); }
 
     /// Returns whether all positions from 0, 0 to here are near.

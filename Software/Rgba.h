@@ -18,7 +18,7 @@ using Rgba = Host::Four<float>;
 
 constexpr std::size_t kAlpha = 3;
 
-/// The same as integers, white at the largest value of a channel.
+/// Red, green, blue and alpha as integers, white at Host::kWhite of the channel type.
 using WholeRgba = Host::Four<std::int32_t>;
 
 /// The four channels of a pixel in memory order.

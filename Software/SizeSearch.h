@@ -11,10 +11,11 @@
 namespace Kerovane::Software {
 
 /**
- * Decides the size of cells. A rectangle on the top rung of the size ladder is searched if its
- * random number is below a limit: it stays whole or splits into the four of the rung below, with
- * even chances, and each of those does the same. Rectangles that are not searched, or have split
- * all the way, become normal cells.
+ * Decides the size of cells. The size ladder has a rung for each size, each twice as wide and high
+ * as the one below. A rectangle on the top rung is searched if its random number is below a limit.
+ * A searched rectangle stays whole or splits into the four rectangles of the rung below, with even
+ * chances; these are searched in turn. Rectangles that are not searched, or have split all the way,
+ * become cells of normal size.
  */
 class SizeSearch {
 public:
@@ -23,8 +24,8 @@ public:
 
     int rungs() const { return mRungs; }
 
-    /// Decide, for the first rectangles of a row, as many as the span holds, whether they stay
-    /// whole, and, on the top rung, whether they are searched.
+    /// Decide about the first rectangles of a row, as many as the span holds. decideRow decides
+    /// whether they stay whole; searchRow decides whether rectangles of the top rung are searched.
     void decideRow(int rung, float row, std::span<std::int32_t> whole) const;
     void searchRow(float row, std::span<std::int32_t> searched) const;
 
@@ -47,29 +48,29 @@ private:
 };
 
 /**
- * The result of the search for one row of normal rectangles at a time. Keeps the row of each rung,
- * so that each rectangle is decided once as long as rows come in order.
+ * The result of the search for one row of rectangles of normal size at a time. Keeps the row of
+ * each rung, so that each rectangle is decided once as long as rows come in order.
  */
 class SearchedRow {
 public:
-    /// For rows of `columns` normal rectangles. `search` must outlive this object.
+    /// For rows of `columns` rectangles of normal size. `search` must outlive this object.
     SearchedRow(const SizeSearch& search, int columns);
 
     /// Moves to a row. Must be called before rungAt.
     void moveTo(int row);
 
-    /// Returns the rung of the cell that contains the normal rectangle in `column`.
+    /// Returns the rung of the cell that covers the rectangle of normal size in `column`.
     int rungAt(int column) const;
 
 private:
     struct Rung {
         int row = -1;
-        std::vector<std::int32_t> whole; ///< by column of the rung
+        std::vector<std::int32_t> whole; ///< by column of the rung: 1 if the rectangle stays whole
     };
 
     const SizeSearch& mSearch;
     std::vector<Rung> mRungs;            ///< above the normal size, the lowest first
-    std::vector<std::int32_t> mSearched; ///< by column of the top rung
+    std::vector<std::int32_t> mSearched; ///< by column of the top rung: 1 if searched
 };
 
 } // namespace Kerovane::Software

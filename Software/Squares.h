@@ -74,7 +74,7 @@ private:
 
     Scene<Channel> mScene;
     SearchedRow mSearched;
-    std::vector<std::ptrdiff_t> mEdges; ///< the first pixel of each column
+    std::vector<std::ptrdiff_t> mEdges; ///< the first pixel of each column of cells
     std::vector<Run> mRuns;
     PaintedCells<Channel> mCells;
 };

@@ -129,7 +129,7 @@ private:
     // One element for each rectangle of the band:
     std::vector<std::size_t> mRungs;
     std::vector<float> mLefts;  ///< left edge in sheared space
-    std::vector<float> mRights; ///< the smallest x beyond it in sheared space
+    std::vector<float> mRights; ///< the smallest x right of the rectangle, in sheared space
 
     // One element for each rectangle, for one row of pixels:
     std::vector<float> mDistances;   ///< from the left edge to the cut

@@ -16,7 +16,7 @@ public:
     explicit Control(const Host::Parameter& parameter);
 
     A_long id() const { return mId; }
-    int type() const { return mType; } ///< F0R_PARAM_...
+    int type() const { return mType; } ///< one of frei0r's F0R_PARAM_ constants
     const std::string& name() const { return mName; }
     const std::string& explanation() const { return mExplanation; }
 

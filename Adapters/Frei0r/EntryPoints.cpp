@@ -25,8 +25,8 @@ bool IsControl(int index) {
     return index >= 0 && static_cast<std::size_t>(index) < DeclaredControls().size();
 }
 
-/// Warns of ffmpeg's row padding: on some machines ffmpeg pads rows to 16 pixels, and frei0r has no
-/// way to tell the plug-in.
+/// Warns users of ffmpeg if the width is no multiple of 16. On some machines ffmpeg then pads the
+/// rows, and frei0r has no way to tell the plug-in.
 void ComplainOfPadding(unsigned int width) {
     constexpr unsigned int kPixels = 16;
     const std::string_view program = program_invocation_short_name;
@@ -38,7 +38,8 @@ void ComplainOfPadding(unsigned int width) {
     }
 }
 
-/// All controls are of types that frei0r passes as a double.
+/// Returns the position that frei0r passes for a control. The types of all controls are passed as a
+/// double.
 double& PositionIn(f0r_param_t param) {
     return *static_cast<double*>(param);
 }

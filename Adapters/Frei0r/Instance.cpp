@@ -54,16 +54,17 @@ void Instance::renderWith(const HostFrame& slice, Host::FrameRenderer& renderer)
     const std::size_t slices = mFrame->sliceCount();
     const std::optional<HostFrame> frame = mFrame->joined();
     if (!frame) {
-        PassThrough(slice); // a slice in between is still missing
+        PassThrough(slice); // another slice between the known ones is still missing
         return;
     }
     if (slices == mRenderedSlices) {
         return; // already rendered together with another slice
     }
-    // Further slices may arrive meanwhile; they are rendered with these in their own turn.
+    // Slices that arrive during this rendering are rendered together with the present ones, when
+    // their own calls get their turn.
     lock.unlock();
     // The values are already those of this frame's time, so no time is passed. Hosts disagree on
-    // its unit anyway.
+    // the unit of time anyway.
     Adapters::DrawFrame(renderer, {}, ValuesAt(mPositions), frame->input(), frame->output());
     lock.lock();
     mRenderedSlices = slices;

@@ -20,10 +20,12 @@ namespace Kerovane::Frei0r {
  */
 class Instance {
 public:
-    /// For frames or slices of that size in pixels, above 0. All controls start at their defaults.
+    /// Creates an instance for frames, or slices, of that size in pixels. Both sides must be above
+    /// 0. All controls start at their defaults.
     Instance(std::size_t width, std::size_t height);
 
-    /// `control` is the index in DeclaredControls(). A position is kept as it was set.
+    /// Return and set the position of the control with that index in DeclaredControls(). Positions
+    /// outside 0 to 1 are kept too.
     double position(std::size_t control) const { return mPositions[control]; }
     void setPosition(std::size_t control, double position);
 

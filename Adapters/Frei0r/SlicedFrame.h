@@ -11,8 +11,8 @@ namespace Kerovane::Frei0r {
 /**
  * A frame that the host passes in slices of equal height, in any order. MLT does so if a filter's
  * property "threads" asks for it: each slice arrives on a thread of its own, and nothing says how
- * many there are. Slices are matched by their addresses. All slices of a frame stay in place until
- * the host has the last one back.
+ * many there are. Slices are matched by their addresses: the host keeps the memory of all slices in
+ * place until the last one is rendered.
  */
 class SlicedFrame {
 public:
@@ -29,7 +29,8 @@ public:
 private:
     double mTime;
     HostFrame mFirst;
-    std::set<std::ptrdiff_t> mPlaces; ///< how many slices below mFirst, which is 0
+    /// The places of the known slices, counted downwards in slices from mFirst, which is at 0.
+    std::set<std::ptrdiff_t> mPlaces;
 };
 
 } // namespace Kerovane::Frei0r

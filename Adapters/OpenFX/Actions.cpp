@@ -93,7 +93,7 @@ OfxStatus Act(const char* action, const void* handle, OfxPropertySetHandle inArg
             return Load();
         }
         if (HostSuites().properties == nullptr) {
-            return kOfxStatErrMissingHostFeature; // not loaded
+            return kOfxStatErrMissingHostFeature; // the load action failed or is missing
         }
         return Dispatch(action, {effect, PropertySet(inArgs), PropertySet(outArgs)});
     } catch (const std::exception& error) {

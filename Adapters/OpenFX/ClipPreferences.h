@@ -5,8 +5,9 @@
 
 namespace Kerovane::OpenFX {
 
-/// Writes the form of the output to `preferences`: premultiplied RGBA if the output can have holes,
-/// else that of the source. Throws Error if the host refuses.
+/// Writes the forms of source and output to `preferences`. The source keeps its components. The
+/// output is premultiplied RGBA if it can have holes, and otherwise like the source. Throws Error
+/// if the host refuses.
 void DeclareClipPreferences(OfxImageEffectHandle effect, const PropertySet& preferences);
 
 } // namespace Kerovane::OpenFX

@@ -15,7 +15,7 @@ namespace {
 struct Group {
     Name scriptName;
     Name label;
-    std::initializer_list<std::string_view> controls; ///< by script name
+    std::initializer_list<std::string_view> controls; ///< the script names of the group's controls
 };
 
 const Group kGroups[] = {

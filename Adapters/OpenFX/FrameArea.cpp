@@ -15,7 +15,8 @@ namespace {
 /// Edges closer than this to a whole pixel count as whole.
 constexpr double kTolerance = 1e-4;
 
-/// Edges from here on count as infinite: generators fill the plane.
+/// Edges at this distance from the origin or beyond count as infinite. Sources such as generators
+/// have infinite regions.
 constexpr double kEndless = 1e8;
 
 PixelArea PixelsTouchedBy(const OfxRectD& rect, double aspect) {
@@ -25,7 +26,8 @@ PixelArea PixelsTouchedBy(const OfxRectD& rect, double aspect) {
             .rows = {-above(rect.y2), -below(rect.y1)}};
 }
 
-/// Returns nothing if the host has no project window.
+/// Returns the project's window in canonical coordinates, or nothing if the host states none of
+/// finite size.
 std::optional<OfxRectD> ProjectWindow(const PropertySet& effect) {
     const std::optional<OfxPointD> size = effect.point(kOfxImageEffectPropProjectSize);
     if (!size || !(size->x > 0 && size->x < kEndless && size->y > 0 && size->y < kEndless)) {
@@ -35,10 +37,10 @@ std::optional<OfxRectD> ProjectWindow(const PropertySet& effect) {
     return OfxRectD{offset.x, offset.y, offset.x + size->x, offset.y + size->y};
 }
 
-/// Replaces infinite edges by those of the window.
+/// Replaces infinite edges of `region` by the edges of `window`.
 OfxRectD Bounded(const OfxRectD& region, const OfxRectD& window) {
     const auto bounded = [](double edge, double instead) {
-        return std::abs(edge) < kEndless ? edge : instead; // NaN too
+        return std::abs(edge) < kEndless ? edge : instead; // replaces NaN too
     };
     return {bounded(region.x1, window.x1), bounded(region.y1, window.y1),
             bounded(region.x2, window.x2), bounded(region.y2, window.y2)};

@@ -28,8 +28,8 @@ struct FrameArea {
 
 /**
  * Returns the frame of `effect` at `time`: the project's window if the source's region lies within
- * it, so that the mosaic stands still while the region changes; otherwise that region. Throws Error
- * if the host tells neither.
+ * it, and otherwise the region. With the window as the frame, the mosaic stands still while the
+ * region changes. Throws Error if the host tells neither window nor region.
  */
 FrameArea FrameAreaOf(OfxImageEffectHandle effect, const Clip& source, OfxTime time);
 

@@ -12,10 +12,11 @@ namespace Kerovane::OpenFX {
 using Draw = std::function<void(const Host::ConstPixelView& in, const Host::PixelView& out)>;
 
 /**
- * Draws the frame `area` with `draw`, from the image `source` into the part `window`, in the
- * output's pixels, of the image `output`. The frame is drawn at full size whatever the scale of the
- * images: the source is enlarged without a filter, and each pixel of the output shows the full-size
- * pixel in which its centre lies. Previews therefore show the cells of the final picture.
+ * Draws the frame `area` with `draw`. Reads the image `source` and fills the part `window` of the
+ * image `output`; `window` is in the output's own pixels. The frame is drawn at full size whatever
+ * the scale of the images: the source is enlarged without a filter, and each pixel of the output
+ * shows the full-size pixel in which its centre lies. Previews therefore show the cells of the
+ * final picture.
  *
  * Images that match the frame, with pixels that the renderer supports, are read and written in
  * place.

@@ -21,14 +21,14 @@ struct HostPixels {
     std::byte* top = nullptr;    ///< the first pixel of the top row
     std::ptrdiff_t rowBytes = 0; ///< from one row to the next one below
     Span columns;                ///< in pixels at the image's own scale
-    Span rows;                   ///< the same; downwards, so -y
+    Span rows; ///< in the same pixels, counted downwards: -y2 to -y1 of the bounds
     Channel channel = Channel::Byte;
     int channels = 4; ///< red, green, blue and, if there are 4, alpha
     Coverage coverage = Coverage::Premultiplied;
 
     std::size_t pixelBytes() const { return BytesOf(channel) * static_cast<std::size_t>(channels); }
 
-    /// Returns the part at `columns` and `rows`, which must lie within.
+    /// Returns the part at `columns` and `rows`, which must lie within the image.
     HostPixels within(const Span& columns, const Span& rows) const;
 
     /// Returns a view for the renderer; nothing if a conversion is needed. Renderers support bytes

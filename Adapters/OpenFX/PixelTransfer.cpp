@@ -43,7 +43,7 @@ To Converted(From value) {
     }
 }
 
-/// Calls `work` with a value of the channel's type.
+/// Calls `work` with a zero of the channel's type.
 template <typename Work>
 void WithChannel(Channel channel, Work work) {
     switch (channel) {
@@ -62,7 +62,7 @@ void WithChannel(Channel channel, Work work) {
 template <typename Value>
 using Argb = std::array<Value, 4>;
 
-/// Calls `work` with a value of the type of `channel` and one of the type of `depth`, which is 8
+/// Calls `work` with a zero of the type of `channel` and a zero of the type of `depth`, which is 8
 /// bits or float here.
 template <typename Work>
 void WithTypes(Channel channel, Host::Depth depth, Work work) {
@@ -83,7 +83,7 @@ Argb<Value> ReadPixel(const std::byte* at, bool isOpaque) {
     return {isOpaque ? kFull<Value> : sample(3), sample(0), sample(1), sample(2)};
 }
 
-/// Reads one row. `row` is null if the whole row has no place in the image.
+/// Reads one row. `row` is null if the row is kNoPlace.
 template <typename Sample, typename Value>
 void ReadRow(const HostPixels& from, const std::byte* row, const Places& columns, std::byte* to) {
     const bool isOpaque = from.coverage == Coverage::Opaque;

@@ -7,8 +7,8 @@ namespace Kerovane::OpenFX {
 
 /**
  * Fills `to`, in the effect's channel order, with the pixels of `from` at `columns` and `rows`.
- * Pixels without a place become transparent, or black if `from` is opaque. Does not multiply or
- * divide by alpha.
+ * Pixels whose column or row is kNoPlace become transparent black, or opaque black if `from` is
+ * opaque. Colours are not multiplied or divided by alpha.
  */
 void ReadPixels(const HostPixels& from, const Places& columns, const Places& rows,
                 const Host::PixelView& to);

@@ -22,19 +22,19 @@ public:
     void set(const std::string& name, double value, int index = 0) const;
     void set(const std::string& name, const OfxRectD& value) const;
 
-    /// Sets an optional property: ignores a host that does not know it.
+    /// Sets an optional property. Does nothing if the host does not know it.
     template <typename Value>
     void offer(const std::string& name, Value value, int index = 0) const {
         static_cast<void>(put(name, value, index));
     }
 
-    /// Return nothing if the host does not have the value; an empty text counts as none.
+    /// Return nothing if the host does not have the value. An empty text counts as no value.
     std::optional<std::string> text(Name name, int index = 0) const;
     std::optional<int> whole(Name name, int index = 0) const;
     std::optional<double> real(Name name, int index = 0) const;
     std::optional<OfxPointD> point(Name name) const;
     std::optional<OfxRectI> wholeRect(Name name) const;
-    void* pointer(Name name) const; ///< null if the host does not have it
+    void* pointer(Name name) const; ///< null if the host does not have the value
 
 private:
     OfxStatus put(const std::string& name, const std::string& value, int index) const;

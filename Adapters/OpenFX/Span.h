@@ -25,17 +25,19 @@ using Places = std::vector<std::ptrdiff_t>;
 constexpr std::ptrdiff_t kNoPlace = -1;
 
 /**
- * Returns where the pixels of `frame`, at full size, are read from an image that covers `image` in
- * its own pixels, `scale` of which make one at full size. Pixels outside of `region`, at full size,
- * have no place. Hosts round edges differently, so a gap of one pixel at the edges is filled.
+ * Returns for each full-size pixel of `frame` the pixel of `image` to read. `image` counts the
+ * image's own pixels, and `scale` of them make one at full size. Pixels outside the full-size span
+ * `region` get kNoPlace. So do pixels beyond the image, except that a gap of one pixel at its edges
+ * is filled, because hosts round edges differently.
  */
 Places PlacesToRead(const Span& frame, const Span& region, const Span& image, double scale);
 
-/// Returns the pixels of `frame`, at full size, in which the centres of the pixels of `window` lie;
-/// `scale` pixels of `window` make one at full size. Beyond the frame its outermost pixel counts.
+/// Returns for each pixel of `window` the full-size pixel of `frame` in which its centre lies.
+/// `scale` pixels of `window` make one at full size. Centres beyond the frame get the frame's
+/// outermost pixel.
 Places PlacesToShow(const Span& window, const Span& frame, double scale);
 
-/// Returns whether `places` are consecutive.
+/// Returns whether `places` are consecutive indices without kNoPlace.
 bool IsRun(const Places& places);
 
 } // namespace Kerovane::OpenFX

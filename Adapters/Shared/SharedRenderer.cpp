@@ -42,7 +42,8 @@ struct Process {
 };
 
 Process& TheProcess() {
-    static Process& process = *new Process; // never destroyed: its thread may outlive exit()
+    // Never destroyed, because the renderer's thread may outlive exit().
+    static Process& process = *new Process;
     return process;
 }
 

@@ -16,7 +16,8 @@ namespace Kerovane::Host {
 
 namespace {
 
-constexpr A_long kMaxTerm = 1'000'000; ///< of a fraction
+/// The largest numerator or denominator of a rate that users may state.
+constexpr A_long kMaxTerm = 1'000'000;
 
 std::optional<FrameRate> FromFraction(std::string_view frames, std::string_view seconds) {
     const std::optional<A_long> numerator = ParseWhole(frames);
@@ -30,7 +31,8 @@ std::optional<FrameRate> FromFraction(std::string_view frames, std::string_view 
     return FrameRate(static_cast<A_u_long>(*numerator), *denominator);
 }
 
-/// Returns the broadcast rate over 1001 that `rate` is rounded from, or nothing.
+/// Returns the broadcast rate near `rate`, such as 24000/1001 for 23.976. Returns nothing if `rate`
+/// is near none.
 std::optional<FrameRate> Broadcast(double rate) {
     constexpr double kTolerance = 0.005;
     for (const A_u_long whole : {24U, 30U, 48U, 60U, 120U}) {

@@ -16,7 +16,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-constexpr char kSecond = 's'; ///< behind a place in seconds
+constexpr char kSecond = 's'; ///< follows the place of a key that is in seconds
 
 Interpolation ParseInterpolation(const Parameter& parameter, std::string_view text) {
     for (const Interpolation interpolation : Interpolations(parameter)) {

@@ -15,7 +15,7 @@ enum class Interpolation {
     EaseInOut ///< starts and ends slowly: 2 t^2 in the first half, 1 - 2 (1 - t)^2 in the second
 };
 
-/// "linear", "hold", "smooth", "ease-in", "ease-out" or "ease-in-out".
+/// Returns "linear", "hold", "smooth", "ease-in", "ease-out" or "ease-in-out".
 std::string_view InterpolationName(Interpolation interpolation);
 
 /// The unit of keys' places.
@@ -43,7 +43,7 @@ public:
 
     KeyUnit unit() const { return mUnit; }
 
-    /// At least one.
+    /// The keys, in the order of their places. There is at least one.
     const std::vector<Keyframe>& keys() const { return mKeys; }
 
     bool operator==(const Keyframes&) const = default;

@@ -140,7 +140,7 @@ bool Parameter::canVaryOverTime() const {
 }
 
 bool Parameter::holdsBetweenKeys() const {
-    // Declarations do not mark seeds, so the name has to tell.
+    // Recognizes seeds by the name, because declarations do not mark them.
     const bool isSeed = type() == PF_Param_SLIDER && name.ends_with("Seed");
     return type() == PF_Param_POPUP || type() == PF_Param_CHECKBOX || isSeed;
 }

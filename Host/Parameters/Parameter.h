@@ -24,9 +24,9 @@ struct Parameter {
     PF_ParamDef definition{};         ///< as passed by the effect
     std::string name;                 ///< shown name; may be empty
     std::string label;                ///< text beside a checkbox; may be empty
-    std::vector<std::string> choices; ///< a popup's choices
+    std::vector<std::string> choices; ///< names of the choices; empty unless it is a popup
     double defaultValue = 0;
-    Interval valid;    ///< accepted values
+    Interval valid;
     Interval slider;   ///< the slider's range, within `valid`
     int precision = 0; ///< number of decimals shown
 

@@ -13,7 +13,7 @@ struct Meaning {
     std::string_view name;
     A_long id;
     std::string_view sentence;
-    std::string_view unit{}; ///< if the effect declares none
+    std::string_view unit{}; ///< used if the effect declares no unit
 };
 
 constexpr std::array<Meaning, 14> kMeanings{{

@@ -13,7 +13,7 @@ namespace Kerovane::Host {
 std::string ParameterSchema(const std::vector<Parameter>& parameters,
                             const std::vector<std::string>& options);
 
-/// Returns the entry of one parameter in that list.
+/// Returns the entry of the parameter at `index` in that JSON.
 std::string ParameterSchema(const std::vector<Parameter>& parameters,
                             const std::vector<std::string>& options, std::size_t index);
 

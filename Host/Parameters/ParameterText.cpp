@@ -32,8 +32,8 @@ char Lower(char byte) {
     return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
 }
 
-/// ASCII digits and lower-case letters; every byte of a non-ASCII UTF-8 character counts as a
-/// letter.
+/// Returns whether a byte belongs to a word: an ASCII digit, an ASCII lower-case letter, or any
+/// byte of a non-ASCII UTF-8 character.
 bool IsWordByte(char byte) {
     return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'z') ||
            static_cast<unsigned char>(byte) >= 0x80;

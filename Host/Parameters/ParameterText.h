@@ -8,8 +8,8 @@
 
 namespace Kerovane::Host {
 
-/// Returns a shown name as people type it: lower case, with a hyphen for each run of other
-/// characters. "Size Random Seed" gives "size-random-seed".
+/// Returns a shown name as people type it: in lower case, with words of letters and digits joined
+/// by hyphens. "Size Random Seed" gives "size-random-seed".
 std::string TypedName(std::string_view shownName);
 
 /// Returns the word for a parameter's type: "slider", "popup", ...
@@ -32,7 +32,8 @@ std::string AcceptedValues(const Parameter& parameter);
  */
 double ParseValue(const Parameter& parameter, std::string_view text);
 
-/// Formats `value` for ParseValue. Fractions have six significant digits.
+/// Formats `value` as ParseValue reads it. Numbers that may be fractions have up to six significant
+/// digits.
 std::string FormatValue(const Parameter& parameter, double value);
 
 } // namespace Kerovane::Host

@@ -15,17 +15,18 @@ namespace Kerovane::Host {
 struct Preset {
     ParameterSettings settings;
     std::optional<Renderer> renderer{};
-    std::string description{}; ///< how it looks, for lists; FormatPreset does not write it
+    /// Says how the preset looks, for lists of presets. FormatPreset does not write it.
+    std::string description{};
 };
 
 /**
- * Returns all of an effect's parameters as JSON; those that are not set have their defaults.
+ * Returns all of an effect's parameters as JSON. Parameters that are not set have their defaults.
  * `version` is the effect's packed version. Keys are written as ParseKeyframes reads them.
  */
 std::string FormatPreset(const std::vector<Parameter>& parameters, A_u_long version,
                          const Preset& preset);
 
-/// Returns the preset on one line, for the metadata of rendered pictures.
+/// Returns the JSON of FormatPreset on one line, for the metadata of rendered pictures.
 std::string FormatRecord(const std::vector<Parameter>& parameters, A_u_long version,
                          const Preset& preset);
 

@@ -54,13 +54,14 @@ std::optional<ChannelPlaces> PlacesOf(const Components& components) {
 }
 
 /// Returns the place of alpha, or -1. Some readers report an alpha channel beyond the picture's
-/// channels.
+/// channels. The channel named A then counts.
 int AlphaOf(const OIIO::ImageSpec& layout) {
     return layout.alpha_channel < layout.nchannels ? layout.alpha_channel
                                                    : layout.channelindex("A");
 }
 
-/// If two views share a part, only the second one's channels have its name in front.
+/// Returns whether a layer is a stereo view. If two views share a part, only the channels of the
+/// second view have its name in front.
 bool IsView(const std::string& name) {
     return name == "left" || name == "right";
 }

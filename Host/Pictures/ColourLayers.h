@@ -34,7 +34,8 @@ ColourLayer NamelessLayer(const OIIO::ImageSpec& layout);
 /// may have A; the names may also be words such as "red".
 std::vector<ColourLayer> NamedLayers(const OIIO::ImageSpec& layout);
 
-/// Returns those of `layers` that the user chose. `part` is the part they belong to.
+/// Returns those of `layers` that the user chose. `part` is the layout of the part that the layers
+/// belong to.
 std::vector<ColourLayer> Chosen(std::vector<ColourLayer> layers, const OIIO::ImageSpec& part,
                                 const LayerChoice& choice);
 

@@ -19,7 +19,7 @@ public:
     /// The extension in lower case, without the dot.
     const std::string& extension() const { return mExtension; }
 
-    /// In bytes.
+    /// The file's size in bytes.
     std::uint64_t fileSize() const { return mFileSize; }
 
     /// Returns whether the file has `bytes` at the offset `place`. Returns false beyond the first
@@ -30,7 +30,7 @@ public:
     /// `order`. The bytes must be within the first kSize; those beyond the end of the file are 0.
     std::uint64_t number(std::size_t place, std::size_t count, std::endian order) const;
 
-    static constexpr std::size_t kSize = 256; ///< in bytes
+    static constexpr std::size_t kSize = 256; ///< how many bytes of the file are kept
 
 private:
     std::string mExtension;

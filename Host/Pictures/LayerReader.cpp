@@ -71,7 +71,7 @@ void Reorient(ImageSpec& layout, std::unique_ptr<Channel[]>& pixels) {
 template <typename Channel>
 struct ChannelRows {
     std::unique_ptr<Channel[]> pixels;
-    std::size_t stride = 0; ///< in channels
+    std::size_t stride = 0; ///< distance from pixel to pixel, in channels
     ChannelPlaces places;
 };
 
@@ -164,7 +164,7 @@ private:
 
     PictureFile& mFile;
     const StoredPixels& mStored;
-    ImageSpec& mLayout; ///< the part's; updated when the picture is turned upright
+    ImageSpec& mLayout; ///< the part's layout; updated when the picture is turned upright
     bool mIsPremultiplied = false;
 };
 

@@ -178,7 +178,7 @@ ChannelBits NearestBits(const OutputFormat& format, ChannelBits wanted) {
     }
     static constexpr std::array kForFloats{Float, Bits16};
     static constexpr std::array kForWhole{Bits16, Float};
-    if (wanted == Bits8 && has(Half)) { // holds all 8-bit values exactly
+    if (wanted == Bits8 && has(Half)) { // half floats hold all 8-bit values exactly
         return Half;
     }
     for (const ChannelBits bits : IsFloat(wanted) ? kForFloats : kForWhole) {

@@ -16,7 +16,7 @@ enum class ChannelBits { Bits8, Bits10, Bits12, Bits16, Half, Float };
 /// Returns "8", "10", "12", "16", "half" and "float", in the order of the enum.
 const std::vector<std::string>& ChannelBitsNames();
 
-/// Returns the type that OpenImageIO uses to write such channels.
+/// Returns the type that OpenImageIO uses to write channels of these bits.
 OIIO::TypeDesc TypeOf(ChannelBits bits);
 
 /// Returns the number of bits, or 0 for floats.
@@ -35,7 +35,7 @@ struct Compression {
  */
 struct OutputFormat {
     std::string_view name;   ///< shown to users
-    std::string_view writer; ///< OpenImageIO's name for it
+    std::string_view writer; ///< OpenImageIO's name for the format
     std::vector<ChannelBits> bits;
     std::vector<Compression> compressions{};
     bool hasGrey = false;
@@ -46,14 +46,15 @@ struct OutputFormat {
     bool hasNamedChannels = false;
     bool hasQuality = false;
     bool hasMetadata = false;
-    bool hasRecord = false; ///< holds attributes with any name
+    bool hasRecord = false; ///< can hold attributes of any name
 };
 
 /// Returns the format that belongs to the extension of `target`. Throws Error if there is none or
 /// it cannot be written.
 const OutputFormat& OutputFormatOf(const std::filesystem::path& target);
 
-/// Returns `wanted` if the format has it, or else the nearest bits it has, preferably more.
+/// Returns `wanted` if the format has it, or else bits that hold the same values if it has any, or
+/// else those that lose least.
 ChannelBits NearestBits(const OutputFormat& format, ChannelBits wanted);
 
 /// Returns a sentence on what is lost if channels of `wanted` bits are stored with `bits`. Empty if

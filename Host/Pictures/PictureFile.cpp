@@ -20,7 +20,8 @@ namespace {
 constexpr std::size_t kMegabyte = 1 << 20;
 
 /// Returns the memory that a picture may take: the machine's memory or OpenImageIO's configurable
-/// limit if that is less. The limit is checked here because some of its readers ignore it.
+/// limit if that is less. The limit is checked here because some of OpenImageIO's readers ignore
+/// it.
 std::size_t MostMegabytes() {
     const auto machine = static_cast<std::size_t>(sysconf(_SC_PHYS_PAGES)) *
                          static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / kMegabyte;

@@ -24,19 +24,19 @@ struct PictureFormat {
     std::string_view name{};   ///< shown to users; in the plural if the format is not read
     std::string_view reader{}; ///< OpenImageIO's name; empty if the format is not read
     std::vector<Signature> signatures{};        ///< any of them identifies it
-    std::vector<std::string_view> extensions{}; ///< used if no signature matches
+    std::vector<std::string_view> extensions{}; ///< any of them identifies it too
     std::string_view whyNotRead{};
 
     /// Returns why the reader must not open the file, by its header; empty if it may. Null if
     /// nothing needs checking.
     std::string (*reasonNotToOpen)(const FileHeader&) = nullptr;
-    /// Returns why the reader must not read the pixels, by the layout that it reported. Null as
-    /// above.
+    /// Returns why the reader must not read the pixels, by the layout that it reported; empty if it
+    /// may. Null if nothing needs checking.
     std::string (*reasonNotToRead)(const FileHeader&, const OIIO::ImageSpec&) = nullptr;
 };
 
-/// Returns the format by the file's content, or else by its extension. Returns null if neither is
-/// known.
+/// Returns the most reliable format whose signature or extension the file has. Returns null if the
+/// file has none.
 const PictureFormat* FormatOf(const FileHeader& header);
 
 /// Returns why a file must not be given to a reader; empty if it may be. `format` may be null.

@@ -64,7 +64,7 @@ bool IsProfileFor(ColourChannels channels, const OIIO::ParamValue& profile) {
 }
 
 /// Returns whether an attribute describes how a file stored its pixels, which does not apply to
-/// another file.
+/// another file. A colour profile for other channels counts too.
 bool DescribesTheFile(const OIIO::ParamValue& attribute, ColourChannels channels) {
     static constexpr std::array<std::string_view, 13> kPrefixes{
         "bmp:", "dpx:", "gif:",   "ico:",      "jpeg:", "oiio:", "openexr:",
@@ -109,7 +109,8 @@ void CopyMetadata(const ImageSpec& origin, ColourChannels channels, const Output
     }
 }
 
-/// Copies tiling, compression and the like from the part's own file, which has the same format.
+/// Copies tiling, compression, line order and the part's name from the file that the part was read
+/// from. That file must have the same format.
 void CopyStorage(const ImageSpec& origin, const OutputFormat& format, ImageSpec& file) {
     constexpr std::array<std::string_view, 2> kTiled{"openexr", "tiff"};
     if (std::ranges::find(kTiled, format.writer) != kTiled.end() && origin.tile_width > 0 &&
@@ -165,8 +166,8 @@ void AddRecord(const OutputFormat& format, const PictureSettings& settings, Imag
     }
 }
 
-/// Returns the channel names for a layer in the file: its own names as far as it has such channels,
-/// and the usual names with the layer's prefix for the others.
+/// Returns the channel names for a layer in the file: the names that the layer's channels already
+/// have. Channels that the layer lacks get the usual names with the layer's prefix.
 std::vector<std::string> NamesOf(ColourChannels channels, const PictureLayer& layer) {
     const std::vector<std::string>& had = layer.channelNames;
     const std::string first = had.empty() ? "" : had.front();

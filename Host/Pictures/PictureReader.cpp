@@ -110,7 +110,8 @@ PicturePart ReadPart(PictureFile& file, const std::vector<ColourLayer>& layers,
         TakeFrame(layout);
     }
     if (!layers.empty()) {
-        layout.format = layout.channelformat(layers.front().places.red); // types may differ
+        // Channels may have different types.
+        layout.format = layout.channelformat(layers.front().places.red);
     }
     part.origin = std::move(layout);
     return part;
@@ -156,8 +157,8 @@ std::string WhyNothing(const Contents& contents, const LayerChoice& choice) {
                        choice.layer.empty() ? "" : " '" + choice.layer + "'", contents.text());
 }
 
-/// Handles files of other formats with more than one picture: throws Error for animations, and
-/// otherwise adds a loss.
+/// Checks whether a file of a format without parts has more than one picture. Throws Error if it is
+/// an animation; otherwise adds the other pictures to the losses.
 void CheckSingle(PictureFile& file, Picture& picture) {
     if (!file.goTo(1)) {
         return;

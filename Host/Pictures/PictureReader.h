@@ -17,8 +17,8 @@ struct ReadSetting {
 
 /**
  * Reads a picture file: grey or RGB, with or without alpha, from all of its parts or the chosen
- * one. All other content of an OpenEXR file is kept as stored; of other formats it is only listed
- * in `losses`.
+ * one. Other channels of an OpenEXR file and other parts of OpenEXR and TIFF files are kept as
+ * stored. What is not kept is listed in `losses`.
  *
  * A layer covers the display window if the format has one. Pixels missing from the data window are
  * transparent, or black if the layer has no alpha. Premultiplied colour is divided by alpha,

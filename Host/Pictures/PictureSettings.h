@@ -19,7 +19,7 @@ struct PictureSettings {
     std::optional<ChannelBits> bits{};
     std::string compression{}; ///< name of a method; empty: as in the file that was read
     std::optional<int> compressionLevel{};
-    std::optional<int> quality{}; ///< 1 to 100
+    std::optional<int> quality{}; ///< 1 to 100 (best)
     PictureRecord record{};
 };
 

@@ -60,7 +60,7 @@ void Arrange(Channel* row, std::ptrdiff_t width, ColourChannels channels) {
 
 /// The form of the rows given to a writer.
 struct RowForm {
-    TypeDesc type; ///< of the channels; unknown: each in the file's own type
+    TypeDesc type; ///< of the channels; unknown: each channel in its type in the file
     std::size_t pixelBytes = 0;
 };
 
@@ -153,7 +153,7 @@ public:
 
     RowForm form() const { return {TypeDesc::UNKNOWN, mPixelBytes}; }
 
-    /// `y` counts from the top of the file's data window.
+    /// Fills row `y`, counted from the top of the file's data window.
     void fill(A_long y, std::byte* row) {
         std::fill_n(row, mPixelBytes * static_cast<std::size_t>(mFile.width), std::byte{});
         std::size_t place = 0;

@@ -52,7 +52,8 @@ To Rescale(From value, double fromWhite, double toWhite) {
     } else {
         // Written so that NaN becomes 0.
         const double bounded = scaled > 0 ? (scaled < toWhite ? scaled : toWhite) : 0;
-        const double raised = bounded + 0.5; // rounds when truncated, as it is not negative
+        // Truncation rounds this to nearest, because it is not negative.
+        const double raised = bounded + 0.5;
         return static_cast<To>(raised);
     }
 }

@@ -48,8 +48,8 @@ public:
         return render(input.layer(), output.layer());
     }
 
-    /// The records for the next call. Callers may replace the callbacks and the basic suite in
-    /// them.
+    /// The records that the next call passes to the effect. Callers may replace the callbacks and
+    /// the basic suite in the records.
     PF_InData& inData() { return mInData; }
     PF_OutData& outData() { return mOutData; }
     const PF_OutData& outData() const { return mOutData; }

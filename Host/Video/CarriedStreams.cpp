@@ -64,8 +64,8 @@ bool Holds(const AVOutputFormat& container, const AVStream& stream) {
     return HoldsCodec(container, stream.codecpar->codec_id);
 }
 
-/// Returns whether a data stream holds only a time code. The target's muxer writes one from the
-/// metadata.
+/// Returns whether a data stream holds only a time code. It need not be carried, because the
+/// target's muxer writes a time code from the metadata.
 bool IsTimeCode(const AVStream& stream) {
     return stream.codecpar->codec_type == AVMEDIA_TYPE_DATA &&
            av_dict_get(stream.metadata, "timecode", nullptr, 0) != nullptr;
@@ -174,7 +174,7 @@ void CarriedStreams::add(std::vector<AvPacket> packets) {
     for (AvPacket& packet : packets) {
         const auto index = static_cast<std::size_t>(packet->stream_index);
         if (index >= mStreams.size() || mStreams[index].carrier == nullptr) {
-            continue; // left out, or a stream that appeared midway
+            continue; // the stream is left out, or appeared in the middle of the file
         }
         Stream& stream = mStreams[index];
         const std::int64_t shift =
@@ -213,7 +213,7 @@ void CarriedStreams::finish(std::int64_t end) {
 }
 
 /// Writes or drops the stream's next packet, depending on whether it lies within the movie. PCM
-/// packets are cut to the sample.
+/// packets that extend beyond the movie are cut at the exact sample.
 void CarriedStreams::write(Stream& stream, std::int64_t end) {
     const AvPacket packet = std::move(stream.waiting.front());
     stream.waiting.pop_front();

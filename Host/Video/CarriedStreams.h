@@ -28,8 +28,9 @@ public:
     /// Descriptions of the streams that are converted or left out, one line each.
     const std::vector<std::string>& notes() const { return mNotes; }
 
-    /// Makes `time` the start of the target movie. If it is a cut, earlier packets are dropped and
-    /// chapters are limited to its `length`. Call before the target's header is written.
+    /// Makes `time` the start of the target movie. If the movie is a cut, earlier packets are
+    /// dropped and chapters are limited to the movie's `length`. Call before the target's header is
+    /// written.
     void startAt(std::int64_t time, bool isCut, std::int64_t length);
 
     /// Queues packets as read from the source.
@@ -56,7 +57,7 @@ private:
     void write(Stream& stream, std::int64_t end);
 
     AVFormatContext& mTarget;
-    std::vector<Stream> mStreams; ///< by their index in the source
+    std::vector<Stream> mStreams; ///< by the stream's index in the source
     std::vector<std::string> mNotes;
     std::int64_t mFileStart; ///< the file time at which the source starts
     std::int64_t mStart = 0; ///< the source's time at which the target starts

@@ -42,7 +42,7 @@ private:
     std::unordered_map<std::uint64_t, std::uint32_t> mNumbers;
 };
 
-/// Returns nothing if a pixel is not opaque.
+/// Returns the runs of a row of a drawn Places() picture, or nothing if a pixel is not opaque.
 std::optional<std::vector<CellMap::Run>> RunsOf(std::span<const PF_PixelFloat> row,
                                                 CellNumbers& numbers) {
     std::vector<CellMap::Run> runs;

@@ -33,7 +33,8 @@ bool HoldsCodec(const AVOutputFormat& container, AVCodecID codec) {
         return false;
     }
     const int answer = avformat_query_codec(&container, codec, FF_COMPLIANCE_NORMAL);
-    // A negative answer means that the container does not tell.
+    // A negative answer means that the container does not tell. Then accepts the codec if the
+    // container has a default codec for this kind of stream.
     return answer == 1 ||
            (answer < 0 && UsualCodec(container, avcodec_get_type(codec)) != AV_CODEC_ID_NONE);
 }

@@ -44,8 +44,8 @@ class FramePacker {
 public:
     FramePacker(int width, int height, const PixelCoding& coding);
 
-    /// Returns `in`, which has a layer's channel order and alpha, as a frame. It is composited over
-    /// black if the encoder's format has no alpha.
+    /// Returns `in`, which has a layer's channel order and alpha, as a frame. The frame is
+    /// composited over black if the encoder's format has no alpha.
     AvFrame pack(const ConstPixelView& in);
 
     /// Returns whether any frame so far had transparency that the format cannot hold.

@@ -8,7 +8,7 @@ namespace Kerovane::Host {
 
 namespace {
 
-constexpr int kAlignment = 64; ///< of rows, in bytes
+constexpr int kAlignment = 64; ///< of the start of each row, in bytes
 
 } // namespace
 

@@ -33,7 +33,8 @@ struct AvFree {
     }
 };
 
-/// For functions that take a pointer's address and set the pointer to null.
+/// Frees an object with a function that takes the address of the pointer and sets the pointer to
+/// null.
 template <auto kFree>
 struct AvFreeAt {
     template <typename Object>

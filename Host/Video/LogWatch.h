@@ -5,8 +5,8 @@
 namespace Kerovane::Host {
 
 /**
- * Counts the errors that FFmpeg's decoders and demuxers log, because they report much of the damage
- * that they conceal or skip only in the log. Messages are still printed by FFmpeg.
+ * Counts the errors that FFmpeg's decoders and demuxers log. Much of the damage that they conceal
+ * or skip is reported in the log only. Messages are still printed by FFmpeg.
  */
 class LogWatch {
 public:

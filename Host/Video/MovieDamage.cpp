@@ -7,7 +7,7 @@
 namespace Kerovane::Host {
 
 void MovieDamage::add(double from, double to) {
-    constexpr double kNear = 0.1; // seconds between parts that are merged
+    constexpr double kNear = 0.1; // parts at most so many seconds apart are merged
     DamagedStretch joined{from, std::max(from, to)};
     const auto first = std::ranges::find_if(
         mStretches, [&](const DamagedStretch& one) { return joined.from <= one.to + kNear; });

@@ -11,7 +11,7 @@ struct DamagedStretch {
     double to = 0;
 };
 
-/** The damaged parts of a movie, in order. Parts that touch are merged. */
+/** The damaged parts of a movie, in order. Parts that touch or nearly touch are merged. */
 class MovieDamage {
 public:
     void add(double from, double to);

@@ -3,7 +3,7 @@
 namespace Kerovane::Host {
 
 Depth MovieForm::depth() const {
-    constexpr int kBitsOfLayer16 = 15; // bits that fit, as white is 32768
+    constexpr int kBitsOfLayer16 = 15; // most bits of a 16-bit layer, as its white is 32768
     return bits <= 8 ? Depth::Bits8 : bits <= kBitsOfLayer16 ? Depth::Bits16 : Depth::Float32;
 }
 

@@ -19,14 +19,14 @@ struct ColorTags {
 struct MovieForm {
     int width = 0; ///< in pixels
     int height = 0;
-    int bits = 8; ///< per channel
+    int bits = 8; ///< bits per channel
     bool hasAlpha = false;
     bool isRgb = false;           ///< RGB instead of luma and chroma
     AVRational timeBase{1, 24};   ///< the unit of frame times, in seconds
     AVRational frameRate{24, 1};  ///< the average if it varies; 0/1 if unknown
-    AVRational pixelAspect{0, 1}; ///< 0/1 if unknown
+    AVRational pixelAspect{0, 1}; ///< width of a pixel over its height; 0/1 if unknown
     ColorTags color{};
-    AVPixelFormat stored = AV_PIX_FMT_NONE; ///< the file's; none if pictures are turned
+    AVPixelFormat stored = AV_PIX_FMT_NONE; ///< the file's format; none if pictures are turned
 
     /// Returns the smallest depth that holds the channels without loss.
     Depth depth() const;

@@ -18,7 +18,8 @@ namespace {
 
 constexpr int kMostErrorsInARow = 64;
 
-/// Returns libvpx for VP8 and VP9 with alpha, because FFmpeg's own decoders ignore alpha.
+/// Returns the stream's decoder. Prefers libvpx for VP8 and VP9 with alpha, because FFmpeg's own
+/// decoders of them ignore alpha.
 const AVCodec* DecoderFor(const AVStream& stream) {
     const AVCodecID id = stream.codecpar->codec_id;
     const AVDictionaryEntry* alpha = av_dict_get(stream.metadata, "alpha_mode", nullptr, 0);
@@ -94,7 +95,7 @@ void MovieReader::openDecoder() {
     mDecoder.reset(Allocated(avcodec_alloc_context3(codec)));
     CheckAv(avcodec_parameters_to_context(mDecoder.get(), stream().codecpar), failure);
     mDecoder->pkt_timebase = stream().time_base;
-    mDecoder->thread_count = 0; // one for each processor
+    mDecoder->thread_count = 0; // 0: FFmpeg uses one thread for each processor
     mDecoder->err_recognition |= AV_EF_CRCCHECK;
     CheckAv(avcodec_open2(mDecoder.get(), codec, nullptr), failure);
 }
@@ -300,7 +301,7 @@ bool MovieReader::isSeekable() const {
     return mMovie->pb != nullptr && (mMovie->pb->seekable & AVIO_SEEKABLE_NORMAL) != 0;
 }
 
-/// Seeks to a key frame at least a second before `time`, so that the sound there is read too.
+/// Seeks to a key frame at least a second before `time`, so that the sound at `time` is read too.
 void MovieReader::restartAt(std::int64_t time) {
     const std::int64_t second = av_rescale_q(AV_TIME_BASE, kAvMicroseconds, mForm.timeBase);
     const std::int64_t target = fileTime(time) - second;
@@ -314,7 +315,7 @@ void MovieReader::restartAt(std::int64_t time) {
     mHasEnded = false;
 }
 
-/// Converts a time of the movie to the time base and origin of the file's stream.
+/// Converts a time from the movie's start to a timestamp of the file's picture stream.
 std::int64_t MovieReader::fileTime(std::int64_t time) const {
     return time + av_rescale_q(mStart, kAvMicroseconds, stream().time_base);
 }
@@ -341,7 +342,7 @@ void MovieReader::noteMissingEnd() {
     if (LogWatch::errors() != mErrors) {
         noteDamage(mEnd, mLastSent);
     }
-    constexpr double kTolerance = 0.5; // in seconds
+    constexpr double kTolerance = 0.5; // in seconds; a shorter gap at the end is not damage
     const double end = seconds(mEnd);
     const bool breaksOff = !mDamage.isEmpty() && mDamage.stretches().back().to + kTolerance > end;
     double length = 0;

@@ -21,7 +21,7 @@ struct MovieFrame {
     std::int64_t time = 0;     ///< from the movie's start, in MovieForm::timeBase
     std::int64_t duration = 0; ///< in MovieForm::timeBase
     AvFrame frame{};
-    std::vector<AvPacket> others{}; ///< of other streams, such as sound, as read from the file
+    std::vector<AvPacket> others{}; ///< packets of other streams, such as sound, as in the file
 };
 
 /**
@@ -54,8 +54,8 @@ public:
     /// Returns the next frame, or nothing after the last.
     std::optional<MovieFrame> read();
 
-    /// Returns the packets of other streams after the last frame, up to `end`, which is a time as
-    /// in MovieFrame.
+    /// Returns the packets of other streams after the last frame, at least those up to `end`. The
+    /// time `end` is in MovieForm::timeBase.
     std::vector<AvPacket> readOthers(std::int64_t end);
 
     /// Fills `out`, which has a layer's channel order and alpha, any depth, and the size of the
@@ -103,7 +103,7 @@ private:
     std::optional<FrameUnpacker> mUnpacker;
     AvPacket mPacket = NewPacket();
     std::optional<MovieFrame> mFirst; ///< decoded but not returned by read() yet
-    std::int64_t mNumber = 0;         ///< of the next frame
+    std::int64_t mNumber = 0;         ///< number of the next frame
     std::int64_t mEnd = 0;            ///< end of the last frame, in the movie's time
     std::int64_t mLastSent = 0;       ///< time of the packet last sent to the decoder
     std::vector<AvPacket> mOthers;

@@ -75,7 +75,7 @@ private:
     std::optional<FrameList> mFrames;
     OutputOf mOutputOf;
     std::size_t mNext = 0;  ///< index into mFrames
-    std::int64_t mStep = 1; ///< distance between the requested frames
+    std::int64_t mStep = 1; ///< distance of the first two requested frames; multiplies durations
     std::int64_t mEnd = 0;
     bool mHasEnded = false; ///< the movie ended before all requested frames
     mutable std::mutex mTimesMutex;

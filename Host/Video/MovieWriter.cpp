@@ -168,7 +168,7 @@ void MovieWriter::openEncoder(const MovieSettings& settings) {
     encoder.color_primaries = mCoding.color.primaries;
     encoder.color_trc = mCoding.color.transfer;
     encoder.chroma_sample_location = mCoding.color.chroma;
-    encoder.thread_count = 0; // one for each processor
+    encoder.thread_count = 0; // 0: FFmpeg uses one thread for each processor
     if ((mMovie->oformat->flags & AVFMT_GLOBALHEADER) != 0) {
         encoder.flags |= AV_CODEC_FLAG_GLOBAL_HEADER;
     }
@@ -277,8 +277,8 @@ void MovieWriter::encode(const AVFrame* frame) {
 /// Replaces a packet's timestamps, which count frames, by the times of those frames.
 void MovieWriter::setTimes(AVPacket& packet) {
     const FrameSpan shown = mTimes.at(packet.pts);
-    if (packet.dts < 0) { // the encoder's negative timestamps precede the first frame, for decoding
-                          // in another order
+    // Encoders that reorder frames let decoding begin before the first frame is shown.
+    if (packet.dts < 0) {
         const AVRational frame = mEncoder->time_base;
         packet.dts = mTimes.begin()->second.time + av_rescale_q(packet.dts, frame, mForm.timeBase);
     } else {

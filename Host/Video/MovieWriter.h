@@ -18,13 +18,13 @@
 
 namespace Kerovane::Host {
 
-/// The user's choices for a movie. Those left empty follow the container's defaults.
+/// The user's choices for a movie. Choices left empty follow the container's defaults.
 struct MovieSettings {
     std::string codec{};          ///< a name for CodecNamed
     std::string container{};      ///< FFmpeg's name, such as "matroska"; empty: by extension
     std::optional<int> quality{}; ///< 1 to 100 (best)
     std::optional<std::int64_t> bitRate{}; ///< bits per second
-    std::optional<int> bits{};             ///< per channel
+    std::optional<int> bits{};             ///< bits per channel
     std::string codecOptions{};            ///< for the encoder: "preset=ultrafast:tune=grain"
     bool alpha = false;                    ///< whether frames can be transparent
 };

@@ -27,7 +27,7 @@ AvInput OpenMovie(const std::filesystem::path& file) {
     const std::string failure = fmt::format("cannot read '{}' as a movie", file.string());
     AVFormatContext* opened = nullptr;
     AvOptions options;
-    options.set("protocol_whitelist", "file,pipe"); // for what playlists name, too
+    options.set("protocol_whitelist", "file,pipe"); // applies to the files that playlists name, too
     CheckAv(avformat_open_input(&opened, address.c_str(), nullptr, options.address()), failure);
     AvInput movie(opened);
     if (!HoldsMovies(*movie->iformat)) {

@@ -14,14 +14,14 @@ namespace Kerovane::Host {
 namespace {
 
 constexpr std::size_t kColors = 255;
-constexpr std::uint8_t kTransparent = 255; ///< its index in the palette
+constexpr std::uint8_t kTransparent = 255; ///< the transparent colour's index in the palette
 constexpr std::size_t kChannels = 3;
 constexpr int kOpaque = 128;
 constexpr std::uint32_t kFullAlpha = 0xFF000000;
 
 using Rgb = std::array<std::uint8_t, kChannels>;
 
-/// A set of similar colours: how many pixels they have, and the sum of each channel.
+/// A set of equal or similar colours: how many pixels have them, and the sum of each channel.
 struct Shade {
     std::uint32_t key = 0;
     std::uint64_t count = 0;
@@ -83,7 +83,7 @@ std::vector<Shade> Histogram(const AVFrame& rgba, const Key& keyOf) {
 struct Box {
     std::span<Shade> shades;
     std::size_t widest = 0; ///< the channel with the greatest range
-    double weight = 0;      ///< the benefit of splitting the box
+    double weight = 0;      ///< that range times the number of pixels; the heaviest box is split
 
     explicit Box(std::span<Shade> of) : shades(of) {
         std::uint64_t count = 0;

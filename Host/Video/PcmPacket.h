@@ -8,7 +8,7 @@
 namespace Kerovane::Host {
 
 /// Returns the bytes of one PCM sample of all channels, at which packets can be cut. Returns 0 if
-/// the sound is compressed.
+/// the stream is not PCM sound.
 inline int PcmBlockSize(const AVCodecParameters& sound) {
     constexpr int kByte = 8;
     const int bits = av_get_exact_bits_per_sample(sound.codec_id);

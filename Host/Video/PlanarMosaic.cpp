@@ -40,7 +40,7 @@ Plane<Sample> PlaneOf(const AVFrame& frame, int index) {
 
 /// Rounds a value that is not negative.
 std::int32_t Nearest(float value) {
-    const float raised = value + 0.5F; // rounds when truncated
+    const float raised = value + 0.5F; // truncation rounds this to nearest
     return static_cast<std::int32_t>(raised);
 }
 
@@ -84,8 +84,8 @@ std::vector<Sample> SamplesOf(const CellMap& map, const Plane<Sample>& plane) {
     return samples;
 }
 
-/// Adds each pixel's sample, times `times`, to its column's sum. A column covers 2 to the power of
-/// `shift` pixels.
+/// Adds each pixel's sample, multiplied by `times`, to its column's sum. A column covers 2 to the
+/// power of `shift` pixels.
 template <typename Sample>
 void AddRow(const std::vector<CellMap::Run>& runs, const std::vector<Sample>& samples, int shift,
             std::uint32_t times, std::uint32_t* sums) {
@@ -117,7 +117,7 @@ void FillRow(const std::vector<CellMap::Run>& runs, const std::vector<Sample>& s
     }
 }
 
-/// The frame's rows that one row of a plane covers, up to before `end`.
+/// The frame's rows that one row of a plane covers, from `begin` up to but not including `end`.
 struct FrameRows {
     std::ptrdiff_t begin;
     std::ptrdiff_t end;
@@ -138,13 +138,14 @@ void MeanRow(const CellMap& map, FrameRows rows, const std::vector<Sample>& samp
     }
     const auto divide = [&](std::ptrdiff_t begin, std::ptrdiff_t end, std::ptrdiff_t columns) {
         const std::uint32_t count = height * static_cast<std::uint32_t>(columns);
-        const float share = 1 / static_cast<float>(count); // exact enough: sums are below 2^24
+        // Exact enough, because sums are below 2^24.
+        const float share = 1 / static_cast<float>(count);
         for (std::ptrdiff_t x = begin; x < end; ++x) {
             const auto sum = static_cast<std::int32_t>(sums[static_cast<std::size_t>(x)]);
             row[x] = static_cast<Sample>(Nearest(static_cast<float>(sum) * share));
         }
     };
-    const std::ptrdiff_t last = plane.width - 1; // covers fewer pixels if the width is odd
+    const std::ptrdiff_t last = plane.width - 1; // the last sample may cover fewer pixels
     divide(0, last, std::ptrdiff_t{1} << plane.shiftX);
     divide(last, plane.width, map.width() - (last << plane.shiftX));
 }

@@ -16,7 +16,8 @@ public:
     /// `coding` must be one that canDraw() accepts.
     PlanarMosaic(CellMap map, const PixelCoding& coding);
 
-    /// Returns whether the format consists of planes of luma and chroma without alpha.
+    /// Returns whether the format consists of three planes of luma and chroma, without alpha, with
+    /// integers of at most 16 bits.
     static bool canDraw(AVPixelFormat format);
 
     /// Returns a new frame. `in` must have the map's size and the coding's format. Thread-safe.

@@ -23,7 +23,7 @@ int FlagsFor(AVPixelFormat from, AVPixelFormat to) {
     return std::max(BitsOf(from), BitsOf(to)) > 8 ? SWS_BICUBIC | kExact : SWS_BICUBIC;
 }
 
-/// Returns the coefficients of `matrix`. An unspecified matrix is read as FFmpeg's tools read it.
+/// Returns the coefficients of `matrix`. RGB and an unspecified matrix get FFmpeg's default.
 const int* Coefficients(AVColorSpace matrix) {
     return sws_getCoefficients(matrix == AVCOL_SPC_RGB ? int{SWS_CS_DEFAULT} : int{matrix});
 }

@@ -41,11 +41,12 @@ private:
     std::vector<AvScaler> mFree;
 };
 
-/// Moves the range that some pixel formats imply into the tags: YUVJ420P becomes full-range
-/// YUV420P.
+/// Moves the range of values that some pixel formats imply into the tags: YUVJ420P becomes
+/// full-range YUV420P.
 PixelCoding Plain(PixelCoding coding);
 
-/// Sets a frame's tags, because some encoders read them there rather than in their settings.
+/// Sets a frame's tags, because some encoders read the tags of frames instead of their own
+/// settings.
 void SetTags(AVFrame& frame, const ColorTags& color);
 
 /// Returns a frame with uninitialized pixels.

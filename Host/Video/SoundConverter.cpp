@@ -56,7 +56,7 @@ void SoundConverter::openDecoder(const AVStream& from) {
 }
 
 void SoundConverter::openEncoder(AVCodecID id, bool globalHeader) {
-    constexpr std::int64_t kBitsPerChannel = 64000; // per second
+    constexpr std::int64_t kBitsPerChannel = 64000; // bits per second for each sound channel
     const AVCodec* codec = avcodec_find_encoder(id);
     if (codec == nullptr) {
         throw Error("there is no encoder for the sound");
@@ -83,7 +83,8 @@ void SoundConverter::finish() {
     encode(nullptr);
 }
 
-/// Decodes a packet, or the rest if it is null. Sound that cannot be decoded is dropped.
+/// Decodes a packet and encodes its sound. A null packet makes the decoder return the rest. Sound
+/// that cannot be decoded is dropped.
 void SoundConverter::decode(const AVPacket* packet) {
     avcodec_send_packet(mDecoder.get(), packet);
     const AvFrame sound = NewFrame();

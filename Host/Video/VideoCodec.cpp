@@ -50,7 +50,7 @@ void PrepareVp9(AVCodecContext&, AvOptions& options) {
     options.set("row-mt", "1");
     options.set("deadline", "good");
     options.set("cpu-used", "4");
-    options.set("auto-alt-ref", "0"); // which alpha doesn't go with
+    options.set("auto-alt-ref", "0"); // the encoder refuses it with alpha
 }
 
 void PrepareFfv1(AVCodecContext& context, AvOptions& options) {
@@ -77,7 +77,7 @@ const std::array kCodecs{
                .encoder = "libx265",
                .formats = {AV_PIX_FMT_YUV420P, AV_PIX_FMT_YUV420P10},
                .needsEvenSides = true,
-               .tag = MKTAG('h', 'v', 'c', '1'), // the one that QuickTime shows
+               .tag = MKTAG('h', 'v', 'c', '1'), // the only HEVC tag that QuickTime shows
                .prepare = PrepareHevc,
                .setQuality = SetH26xQuality},
     VideoCodec{.name = "prores",

@@ -9,7 +9,8 @@
 
 namespace Kerovane::Host {
 
-/// A codec's pixel formats; AV_PIX_FMT_NONE for kinds that it lacks.
+/// A codec's pixel formats, with 8 bits or more (deep). AV_PIX_FMT_NONE if the codec lacks such a
+/// format.
 struct CodecFormats {
     AVPixelFormat opaque8 = AV_PIX_FMT_NONE;
     AVPixelFormat opaqueDeep = AV_PIX_FMT_NONE;
@@ -25,13 +26,13 @@ struct CodecDemand {
 
 /** A video codec as users choose it. */
 struct VideoCodec {
-    std::string_view name;    ///< for --codec
-    const char* encoder = ""; ///< FFmpeg's name
+    std::string_view name;    ///< as users write it after --codec
+    const char* encoder = ""; ///< FFmpeg's name of the encoder
     CodecFormats formats;
-    std::span<const std::string_view> extensions{}; ///< of the movies that have it by default
+    std::span<const std::string_view> extensions{}; ///< of the movies whose default codec it is
     bool isLossless = false;
     bool needsEvenSides = false; ///< because chroma is subsampled
-    bool needsQuality = true;    ///< else the codec chooses its own bit rate
+    bool needsQuality = true;    ///< false: the codec chooses its own bit rate
     unsigned tag = 0;            ///< in MP4 and MOV; 0: FFmpeg's default
 
     /// Sets the codec's fixed options, depending on the pixel format. May be null.
@@ -60,7 +61,7 @@ const VideoCodec* CodecForExtension(std::string_view extension);
 std::vector<std::string> AllCodecNames();
 std::vector<std::string> CodecNames();
 
-/// Returns the extensions of the movies that this build can write.
+/// Returns the extensions of the movies that have a default codec.
 std::vector<std::string> MovieExtensions();
 
 } // namespace Kerovane::Host

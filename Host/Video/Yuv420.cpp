@@ -31,8 +31,9 @@ struct Yuv420::Row {
 namespace {
 
 constexpr std::uint16_t kHighByte = 0xff00;
-constexpr std::uint16_t kHalf = 128;              // half a level, for rounding
-constexpr std::uint16_t kGrey = (128 << 8) + 127; // zero chroma; 127 rounds and cannot overflow
+constexpr std::uint16_t kHalf = 128; // half a level, for rounding
+/// Zero chroma, plus 127 for rounding. With 128 the greatest chroma would overflow.
+constexpr std::uint16_t kGrey = (128 << 8) + 127;
 
 std::uint16_t Weight(double part) {
     constexpr double kOne = 65536;
@@ -40,7 +41,7 @@ std::uint16_t Weight(double part) {
     return static_cast<std::uint16_t>(std::min(part * kOne + 0.5, kMost));
 }
 
-/// Returns the upper half of the product.
+/// Returns the upper 16 bits of the product: `value` times a weight in units of 1/65536.
 std::uint16_t Times(std::uint16_t value, std::uint16_t weight) {
     return static_cast<std::uint16_t>(std::uint32_t{value} * weight >> 16U);
 }

@@ -23,9 +23,8 @@ public:
     void convert(const ConstPixelView& from, AVFrame& to) const;
 
 private:
-    /// Weights of the channels in units of 1/65536. Luma adds weighted channels. A chroma value
-    /// subtracts them from its own channel, whose weight is mChroma. The weights of each sum to at
-    /// most 1.
+    /// Weights of the channels in units of 1/65536. Luma is the sum of the weighted channels.
+    /// Chroma is blue or red times mChroma, minus the other two channels times their weights.
     struct Weights {
         std::uint16_t red = 0;
         std::uint16_t green = 0;

@@ -120,8 +120,8 @@ TEST_F(Agreement, HoldsForEveryPixelWithoutRandomness) {
     }
 }
 
-/// Each cell is an independent random decision; the bounds are four standard deviations of the
-/// mean.
+/// Each cell is decided at random, independently of the others. Allows four standard deviations of
+/// the mean.
 TEST_F(Agreement, HoldsForTheSharesOfRandomCells) {
     struct Row {
         Values values;

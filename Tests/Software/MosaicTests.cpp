@@ -66,7 +66,8 @@ void Fill(const Picture& picture, std::minstd_rand& random, float low, float hig
     std::uniform_real_distribution<float> level(low, high);
     for (int y = 0; y < picture.view.height; ++y) {
         for (int x = 0; x < picture.view.width * 4; ++x) {
-            const bool isOpaque = x % 4 == 3 && random() % 2 == 0; // half of the alphas
+            // Makes about half of the pixels opaque.
+            const bool isOpaque = x % 4 == 3 && random() % 2 == 0;
             const float white = std::is_same_v<Channel, float> ? 1 : high;
             Put(picture, x, y, static_cast<Channel>(isOpaque ? white : level(random)));
         }
@@ -157,7 +158,8 @@ TEST(Mosaic, HasTheSameBytesInAllFormsOfPixelsAndBands) {
         const auto order = random() % 2 == 0 ? ChannelOrder::Argb : ChannelOrder::Rgba;
         const auto alpha = random() % 2 == 0 ? Alpha::Straight : Alpha::Premultiplied;
         Picture otherIn(depth, 83, 57, order, alpha, true);
-        // There and back: both inputs then have what premultiplied pixels can hold.
+        // Converts there and back, so that both inputs hold the same colours: those that
+        // premultiplied pixels can hold.
         Host::ConvertPixels(in.view, otherIn.view);
         Host::ConvertPixels(otherIn.view, in.view);
 

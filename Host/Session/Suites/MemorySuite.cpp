@@ -7,7 +7,7 @@ namespace {
 
 HandlePool mMemoryHandles;
 
-/// Converts between the two handle types, which differ only in name.
+/// Converts a memory suite's handle to the pool's type. The two types differ only in name.
 PF_Handle Untyped(AEGP_MemHandle handle) {
     return reinterpret_cast<PF_Handle>(handle);
 }

@@ -149,7 +149,8 @@ class Melt : public Hosts {
 protected:
     /**
      * Runs melt until it has written `last`. On a busy machine, melt with consumer threads
-     * sometimes ends or hangs without writing a frame, with any filter: frei0r's own invert0r too.
+     * sometimes ends or hangs without writing a frame. It does so with any filter, frei0r's own
+     * invert0r included.
      */
     void runMelt(const std::string& arguments, const std::string& last) {
         constexpr int kAttempts = 5;

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kParametersOfFakeEffect = 7; // including the renderer
+constexpr int kParametersOfFakeEffect = 7; // including the choice of the renderer
 
 /// An installation whose effect records the commands that it gets.
 class Loading : public testing::Test {
@@ -43,7 +43,7 @@ TEST_F(Loading, SetsTheEffectUpAtTheFirstFrame) {
         Commands({PF_Cmd_PARAMS_SETUP, PF_Cmd_GLOBAL_SETUP, PF_Cmd_PARAMS_SETUP, PF_Cmd_RENDER});
     {
         const Frei0rHost host(mInstallation.module());
-        Frei0rInstance(host, 720, 576).get(0); // MLT reads the defaults like this
+        Frei0rInstance(host, 720, 576).get(0); // MLT makes an instance for the defaults
         Frei0rInstance instance(host, 8, 8);
         EXPECT_EQ(commands(), Commands({PF_Cmd_PARAMS_SETUP}));
         instance.rendered(MotleyPicture(8, 8));

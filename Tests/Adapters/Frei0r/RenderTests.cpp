@@ -179,7 +179,8 @@ TEST(Instances, RenderConcurrentlyOnShortLivedThreads) {
     for (std::size_t i = 0; i < 3 * kSettings.size(); ++i) {
         threads.emplace_back([&, i] {
             const std::size_t which = i % kSettings.size();
-            const Frei0rHost host; // own load: the last one to unload sets the effect down
+            // Each thread loads the module. The last one to unload it shuts the effect down.
+            const Frei0rHost host;
             Frei0rInstance instance(host, kSide, kSide);
             Set(instance, kSettings[which]);
             for (int repeat = 0; repeat < 3; ++repeat) {

@@ -9,13 +9,13 @@ namespace Kerovane::Frei0r {
 namespace {
 
 constexpr std::size_t kWidth = 3;
-constexpr std::size_t kHeight = 2; // of a slice
+constexpr std::size_t kHeight = 2; // height of a slice
 constexpr std::size_t kSlice = kWidth * kHeight;
 constexpr double kTime = 0.04;
 
 class Slices : public testing::Test {
 protected:
-    /// Returns the slice that begins at those pixels of input and output.
+    /// Returns the slice that begins at pixel `in` of the input and pixel `out` of the output.
     HostFrame at(std::size_t in, std::size_t out) {
         return {.width = kWidth, .height = kHeight, .in = &mIn[in], .out = &mOut[out]};
     }

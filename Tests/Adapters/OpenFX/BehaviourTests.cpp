@@ -124,7 +124,7 @@ TEST(Instances, RenderConcurrentlyWhileOthersLoadAndUnload) {
             const OpenFXHost own;
             for (int repeat = 0; repeat < 5; ++repeat) {
                 Shot shot(i % 2 == 0 ? own.described() : described,
-                          size); // without a destroy action
+                          size); // ends without a destroy action
                 EXPECT_EQ(own.act(kOfxActionCreateInstance, &shot.effect), kOfxStatReplyDefault);
                 EXPECT_EQ(own.render(shot.effect), kOfxStatOK);
                 EXPECT_EQ(shot.output.bytes, expected[size]);

@@ -55,7 +55,7 @@ renderer 'Renderer' outputGroup OfxParamTypeChoice  0, As configured, OpenGL, So
 }
 
 TEST(Description, DeclaresAlphaIfThereCanBeHoles) {
-    using Keys = std::map<std::string, std::map<double, double>>; // by parameter
+    using Keys = std::map<std::string, std::map<double, double>>; // values by time, by parameter
     const std::pair<Keys, bool> rows[] = {
         {{}, false},
         {{{"dissolve", {{0, 0}, {9, 0.1}}}}, true},

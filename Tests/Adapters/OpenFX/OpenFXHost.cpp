@@ -28,7 +28,7 @@ constexpr OfxStatus kBadHandle = 9;
 constexpr OfxStatus kBadIndex = 10;
 constexpr OfxStatus kBadValue = 11;
 
-/// Counts a call; does `work` unless this call is to fail.
+/// Counts a suite call, and returns the result of `work` unless this call was chosen to fail.
 template <typename Work>
 OfxStatus Counted(Work work) {
     return ++calls == failingCall ? kOfxStatFailed : work();
@@ -76,7 +76,7 @@ const OfxPropertySuiteV1 kProperties = [] {
     return suite;
 }();
 
-/// The properties that a description may set.
+/// Returns the properties that a description may set.
 Properties Described(std::initializer_list<Name> texts, std::initializer_list<Name> numbers) {
     Properties properties;
     for (const Name name : texts) {
@@ -132,7 +132,7 @@ Properties ParamDescription(const std::string& type) {
     return properties;
 }
 
-/// A call that returns a value.
+/// Performs a suite call that returns a value.
 template <typename Answer>
 OfxStatus Give(Answer* answer, const Answer& value) {
     return Counted([&] {
@@ -141,7 +141,7 @@ OfxStatus Give(Answer* answer, const Answer& value) {
     });
 }
 
-/// A call that looks up a clip or a parameter.
+/// Performs a suite call that looks up a clip or a parameter.
 template <typename Objects, typename Handle>
 OfxStatus Find(Objects& objects, const char* name, Handle* handle, OfxPropertySetHandle* set,
                OfxStatus missing) {
@@ -190,7 +190,7 @@ const OfxImageEffectSuiteV1 kEffects = [] {
         });
     };
     suite.clipReleaseImage = [](OfxPropertySetHandle) {
-        --openImageCount; // the request counts, even if the call is to fail
+        --openImageCount; // counts the image as released even if this call is to fail
         return Counted([] { return kOfxStatOK; });
     };
     suite.clipGetRegionOfDefinition = [](OfxImageClipHandle clip, OfxTime, OfxRectD* region) {
@@ -227,7 +227,7 @@ const OfxParameterSuiteV1 kParameters = [] {
             auto& params = As<TestEffect>(set).params;
             const auto [param, isNew] = params.insert({name, {type, ParamDescription(type)}});
             *properties = param->second.properties.handle();
-            return isNew ? kOfxStatOK : OfxStatus{6}; // exists
+            return isNew ? kOfxStatOK : OfxStatus{6}; // kOfxStatErrExists
         });
     };
     suite.paramGetHandle = [](OfxParamSetHandle set, const char* name, OfxParamHandle* handle,

@@ -54,8 +54,8 @@ struct Param {
     double valueAt(double time) const;
 };
 
-/// An image: form and pixels. `colour` returns unmultiplied red, green, blue and alpha at a
-/// position.
+/// An image: its form and its pixels. A Colour returns red, green, blue and alpha at a position,
+/// not multiplied by alpha.
 struct Image {
     using Colour = std::function<std::array<float, 4>(int x, int y)>;
 
@@ -63,10 +63,10 @@ struct Image {
     Channel channel = Channel::Float;
     int channels = 4;
     Coverage coverage = Coverage::Premultiplied;
-    bool isTopDown = false; ///< in memory
+    bool isTopDown = false; ///< the first row in memory is the top one
     int padding = 0;        ///< bytes after each row
     OfxPointD scale{1, 1};
-    bool tellsLittle = false; ///< leave out scale, field and premultiplication
+    bool tellsLittle = false; ///< has no properties for scale, field and premultiplication
 
     std::vector<std::byte> bytes{};
     Properties properties{};

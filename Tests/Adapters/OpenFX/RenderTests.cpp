@@ -16,8 +16,8 @@ namespace {
 constexpr int kWidth = 61;
 constexpr int kHeight = 43;
 
-/// Returns a colour that differs from those of its neighbours, in multiples of 1/255, which every
-/// form can hold.
+/// Returns the colour of a pixel, which differs from those of its neighbours. Channels are
+/// multiples of 1/255, which every form of image can hold.
 std::array<float, 4> Motley(int x, int y) {
     const auto level = [](int seed) { return static_cast<float>((seed % 256 + 256) % 256) / 255; };
     const float alpha = (x + y) % 5 == 0 ? 204.0F / 255 : 1;
@@ -43,8 +43,8 @@ RawPicture OfCommand(int width, int height, const Image::Colour& colour,
     return RawPicture::read(folder / "out.tif");
 }
 
-/// Returns the largest difference to `expected`, with both multiplied by alpha; alpha counts only
-/// if the image has it.
+/// Returns the largest difference to `expected`, with both multiplied by alpha. Alpha is compared
+/// only if the image has it.
 double Difference(Image& image, const RawPicture& expected) {
     double difference = 0;
     auto value = expected.values.begin();
@@ -62,8 +62,8 @@ double Difference(Image& image, const RawPicture& expected) {
     return difference;
 }
 
-/// Returns one step of the channel, two at 8 and 16 bits, where alpha is multiplied and divided on
-/// the way.
+/// Returns the tolerance for a channel: one step, or two at 8 and 16 bits, because colours are
+/// multiplied by alpha and divided again on the way.
 double ToleranceOf(Channel channel) {
     switch (channel) {
     case Channel::Byte:
@@ -117,7 +117,7 @@ TEST_F(Frames, MatchTheCommandInEveryForm) {
         const bool isOpaque = source.coverage == Coverage::Opaque;
         source.make([=, left = left, bottom = bottom](int x, int y) {
             std::array<float, 4> pixel = Motley(x - left, y - bottom);
-            pixel[3] = isOpaque ? 0.4F : pixel[3]; // counts as 1
+            pixel[3] = isOpaque ? 0.4F : pixel[3]; // must count as 1 if the source is opaque
             return pixel;
         });
         mEffect.setProject(left, bottom, right, top);
@@ -213,7 +213,8 @@ TEST_P(Proxies, ShowTheCellsOfTheFullSizePicture) {
     Image full = render(1);
     for (const int divisor : {2, 3, 4}) {
         Image proxy = render(divisor);
-        // Maps a cell's colour at full size to its colours in the proxy; there must be one each.
+        // Maps each cell's colour at full size to its colours in the proxy. Each cell must have
+        // one.
         std::map<std::array<float, 4>, std::set<std::array<float, 4>>> colours;
         for (int y = 0; y < kFull / divisor; ++y) {
             for (int x = 0; x < kFull / divisor; ++x) {

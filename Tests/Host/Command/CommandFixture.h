@@ -15,7 +15,7 @@
 #include <vector>
 
 struct Outcome {
-    int status; ///< -1 if a signal ended it
+    int status; ///< exit status; -1 if a signal ended the command
     std::string output;
     std::string error;
 };

@@ -41,7 +41,7 @@ private:
 
 class RenderCommand : public Command {
 protected:
-    /// Makes in.1.png and so on, of one colour each.
+    /// Makes in.1.png, in.2.png and so on, each of a single colour.
     void makeShot(int frames) {
         for (int frame = 1; frame <= frames; ++frame) {
             makePicture("in." + std::to_string(frame) + ".png",
@@ -49,7 +49,7 @@ protected:
         }
     }
 
-    /// Waits until `isSo`, for 20 s at most.
+    /// Waits until `isSo` returns true, for 20 s at most.
     template <typename Condition>
     static void waitUntil(Condition isSo) {
         const auto start = std::chrono::steady_clock::now();
@@ -59,7 +59,8 @@ protected:
         }
     }
 
-    /// Returns the contents of the files whose names begin so, by the rest of their names.
+    /// Returns the contents of the files whose names begin with `beginning`, by the rest of their
+    /// names.
     std::map<std::string, std::string> filesNamed(const std::string& beginning) const {
         std::map<std::string, std::string> files;
         for (const std::string& name : mFolder.files()) {
@@ -122,7 +123,7 @@ TEST_F(RenderCommand, FinishesAnInterruptedMovieWithTheFramesDone) {
     EXPECT_EQ(files, (std::vector<std::string>{"in.mp4", "out.partial.mp4"}));
     const int frames = std::stoi(shell("ffprobe -v error -count_frames -show_entries "
                                        "stream=nb_read_frames -of csv=p=0 out.partial.mp4"));
-    EXPECT_EQ(frames, std::ranges::count(outcome.error, '\n') - 3); // a line each, and the summary
+    EXPECT_EQ(frames, std::ranges::count(outcome.error, '\n') - 3); // a line a frame, and 3 others
 }
 
 TEST_F(RenderCommand, RefusesAReadOnlyFolderBeforeItBegins) {

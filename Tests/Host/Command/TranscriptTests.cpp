@@ -8,9 +8,9 @@
 //     ! a command line that is refused
 //     tesselune: the reason
 //
-// The last line is the status, if that isn't 0; "!" stands for status 1. Each transcript has a
-// folder of its own, with in.png and in.exr. Each step has a bash of its own, which knows the
-// functions in functions.sh.
+// The line with "?" gives the exit status. Without it, a command line after "$" must end with
+// status 0 and one after "!" with status 1. Each transcript has a folder of its own, with in.png
+// and in.exr. Each step has a bash of its own, which knows the functions in functions.sh.
 #include "Tests/Host/Command/CommandFixture.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ namespace {
 struct Step {
     std::string words;
     int usualStatus = 0;
-    std::string expected; ///< lines, each with its end
+    std::string expected; ///< the lines that follow the command, each with its line end
 };
 
 std::vector<Step> ReadTranscript(const std::filesystem::path& file) {

@@ -123,7 +123,8 @@ TEST_F(FrameRendererTest, WaitsForThePreviousRendererToSetDown) {
     setenv("FAKE_EFFECT_TRACE", (folder / "trace").c_str(), 1);
     std::optional<FrameRenderer> first(FAKE_EFFECT);
     std::thread second([] { const FrameRenderer renderer(FAKE_EFFECT); });
-    std::this_thread::sleep_for(std::chrono::milliseconds(20)); // for it to run into the first
+    // Lets the second renderer start while the first still exists.
+    std::this_thread::sleep_for(std::chrono::milliseconds(20));
     first.reset();
     second.join();
     unsetenv("FAKE_EFFECT_TRACE");

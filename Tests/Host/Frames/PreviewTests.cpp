@@ -15,7 +15,8 @@ namespace {
 constexpr A_long kWidth = 192;
 constexpr A_long kHeight = 128;
 
-/// Returns a picture whose red and green are the place across and down, at any reduction.
+/// Returns a picture, `reduced` times smaller, whose red and green state the place across and down.
+/// The values at a place do not depend on the reduction.
 World Ramp(A_long reduced) {
     World world(Depth::Float32, kWidth / reduced, kHeight / reduced);
     const auto place = [reduced](A_long pixel, A_long side) {
@@ -79,8 +80,8 @@ TEST(Preview, ShowsTheCellsOfTheFullPictureIfTheirSizeDividesEvenly) {
          {"Feather", "0"}},
     };
     FrameRenderer renderer(TESSELUNE_MODULE);
-    // Colours are interpolated between pixels, so they agree to within a pixel of the preview.
-    // Those of neighbouring cells are further apart.
+    // Colours are interpolated between pixels, so they agree to within a pixel of the preview. The
+    // colours of neighbouring cells are further apart.
     for (const Look& look : looks) {
         const World full = Rendered(renderer, look, 1);
         for (const A_long reduced : {2, 4}) {

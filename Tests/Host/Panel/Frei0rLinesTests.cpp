@@ -19,7 +19,7 @@ TEST(Frei0rLines, WriteKeysInMeltsSyntax) {
     struct Row {
         Parameter parameter;
         const char* keys;
-        const char* property; ///< of the filter
+        const char* property; ///< the filter's property with these keys
     };
     const Row kRows[] = {
         {Percentage(), "50", "0=50"},

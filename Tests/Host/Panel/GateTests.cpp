@@ -17,7 +17,8 @@ TEST(Gate, AdmitsOnlyRequestsOfItsOwnPage) {
     };
     const Row kRows[] = {
         {{"GET", path, "127.0.0.1:8080"}, true},
-        {{"GET", path, "localhost:9", "http://localhost:9"}, true}, // at the end of a tunnel
+        // Through a tunnel, which may end at another port.
+        {{"GET", path, "localhost:9", "http://localhost:9"}, true},
         {{"GET", path, "[::1]"}, true},
         {{"GET", "/still", "127.0.0.1"}, false},
         {{"GET", "/", "127.0.0.1"}, false},

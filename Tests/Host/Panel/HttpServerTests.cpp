@@ -115,7 +115,7 @@ TEST_F(HttpServerTest, ClosesExcessAndStalledConnections) {
         stalling.back()->send(i > 0 ? "GET / HT" : post("100", "only this"));
     }
     EXPECT_EQ(stalling.back()->receive(), ""); // closed at once
-    std::this_thread::sleep_for(800ms);        // longer than any of them may take
+    std::this_thread::sleep_for(800ms);        // longer than a request may take to arrive
     EXPECT_EQ(stalling.front()->receive(100), "");
     expectAlive();
 }
@@ -126,7 +126,7 @@ TEST_F(HttpServerTest, LimitsTheBodiesOfAllRequestsTogether) {
     std::this_thread::sleep_for(100ms);
     EXPECT_EQ(RawClient::statusOf(mServer.port(), post("60", "")), 503);
     EXPECT_EQ(RawClient::statusOf(mServer.port(), post("3", "abc")), 200);
-    std::this_thread::sleep_for(600ms); // the first is dropped
+    std::this_thread::sleep_for(600ms); // by now the first request is dropped
     EXPECT_EQ(RawClient::statusOf(mServer.port(), post("60", std::string(60, 'x'))), 200);
 }
 
@@ -156,7 +156,7 @@ TEST(RateLimit, PassesItsNumberPerSecond) {
     for (int i = 0; i < 100; ++i) {
         passed += limit.pass(now + std::chrono::milliseconds(i * 20)) ? 1 : 0;
     }
-    EXPECT_NEAR(passed, 10 + 20, 1); // at once, and in two seconds
+    EXPECT_NEAR(passed, 10 + 20, 1); // 10 at once and 20 in two seconds
 }
 
 } // namespace

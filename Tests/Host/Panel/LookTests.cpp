@@ -20,7 +20,7 @@ TEST(LookEditor, EditsKeysInTheirUnit) {
     const Parameter parameter = FloatSlider();
     const PlaceOfFrame placeOf = Place;
     struct Row {
-        const char* start; ///< empty: the default
+        const char* start; ///< the setting before `change`; empty: the default
         std::function<void(LookEditor&)> change;
         const char* end;
     };

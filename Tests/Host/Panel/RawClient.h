@@ -32,7 +32,7 @@ public:
         static_cast<void>(::send(mSocket, text.data(), text.size(), MSG_NOSIGNAL));
     }
 
-    /// Receives until the server closes the connection or nothing comes for so long.
+    /// Receives until the server closes the connection or no more bytes come for `milliseconds`.
     std::string receive(int milliseconds = 5000) const {
         std::string all;
         std::array<char, 4096> piece{};
@@ -47,8 +47,8 @@ public:
         return all;
     }
 
-    /// Returns the status of the answer, 0 if there is none. `request` asks to close the
-    /// connection.
+    /// Sends `request` and returns the status of the answer; 0 if there is none. The request must
+    /// ask to close the connection.
     static int statusOf(std::uint16_t port, const std::string& request) {
         const RawClient client(port);
         client.send(request);

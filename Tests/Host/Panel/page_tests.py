@@ -316,7 +316,7 @@ class OtherPrograms(PageTest):
             self.assertMakes(program, made)
 
     def assertMakes(self, program, made):
-        """That a line makes page.png again, as `made`."""
+        """Asserts that the line for `program` makes page.png again, as the file `made`."""
         modules = os.path.join(os.path.dirname(COMMAND), "../lib/frei0r-1")
         environment = {**os.environ, "FREI0R_PATH": modules, "TESSELUNE_RENDERER": "software"}
 

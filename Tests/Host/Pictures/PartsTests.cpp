@@ -23,7 +23,7 @@ using OIIO::TypeDesc;
 constexpr int kWidth = 12;
 constexpr int kHeight = 10;
 
-/// Part of a file, whose channels and pixels differ in value.
+/// A part of a file. All of its channels and pixels differ in value.
 struct RawPart {
     ImageSpec layout;
     std::vector<float> values;

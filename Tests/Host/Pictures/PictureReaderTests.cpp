@@ -35,7 +35,7 @@ protected:
 TEST_F(PictureReader, ReadsStraightArgbAtTheFilesDepth) {
     constexpr float k8 = 1.0F / 255;
     constexpr float k16 = 1.0F / 65535;
-    constexpr float kThird = 1.0F / 3; // a level of 16 bits
+    constexpr float kThird = 1.0F / 3; // one of the levels of 16 bits
     struct Row {
         const char* name;
         std::vector<float> pixel;
@@ -123,11 +123,11 @@ TEST_F(PictureReader, FindsColourAmongOtherChannels) {
 
 TEST_F(PictureReader, UsesTheDisplayWindowAsFrame) {
     struct Row {
-        std::vector<float> pixel; ///< of a data window of 4 x 4
+        std::vector<float> pixel; ///< of all pixels of a data window of 4 x 4
         int x;
         int y;
         std::size_t losses;
-        std::vector<float> around; ///< alpha, red, green, blue
+        std::vector<float> around; ///< alpha, red, green, blue outside the data window
     };
     const Row rows[] = {{{1, 0.5F, 0.25F, 1}, 102, 51, 0, {0, 0, 0, 0}},
                         {{1, 0.5F, 0.25F}, 102, 51, 0, {1, 0, 0, 0}},
@@ -194,7 +194,7 @@ TEST_F(PictureReader, KeepsThePixelAspectRatio) {
     EXPECT_EQ(static_cast<A_u_long>(ratio.num), 2 * ratio.den);
 }
 
-/// Limits the library to pictures of so many megabytes, until destroyed.
+/// Limits OpenImageIO to pictures of `megabytes` as long as the object exists.
 class PictureLimit {
 public:
     explicit PictureLimit(int megabytes) { OIIO::attribute(kName, megabytes); }
@@ -220,7 +220,7 @@ TEST_F(PictureReader, RefusesPicturesBeyondTheSizeLimit) {
     }
 }
 
-/// Returns a GIF file that claims this size and holds one pixel.
+/// Returns a GIF file that claims `width` by `height` pixels and holds one.
 std::string GifOf(std::uint16_t width, std::uint16_t height) {
     std::string size;
     for (const std::uint16_t side : {width, height}) {
@@ -300,7 +300,7 @@ TEST_F(PictureReader, NamesTheFormatsThatItRefuses) {
                   " read");
 }
 
-/// Returns a PSD file that claims so many channels and holds one RGB pixel.
+/// Returns a PSD file that claims `channels` channels and holds one RGB pixel.
 std::string PsdOf(char channels) {
     return "8BPS\0\1\0\0\0\0\0\0\0"s + std::string(1, channels) + "\0\0\0\1\0\0\0\1\0\x08\0\3"s +
            std::string(3 * 4, '\0') + "\0\0\xff\x80\0"s;

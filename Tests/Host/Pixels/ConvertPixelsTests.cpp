@@ -17,7 +17,7 @@ constexpr std::ptrdiff_t kHeight = 3;
 constexpr std::ptrdiff_t kGap = 5; ///< bytes between rows
 constexpr std::byte kUntouched{0xa7};
 
-/// Alpha, red, green, blue.
+/// A pixel's alpha, red, green and blue.
 template <typename Channel>
 using Argb = std::array<Channel, 4>;
 
@@ -50,7 +50,7 @@ struct Picture {
                .order = form.order,
                .alpha = form.alpha} {}
 
-    /// Writes a pixel, and returns the one before.
+    /// Writes the pixel at `x`, `y` and returns the pixel that was there.
     Argb<Channel> exchange(std::ptrdiff_t x, std::ptrdiff_t y, const Argb<Channel>& pixel) {
         std::byte* place = view.row(y) + x * static_cast<std::ptrdiff_t>(sizeof pixel);
         const bool alphaLast = view.order == ChannelOrder::Rgba;
@@ -84,15 +84,16 @@ Argb<Channel> Converted(Argb<Channel> pixel, Alpha from, Alpha to, double white)
     return pixel;
 }
 
-/// Compares exactly, floats up to the last bit, which the two formulas may round differently.
+/// Compares integers exactly. Floats may differ in the last bit, because the two formulas may round
+/// differently.
 template <typename Channel>
 bool AreSame(const Argb<Channel>& one, const Argb<Channel>& other) {
-    constexpr double kTolerance = std::numeric_limits<Channel>::epsilon(); // 0 of whole numbers
+    constexpr double kTolerance = std::numeric_limits<Channel>::epsilon(); // 0 for integers
     return std::ranges::equal(
         one, other, [](double a, double b) { return std::abs(a - b) <= kTolerance * std::abs(b); });
 }
 
-/// Returns pixel `i` of a row: 65536 of them have all pairs of colour and alpha at 8 bits.
+/// Returns pixel `i` of a row. 65536 pixels in a row have all pairs of red and alpha at 8 bits.
 template <typename Channel>
 Argb<Channel> Sample(std::ptrdiff_t i, double white) {
     const auto part = [white](std::ptrdiff_t of255) {

@@ -1,6 +1,8 @@
-// An effect for tests of hosts. It copies the picture, and inverts it if asked. The environment
-// sets FAKE_EFFECT: the one fault that it shows FAKE_EFFECT_TRACE: a file to write the code of each
-// command to FAKE_EFFECT_SWITCHES: names, of which each adds a checkbox
+// An effect for tests of hosts. It copies the picture, or inverts it if Invert is on.
+//
+// Environment variables change it. FAKE_EFFECT names the one fault that it shows. FAKE_EFFECT_TRACE
+// names a file that it writes the code of each command to. FAKE_EFFECT_SWITCHES lists names and
+// adds a checkbox for each.
 
 #include "AE_Effect.h"
 #include "AE_EffectCBSuites.h"
@@ -107,7 +109,7 @@ PF_Err ParamsSetup(PF_InData* in, PF_OutData* out) {
     level->fd.valid_max = level->fd.slider_max = 100 << 16;
     level->fd.display_flags = PF_ValueDisplayFlag_PERCENT;
     Definition turn(kTurn, PF_Param_ANGLE, "Turn");
-    Definition mode(kMode, PF_Param_POPUP, "Depth"); // the name of one of the command's options
+    Definition mode(kMode, PF_Param_POPUP, "Depth"); // the command has an option of that name
     mode->pd.num_choices = Shows("choices mismatch") ? 4 : 3;
     mode->pd.dephault = 2;
     mode->pd.u.namesptr = "One|Number Two|3rd!";

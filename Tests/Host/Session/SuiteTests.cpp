@@ -13,7 +13,7 @@
 namespace Kerovane::Host {
 namespace {
 
-/// Plays the effect, which reaches only what the session gives it.
+/// Calls the suites as an effect would, through the records that the session passes to it.
 class Suites : public testing::Test {
 protected:
     EffectSession mSession{FAKE_EFFECT};
@@ -146,7 +146,7 @@ struct Visit {
     bool operator==(const Visit&) const = default;
 };
 
-/// Records its places, copies `in` to `out`, and fails at (2, 0).
+/// Records each place that it is called for, copies `in` to `out`, and fails in column 2.
 PF_Err CopyUntilTwo(void* refcon, A_long x, A_long y, PF_PixelFloat* in, PF_PixelFloat* out) {
     static_cast<std::vector<Visit>*>(refcon)->push_back({x, y});
     *out = *in;

@@ -24,7 +24,7 @@ World Plain(A_long width, A_long height, PF_Pixel8 colour) {
 
 constexpr int kCanvasWidth = 300;
 
-/// Returns the red of a line's pixels, 0 if nothing is drawn there.
+/// Draws `text` and returns the red of the pixels, which is 0 if nothing is drawn there.
 std::vector<float> Drawn(const std::string& text) {
     OIIO::ImageBuf canvas(
         OIIO::ImageSpec(kCanvasWidth, Font::kLineHeight, 4, OIIO::TypeDesc::FLOAT));

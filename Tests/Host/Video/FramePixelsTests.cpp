@@ -24,7 +24,7 @@ TEST(Yuv420, ConvertsByMatrixAndRange) {
     struct Row {
         ColorTags color;
         std::array<std::uint8_t, 3> rgb;
-        std::array<int, 3> yuv; ///< from the recommendations' formulas
+        std::array<int, 3> yuv; ///< by the formulas of ITU-R BT.601 and BT.709
     };
     const ColorTags old{.matrix = AVCOL_SPC_SMPTE170M, .range = AVCOL_RANGE_MPEG};
     const ColorTags hd{.matrix = AVCOL_SPC_BT709, .range = AVCOL_RANGE_MPEG};
@@ -55,12 +55,13 @@ TEST(Yuv420, ConvertsByMatrixAndRange) {
     EXPECT_FALSE(Yuv420::of({.matrix = AVCOL_SPC_YCGCO}));
 }
 
-/// Is linear in each plane, so that interpolation between samples is exact.
+/// Returns the value of a plane at a place. The values are linear in `x` and `y`, so that
+/// interpolation between samples is exact.
 double Ramp(int plane, double x, double y) {
     return plane == 0 ? 20 + 1.5 * x + 0.5 * y : plane == 1 ? 200 - x - 0.5 * y : 30 + 0.5 * x + y;
 }
 
-/// Renders a picture that has the plane's values as its red.
+/// Renders the mosaic of a picture whose red is Ramp() of the plane.
 World MosaicOfRamp(const Software::MosaicParameters& parameters, int plane, A_long width,
                    A_long height) {
     World world(Depth::Float32, width, height);

@@ -49,7 +49,7 @@ protected:
                         " -of compact=p=0:nk=1 -show_entries " + entries + " " + name);
     }
 
-    /// Returns the checksum of the decoded stream.
+    /// Returns the checksum of the stream that `map` selects, as decoded with `options`.
     std::string sumOf(const std::string& name, const std::string& map,
                       const std::string& options = "") const {
         return outputOf("ffmpeg -nostdin -v error -i " + name + " -map " + map + " " + options +

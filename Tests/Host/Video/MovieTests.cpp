@@ -13,10 +13,11 @@ namespace {
 
 const std::string kPictures = "-f lavfi -i testsrc2=size=96x64:rate=25:duration=2 ";
 const std::string kSound = "-f lavfi -i sine=frequency=440:duration=2 ";
-constexpr double kMillisecond = 0.0011; // as some containers round, and a little
+// In seconds. Some containers round times to milliseconds; allows a little more than that.
+constexpr double kMillisecond = 0.0011;
 
 struct Journey {
-    std::string made; ///< by ffmpeg, with these options
+    std::string made; ///< options of the ffmpeg command that makes the movie `from`
     std::string from;
     std::string to;
     bool soundIsCopied = true;
@@ -41,7 +42,7 @@ TEST_F(Movies, KeepTimesAndSound) {
         const std::vector<double> before = timesOf(from);
         const std::vector<double> after = timesOf(to);
         ASSERT_EQ(after.size(), before.size()) << to;
-        for (std::size_t i = 0; i < after.size(); ++i) { // some containers move all by the same
+        for (std::size_t i = 0; i < after.size(); ++i) { // some containers shift all times
             EXPECT_NEAR(after[i] - after[0], before[i] - before[0], kMillisecond) << from << i;
         }
         EXPECT_EQ(sumOf(to, "0:a", "-c copy") == sumOf(from, "0:a", "-c copy"), soundIsCopied)
@@ -52,11 +53,11 @@ TEST_F(Movies, KeepTimesAndSound) {
 }
 
 struct Encoding {
-    std::string source; ///< pixel format
+    std::string source; ///< pixel format of the source movie
     std::string to;
     MovieSettings settings;
-    std::string compared; ///< as pixels of this format
-    double leastLikeness; ///< dB; 0: the same to the bit
+    std::string compared; ///< pixel format in which the movies are compared
+    double leastLikeness; ///< in dB; 0: the pictures must be equal to the bit
 };
 
 TEST_F(Movies, KeepPicturesInEachCodec) {

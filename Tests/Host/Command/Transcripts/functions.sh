@@ -1,10 +1,10 @@
 # Functions for the steps of transcripts.
 
-# Runs the command with the fake effect, which copies a picture, inverts it with --invert true, and
-# shows the fault that FAKE_EFFECT names.
+# Runs the command with the fake effect. That effect copies a picture, inverts it if --invert is
+# true, and shows the fault that FAKE_EFFECT names.
 tesselune() { "$TESSELUNE" --effect "$FAKE_MODULE" "$@"; }
 
-# Runs the command with the effects that are installed.
+# Runs the command with the real effect.
 real() { "$TESSELUNE" "$@"; }
 
 # Prints how two pictures differ, if they do. Takes the options of idiff.
@@ -13,7 +13,7 @@ alike() {
     said=$(idiff "$@") || { echo "$said"; return 1; }
 }
 
-# Makes noise for each of some frames: noise 48x32 1 2 makes in.0001.png and in.0002.png.
+# Makes pictures of noise for some frames: noise 48x32 1 2 makes in.0001.png and in.0002.png.
 noise() {
     local size=$1 frame words=()
     for frame in "${@:2}"; do
@@ -23,7 +23,7 @@ noise() {
     oiiotool "${words[@]}"
 }
 
-# Prints the form of each of some pictures, and its mean colour.
+# Prints the size, channels, compression, bits and mean colour of some pictures.
 forms() {
     local file words=()
     for file; do
