@@ -103,7 +103,7 @@ private:
     /// The frame buffers of one GL context; targets of any size can be attached. Members are
     /// deleted in reverse order.
     struct FrameBuffers {
-        GLFramebuffer mMultisampleFrameBuffer; ///< holds the multisampled render context
+        GLFramebuffer mMultisampleFrameBuffer; ///< target of multisampled frames
         GLFramebuffer mOutputFrameBuffer;      ///< target of the last pass, read back
         GLFramebuffer mResolveFrameBuffer;     ///< receives the multisample resolve
         int mSamples = 0;                      ///< sample count of multisampled targets
