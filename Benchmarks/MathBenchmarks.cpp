@@ -21,7 +21,7 @@ Mat4 Placement() {
     return matrix;
 }
 
-/// Times `operation` on `values`. Hides from the compiler that they stay the same.
+/// Times `operation` on `values`. Hides from the compiler that the values stay the same.
 template <typename Operation, typename... Values>
 void Register(const char* name, Operation operation, Values... values) {
     benchmark::RegisterBenchmark(name, [=](benchmark::State& state) mutable {

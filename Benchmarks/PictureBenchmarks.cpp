@@ -1,4 +1,4 @@
-// Times a frame of the headless host from file to file, and its parts.
+// Times a frame of the headless host from file to file, and each part of that work.
 
 #include "Benchmarks/BenchmarkPicture.h"
 #include "Benchmarks/Names.h"
@@ -103,7 +103,7 @@ void FileToFile(benchmark::State& state, Host::Depth depth) {
         RenderInPlace(renderer, picture);
         writer.write(picture);
     };
-    renderFile(); // builds the programs
+    renderFile(); // builds the GL programs, so that their build is not timed
     for ([[maybe_unused]] auto _ : state) {
         renderFile();
     }

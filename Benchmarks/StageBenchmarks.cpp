@@ -152,7 +152,7 @@ void Resolve(benchmark::State& state, Host::Depth depth) {
 
 void ScreenPass(benchmark::State& state, Host::Depth depth) {
     Stage stage(state, depth);
-    stage.upload(); // sets the multiplier of the depth
+    stage.upload(); // sets the multiplier that the depth needs
     Stage::frameBuffer().beginDrawing();
     const GLTexture picture(Stage::frameBuffer().popRenderContext());
     Stage::frameBuffer().beginDrawing();
@@ -167,7 +167,7 @@ void ScreenPass(benchmark::State& state, Host::Depth depth) {
 
 void ReadBack(benchmark::State& state, Host::Depth depth) {
     Stage stage(state, depth);
-    stage.upload(); // sets the pixel type of the depth
+    stage.upload(); // sets the pixel type that the depth needs
     Stage::frameBuffer().beginDrawing();
     Stage::frameBuffer().endDrawing(stage.multiplier());
     gl::glFinish();
@@ -177,7 +177,7 @@ void ReadBack(benchmark::State& state, Host::Depth depth) {
 }
 
 /// Times a shader build. Includes a draw, because the driver generates machine code at the first
-/// one.
+/// draw.
 void ShaderBuild(benchmark::State& state, int shapeType) {
     Stage stage(state, Host::Depth::Bits8);
     stage.set("Shape Type", shapeType + 1);

@@ -25,7 +25,7 @@ int Run(int argc, char** argv) {
     RegisterPictureBenchmarks();
     RegisterMathBenchmarks();
 
-    std::ostream output(std::cout.rdbuf()); // the reporter's: std::cout itself is silenced below
+    std::ostream output(std::cout.rdbuf()); // for the reporter: std::cout is silenced below
     const Kerovane::Host::SilentThread silent;
     const std::unique_ptr<benchmark::BenchmarkReporter> reporter(
         benchmark::CreateDefaultDisplayReporter());

@@ -8,7 +8,7 @@ namespace Kerovane::Fuzz {
 
 namespace {
 
-/// The session's own callback, which the careless one calls first.
+/// The session's own callback, which CheckoutParam below calls first.
 decltype(PF_InteractCallbacks::checkout_param) gCheckoutParam = nullptr;
 
 /// The frame being rendered.

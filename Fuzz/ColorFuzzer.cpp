@@ -44,7 +44,7 @@ double ChannelAt(const std::string& text, std::size_t place, std::size_t width) 
     return value / (width == 1 ? 15.0F : 255.0F);
 }
 
-/// Reads the same colour channel by channel.
+/// Reads the colour of `text` channel by channel, independently of the constructor.
 Color ReadByDigits(const std::string& text) {
     const std::size_t digits = text.size() - 1;
     const std::size_t width = digits < 6 ? 1 : 2;

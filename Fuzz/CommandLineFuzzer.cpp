@@ -1,5 +1,5 @@
-// Command lines, with arguments separated by zero bytes: parsed like the command does, up to the
-// point at which files would be opened.
+// Command lines, with arguments separated by zero bytes: parsed as the command parses them, up to
+// the point at which files would be opened.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/SampleEffect.h"
 #include "Fuzz/TextInput.h"

@@ -16,7 +16,8 @@ namespace {
 
 using Host::World;
 
-/// Fills output layers before rendering, so that bytes that were written can be told from others.
+/// Fills output layers before rendering, so that the bytes that the effect wrote can be told from
+/// the others.
 constexpr std::byte kUntouched{0xa5};
 
 bool IsUntouched(std::span<const std::byte> bytes) {
@@ -59,7 +60,8 @@ World Render(CarelessHost& host, const FuzzedFrame& frame) {
 }
 
 /// Returns whether the frame's angle folds to exactly 360 degrees in single precision. Such an
-/// angle is in no quadrant, so the sweep starts where that of the frame before did.
+/// angle is in no quadrant, so the transition's sweep starts at the same corner as in the previous
+/// frame.
 bool DependsOnEarlierFrames(const FuzzedFrame& frame) {
     constexpr std::size_t kDirection = 12;
     const auto degrees = static_cast<float>(frame.values[kDirection].whole * 0x1p-16);

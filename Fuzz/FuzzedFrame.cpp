@@ -13,7 +13,7 @@ using Host::World;
 
 constexpr Depth kDepths[] = {Depth::Bits8, Depth::Bits16, Depth::Float32};
 
-/// Edge cases of popups, of sizes and of 16.16 fixed point.
+/// Edge cases of popups, of sizes and of fixed-point numbers, which are stored times 65536.
 constexpr A_long kWholes[] = {
     std::numeric_limits<A_long>::min(), -1, 0, 1, 2, 3, 4, 24, 50 << 16, 100 << 16, 101 << 16,
     std::numeric_limits<A_long>::max()};
@@ -42,7 +42,8 @@ RawValue TakeValue(FuzzedDataProvider& data) {
             .real = EdgeOr(data, kReals, data.ConsumeFloatingPoint<double>())};
 }
 
-/// Takes a layer's size. Most layers are small, because a software rasteriser draws them.
+/// Takes a layer's size and row padding. Most layers are small, because a software rasteriser draws
+/// large ones slowly.
 FuzzedFrame::Layer TakeLayer(FuzzedDataProvider& data) {
     constexpr A_long kLargeSide = 4096;
     constexpr A_long kSmallSide = 64;

@@ -11,8 +11,8 @@ namespace Kerovane::Fuzz {
 
 /// The value that a careless host puts into a parameter's record.
 struct RawValue {
-    A_long whole = 0; ///< or the bits of a fixed-point number
-    PF_FpLong real = 0;
+    A_long whole = 0;   ///< for integers, popups and fixed-point numbers
+    PF_FpLong real = 0; ///< for floats
 };
 
 /** A frame that a careless host requests: its layers, parameters and records. */

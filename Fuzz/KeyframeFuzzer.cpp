@@ -11,7 +11,7 @@ namespace {
 using Host::Keyframes;
 using Host::Parameter;
 
-/// Frames over the range of a host's time.
+/// Frames at which the values are checked: they span the range of a host's time.
 constexpr double kFrames[] = {-2147483648.0, -1.0, 0.0, 0.5, 1001.0, 1050.25, 2147483647.0};
 
 void CheckValues(const Parameter& parameter, const Keyframes& keyframes) {

@@ -17,7 +17,7 @@ using Host::MovieFrame;
 using Host::MovieReader;
 using Host::MovieWriter;
 
-/// Returns whether the frames are small: larger ones only take longer.
+/// Returns whether the frames are small. Larger frames take longer and find nothing more.
 bool IsSmall(const Host::MovieForm& form) {
     constexpr int kMostPixels = 256 * 256;
     return std::int64_t{form.width} * form.height <= kMostPixels;

@@ -1,5 +1,5 @@
-// Picture files: the first byte picks the format of the file name's extension, the second the
-// depth.
+// Picture files: the first byte picks the file name's extension, and with it the format; the second
+// byte picks the depth.
 #include "Fuzz/Oracle.h"
 #include "Fuzz/TextInput.h"
 #include "Host/Pictures/PictureReader.h"
@@ -42,7 +42,7 @@ void CheckPicture(const Picture& picture, std::optional<Depth> depth) {
     Expect(ratio.num > 0 && ratio.den > 0, "pixels have a shape");
 }
 
-/// Writes the picture, metadata included, and reads it again.
+/// Writes the picture, metadata included, and reads it again. Does nothing for a large picture.
 void CheckCanBeWritten(const Picture& picture, const std::filesystem::path& target) {
     constexpr A_long kLargest = 64;
     if (std::max(picture.origin().width, picture.origin().height) > kLargest) {

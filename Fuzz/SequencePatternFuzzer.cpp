@@ -38,7 +38,7 @@ void CheckFindsItsFile(const SequencePattern& pattern, const std::filesystem::pa
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     using namespace Kerovane::Fuzz;
     const std::string_view text = TextOf(data, size);
-    // Only parses the text as it is: it may name files outside the folder.
+    // Only parses the text, without opening files: the text may name files outside the folder.
     ReadOrError([text] { return Kerovane::Host::SequencePattern::parse(text); });
     if (!IsFileName(text)) {
         return 0;

@@ -14,7 +14,7 @@ WRITTEN = [("PNG", "png"), ("JPEG", "jpg"), ("OpenEXR", "exr"), ("TIFF", "tif"),
            ("Radiance HDR", "hdr")]
 REFUSED = ["jp2", "fits", "iff", "sgi", "rla", "ico", "heic"]
 BITS = ["8", "10", "12", "16", "half", "float"]
-COLOUR = (0.8, 0.4, 0.2)  # of every pixel, so that the effect changes nothing
+COLOUR = (0.8, 0.4, 0.2)  # of every pixel: the effect leaves an even picture unchanged
 
 
 def run(*words):
@@ -37,7 +37,7 @@ def make_source():
     colour = ",".join(map(str, COLOUR))
     oiiotool("--create", "64x48", "5", "--chnames", "R,G,B,A,Z", "--fill:color=" + colour + ",1,7",
              "64x48", "--attrib", "Copyright", "someone", "-d", "float", "-o", "in.exr")
-    # WebP drops an alpha channel that is opaque everywhere.
+    # Makes alpha 0.5, because WebP drops an alpha channel that is opaque everywhere.
     oiiotool("in.exr", "--ch", "R,G,B,A=0.5", "-o", "clear.exr")
 
 
@@ -59,7 +59,7 @@ def colour_of(file):
 
 
 def bits_of(extension):
-    """Returns the bits per channel that the format stores. Raises RuntimeError if a file differs."""
+    """Returns the bits per channel that the format stores. Raises RuntimeError for a wrong file."""
     found = []
     for bits in BITS:
         out = f"bits.{extension}"

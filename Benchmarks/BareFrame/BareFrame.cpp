@@ -23,13 +23,13 @@ using Tesselune::GLVertexArray;
 using Tesselune::MosaicShaderManager;
 using Tesselune::OpenglShader;
 
-/// x, y, u, v.
+/// Six vertices, each x, y, u, v.
 constexpr std::array<float, 24> kMosaicVertices = {
     1.0F,  -1.0F, 1.0F, 0.0F, 1.0F,  1.0F,  1.0F, 1.0F, -1.0F, 1.0F,  0.0F, 1.0F,
     -1.0F, 1.0F,  0.0F, 1.0F, -1.0F, -1.0F, 0.0F, 0.0F, 1.0F,  -1.0F, 1.0F, 0.0F,
 };
 
-/// x, y, z, u, v.
+/// Six vertices, each x, y, z, u, v.
 constexpr std::array<float, 30> kScreenVertices = {
     1.0F,  -1.0F, 0.0F, 1.0F, 0.0F, 1.0F,  1.0F,  0.0F, 1.0F, 1.0F, -1.0F, 1.0F,  0.0F, 0.0F, 1.0F,
     -1.0F, 1.0F,  0.0F, 0.0F, 1.0F, -1.0F, -1.0F, 0.0F, 0.0F, 0.0F, 1.0F,  -1.0F, 0.0F, 1.0F, 0.0F,

@@ -12,16 +12,16 @@ namespace Kerovane::Benchmarks {
 /// The parameters that differ between measured frames; all others have the effect's defaults.
 struct Cells {
     int shapeType = 0;       ///< 0 square, 1 triangle
-    int size = 10;           ///< pixels
-    int levels = 3;          ///< Size Level
-    double sizeRandom = 0.0; ///< percent
+    int size = 10;           ///< height of a cell in pixels
+    int levels = 3;          ///< sizes above the normal size, each twice the one before
+    double sizeRandom = 0.0; ///< share of the picture with random sizes, in percent
 };
 
 /**
  * The lower bound that the effect's frame is measured against: its GL calls in the same order, and
  * the copies between the host's rows and a block without padding, and nothing else. Uses the
- * effect's own mosaic program, so that both draw the same picture with the same arithmetic. Draws
- * one sample a pixel, as the effect does on a software rasteriser.
+ * effect's own mosaic program, so that the bare frame and the effect draw the same picture with the
+ * same arithmetic. Draws one sample a pixel, as the effect does on a software rasteriser.
  */
 class BareFrame {
 public:

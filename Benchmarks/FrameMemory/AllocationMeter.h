@@ -8,7 +8,7 @@ namespace Kerovane::Benchmarks {
 
 /**
  * Runs `run` and returns the peak of the heap memory, in bytes, that the module and the program,
- * including the host, allocated since it began. Blocks below 4 KiB and allocations of other
+ * including the host, allocated during the run. Blocks below 4 KiB and allocations of other
  * libraries, such as the driver, do not count. Only one measurement at a time.
  *
  * Replaces the process's allocation functions, so the program must export its symbols. `module` is

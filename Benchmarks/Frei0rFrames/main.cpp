@@ -1,6 +1,6 @@
-// Times a frame in ffmpeg: with this filter, ffmpeg's pixelize and frei0r's pixeliz0r, beside the
-// bare render command on the same frame. Each round runs every one once, so that other load on the
-// machine affects all alike. Prints the medians of the rounds.
+// Times a frame in ffmpeg: with this project's filter, ffmpeg's pixelize and frei0r's pixeliz0r,
+// beside the bare render command on the same frame. Each round runs each of the four once, so that
+// other load on the machine affects all alike. Prints the medians of the rounds.
 
 #include "Host/Frames/SilentThread.h"
 #include "Host/Frames/WorldView.h"
@@ -29,7 +29,7 @@ constexpr A_long kWidth = 1920;
 constexpr A_long kHeight = 1080;
 constexpr int kRounds = 25;
 constexpr int kFrames = 11;
-constexpr int kWarmUp = 2; ///< frames that do not count
+constexpr int kWarmUp = 2; ///< first frames, left out of the median
 
 double Median(std::vector<double> values) {
     const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
@@ -38,7 +38,7 @@ double Median(std::vector<double> values) {
 }
 
 void Run(const std::string& line) {
-    if (std::system(line.c_str()) != 0) { // NOLINT(cert-env33-c): for its redirections
+    if (std::system(line.c_str()) != 0) { // NOLINT(cert-env33-c): the shell redirects the output
         throw std::runtime_error("failed: " + line);
     }
 }

@@ -1,5 +1,6 @@
 // Times frames of 1920 x 1080 floats in turns: through the OpenFX module, and with the renderer
-// alone on layers in its own pixel form.
+// alone on layers in the renderer's own pixel form. Prints what the module adds to a frame, in
+// copies of the frame's bytes.
 #include "Host/Frames/FrameRenderer.h"
 #include "Platform/Memory/FreedMemory.h"
 #include "Tests/Adapters/OpenFX/OpenFXHost.h"
@@ -55,7 +56,7 @@ void Measure(const OpenFX::OpenFXHost& host, Host::FrameRenderer& renderer, Host
     std::vector<double> bare;
     std::vector<double> copies;
     std::vector<double> added;
-    for (int round = -2; round < kRounds; ++round) { // two to warm up
+    for (int round = -2; round < kRounds; ++round) { // those below 0 warm up
         const double byAdapter = MillisecondsOf([&] { host.render(effect); });
         const double byRenderer =
             MillisecondsOf([&] { renderer.render({}, {}, ViewOf(in), ViewOf(out), with); });

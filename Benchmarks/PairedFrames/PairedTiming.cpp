@@ -49,8 +49,8 @@ Estimate EstimateMedian(std::vector<double> sample) {
     std::ranges::sort(sample);
     const std::size_t count = sample.size();
     const double median = (sample[(count - 1) / 2] + sample[count / 2]) / 2;
-    // The number of values below the true median is binomially distributed; with a probability of
-    // 99 % it lies between these two ranks.
+    // The number of values below the true median is binomially distributed. With a probability of
+    // 99 % the true median lies between the values at the ranks `low` and count - 1 - `low`.
     constexpr double kDeviations = 2.576;
     const double reach = kDeviations * std::sqrt(static_cast<double>(count)) / 2;
     const double rank = std::floor((static_cast<double>(count) - 1) / 2 - reach);

@@ -6,7 +6,8 @@
 
 namespace Kerovane::Benchmarks {
 
-/// One of the compared sides. `prepare` runs before each `frame` and is not timed.
+/// One of the sides, the kinds of frame that are compared. `prepare` runs before each `frame` and
+/// is not timed.
 struct Side {
     std::string name;
     std::function<void()> prepare;
@@ -16,7 +17,7 @@ struct Side {
 /// The times of one side, one for each round, in milliseconds.
 struct Times {
     std::vector<double> wall;
-    std::vector<double> cpu; ///< of the whole process, including the rasteriser's threads
+    std::vector<double> cpu; ///< processor time of all threads, including the rasteriser's
 };
 
 /// A median with its bounds at 99 % confidence. The bounds of a sample of fewer than 8 values are
@@ -37,7 +38,7 @@ std::vector<Times> TimeInTurn(const std::vector<Side>& sides, int rounds);
 /// Estimates the median of a sample, which must not be empty, of any distribution.
 Estimate EstimateMedian(std::vector<double> sample);
 
-/// Estimates the median of the quotients, one for each round.
+/// Estimates the median of each round's numerator / denominator.
 Estimate EstimateRatio(const std::vector<double>& numerators,
                        const std::vector<double>& denominators);
 

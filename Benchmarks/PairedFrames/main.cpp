@@ -57,8 +57,8 @@ struct Worlds {
     Host::World output;
 };
 
-/// Makes a side that sends the render command of `effect` on `worlds`, which must outlive it, with
-/// no host context current.
+/// Makes a side that sends the render command of `effect` on `worlds`, which must outlive the side.
+/// No host context is current.
 Side EffectSide(std::string name, Host::Effect& effect, const Cells& cells, Worlds& worlds) {
     return {.name = std::move(name),
             .prepare = [] { Platform::ReleaseCurrentEglContext(); },
@@ -199,7 +199,7 @@ json CompareModules(Host::Effect& effect, const Settings& settings) {
 }
 
 /// Compares the module that stores floats with the one that stores 8 bits, at the depths that the
-/// former is for.
+/// float module is for.
 json CompareFloats(Host::Effect& effect, const Settings& settings) {
     Host::Effect floats(TESSELUNE_FLOAT_MODULE);
     json rows = json::array();
@@ -325,7 +325,8 @@ int Run(int argc, char** argv) {
         ->check(CLI::ExistingFile);
     CLI11_PARSE(app, argc, argv);
 
-    // As the command does. Otherwise page faults would hit either side by chance.
+    // Keeps freed memory, as the command does. Otherwise page faults would hit either side by
+    // chance.
     Platform::KeepFreedMemory();
     const json rows = Compared(*modules      ? CompareModules
                                : *floats     ? CompareFloats

@@ -9,7 +9,7 @@ import sys
 
 from webdriver import Browser, Panel
 
-# From the event to the frame that the new picture is painted in.
+# Measures from the slider's event to the browser's frame that paints the new picture.
 SCRIPT = """
 const slider = document.querySelector('[data-option="size"] input[type=range]');
 const stage = document.getElementById('stage');

@@ -10,7 +10,7 @@ import statistics
 import subprocess
 import sys
 
-CELL = 10  # pixels
+CELL = 10  # side of a cell in pixels
 SIZE = (1920, 1080)
 FRAMES = 200
 

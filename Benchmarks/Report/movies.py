@@ -11,9 +11,9 @@ import sys
 import tempfile
 import time
 
-CELL = 10  # pixels
+CELL = 10  # side of a cell in pixels
 FRAMES = 900
-QUALITY = {"tesselune": "66", "ffmpeg": "18"}  # equal; tesselune has one scale for all codecs
+QUALITY = {"tesselune": "66", "ffmpeg": "18"}  # the same: tesselune's 66 means crf 18
 PICTURES = f"mandelbrot=size=1920x1080:rate=25,trim=end_frame={FRAMES}"
 
 

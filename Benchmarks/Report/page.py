@@ -18,8 +18,8 @@ BEGIN, END = "<!-- figures: begin -->", "<!-- figures: end -->"
 PICTURES = "pictures/performance"
 COLOURS = {"effect": "#b5543f", "bare": "#7a8b99", "memcpy": "#c9b458", "rival": "#5d7f8f"}
 FULL_HD = 1920 * 1080
-MOVIE_GOAL = 0.95  # of the wall time of ffmpeg with its pixelize
-STAGES = ["begin drawing", "upload", "draw", "resolve", "screen pass", "read-back"]  # in order
+MOVIE_GOAL = 0.95  # at most, as a share of the wall time of ffmpeg with its pixelize
+STAGES = ["begin drawing", "upload", "draw", "resolve", "screen pass", "read-back"]  # first to last
 PARAMETERS = ["Size 2", "Size 10", "Size 50", "Size 500", "5 levels"]
 
 
@@ -71,7 +71,7 @@ def pixels(row):
 
 
 def stage_times(benchmarks):
-    """Returns the median processor and wall time in milliseconds by the benchmark's bare name."""
+    """Returns the median processor and wall time in milliseconds by name, without its arguments."""
     factor = {"ns": 1e-6, "us": 1e-3, "ms": 1.0}
     times = {}
     for entry in benchmarks["benchmarks"]:
@@ -143,7 +143,7 @@ def shot_times(stages):
     """Returns a shot's milliseconds per frame at 8 bits: whole, lower bound, sum of its stages.
 
     A frame takes no less than the longest stage, nor than its processor time divided by the
-    processors.
+    number of processors.
     """
     parts = [stages[f"PNG/{part}/8 bits"][1] for part in ("read", "render", "write")]
     cpu, whole = stages["PNG/shot/8 bits"]

@@ -16,7 +16,7 @@ import time
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 SHADERS = ROOT / "Plugins/Tesselune/Sources/Shaders"
-CELL = 10  # pixels
+CELL = 10  # side of a cell in pixels
 SIZE = (1920, 1080)
 FRAMES = 21  # in runs that measure the cost of a further frame
 
@@ -99,8 +99,8 @@ def commands(tesselune, source, folder):
     """Returns the command lines of each tool's runs: file to file, and with or without the filter.
 
     The cost of a further frame is (long - short) - (bare long - bare short), divided by the number
-    of frames between. GEGL handles one picture a run: its filter's cost is the run with the filter
-    less the run without it.
+    of frames that the long run has more than the short one. GEGL handles one picture a run: its
+    filter's cost is the run with the filter less the run without it.
     """
     null = ["-f", "null", "-"]
     pixelize = [f"pixelize=w={CELL}:h={CELL}"]
@@ -139,7 +139,7 @@ def commands(tesselune, source, folder):
 
 def timed(command):
     """Returns a command's wall and processor time in milliseconds."""
-    # GStreamer without a display: the EGL device platform, as the effect uses.
+    # Runs GStreamer without a display, on the EGL device platform, which the effect uses too.
     environment = dict(os.environ, GST_GL_PLATFORM="egl", GST_GL_WINDOW="egl-device")
     with tempfile.TemporaryFile() as log:
         start = time.monotonic()

@@ -23,7 +23,7 @@ typedef A_long PF_Cmd;
 typedef A_long PF_ParamIndex;
 typedef A_long PF_ParamType;
 typedef A_long PF_ParamValue;
-typedef A_long PF_Fixed; /* 16.16 */
+typedef A_long PF_Fixed; /* fixed point: the number times 65536 */
 typedef A_u_char PF_Boolean;
 typedef A_FpShort PF_FpShort;
 typedef A_FpLong PF_FpLong;
@@ -185,8 +185,8 @@ typedef struct {
     PF_ParamValue value;
     A_char value_str[32];
     A_char value_desc[32];
-    PF_ParamValue valid_min, valid_max;   /* what can be typed */
-    PF_ParamValue slider_min, slider_max; /* what the slider reaches */
+    PF_ParamValue valid_min, valid_max;   /* limits of a typed value */
+    PF_ParamValue slider_min, slider_max; /* ends of the slider */
     PF_ParamValue dephault;
 } PF_SliderDef;
 
@@ -197,7 +197,7 @@ typedef struct {
     PF_Fixed valid_min, valid_max;
     PF_Fixed slider_min, slider_max;
     PF_Fixed dephault;
-    A_short precision; /* decimals shown */
+    A_short precision; /* number of decimals shown */
     A_short display_flags;
 } PF_FixedSliderDef;
 
@@ -231,7 +231,7 @@ typedef struct {
 } PF_CheckBoxDef;
 
 typedef struct {
-    PF_ParamValue value; /* counted from 1 */
+    PF_ParamValue value; /* number of the choice, from 1 */
     A_short num_choices;
     A_short dephault;
     union {
@@ -287,7 +287,7 @@ typedef struct PF_InData {
     A_long num_params;
     A_long what_cpu;
     A_long what_fpu;
-    A_long current_time; /* in units of 1 / time_scale seconds, as the four below */
+    A_long current_time; /* in units of 1 / time_scale seconds, as the three below */
     A_long time_step;
     A_long total_time;
     A_long local_time_step;

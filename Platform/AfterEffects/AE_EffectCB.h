@@ -3,7 +3,8 @@
  * declares the types.
  */
 /*
- * Before the include guard, because AE_Effect.h includes this header once its types are declared.
+ * Includes AE_Effect.h before the include guard: AE_Effect.h in turn includes this header once it
+ * has declared the types.
  */
 #include "AE_Effect.h"
 
@@ -16,7 +17,7 @@ extern "C" {
 
 /* Interaction with the host about parameters, progress and interruption. */
 typedef struct PF_InteractCallbacks {
-    /* Fills `param` with the parameter's value at a time. Each checkout needs a checkin. */
+    /* Fills `param` with the parameter's value at `what_time`. Each checkout needs a checkin. */
     PF_Err (*checkout_param)(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long what_time,
                              A_long time_step, A_u_long time_scale, PF_ParamDef* param);
     PF_Err (*checkin_param)(PF_ProgPtr effect_ref, PF_ParamDef* param);

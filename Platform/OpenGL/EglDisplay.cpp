@@ -123,7 +123,8 @@ void* CreateEglContext(void* display, void* shareWith) {
                                  EGL_CONTEXT_OPENGL_PROFILE_MASK,
                                  EGL_CONTEXT_OPENGL_CORE_PROFILE_BIT,
                                  EGL_NONE};
-    // eglBindAPI is per thread, and the host may be using OpenGL ES on this thread.
+    // Remembers the API that the host has bound on this thread, possibly OpenGL ES, to bind it
+    // again below.
     const EGLenum hostApi = eglQueryAPI();
     eglBindAPI(EGL_OPENGL_API);
     EGLContext context = eglCreateContext(display, ConfigOf(display), shareWith, attributes);

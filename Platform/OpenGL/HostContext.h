@@ -15,7 +15,8 @@ struct EglBinding {
     bool operator==(const EglBinding&) const = default;
 };
 
-/// The same for GLX, with its display and drawables.
+/// A thread's current GLX context, with its display and drawables. All null or 0 if the thread has
+/// none.
 struct GlxBinding {
     void* display = nullptr;
     unsigned long drawDrawable = 0;
@@ -38,7 +39,8 @@ GlxBinding CurrentGlxBinding();
 void MakeCurrent(const EglBinding& binding);
 void MakeCurrent(const GlxBinding& binding);
 
-/// Release the calling thread's context of that kind. Do nothing if there is none.
+/// Release the EGL or the GLX context that the calling thread has current. Do nothing if there is
+/// none.
 void ReleaseCurrentEglContext();
 void ReleaseCurrentGlxContext();
 

@@ -72,7 +72,7 @@ thread_local LastMadeCurrent mLastMadeCurrent;
 
 OpenGLContext::OpenGLContext(const OpenGLContext* shareWith)
     : mDisplay(ChosenEglDisplay().display), mId(mNextId++) {
-    mLiveIds.add(mId); // may throw: before the context exists, which nobody would own yet
+    mLiveIds.add(mId); // may throw; the context, which would leak, does not exist yet
     if (mDisplay != nullptr && (shareWith == nullptr || shareWith->isValid())) {
         mContext = CreateEglContext(mDisplay, shareWith != nullptr ? shareWith->mContext : nullptr);
     }

@@ -9,9 +9,9 @@ class OpenGLContext {
 public:
     /**
      * Creates a context that shares textures, buffers and programs with `shareWith` (null: with
-     * none). If no driver offers one, or `shareWith` is not valid, this object is not valid:
-     * makeCurrent then leaves the thread without an EGL context, so that GL calls have no effect
-     * unless the host has a GLX context current.
+     * none). If no driver offers such a context, or `shareWith` is not valid, this object is not
+     * valid: makeCurrent then leaves the thread without an EGL context, so that GL calls have no
+     * effect unless the host has a GLX context current.
      */
     explicit OpenGLContext(const OpenGLContext* shareWith);
     ~OpenGLContext();
@@ -23,8 +23,8 @@ public:
     /// Returns whether this context is current on the calling thread. False if it is not valid.
     bool isCurrent() const;
 
-    /// Makes this context current on the calling thread instead of any other EGL context. It is
-    /// released when the thread ends. If EGL refuses, because another thread has the context
+    /// Makes this context current on the calling thread instead of any other EGL context. The
+    /// thread releases it when it ends. If EGL refuses, because another thread has the context
     /// current or this thread has a GLX context, no EGL context is current afterwards.
     void makeCurrent() const;
 

@@ -57,8 +57,8 @@ TEST(PairedTiming, BoundsASmallSampleByItsExtremes) {
 }
 
 TEST(PairedTiming, EstimatesRatiosRoundByRound) {
-    // Each round is twice as slow as the one before; the first side is 1.5 times the second in all
-    // of them.
+    // Each round is twice as slow as the one before; the first side takes 1.5 times as long as the
+    // second in every round.
     std::vector<double> base(20, 1.0);
     std::partial_sum(base.begin(), base.end(), base.begin(),
                      [](double last, double) { return 2 * last; });
@@ -79,7 +79,7 @@ TEST(PairedTiming, RotatesTheSidesAndPreparesEachFrame) {
                          .frame = [&order, name] { order += name; }});
     }
     const std::vector<Times> times = TimeInTurn(sides, 4);
-    EXPECT_EQ(order, ".a.b.c.b.c.a.c.a.b.a.b.c.b.c.a.c.a.b"); // two rounds don't count
+    EXPECT_EQ(order, ".a.b.c.b.c.a.c.a.b.a.b.c.b.c.a.c.a.b"); // six rounds: two warm up
     ASSERT_EQ(times.size(), 3U);
     for (const Times& side : times) {
         EXPECT_EQ(side.wall.size(), 4U);

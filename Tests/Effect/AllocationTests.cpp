@@ -8,7 +8,8 @@
 
 namespace {
 
-/// Number of the module's own allocation that fails next (1: the next one, 0: none).
+/// Makes the `nth` allocation that `module` itself requests fail (1: the first, 0: none). `count`
+/// counts these allocations.
 struct {
     std::string_view module = {};
     int nth = 0;
@@ -22,8 +23,8 @@ bool IsInTheModule(const void* address) {
 
 } // namespace
 
-// Replaces the standard library's, for the module too. Drivers and other libraries always get
-// memory.
+// Replace the standard library's operators, for the module too. Drivers and other libraries always
+// get memory.
 
 void* operator new(std::size_t size) {
     if (mFault.nth != 0 && IsInTheModule(__builtin_return_address(0)) &&
@@ -40,7 +41,7 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return std::malloc(size != 0 ? size : 1);
 }
 
-// Not inlined: the compiler would see free() called on memory of operator new and warn.
+// Not inlined, because the compiler would see free() called on memory of operator new and warn.
 
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
@@ -58,7 +59,8 @@ class Allocations : public CommandWalk {
 protected:
     Allocations() { mHostContext.makeCurrent(); }
 
-    /// Sends the command with its `nth` allocation failing. Returns false if it makes fewer.
+    /// Sends the command with its `nth` allocation failing. Returns false if the command makes
+    /// fewer than `nth` allocations.
     static bool failsWithout(const Command& command, int nth) {
         mFault = {.module = GetParam().file, .nth = nth, .count = 0};
         bool fails = false;

@@ -28,7 +28,7 @@ TEST_F(Commands, UnusedCommandsDoNothing) {
         host.recover();
         EXPECT_EQ(mSession.call(command), PF_Err_NONE) << command;
         EXPECT_EQ(host.calls(), HostCallCounts{}) << command;
-        // Compares all bytes, padding included: both were filled with the same mark.
+        // Compares all bytes, padding included: both records were filled with the same mark.
         EXPECT_EQ(std::memcmp(static_cast<const void*>(&before),
                               static_cast<const void*>(&mSession.outData()), sizeof before),
                   0)

@@ -16,7 +16,7 @@ struct Command {
     std::string name;
     std::function<void()> before; ///< brings the effect into the state for the command
     std::function<PF_Err()> send;
-    std::function<void()> after; ///< brings it back into a state in which it renders
+    std::function<void()> after; ///< brings the effect back into a state in which it renders
 };
 
 /** A test that makes every command fail and checks that nothing is left behind. */
@@ -27,7 +27,8 @@ protected:
 
     static Host::World input(Host::Depth depth);
 
-    /// Returns an output filled with a mark, so that written bytes can be told.
+    /// Returns an output filled with a mark, so that the bytes that a frame writes can be told from
+    /// the others.
     static Host::World markedOutput(Host::Depth depth);
 
     /// Returns the commands that do something: set-up, set-down, parameters, frames at every depth.
@@ -38,7 +39,7 @@ protected:
     /// is left behind and the next frames are right.
     void expectNothingLeft(const Command& command, const std::function<void()>& sendFaulty);
 
-    /// Expects the same frames as at its first call.
+    /// Renders frames and expects the same pictures as at the first call.
     void expectFramesAreRight();
 
     /// Sets the effect down and expects that no GL object or context is left.
@@ -48,7 +49,8 @@ protected:
     LiveGLObjects mLive; ///< complete, because no object exists before the first frame
 
 private:
-    /// Returns the live objects by kind, except programs: a new variant is kept.
+    /// Returns the numbers of live objects by kind. Leaves out programs, because the effect keeps
+    /// the program of each new variant.
     std::map<std::string, int> objectsOfFrames() const;
 
     std::map<Host::Depth, Host::World> mExpected;

@@ -34,7 +34,7 @@ protected:
 struct Module {
     const char* name;
     const char* file;
-    bool storesFloats; ///< otherwise 8 bits a channel
+    bool storesFloats; ///< stores a channel of a frame as a float, otherwise in 8 bits
 
     friend std::ostream& operator<<(std::ostream& stream, const Module& module) {
         return stream << module.name;

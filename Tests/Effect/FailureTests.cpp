@@ -24,7 +24,7 @@ bool IsTransparentBlack(const Host::World& world) {
     return SamePixels(world, Host::World(world.depth(), world.width(), world.height()));
 }
 
-/// Returns the result of any command in which that call fails.
+/// Returns the result of a command in which a call of the given kind fails.
 PF_Err ResultOfFailing(HostCall call) {
     switch (call) {
     case HostCall::AddParam:
@@ -50,7 +50,7 @@ protected:
     }
 
     /// Sends the command with the `nth` call of that kind failing (0: none) and checks its result
-    /// and what it leaves behind. Returns the numbers of calls that it made.
+    /// and what it leaves behind. Returns the numbers of calls that the command made.
     HostCallCounts sendFailing(const Command& command, HostCall call, int nth) {
         const PF_Err expected = nth != 0 ? ResultOfFailing(call) : PF_Err_NONE;
         HostCallCounts calls{};
@@ -95,8 +95,8 @@ TEST_P(Failures, FailedHostCallsLeaveNothingBehind) {
 }
 
 TEST_P(Failures, MissingHostPixelsDrawATransparentLayer) {
-    // Checks the upload itself: some drivers clear textures without content, others dereference
-    // null.
+    // Checks the pointer that is uploaded, because a right picture proves nothing: given null, some
+    // drivers clear the texture, and others dereference the pointer.
     const GLObserver content(glbinding::Binding::TexSubImage2D,
                              [](auto, auto, auto, auto, auto, auto, auto, auto,
                                 const void* pixels) { EXPECT_NE(pixels, nullptr); });

@@ -54,9 +54,9 @@ TEST_F(FramePreparation, CountsAParameterAsZeroFromTheFirstFailedCheckoutOn) {
     struct {
         int failedCheckout;
         const char* uniform;
-        Values before, after; // with the parameter fetched, and with a failed checkout
+        Values before, after; // if the checkout succeeds, and if it fails
     } const kCases[] = {
-        {2, "normalBlockSize", {45, 30}, {1, 1}}, // half of size 61, truncated
+        {2, "normalBlockSize", {45, 30}, {1, 1}}, // 61 at half resolution, truncated
         {3, "normalBlockSize", {45, 30}, {1, 30}},
         {4, "sizeRandomLimit", {0.5}, {0}},
         {5, "sizeLevel", {4}, {0}},
@@ -65,7 +65,7 @@ TEST_F(FramePreparation, CountsAParameterAsZeroFromTheFirstFailedCheckoutOn) {
         {8, "fadePercent", {0.25}, {0}},
         {10, "dissolveTransitionPercent", {0.75}, {0}},
         {11, "linearTransitionAngle", {0.5235988F}, {0}},
-        {12, "dissolveFeather", {1.5}, {0}}, // half of 3, not truncated; 0 without feather
+        {12, "dissolveFeather", {1.5}, {0}}, // 3 at half resolution, not truncated
         {13, "useAlpha", {1}, {0}},
     };
     for (const auto& [name, value] :

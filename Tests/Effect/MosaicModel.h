@@ -19,7 +19,7 @@ enum class Shape { Square = 1, Triangle = 2 };
 
 /** A cell computed by plain geometry. */
 struct Cell {
-    Point reference;       ///< where it takes its colour; may be outside the picture
+    Point reference;       ///< where the cell takes its colour; may be outside the picture
     double borderDistance; ///< distance of the pixel, in cells, from the nearest border that
                            ///< rounding may move
 };

@@ -11,8 +11,8 @@ namespace Kerovane::TestSupport {
 
 namespace {
 
-/// Tolerance in levels: half for rounding, and half because a position between texels may round
-/// either way.
+/// Tolerance in 8-bit levels: half a level for the rounding of the colour, and half because a
+/// position between texels may round either way.
 constexpr double kLevels = 1.01;
 
 bool Shows(const PF_Pixel8& pixel, const Point& reference, const Point& picture) {
@@ -63,8 +63,9 @@ TEST_P(Cells, KeepTheirBordersAndColoursAtEveryRatio) {
     }
 }
 
-/// Counts the pixels in cells of each rung, 0 for the normal size up to `levels` for the largest.
-/// Expects every pixel to belong to one rung, and all pixels of a cell to the same rung.
+/// A rung is one of the sizes that a cell may have: rung 0 is the normal size `size`, and each
+/// further rung doubles it, up to rung `levels`. Counts the pixels in cells of each rung. Expects
+/// every pixel to belong to one rung, and all pixels of a cell to the same rung.
 std::map<int, int> PixelsByRung(const Host::World& output, Shape shape, int size, int levels) {
     const Point picture = {static_cast<double>(output.width()),
                            static_cast<double>(output.height())};
@@ -86,7 +87,7 @@ std::map<int, int> PixelsByRung(const Host::World& output, Shape shape, int size
                 return pixels;
             }
             ++pixels[*found];
-            // A cell that overlapped another rung's would contain pixels of both.
+            // A cell that overlapped a cell of another rung would contain pixels of both.
             for (int rung = *found; rung <= levels; ++rung) {
                 const double side = std::ldexp(size, rung);
                 const double shear = shape == Shape::Triangle ? 0.5 : 0.0;

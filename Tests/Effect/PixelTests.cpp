@@ -20,7 +20,7 @@ std::span<const std::byte> RowBytes(const World& world, int y) {
     return world.bytes().subspan(static_cast<std::size_t>(y) * rowBytes, rowBytes);
 }
 
-/// Returns the same pixels with `padding` more bytes a row, filled with a mark.
+/// Returns the same pixels with `padding` more bytes a row, which are filled with a mark.
 World WithPadding(const World& picture, int padding) {
     const std::size_t rowSize = RowSize(picture);
     World padded(picture.depth(), picture.width(), picture.height(),
@@ -74,7 +74,8 @@ TEST_P(Pixels, AreTheSameAtEveryDepthUpToTheTargetsPrecision) {
             const World expected = rendered(picture);
             for (const Depth depth : {Depth::Bits16, Depth::Float32}) {
                 const World twin = AtDepth(rendered(AtDepth(picture, depth)), Depth::Bits8);
-                // Dividing by a small alpha magnifies one level of the target.
+                // Tolerates more with soft alpha: dividing by a small alpha magnifies an error of
+                // one level in an 8-bit target.
                 const bool isExact = opaque || GetParam().storesFloats;
                 EXPECT_LE(LargestDifference(twin, expected), isExact ? 1 : 16)
                     << static_cast<int>(depth) << " bits, opaque " << opaque;
@@ -117,8 +118,8 @@ TEST_F(FloatPixels, KeepEveryLevelAndValuesBeyondBlackAndWhite) {
         float alpha;
         double useAlpha;
         float outAlpha;
-        float cellWeight; ///< weight of the cell's colour
-        float ownWeight;
+        float cellWeight; ///< weight of the cell's colour in the result
+        float ownWeight;  ///< weight of the pixel's own colour
     } kCases[] = {{1.0F, 1, 1.0F, 1.0F, 0.0F},
                   {0.5F, 1, 0.25F, 0.5F, 0.0F}, // a cell's alpha applies twice
                   {0.5F, 0, 0.5F, 0.5F, 0.5F},

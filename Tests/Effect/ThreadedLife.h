@@ -6,8 +6,8 @@
 
 namespace Kerovane::TestSupport {
 
-/// Returns whether the host's context is fully current on this thread; also keeps that context
-/// alive.
+/// Returns whether the host's context is current on this thread, with its surfaces. The function
+/// object keeps that context alive.
 using HostPresence = std::function<bool()>;
 
 /// Creates the host's GL context, if it has any, on the calling thread.

@@ -17,7 +17,7 @@ enum class Transition { Linear = 1, RadialIn = 2, RadialOut = 3 };
 constexpr int kWidth = 160;
 constexpr int kHeight = 100;
 constexpr Point kPicture = {kWidth, kHeight};
-constexpr int kSize = 10; // so that no cell's centre is the picture's
+constexpr int kSize = 10; // pixels; no cell's centre is then the picture's centre
 constexpr int kColumns = kWidth / kSize;
 constexpr int kRows = kHeight / kSize;
 
@@ -136,8 +136,8 @@ TEST_P(Removal, SharpSweepsMatchGeometry) {
         for (const double percent : {20.0, 50.0, 80.0}) {
             set("Transition Progress", percent);
             const double progress = percent / 100.0;
-            // The position of a cell's centre on the sweep minus the sweep's progress; the cell is
-            // kept if it is positive.
+            // The position of a cell's centre on the sweep minus the sweep's progress. The cell is
+            // kept if the difference is positive.
             using Place = std::function<double(const Point&)>;
             const std::pair<Transition, Place> cases[] = {
                 {Transition::Linear,

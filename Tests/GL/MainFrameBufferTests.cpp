@@ -112,7 +112,8 @@ TEST_F(MainFrameBuffer, GivesATransparentPictureIfTheTargetIsMissingOrCannotBeRe
             mFrameBuffer.pushRenderContext(false, false);
             glFramebufferRenderbuffer(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_RENDERBUFFER,
                                       target);
-            // Many drivers clear new textures, but the code must not rely on it.
+            // Checks that the code itself writes the texture: many drivers clear new textures, but
+            // not all.
             bool isWritten = false;
             const GLObserver content(glbinding::Binding::TexImage2D,
                                      [&](auto, auto, auto, auto, auto, auto, auto, auto,

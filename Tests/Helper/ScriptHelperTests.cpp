@@ -19,7 +19,7 @@ struct Answer {
     const char* result = nullptr;
     const char* error = nullptr;
     A_Err status = 0;
-    int failingCall = 0; ///< 1: the first; 0: none
+    int failingCall = 0; ///< number of the host call that fails (1: the first, 0: none)
     int calls = 0;
     std::string script = {};
     AEGP_PluginID plugin = -1;
@@ -27,8 +27,7 @@ struct Answer {
 
 Answer mAnswer;
 
-/// Counts a call and returns an error if it is to fail. The host does what was requested in any
-/// case.
+/// Counts a call. Returns an error if the call is to fail, else `result`.
 A_Err Counted(A_Err result) {
     return ++mAnswer.calls == mAnswer.failingCall ? A_Err{PF_Err_INVALID_CALLBACK} : result;
 }
@@ -95,7 +94,7 @@ protected:
         mMemory.AEGP_FreeMemHandle = Free;
     }
 
-    /// Returns the script's result in a host that answers so; "13" if kSuiteRefused is thrown.
+    /// Returns the script's result in a host that gives `answer`; "13" if kSuiteRefused is thrown.
     std::string resultOf(const Answer& answer) {
         mAnswer = answer;
         std::string result;
@@ -131,8 +130,8 @@ TEST_F(Scripts, ReleaseEverythingWhicheverHostCallFails) {
     for (int nth = 1; nth <= calls; ++nth) {
         results.push_back(resultOf({.result = "42", .error = "", .failingCall = nth}));
     }
-    // The calls are: two suites acquired, the script run, two texts locked, then the releases,
-    // which may fail.
+    // The calls are: two suites acquired, the script run, two texts locked, two texts freed, two
+    // suites released. From the second lock on, a failure does not change the result.
     EXPECT_EQ(results,
               (std::vector<std::string>{"13", "13", "", "", "42", "42", "42", "42", "42"}));
 }

@@ -18,8 +18,8 @@ void giveOthersTime() {
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
 }
 
-/// Returns whether one of some attempts succeeds: in the others a thread may have been too slow to
-/// begin waiting.
+/// Returns whether one of several attempts succeeds. An attempt may fail because a thread was too
+/// slow to begin waiting.
 bool succeedsOnce(const std::function<bool()>& attempt) {
     constexpr int kAttempts = 20;
     for (int i = 0; i < kAttempts; ++i) {

@@ -66,7 +66,7 @@ TEST(RectCombination, IntersectsUnitesExpandsAndScales) {
 }
 
 TEST(RectInclusion, GrowsOnlyTowardsThePoint) {
-    constexpr Rect r(0.1, 0.0, 0.2, 10.0); // (0.1 + 0.2) - 0.1 is not 0.2
+    constexpr Rect r(0.1, 0.0, 0.2, 10.0); // a width computed anew, (0.1 + 0.2) - 0.1, is not 0.2
     const Table<Vec2, Rect> cases = {
         {{0.2, 5.0}, {0.1, 0.0, 0.2, 10.0}},   {{0.2, 12.0}, {0.1, 0.0, 0.2, 12.0}},
         {{0.2, -2.0}, {0.1, -2.0, 0.2, 12.0}}, {{-1.9, 10.0}, {-1.9, 0.0, 2.2, 10.0}},

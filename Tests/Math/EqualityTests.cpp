@@ -17,7 +17,8 @@ TYPED_TEST(EqualityTest, ToleratesTheLibrarysEpsilonInEachNumber) {
             const auto value = std::bit_cast<TypeParam>(stored);
             EXPECT_TRUE(value != zero && zero != value) << &number - stored.data();
         }
-        // Leaves the difference in place for the next numbers: a distance would add them up.
+        // Leaves each number's difference in place for the next numbers: a comparison by distance
+        // would add the differences up and fail.
         for (const double within : {1e-12, -1e-12}) {
             number = within;
             EXPECT_TRUE(std::bit_cast<TypeParam>(stored) == zero) << &number - stored.data();

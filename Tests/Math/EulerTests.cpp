@@ -11,8 +11,8 @@ namespace {
 struct OrderCase {
     Euler::RotationOrder order;
     int first, middle, last; ///< 0 for x, 1 for y, 2 for z
-    Vec3 signsBack;
-    int zeroAtQuarterTurn;
+    Vec3 signsBack;          ///< -1 for an angle that comes back negated
+    int zeroAtQuarterTurn;   ///< the axis whose angle is 0 if the middle one is a quarter turn
 };
 
 constexpr OrderCase kOrders[] = {
@@ -28,7 +28,7 @@ double& component(Vec3& v, int i) {
     return v.*kComponents<Vec3>[static_cast<std::size_t>(i)];
 }
 
-/// Returns Eigen's rotation: three turns, the last axis first.
+/// Returns Eigen's rotation by the three angles: the turn about the last axis is applied first.
 Eigen::Quaterniond eigenRotation(Vec3 angles, const OrderCase& order) {
     const auto turn = [&](int axis) {
         return Eigen::AngleAxisd(component(angles, axis), Eigen::Vector3d::Unit(axis));
@@ -53,7 +53,7 @@ TEST(Euler, KeepsItsOrderUnlessGivenOne) {
     EXPECT_SAME(e, Euler(1.0, 2.0, 3.0, Euler::OrderZYX));
     e.set(4.0, 5.0, 6.0, Euler::OrderYZX);
     EXPECT_SAME(e, Euler(4.0, 5.0, 6.0, Euler::OrderYZX));
-    // Sorted by their enumerators' values, not by name.
+    // Checks the enumerators' values, by which kOrders is sorted.
     for (std::size_t i = 0; i < std::size(kOrders); ++i) {
         EXPECT_EQ(kOrders[i].order, i + 1);
     }

@@ -93,7 +93,7 @@ testing::AssertionResult same(const Value& a, const Value& b) {
 #define EXPECT_SAME(...) EXPECT_TRUE(same(__VA_ARGS__))
 #define EXPECT_CLOSE(...) EXPECT_TRUE(near(__VA_ARGS__))
 
-/// A table of cases.
+/// A table of cases, one tuple for each.
 template <typename... Columns>
 using Table = std::vector<std::tuple<Columns...>>;
 

@@ -84,7 +84,7 @@ TEST(QuaternionAngle, IsInDegrees) {
     }
     EXPECT_TRUE(std::isnan(Quaternion(0.0, 0.0, 0.0, 1.1).getRotationAngle()));
     EXPECT_SAME(Quaternion().getRotationAxis(), Vec3(0.0, 0.0, 1.0));
-    // 1 - w w is 2.25e-12 for the greater angle and 0.25e-12 for the smaller.
+    // The limit on 1 - w w is 1e-12: the greater angle gives 2.25e-12, the smaller 0.25e-12.
     EXPECT_CLOSE(Quaternion(Vec3(1.0, 0.0, 0.0), 3e-6).getRotationAxis(), Vec3(1.0, 0.0, 0.0),
                  1e-3);
     EXPECT_SAME(Quaternion(Vec3(1.0, 0.0, 0.0), 1e-6).getRotationAxis(), Vec3(0.0, 0.0, 1.0));
@@ -146,7 +146,7 @@ TEST(QuaternionFromDirections, MakesAHalfTurnBetweenOpposites) {
         {{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}}, // |x| > |z|
         {{0.8, 0.6, 0.0}, {-0.6, 0.8, 0.0}},
         {{0.0, 0.0, 1.0}, {0.0, -1.0, 0.0}}, // |x| <= |z|
-        {{0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}},  // both 0
+        {{0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}},  // x and z are 0
     };
     for (const auto& [from, axis] : cases) {
         const Quaternion q(from, from.negate());
@@ -183,7 +183,7 @@ TEST(QuaternionSlerp, HasExactEndsAndStaysIfBothAreEqual) {
         {negated(a), 0.0, a},
         {a, 0.5, a},
         {negated(a), 0.5, a},
-        {Quaternion(0.0, 1.0, 0.0, 1.0), 0.5, a}, // a cosine beyond 1
+        {Quaternion(0.0, 1.0, 0.0, 1.0), 0.5, a}, // the cosine between the two exceeds 1
     };
     ASSERT_GE(a.dot(a), 1.0);
     for (const auto& [to, t, result] : cases) {

@@ -28,7 +28,7 @@ TEST(Vec2Comparison, FindsParallelsAndRightAnglesAtAnyLength) {
         EXPECT_FALSE(v.isCollinear(bent));
         EXPECT_FALSE(v.isOrthogonal(bent.normal()));
     }
-    // Catches x o.x - y o.y, which is zero here, unlike the dot product.
+    // Catches a dot product computed as x o.x - y o.y, which is zero here.
     EXPECT_FALSE(Vec2(1.0, 1.0).isOrthogonal({1.0, 1.0}));
     EXPECT_TRUE(Vec2(1.0, 1.0).isOrthogonal({1.0, -1.0}));
     EXPECT_TRUE(Vec2().isOrthogonal({1.0, 2.0}) && Vec2().isCollinear({1.0, 2.0}));

@@ -30,8 +30,8 @@ TEST(Vec3Products, AgreeWithEigen) {
 }
 
 TEST(Vec3Angle, IsNotClampedAgainstRounding) {
-    // For some vectors rounding makes the cosine with itself exceed 1: the angle is then NaN,
-    // otherwise it is right.
+    // For some vectors rounding makes the cosine between the vector and itself exceed 1. The angle
+    // is then NaN, otherwise almost 0.
     int nanCount = 0;
     for (Random& random : trials()) {
         const Vec3 v = random.vec3();

@@ -10,7 +10,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A test with the build installed in its folder.
+/// A test with the build installed in the test's folder.
 class Installation : public Command {
 protected:
     void SetUp() override {

@@ -22,8 +22,8 @@ namespace Kerovane::TestSupport {
 namespace {
 
 constexpr int kMaxSide = 512;
-constexpr int kFramesOfALife = 1000; ///< then the effect is restarted
-constexpr int kLivesToWarmUp = 5;    ///< fills the pools of the driver and the allocator
+constexpr int kFramesOfALife = 1000; ///< frames between two restarts of the effect
+constexpr int kLivesToWarmUp = 5;    ///< lives that fill the pools of the driver and the allocator
 
 int mFrames = 20000;
 

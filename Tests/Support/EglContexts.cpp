@@ -12,7 +12,7 @@ namespace Kerovane::TestSupport::EglContexts {
 
 namespace {
 
-std::mutex mMutex; ///< guards all below
+std::mutex mMutex; ///< guards the variables below
 std::map<EGLContext, std::uint64_t> mNumbers;
 std::uint64_t mLastNumber = 0;
 EglCall mFaultyCall = EglCall::Count;

@@ -1,4 +1,4 @@
-"""A browser that is driven by WebDriver, and a panel to drive it on. Nothing but Python's own
+"""A browser that is driven by WebDriver, and a panel to drive it on. Needs only Python's own
 library."""
 
 import base64
@@ -19,7 +19,7 @@ KEYS = {"Left": "\ue012", "Up": "\ue013", "Right": "\ue014", "Down": "\ue015", "
 
 
 class Panel:
-    """`tesselune panel` with its address."""
+    """A running `tesselune panel` and its address."""
 
     def __init__(self, command, words, folder):
         self.process = subprocess.Popen([command, "panel", "--no-open", *words], cwd=folder,
@@ -27,7 +27,7 @@ class Panel:
         self.address = self.process.stdout.readline().strip()
 
     def close(self):
-        """Ends it as Ctrl-C does. Returns its exit status."""
+        """Ends the panel as Ctrl-C does. Returns the exit status."""
         self.process.send_signal(signal.SIGINT)
         self.process.stdout.close()
         return self.process.wait(20)
@@ -84,7 +84,7 @@ class Browser:
             raise RuntimeError(json.load(error)["value"]["message"]) from None
 
     def resize(self, width, height):
-        """The size of the page, not of the window."""
+        """Sets the size of the page, not of the window."""
         self.call("POST", "/goog/cdp/execute", {
             "cmd": "Emulation.setDeviceMetricsOverride",
             "params": {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": False}})
@@ -95,7 +95,7 @@ class Browser:
                   "document.getElementById('stage').dataset.rests === 'true'")
 
     def leave(self):
-        """Goes to an empty page, and drops what the console holds by then."""
+        """Goes to an empty page and drops the console's messages so far."""
         self.call("POST", "/url", {"url": "about:blank"})
         self.complaints()
 
@@ -103,7 +103,7 @@ class Browser:
         return self.call("POST", "/execute/sync", {"script": script, "args": list(arguments)})
 
     def run_async(self, script, *arguments):
-        """`script` calls `done` with its result."""
+        """Runs `script` and returns the value with which it calls `done`."""
         return self.call("POST", "/execute/async", {
             "script": "const done = arguments[arguments.length - 1];" + script,
             "args": list(arguments)})
@@ -123,7 +123,7 @@ class Browser:
         self.call("POST", f"/element/{self.find(selector)}/click")
 
     def type(self, selector, text):
-        """Replaces what stands in an input."""
+        """Replaces the text of an input and presses Enter."""
         element = self.find(selector)
         self.run("const e = document.querySelector(arguments[0]); e.focus(); e.select();", selector)
         self.call("POST", f"/element/{element}/value", {"text": text + KEYS["Enter"]})
@@ -132,14 +132,14 @@ class Browser:
         self.call("POST", f"/element/{self.find(selector)}/value", {"text": str(path)})
 
     def press(self, *keys):
-        """Keys together, as in Ctrl and Z."""
+        """Presses keys together, such as Ctrl and Z."""
         codes = [KEYS.get(key, key) for key in keys]
         actions = [{"type": "keyDown", "value": code} for code in codes]
         actions += [{"type": "keyUp", "value": code} for code in reversed(codes)]
         self.actions({"type": "key", "id": "keys", "actions": actions})
 
     def drag(self, selector, start, end, button_up=True):
-        """From a place within an element, in shares of its size, to another one."""
+        """Drags between two places within an element, given in shares of the element's size."""
         box = self.run("const b = document.querySelector(arguments[0]).getBoundingClientRect();"
                        "return [b.left, b.top, b.width, b.height]", selector)
 
@@ -165,6 +165,6 @@ class Browser:
             file.write(base64.b64decode(self.call("GET", "/screenshot")))
 
     def complaints(self):
-        """What the console holds of errors and warnings."""
+        """Returns the errors and warnings that the console has received since the last call."""
         log = self.call("POST", "/se/log", {"type": "browser"})
         return [entry["message"] for entry in log if entry["level"] in ("SEVERE", "WARNING")]

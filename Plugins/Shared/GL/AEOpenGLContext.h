@@ -45,7 +45,7 @@ public:
     /// once; if that fails too, no EGL context is current on the thread.
     void makeContextCurrent();
 
-    /// Makes `context` current unless it already is. Flushes the context that was current before.
+    /// Makes `context` current. If another context is current, flushes that one first.
     static void makeCurrentFlush(Platform::OpenGLContext* context);
 
     /// Flushes the current context, unless an incomplete frame buffer is bound.

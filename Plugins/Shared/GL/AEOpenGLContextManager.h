@@ -47,7 +47,7 @@ public:
 private:
     using RenderContexts = std::map<int, std::unique_ptr<AEOpenGLContext>>;
 
-    static std::atomic<int> mContextCount; ///< the next thread's number
+    static std::atomic<int> mContextCount; ///< key of the next thread in mRenderContexts
     static NeverDestroyed<RenderContexts> mRenderContexts;
     static std::recursive_mutex mMutex; ///< guards mRenderContexts
     static NeverDestroyed<std::unique_ptr<AEOpenGLContext>> mSharedDataContext;

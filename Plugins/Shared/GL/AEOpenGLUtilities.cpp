@@ -33,7 +33,8 @@ std::byte* FirstPixel16(PF_InData* in_data, PF_LayerDef* world) {
     return reinterpret_cast<std::byte*>(pixels);
 }
 
-/// How GL reads a pixel of one of the host's formats, and how to reach the first pixel.
+/// How GL reads a pixel of one of the host's formats, and how the first pixel of a layer is
+/// reached.
 struct PixelLayout {
     unsigned long bytes;
     GLenum type;

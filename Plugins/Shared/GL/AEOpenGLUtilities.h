@@ -31,7 +31,8 @@ namespace AEOpenGLUtilities {
 /**
  * Creates a GL_RGBA32F texture from `input` and returns its name; the caller deletes it. Sets
  * `bytes` and `type` to the size and GL type of a host pixel, and `multiplier16bit` to the factor
- * that scales a texel so that white is 1: 65535/32768 at 16 bits, else 1. Leaves no texture bound.
+ * that scales a texel so that white is 1: 65535/32768 at 16 bits, else 1. `mipmap` selects a mipmap
+ * filter; no levels are generated. Leaves no texture bound.
  */
 unsigned int UploadTexture(int pixelFormat, PF_LayerDef* input, PF_LayerDef* output,
                            PF_InData* in_data, unsigned long& bytes, gl::GLenum& type,

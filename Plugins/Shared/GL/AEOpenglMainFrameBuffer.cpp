@@ -35,7 +35,7 @@ unsigned int CreateTexture(GLenum internalFormat, const Vec2& size, const Textur
     return texture.release();
 }
 
-/// Zero bytes serve float formats too: GL converts them to 0.0.
+/// Creates a texture of zeros. Zero bytes serve float formats too, because GL converts them to 0.0.
 unsigned int CreateClearedTexture(GLenum internalFormat, const Vec2& size,
                                   const TextureFilters& filters) {
     const auto byteCount = static_cast<std::size_t>(size.x * size.y * 4.0);
@@ -61,8 +61,8 @@ void ClearToTransparentBlack() {
     glClear(GL_COLOR_BUFFER_BIT);
 }
 
-/// Creates a frame buffer and leaves it bound: popNormalRenderContext reads its name from the
-/// binding.
+/// Creates a frame buffer that draws into mipmap level `level` of `texture`. Leaves it bound,
+/// because popNormalRenderContext reads the name from the binding.
 void DrawIntoTexture(unsigned int texture, int level) {
     GLFramebuffer frameBuffer = GLFramebuffer::generated();
     glBindRenderbuffer(GL_RENDERBUFFER, 0);
@@ -122,7 +122,7 @@ void AEOpenglMainFrameBuffer::unprepare() {
 
 void AEOpenglMainFrameBuffer::destory() {
     unprepare();
-    mRenderStack.shrink_to_fit(); // the instance has no destructor call that would free this memory
+    mRenderStack.shrink_to_fit(); // frees the memory now: the only instance is never destroyed
     mFrameBuffers.reset();
     mScreenRender.reset();
     mWidth = 0;
@@ -259,14 +259,15 @@ void AEOpenglMainFrameBuffer::clearStack() {
     mStencilBuffers.clear();
 }
 
-/// The frame buffer to which the render contexts' colour targets are attached.
+/// Returns the frame buffer to which the render contexts' colour targets are attached.
 unsigned int AEOpenglMainFrameBuffer::carrier() {
     const FrameBuffers& frameBuffers = mFrameBuffers.current();
     return mMultisample ? frameBuffers.mMultisampleFrameBuffer.name()
                         : frameBuffers.mOutputFrameBuffer.name();
 }
 
-/// Allocates storage of the frame's size for the bound renderbuffer, multisampled if the frame is.
+/// Allocates storage of the frame's size for the bound renderbuffer, multisampled if the frame is
+/// multisampled.
 void AEOpenglMainFrameBuffer::allocateStorage(GLenum internalFormat) {
     const auto width = static_cast<GLsizei>(mWidth);
     const auto height = static_cast<GLsizei>(mHeight);

@@ -37,7 +37,7 @@ public:
 
     /**
      * Prepares the targets for a frame of `width` by `height` pixels. If the size has not changed,
-     * keeps them and ignores `multisample`. A frame without pixels gets no targets.
+     * keeps the present targets and ignores `multisample`. A frame without pixels gets no targets.
      */
     void prepare(long width, long height, bool multisample);
 
@@ -52,7 +52,7 @@ public:
     void destory();
 
     /// Opens the frame: pushes one render context, cleared to transparent black, and sets the
-    /// viewport to all of it.
+    /// viewport to the whole frame.
     void beginDrawing();
 
     /**
@@ -61,7 +61,7 @@ public:
      */
     void endDrawing(float multiplier16bit);
 
-    /// The low 16 bits of the frame's size in pixels.
+    /// Return the low 16 bits of the frame's width or height in pixels.
     unsigned short width() const { return static_cast<unsigned short>(mWidth); }
     unsigned short height() const { return static_cast<unsigned short>(mHeight); }
 
@@ -88,7 +88,8 @@ public:
     /// Makes `texture`, cleared first, the render target until popNormalRenderContext.
     static void pushNormalRenderContext(unsigned int texture);
 
-    /// The same for mipmap level `level`; sets the viewport to `size` pixels.
+    /// Makes mipmap level `level` of `texture`, cleared first, the render target until
+    /// popNormalRenderContext. Sets the viewport to `size` pixels.
     static void pushNormalRenderContext(unsigned int texture, const Vec2& size, int level);
 
     /// Ends either kind of pushNormalRenderContext. Returns to the top render context, if there is
@@ -102,7 +103,7 @@ private:
     /// The frame buffers of one GL context; targets of any size can be attached. Members are
     /// deleted in reverse order.
     struct FrameBuffers {
-        GLFramebuffer mMultisampleFrameBuffer; ///< render contexts are attached here
+        GLFramebuffer mMultisampleFrameBuffer; ///< target of multisampled frames
         GLFramebuffer mOutputFrameBuffer;      ///< target of the last pass, read back
         GLFramebuffer mResolveFrameBuffer;     ///< receives the multisample resolve
         int mSamples = 0;                      ///< sample count of multisampled targets
@@ -127,7 +128,7 @@ private:
     unsigned int mWidth = 0;
     unsigned int mHeight = 0;
     std::vector<GLRenderbuffer> mRenderStack; ///< colour targets of open render contexts, top last
-    std::map<unsigned int, GLRenderbuffer> mStencilBuffers; ///< by the colour target's name
+    std::map<unsigned int, GLRenderbuffer> mStencilBuffers; ///< key: GL name of the colour target
     std::unique_ptr<ScreenRender> mScreenRender;
 };
 

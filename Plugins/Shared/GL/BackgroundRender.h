@@ -5,8 +5,9 @@
 namespace Kerovane::Tesselune {
 
 /**
- * The inverse of ScreenRender: turns the host's ARGB, straight and on the host's scale, into RGBA,
- * premultiplied and on the full scale.
+ * The inverse of ScreenRender: turns the host's ARGB, with straight alpha and on the host's scale,
+ * into RGBA, with premultiplied alpha and on the full scale. White is 1 on the full scale; on the
+ * host's scale, 16-bit white is 32768/65535.
  */
 class BackgroundRender : public ChannelOrderPass {
 public:

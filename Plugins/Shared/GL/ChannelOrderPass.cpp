@@ -52,7 +52,8 @@ void ChannelOrderPass::draw(unsigned int texture, float multiplier16bit) {
     FullPictureQuad::unbind();
 }
 
-/// Each pixel takes exactly one texel, so filtering would only cost time.
+/// Makes the texture unit sample the nearest texel. Each pixel takes exactly one texel, so
+/// filtering would only cost time.
 void ChannelOrderPass::bindNearestSampler() {
     if (!mNearestSampler) {
         mNearestSampler = GLSampler::generated();

@@ -77,7 +77,7 @@ public:
     /// Sets `count` affine transforms of the plane, each as a mat3.
     void setUniformMatrix3f(const std::string& name, Affine* matrices, int count) const;
 
-    /// One matrix; `count` must be 1.
+    /// Sets one matrix; `count` must be 1.
     void setUniformMatrix4f(const std::string& name, const Mat4& matrix, int count) const;
 
     /// Binds `texture` to texture unit `unit` and sets the sampler uniform to the unit. Binds the

@@ -14,7 +14,7 @@ struct SuiteId {
     int version;
 };
 
-/// In the order of acquisition and of release.
+/// The drawing suites, in the order in which they are acquired, and also released.
 constexpr std::array<SuiteId, 4> kDrawbotSuites = {{
     {"DRAWBOT Draw Suite", 1},
     {"DRAWBOT Supplier Suite", 1},

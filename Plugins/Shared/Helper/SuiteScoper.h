@@ -37,7 +37,8 @@ public:
         }
     }
 
-    /// The same for callers without a PF_InData.
+    /// Acquires the suite for callers without a PF_InData. Throws the int kSuiteRefused on failure;
+    /// the user is not told.
     SuiteScoper(SPBasicSuite* basic, const char* name, int version)
         : mBasicSuite(basic), mName(name), mVersion(version) {
         if (!acquire()) {
@@ -84,7 +85,7 @@ PF_Err AcquireSuite(PF_InData* in_data, PF_OutData* out_data, const char* name, 
 PF_Err ReleaseSuite(PF_InData* in_data, PF_OutData* out_data, const char* name, int version,
                     const char* error_string);
 
-/// Acquires the four drawing suites. On an error, those acquired before it stay held.
+/// Acquires the four drawing suites. On an error, the suites acquired before it stay held.
 PF_Err AcquireDrawbotSuites(PF_InData* in_data, PF_OutData* out_data, DRAWBOT_Suites* suites);
 
 /// Releases all four drawing suites. Always returns 0.

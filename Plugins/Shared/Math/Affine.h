@@ -24,8 +24,8 @@ public:
     // Construction and assignment
 
     constexpr Affine() noexcept = default;
-    /// The identity, or all zero. Accepts only a bool, so that no other type converts to one
-    /// implicitly.
+    /// Makes the identity if `identity`, else sets all elements to 0. Accepts only a bool, so that
+    /// no other type converts to one implicitly.
     explicit constexpr Affine(std::same_as<bool> auto identity) noexcept;
     constexpr Affine(double newA, double newB, double newC, double newD, double newE,
                      double newF) noexcept;

@@ -30,16 +30,16 @@ public:
 
     /**
      * Computes the weights of p in the triangle a, b, c. They add up to 1. A point off the
-     * triangle's plane gets the weights of its projection onto the plane. Infinite or NaN if the
-     * corners lie on a line.
+     * triangle's plane gets the weights of its projection onto the plane. The weights are infinite
+     * or NaN if the corners lie on a line.
      */
     template <BarycentricPoint Point>
     constexpr Barycentric(const Point& a, const Point& b, const Point& c, const Point& p) noexcept;
 
     // Use
 
-    /// Returns whether u and v are within 0 to 1 and w is not below 0, all inclusive. False for
-    /// NaN.
+    /// Returns whether u and v are within 0 to 1 and w is not below 0, all inclusive. Returns false
+    /// if a weight is NaN.
     constexpr bool isInside() const noexcept;
 
     /// Returns the weighted sum of three values. All channels of a colour are weighted alike.

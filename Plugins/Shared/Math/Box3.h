@@ -19,7 +19,7 @@ public:
 
     // Construction and assignment
 
-    /// Empty.
+    /// Makes the empty box.
     constexpr Box3() noexcept = default;
     constexpr Box3(const Vec3& newMin, const Vec3& newMax) noexcept : min(newMin), max(newMax) {}
 
@@ -64,7 +64,7 @@ public:
 
     constexpr void expandByVector(const Vec3& v) noexcept { set(min - v, max + v); }
     constexpr void expandByScalar(float s) noexcept { expandByVector(Vec3(s)); }
-    /// Becomes the intersection with `other`; empty if they do not meet.
+    /// Becomes the intersection with `other`; empty if the two boxes do not meet.
     constexpr void intersects(const Box3& other) noexcept;
     /// Becomes the smallest box that contains both.
     constexpr void unionBox(const Box3& other) noexcept;

@@ -22,7 +22,7 @@ public:
 
     // Construction and assignment
 
-    /// Opaque white.
+    /// Makes opaque white.
     constexpr Color() noexcept = default;
     constexpr Color(double r, double g, double b, double a) noexcept;
 

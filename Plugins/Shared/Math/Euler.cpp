@@ -21,7 +21,7 @@ struct ArcTangent {
 
 /// How the angles of one rotation order are read from a matrix: the middle one from its sine, the
 /// outer and the inner one from arctangents. If the middle one is near a quarter turn,
-/// `atQuarterTurn` gives one of these two and the other is 0.
+/// `atQuarterTurn` gives either the outer or the inner angle, and the other of the two is 0.
 struct Extraction {
     double Euler::*middle;
     double sine;

@@ -13,7 +13,8 @@ class Quaternion;
 /** A rotation in space: three turns about the axes, in radians, and their order. */
 class Euler {
 public:
-    /// OrderXYZ is the product Rx Ry Rz, in which the turn about z is applied first, and so on.
+    /// The letters name the factors of the rotation matrix from left to right: OrderXYZ is Rx Ry
+    /// Rz. The turn of the rightmost factor is applied first.
     enum RotationOrder : std::int32_t {
         OrderUnset = 0, ///< no order; as an argument: keep the order that the object holds
         OrderXYZ = 1,
@@ -51,7 +52,7 @@ public:
      * unknown order is stored and the angles stay unchanged. OrderUnset keeps the present order.
      */
     void setWithMat4(const Mat4& m, RotationOrder newOrder) noexcept;
-    /// The same from a quaternion of length 1.
+    /// Reads the angles from a quaternion of length 1, with the limits of setWithMat4.
     void setWithQuaternion(const Quaternion& q, RotationOrder newOrder) noexcept;
 
     // Comparison

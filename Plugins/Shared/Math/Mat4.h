@@ -31,14 +31,14 @@ public:
     // Construction and assignment
 
     constexpr Mat4() noexcept = default;
-    /// The identity, or all zero. Accepts only a bool, so that an array passed without
-    /// `columnMajor` does not compile.
+    /// Makes the identity if `identity`, else sets all elements to 0. Accepts only a bool, so that
+    /// an array passed without `columnMajor` does not compile.
     explicit constexpr Mat4(std::same_as<bool> auto identity) noexcept;
     /// Takes the numbers column by column (storage order) if `columnMajor`, else row by row.
     constexpr Mat4(double n0, double n1, double n2, double n3, double n4, double n5, double n6,
                    double n7, double n8, double n9, double n10, double n11, double n12, double n13,
                    double n14, double n15, bool columnMajor) noexcept;
-    /// The same for an array of sixteen numbers.
+    /// Takes sixteen numbers from `array`: column by column if `columnMajor`, else row by row.
     constexpr Mat4(const double* array, bool columnMajor) noexcept;
     /// Takes the vectors as rows if `rows`, else as columns.
     constexpr Mat4(const Vec4& a, const Vec4& b, const Vec4& c, const Vec4& d, bool rows) noexcept;
@@ -119,7 +119,7 @@ public:
     constexpr void position(const Vec3& translation) noexcept;
     /// Returns the effect of the matrix on x and y at z = 0.
     constexpr Affine getAffine() const noexcept;
-    /// Returns the length of the longest of the three axes.
+    /// Returns the length of the longest axis: of the upper three elements of columns 0 to 2.
     double getMaxScaleOnAxis() const noexcept;
 
     // Transposition and inverse. `out` may be this matrix.
@@ -193,8 +193,8 @@ private:
     /// Computes the determinant from the minors of the first two rows and those of the last two.
     static constexpr double determinant(const Minors& upper, const Minors& lower) noexcept;
 
-    /// Returns the 3x3 minors of `row` with the two rows behind `pair`, with alternating signs;
-    /// component i leaves out column i.
+    /// Returns the 3x3 minors of `row` and the two rows whose minors are `pair`, with alternating
+    /// signs; component i leaves out column i.
     static constexpr Vec4 cofactors(const Vec4& row, const Minors& pair) noexcept;
 
     /// Multiplies the upper three elements of each of the first three columns by its factor.

@@ -36,8 +36,8 @@ void Quaternion::setWithMat4(const Mat4& m) noexcept {
     const auto [m21, m22, m23] = m.getRow(1).getVec3();
     const auto [m31, m32, m33] = m.getRow(2).getVec3();
     const double trace = m11 + m22 + m33;
-    // Takes w from the diagonal if it is far from 0, else the largest of x, y and z, and divides by
-    // it for the others: never by a number near 0.
+    // Computes w from the diagonal if w is far from 0, else the largest of x, y and z. Divides by
+    // this component to compute the others, and so never by a number near 0.
     if (trace > 0.0) {
         const double s = 0.5 / std::sqrt(trace + 1.0);
         set((m32 - m23) * s, (m13 - m31) * s, (m21 - m12) * s, 0.25 / s);
@@ -61,7 +61,7 @@ void Quaternion::setWithEuler(const Euler& e) noexcept {
     const auto s3 = static_cast<float>(std::sin(e.z * 0.5));
     const auto c3 = static_cast<float>(std::cos(e.z * 0.5));
 
-    // The product of the three axis quaternions; the rotation order changes only the signs.
+    // Multiplies the three axis quaternions. The rotation order changes only the signs.
     const auto setWithSigns = [&](float signX, float signY, float signZ, float signW) {
         set(s1 * c2 * c3 + signX * (c1 * s2 * s3), c1 * s2 * c3 + signY * (s1 * c2 * s3),
             c1 * c2 * s3 + signZ * (s1 * s2 * c3), c1 * c2 * c3 + signW * (s1 * s2 * s3));

@@ -43,8 +43,9 @@ public:
     void setWithDirection(const Vec3& from, const Vec3& to) noexcept;
     /// Reads the upper-left 3x3 part, which must be a pure rotation.
     void setWithMat4(const Mat4& m) noexcept;
-    /// Computes the sines and cosines in double and narrows them; the rest is in single precision.
-    /// OrderUnset gives (0, 0, 0, 0); an unknown order changes nothing.
+    /// Becomes the rotation of `e`. Computes the sines and cosines in double and narrows them;
+    /// computes their products in single precision. OrderUnset gives (0, 0, 0, 0); an unknown order
+    /// changes nothing.
     void setWithEuler(const Euler& e) noexcept;
 
     /// Reads x, y, z, w at a[offset].
@@ -54,7 +55,7 @@ public:
 
     // Comparison
 
-    /// Exact, without a tolerance.
+    /// Compares exactly, without a tolerance.
     constexpr bool operator==(const Quaternion& other) const noexcept = default;
 
     // Length and inverse
@@ -71,9 +72,10 @@ public:
 
     // Angle and axis
 
-    /// Returns degrees, 0 to 360; NaN if w is outside -1 to 1.
+    /// Returns the angle in degrees, 0 to 360; NaN if w is outside -1 to 1.
     double getRotationAngle() const noexcept;
-    /// Returns (0, 0, 1) if the angle is almost 0, that is, if 1 - w w is below 1e-12, strictly.
+    /// Returns the axis; (0, 0, 1) if the angle is almost 0 or 360 degrees, that is, if 1 - w w is
+    /// below 1e-12, strictly.
     Vec3 getRotationAxis() const noexcept;
 
     // Product
@@ -95,7 +97,7 @@ public:
      * Rotations less than about 0.001 apart give their mean at any other t, not scaled to length 1.
      */
     void slerp(const Quaternion& q, double t) noexcept;
-    /// Returns the result of a.slerp(b, t), although the name says linear; exactly a if the two are
+    /// Returns the result of a.slerp(b, t), although the name says linear; exactly a if a and b are
     /// equal.
     [[nodiscard]] static Quaternion lerp(const Quaternion& a, const Quaternion& b,
                                          double t) noexcept;

@@ -12,7 +12,7 @@ public:
     std::int32_t start;
     std::int32_t end;
 
-    /// (0, 2147483647) if `all`, else (0, 0).
+    /// Makes (0, 2147483647) if `all`, else (0, 0).
     explicit constexpr Range(bool all) noexcept
         : Range(0, all ? std::numeric_limits<std::int32_t>::max() : 0) {}
     explicit Range(const void*) = delete; // otherwise a pointer would convert to bool

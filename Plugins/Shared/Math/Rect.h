@@ -93,7 +93,7 @@ public:
     [[nodiscard]] constexpr Rect expand(const Vec2& d) const noexcept;
     [[nodiscard]] constexpr Rect expand(float d) const noexcept { return expand(Vec2(d, d)); }
     /// Moves each side outwards by (factor - 1) times the size: the size becomes 2 factor - 1 times
-    /// what it was. The centre is unchanged.
+    /// the old size. The centre is unchanged.
     [[nodiscard]] constexpr Rect scale(float factorX, float factorY) const noexcept;
 
     // Growth to a point

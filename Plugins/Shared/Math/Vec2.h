@@ -106,7 +106,7 @@ public:
     /// Returns the signed angle from this vector to the other, -180 to 180.
     double angleBetween(const Vec2& other) const noexcept;
 
-    /// Returns 1 to 4, counterclockwise with y upwards. Zero counts as positive.
+    /// Returns the quadrant, 1 to 4, counterclockwise with y upwards. Zero counts as positive.
     constexpr int getQuadrant() const noexcept;
     /// Returns whether the signs (negative, zero or positive) of a and b differ in both x and y, or
     /// differ in one while the other is zero in both vectors.
@@ -122,7 +122,7 @@ public:
     /// Returns y / x; infinite or NaN if x is 0.
     constexpr double slope() const noexcept { return y / x; }
 
-    /// Gives each component the sign of the other vector's. Zero counts as not positive.
+    /// Gives each component the sign of the same component of `other`. Zero counts as not positive.
     constexpr void followSigns(const Vec2& other) noexcept;
 
     // Conversion between picture coordinates with the origin at the centre and y up, and those with
@@ -151,8 +151,8 @@ public:
     static constexpr bool anchorOutwardD(const Vec2& p, const Vec2& a, const Vec2& b) noexcept {
         return (a - b).dot(p) > 0.0;
     }
-    /// Negates p unless anchorOutwardD(p, a, b) holds; with `inward`, negates it if that holds.
-    /// Returns whether p was negated.
+    /// Negates p unless anchorOutwardD(p, a, b) holds; if `inward`, negates p if anchorOutwardD
+    /// does hold. Returns whether p was negated.
     static constexpr bool anchorOutward(Vec2& p, const Vec2& a, const Vec2& b,
                                         bool inward = false) noexcept;
     static constexpr bool anchorInward(Vec2& p, const Vec2& a, const Vec2& b) noexcept {

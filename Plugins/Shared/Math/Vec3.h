@@ -70,7 +70,8 @@ public:
 
     constexpr double distanceSquare(const Vec3& other) const noexcept;
 
-    /// Returns radians, 0 to pi; NaN for a zero vector, or if rounding takes the cosine beyond 1.
+    /// Returns the angle in radians, 0 to pi; NaN for a zero vector, or if rounding takes the
+    /// cosine beyond 1.
     double angleBetween(const Vec3& other) const noexcept;
 
     /// Returns the index of the component of largest magnitude; of equal ones, the last.

@@ -60,9 +60,9 @@ public:
     /**
      * Spherical interpolation: a weighted sum of a and b, scaled to length 1. If their directions
      * are more than a right angle apart, -b replaces b. The weights are 1 - t and t if the cosine
-     * between the directions is above 0.99, else those of the arc, whose angle and sines are in
-     * single precision. The weights apply to unnormalised vectors, so the longer one has more
-     * influence.
+     * between the directions is above 0.99, else sin((1 - t) angle) and sin(t angle), both divided
+     * by sin(angle), in single precision. The weights apply to unnormalised vectors, so the longer
+     * one has more influence.
      *
      * Returns a unchanged at t = 0 and b unchanged at t = 1. NaN at any other t if a or b is zero.
      */

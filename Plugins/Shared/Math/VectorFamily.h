@@ -34,7 +34,7 @@ public:
         return Vector::map(std::negate(), self());
     }
 
-    // The same in place
+    // Arithmetic in place, component by component
 
     constexpr void operator+=(const Vector& other) noexcept { self() = self() + other; }
     constexpr void operator+=(double value) noexcept { self() = self() + value; }
@@ -58,7 +58,7 @@ public:
 
     // Comparison
 
-    /// Returns `equal` with a tolerance of 1e-12.
+    /// Returns whether a.equal(b) holds with a tolerance of 1e-12.
     friend constexpr bool operator==(const Vector& a, const Vector& b) noexcept {
         return a.equal(b, Float::epsilon);
     }

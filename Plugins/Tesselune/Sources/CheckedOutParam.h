@@ -33,8 +33,8 @@ public:
     CheckedOutParam& operator=(const CheckedOutParam&) = delete;
 
     /**
-     * The parameter as the host filled it in. Once `err` is set, a record in which all fields are
-     * 0, whatever a failed checkout wrote.
+     * Returns the parameter as the host filled it in. Once `err` is set, returns a record in which
+     * all fields are 0, whatever a failed checkout wrote.
      */
     const PF_ParamDef* operator->() const { return mErr == PF_Err_NONE ? &mParam : &kCleared; }
 

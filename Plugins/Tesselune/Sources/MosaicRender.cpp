@@ -144,7 +144,7 @@ void CalculateLineTransitionCorner(OpenglShader* shader, float angle, const Vec2
     const auto w = static_cast<float>(size.x);
     const auto h = static_cast<float>(size.y);
     struct Quadrant {
-        float end; // degrees, exclusive
+        float end; // first angle beyond the quadrant, in degrees
         std::array<float, 2> startPoint;
         std::array<float, 4> corners;
     };

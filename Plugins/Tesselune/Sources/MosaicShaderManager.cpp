@@ -28,7 +28,7 @@ std::string_view TransitionCall(int transitionType) {
     }
 }
 
-/// The GLSL pieces of a shape; empty for an unknown shape.
+/// The GLSL pieces of a shape. Both are empty for an unknown shape.
 struct ShapeText {
     std::string_view cells;
     std::string_view main;

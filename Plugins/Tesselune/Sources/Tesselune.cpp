@@ -96,8 +96,9 @@ void GlobalSetdown(PF_InData* in_data, PF_OutData* out_data) {
     if (AEOpenGLContext* sharedContext = AEOpenGLContextManager::getSharedDataContext()) {
         ReleaseGL(*sharedContext);
     }
-    // Release the effect's context. If the host had none to restore below, the effect's would stay
-    // current and keep the host from making a GLX context current on this thread.
+    // Release the effect's context. If the host had no context to restore below, the effect's
+    // context would stay current and keep the host from making a GLX context current on this
+    // thread.
     Platform::ReleaseCurrentEglContext();
     hostContext.restore();
     FreeHandles(in_data, out_data);

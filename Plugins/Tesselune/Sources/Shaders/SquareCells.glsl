@@ -1,5 +1,6 @@
-// Square cells. At level g of the size ladder, from sizeLevel (largest) down to 1, a cell measures
-// maxBlockSize / pow(2.0, sizeLevel - g).
+// Square cells. The size ladder holds the sizes that a random cell may have, each twice the next
+// smaller one. At level g, from sizeLevel (largest) down to 1, a cell measures maxBlockSize /
+// pow(2.0, sizeLevel - g).
 
 vec2 squareGrid(vec2 loc, vec2 block, float gridLevel)
 {

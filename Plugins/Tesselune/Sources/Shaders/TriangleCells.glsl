@@ -20,7 +20,8 @@ void getTriangleMosicSample(in vec2 pixLoc, in vec2 blockSize, inout MosicSample
 {
     mat2 inverseMat = inverseTriangleMat(blockSize);
     vec2 offset = vec2(mod(pixLoc.x, blockSize.x), mod(pixLoc.y, blockSize.y));
-    // At offset.y = 0 the quotient below is undefined. That row is on the small-y side.
+    // At offset.y = 0 the quotient below is undefined. Pixels of that row belong to the triangle of
+    // small y.
     float smallYSide = 1.0;
     if (offset.y > 0.0) {
         smallYSide = step(blockSize.x / blockSize.y, offset.x / offset.y);
