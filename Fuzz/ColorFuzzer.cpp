@@ -29,7 +29,8 @@ bool IsWithinRange(const Color& color) {
     return std::ranges::all_of(channels, [](double c) { return 0 <= c && c <= 1; });
 }
 
-/// Returns whether `text` is "#" and three, four, six or eight hexadecimal digits.
+/// Returns whether three, four, six or eight hexadecimal digits follow the "#" that `text` must
+/// begin with.
 bool HasAForm(const std::string& text) {
     const std::string_view digits = std::string_view(text).substr(1);
     const bool isCount =

@@ -36,7 +36,8 @@ public:
         return mHeights[static_cast<std::size_t>(rung)];
     } ///< pixels
 
-    /// Returns whether normal cells are narrower than a pixel. There are no column edges then.
+    /// Returns whether normal cells are narrower than a pixel. If so, columns() and columnEdge()
+    /// must not be called.
     bool isFinerThanPixels() const { return cellWidth(0) < 1; }
 
     /// Returns how far the pixels of row `y` are moved right in sheared space.
@@ -49,8 +50,8 @@ public:
     /// Returns the column of normal cells at x in sheared space.
     float columnAt(float x) const;
 
-    /// Returns the smallest x in sheared space that is in or right of a column of normal cells.
-    /// Returns infinity for the column after the last.
+    /// Returns the left edge of a column of normal cells: the smallest x for which columnAt(x) is
+    /// `column` or more. Returns infinity for the column after the last.
     float columnEdge(int column) const { return mColumnEdges[static_cast<std::size_t>(column)]; }
 
     /// Returns the first row of pixels of a row of normal cells. Returns the picture's height for

@@ -42,8 +42,9 @@ public:
     /// Loads the effect on the first call. Throws Error if it cannot be loaded or set up.
     FrameRenderer& renderer();
 
-    /// Makes the effect's parameters options of `command` once the parser reaches that subcommand.
-    /// `options` receives them. Both arguments must outlive the context's last use.
+    /// Adds an option to `command` for each parameter of the effect, once the parser reaches that
+    /// subcommand. `options` keeps these options and gives their values after parsing. Both
+    /// arguments must outlive the context's last use.
     void addParametersTo(CLI::App& command, ParameterOptions& options);
 
     /// Adds the parameters at once to all commands that were passed to addParametersTo().

@@ -48,7 +48,7 @@ public:
     /// size.
     std::string sizes() const;
 
-    /// Remarks on the frames without duplicates, such as what the outputs lack.
+    /// Returns the remarks on all frames, each text once, such as what the outputs lack.
     const std::set<std::string>& remarks() const { return mRemarks; }
 
     /// Returns NonFiniteText() of the pixels of all frames.

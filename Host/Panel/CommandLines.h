@@ -27,8 +27,8 @@ Words LookWords(const LineSetting& setting, const Look& look);
 Words StillWords(const LineSetting& setting, const Look& look, const Footage& footage,
                  A_long frame);
 
-/// Returns the arguments that render all of `footage` to `output`. `input` is the name of the
-/// footage in the line.
+/// Returns the arguments that render all of `footage` to `output`. `input` is the argument that
+/// names the footage.
 Words ShotWords(const LineSetting& setting, const Look& look, const Footage& footage,
                 const std::string& input, const std::string& output);
 

@@ -20,7 +20,8 @@ public:
     /// integers of at most 16 bits.
     static bool canDraw(AVPixelFormat format);
 
-    /// Returns a new frame. `in` must have the map's size and the coding's format. Thread-safe.
+    /// Returns a new frame with the mosaic of `in`. `in` must have the size of the constructor's
+    /// `map` and the format of its `coding`. Thread-safe.
     AvFrame draw(const AVFrame& in);
 
 private:

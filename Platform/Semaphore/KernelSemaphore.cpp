@@ -4,8 +4,8 @@
 
 namespace Kerovane::Platform {
 
-/// A thread inside wait(); lives on that thread's stack. Each waiter has its own condition
-/// variable, so that a signal cannot be taken by a thread that arrives later.
+/// Stands for a thread inside wait(), on whose stack it lies. Each waiter has its own condition
+/// variable, so that a thread that calls wait() after a signal cannot take it.
 struct KernelSemaphore::Waiter {
     Waiter* previous;
     bool isWoken = false;

@@ -125,7 +125,7 @@ TEST(AffineInverse, RefusesDeterminantsWithinItsCoarseThreshold) {
 TEST(AffineScale, IsTheMeanOfTheRowsToFourDecimals) {
     const Table<Affine, double> cases = {
         {{1.23456, 0.0, 0.0, 1.23456, 8.0, 9.0}, 1.2346F}, // the float nearest to 1.2346
-        {{3.0, 4.0, 0.0, 0.0, 0.0, 0.0}, 3.5F}, // lengths of rows 3 and 4, of columns 5 and 0
+        {{3.0, 4.0, 0.0, 0.0, 0.0, 0.0}, 3.5F}, // rows of lengths 3 and 4, columns of 5 and 0
         {{0.0, 0.0, 3.0, 4.0, 0.0, 0.0}, 3.5F},
         {{-2.0, 0.0, 0.0, 1.0, 0.0, 0.0}, 1.5F},
     };

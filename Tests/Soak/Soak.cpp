@@ -23,7 +23,8 @@ namespace {
 
 constexpr int kMaxSide = 512;
 constexpr int kFramesOfALife = 1000; ///< frames between two restarts of the effect
-constexpr int kLivesToWarmUp = 5;    ///< lives that fill the pools of the driver and the allocator
+/// Restarts before the first measurement, until the driver's and the allocator's pools are full.
+constexpr int kLivesToWarmUp = 5;
 
 int mFrames = 20000;
 

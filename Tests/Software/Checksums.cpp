@@ -15,7 +15,8 @@ namespace {
 constexpr int kWidth = 333;
 constexpr int kHeight = 217;
 
-/// Fills the picture with irregular bytes; every third pixel is opaque.
+/// Returns pixels whose channels are random bytes times `step`. The alpha of every third pixel is
+/// `white`, opaque.
 template <typename Channel>
 std::vector<Channel> SomePixels(std::minstd_rand& random, Channel white, Channel step) {
     std::vector<Channel> pixels(std::size_t{kWidth} * kHeight * 4);

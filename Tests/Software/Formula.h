@@ -144,7 +144,8 @@ private:
         return !(random2 < percent(p.dissolve)) && !swept;
     }
 
-    /// Returns how far the sweep goes before it reaches a cell, and how far it goes in all.
+    /// Returns how far `centre` is from the sweep's start, and how far the sweep goes in all. For
+    /// both radial transitions, the first is the distance from the picture's centre.
     Vec2 sweep(Vec2 centre) const {
         if (p.transition != Transition::Linear) {
             const double x = double(size.x) / 2;

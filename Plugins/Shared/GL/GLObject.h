@@ -25,7 +25,6 @@ public:
     unsigned int name() const { return mName; }
     explicit operator bool() const { return mName != 0; }
 
-    /// Deletes the object now.
     void reset() {
         if (mName != 0) {
             Delete(std::exchange(mName, 0U));

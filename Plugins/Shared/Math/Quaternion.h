@@ -94,7 +94,8 @@ public:
 
     /**
      * Interpolates along the shorter arc: stays at this rotation at t = 0 and becomes q at t = 1.
-     * Rotations less than about 0.001 apart give their mean at any other t, not scaled to length 1.
+     * If the rotations are less than about 0.002 radians apart, any other t gives their mean, not
+     * scaled to length 1.
      */
     void slerp(const Quaternion& q, double t) noexcept;
     /// Returns the result of a.slerp(b, t), although the name says linear; exactly a if a and b are

@@ -80,8 +80,8 @@ TEST(Preview, ShowsTheCellsOfTheFullPictureIfTheirSizeDividesEvenly) {
          {"Feather", "0"}},
     };
     FrameRenderer renderer(TESSELUNE_MODULE);
-    // Colours are interpolated between pixels, so they agree to within a pixel of the preview. The
-    // colours of neighbouring cells are further apart.
+    // A cell's colour may differ by what the ramp changes over one pixel of the preview. A mosaic
+    // of other cells differs by more, as the last check shows.
     for (const Look& look : looks) {
         const World full = Rendered(renderer, look, 1);
         for (const A_long reduced : {2, 4}) {
